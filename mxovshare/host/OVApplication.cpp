@@ -1,0 +1,8 @@
+#include "mxovshare.h"
+
+namespace mxovshare {
+
+std::wstring OVApplication::mxLanguageName = L"English";
+HINSTANCE OVApplication::hMXOVResInstance = nullptr;
+
+} // namespace mxovshare

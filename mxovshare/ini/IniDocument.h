@@ -1,0 +1,2 @@
+// Model of an INI file over its bytes.
+#pragma once

@@ -1,0 +1,3 @@
+# The platform-free INI model, also built natively with sanitizers. Paths are absolute.
+set(INI_MODEL_SOURCES
+    ${CMAKE_CURRENT_LIST_DIR}/IniDocument.cpp)
