@@ -1,0 +1,3 @@
+# Everything of the native build runs under AddressSanitizer and UndefinedBehaviorSanitizer.
+add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+add_link_options(-fsanitize=address,undefined)

@@ -1,0 +1,32 @@
+# Settings of everything that is built for Windows, and the helpers that declare the delivered files and tests.
+add_compile_definitions(UNICODE _UNICODE STRICT NOMINMAX WIN32_LEAN_AND_MEAN WINVER=0x0A00 _WIN32_WINNT=0x0A00
+                        NTDDI_VERSION=0x0A000000)
+add_compile_options($<$<COMPILE_LANGUAGE:C,CXX>:-fstack-protector-strong>)
+add_link_options(-static -Wl,--no-insert-timestamp -Wl,--nxcompat -Wl,--dynamicbase)
+set(CMAKE_RC_FLAGS "-c 65001")
+set(MXOV_BIN ${MXOV_BUILD}/bin)
+
+# Puts a delivered file into the bin folder, stripped; its symbols stay beside the object files.
+function(mxov_deliver target)
+    set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MXOV_BIN} PREFIX "")
+    add_custom_command(TARGET ${target} POST_BUILD
+        COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}>
+                ${CMAKE_BINARY_DIR}/$<TARGET_FILE_NAME:${target}>.debug
+        COMMAND ${CMAKE_STRIP} --strip-debug --strip-unneeded $<TARGET_FILE:${target}>
+        VERBATIM)
+endfunction()
+
+# A test program that runs under Wine: mxov_test(NAME [DESKTOP] SOURCES... LIBRARIES...). DESKTOP: it shows windows
+# or moves the mouse and therefore never runs beside another one.
+function(mxov_test name)
+    cmake_parse_arguments(arg "DESKTOP" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    target_compile_definitions(${name} PRIVATE _GLIBCXX_ASSERTIONS)
+    target_link_libraries(${name} PRIVATE test_support gtest warnings ${arg_LIBRARIES})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MXOV_BUILD}/tests)
+    add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-run $<TARGET_FILE:${name}>)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+    if(arg_DESKTOP)
+        set_tests_properties(${name} PROPERTIES RESOURCE_LOCK desktop)
+    endif()
+endfunction()

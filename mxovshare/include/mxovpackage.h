@@ -1,0 +1,62 @@
+// Package files for hosts and tools: create, list, unpack, verify. Nothing here throws; no handle is left open.
+#pragma once
+
+#include "mxovshare.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace mxovshare {
+
+/// One file or folder inside a package.
+struct PackageEntry {
+    std::wstring name;              ///< relative, separated by "\", as it would be unpacked
+    std::uint64_t size = 0;         ///< bytes, unpacked
+    std::uint64_t packedSize = 0;   ///< bytes inside the package
+    std::uint32_t crc32 = 0;        ///< of the unpacked bytes
+    FILETIME modified = {};         ///< last write, UTC
+    bool isFolder = false;
+};
+
+/// How an operation ended. `message` is one line that names the file or entry and the reason; empty on success
+/// and after a cancel.
+struct PackageResult {
+    bool ok = false;
+    bool cancelled = false;
+    std::wstring message;
+};
+
+/// Told about the progress of long work, on the calling thread.
+class PackageProgress {
+public:
+    virtual ~PackageProgress() = default;
+    /// `done` of `total` bytes are finished and `name` is in work. Returning false cancels.
+    virtual bool OnProgress(const std::wstring& name, std::uint64_t done, std::uint64_t total) = 0;
+};
+
+/// One section of an information file with its keys in order, as a plain reader sees them.
+struct InformationSection {
+    std::wstring name;
+    std::vector<std::pair<std::wstring, std::wstring>> values;
+};
+
+/// Packs every file below `folder` into a new package `file`, replacing an old one in one step when complete.
+MXOVSHARE_API PackageResult CreatePackage(const std::wstring& folder, const std::wstring& file,
+                                          PackageProgress* progress = nullptr) noexcept;
+
+/// Lists a package's entries in their order. Refuses what cannot be unpacked safely.
+MXOVSHARE_API PackageResult ListPackage(const std::wstring& file, std::vector<PackageEntry>& entries) noexcept;
+
+/// Unpacks a package into `folder`, which must not exist or be empty. On failure or cancel nothing is left behind.
+MXOVSHARE_API PackageResult UnpackPackage(const std::wstring& file, const std::wstring& folder,
+                                          PackageProgress* progress = nullptr) noexcept;
+
+/// Reads and checks every entry without writing anything.
+MXOVSHARE_API PackageResult VerifyPackage(const std::wstring& file, PackageProgress* progress = nullptr) noexcept;
+
+/// Reads the package's information file ("mxinfo.ini", else "Private\mxinfo.ini") without unpacking anything.
+/// A package without one gives no sections and succeeds.
+MXOVSHARE_API PackageResult ReadInformation(const std::wstring& file,
+                                            std::vector<InformationSection>& sections) noexcept;
+
+} // namespace mxovshare
