@@ -1,5 +1,5 @@
-// Runs the tests of one program. A crash ends it with a fixed code and names the place, where Wine alone would
-// open a dialog or end with a random code.
+// Runs the tests of one program. A crash ends it with a fixed code and names the place, where Wine alone
+// would open a dialog or end with a random code.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -14,7 +14,8 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS* info) {
     const auto address = reinterpret_cast<BYTE*>(info->ExceptionRecord->ExceptionAddress);
     HMODULE module = nullptr;
     char name[MAX_PATH] = "?";
-    if (GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+    if (GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                               GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                            reinterpret_cast<LPCSTR>(address), &module)) {
         GetModuleFileNameA(module, name, MAX_PATH);
     }
