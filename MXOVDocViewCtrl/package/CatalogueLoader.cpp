@@ -1,0 +1,148 @@
+#include "CatalogueLoader.h"
+
+#include "PackageInformation.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include <shlwapi.h>
+
+namespace {
+
+/// The path before its last "\", the whole path when there is none.
+std::wstring FolderOf(const std::wstring& path) {
+    return path.substr(0, path.rfind(L'\\'));
+}
+
+/// Whether a file counts as a setup sheet. The list is exact: ".docx", ".xlsx" and ".htm" are no setup
+/// sheets.
+bool IsSetupSheet(const std::wstring& name) {
+    static constexpr std::array<const wchar_t*, 5> kExtensions = {L".xml", L".doc", L".pdf", L".xls",
+                                                                  L".html"};
+    const std::size_t dot = name.rfind(L'.');
+    if (dot == std::wstring::npos) {
+        return false;
+    }
+    std::wstring extension = name.substr(dot);
+    CharLowerBuffW(extension.data(), static_cast<DWORD>(extension.size()));
+    return std::ranges::find(kExtensions, extension) != kExtensions.end();
+}
+
+/// The first non-empty entry of a list separated by ";"; empty when there is none.
+std::wstring FirstEntry(const std::wstring& list) {
+    const std::size_t start = list.find_first_not_of(L';');
+    return start == std::wstring::npos ? std::wstring() : list.substr(start, list.find(L';', start) - start);
+}
+
+/// Name of an additional document: what follows the last "\"; a path without one gives the path less its last
+/// character.
+std::wstring AdditionalName(const std::wstring& path) {
+    const std::size_t start = path.rfind(L'\\') + 1; // 0 when there is no backslash
+    return path.substr(start, path.size() - 1);
+}
+
+} // namespace
+
+CatalogueLoader::CatalogueLoader(const CatalogueSource& source, const std::wstring& packageFolder)
+    : m_source(source), m_packageFolder(packageFolder) {}
+
+std::vector<CatalogueItem> CatalogueLoader::Load() {
+    m_items.clear();
+    AddPartAssembly();
+    AddSetupSheets();
+    AddGCode();
+    AddAdditionalDocuments();
+    return std::exchange(m_items, {});
+}
+
+void CatalogueLoader::AddPartAssembly() {
+    const std::wstring path = m_source.Value(inikey::kFileInfo, inikey::kCadPath);
+    if (path.empty()) {
+        return;
+    }
+    const FileStatus status = m_source.Status(path);
+    Add({.sectionName = inikey::kFileInfo,
+         .fileName = FileNameOf(path),
+         .timestamp = m_source.Value(inikey::kFileInfo, inikey::kCadTime),
+         .filePath = path,
+         .description = m_source.Value(inikey::kFileInfo, inikey::kCadDescription),
+         .isReferenced = 1,
+         .isAdditional = 0,
+         .category = DocumentCategory::PartAssembly},
+        status, status.exists ? kLinkedImage : kMissingImage);
+}
+
+void CatalogueLoader::AddSetupSheets() {
+    const std::wstring value = m_source.Value(inikey::kFileInfo, inikey::kSetupSheets);
+    if (value.empty()) {
+        return;
+    }
+    const std::wstring folder = FolderOf(m_packageFolder + L"\\" + value);
+    std::vector<std::wstring> names = m_source.FileNames(folder);
+    std::erase_if(names, [](const std::wstring& name) { return !IsSetupSheet(name); });
+    AddFolder(folder, names, m_source.Value(inikey::kFileInfo, inikey::kSetupSheetsDescription),
+              DocumentCategory::SetupSheets);
+}
+
+void CatalogueLoader::AddGCode() {
+    const std::wstring first = FirstEntry(m_source.Value(inikey::kFileInfo, inikey::kGCode));
+    if (first.empty()) {
+        return;
+    }
+    // Unlike the setup sheets, no separator is inserted: the package folder brings its own.
+    const std::wstring folder = FolderOf(m_packageFolder + first);
+    const std::vector<std::wstring> names = m_source.FileNames(folder);
+    AddFolder(folder, names, m_source.Value(inikey::kFileInfo, inikey::kGCodeDescription),
+              DocumentCategory::GCode);
+}
+
+void CatalogueLoader::AddFolder(const std::wstring& folder, const std::vector<std::wstring>& names,
+                                const std::wstring& description, DocumentCategory category) {
+    for (const std::wstring& name : names) {
+        const std::wstring path = folder + L"\\" + name;
+        const FileStatus status = m_source.Status(path);
+        if (!status.exists) {
+            continue; // it vanished since the folder was listed
+        }
+        Add({.sectionName = inikey::kFileInfo,
+             .fileName = FileNameOf(path),
+             .timestamp = FormatFileTime(status.lastWrite),
+             .filePath = path,
+             .description = description,
+             .isReferenced = 0,
+             .isAdditional = 0,
+             .category = category},
+            status, kPackedImage);
+    }
+}
+
+void CatalogueLoader::AddAdditionalDocuments() {
+    const std::vector<std::wstring> sections = m_source.SectionNames(inikey::kAdditionalPrefix);
+    m_items.reserve(m_items.size() + sections.size());
+    for (const std::wstring& section : sections) {
+        DocumentRecord record = ReadAdditionalDocument(m_source, section);
+        const FileStatus status = m_source.Status(record.filePath);
+        const int linkedImage = status.exists ? kLinkedImage : kMissingImage;
+        const int image = record.isReferenced ? linkedImage : kPackedImage;
+        Add(std::move(record), status, image);
+    }
+}
+
+void CatalogueLoader::Add(DocumentRecord record, const FileStatus& status, int image) {
+    std::wstring sizeText = DocumentSizeText(m_source, m_packageFolder, record.filePath, status);
+    m_items.push_back({.record = std::move(record), .sizeText = std::move(sizeText), .image = image});
+}
+
+DocumentRecord ReadAdditionalDocument(const CatalogueSource& source, const std::wstring& section) {
+    DocumentRecord record;
+    record.sectionName = section;
+    record.filePath = source.Value(section, inikey::kFilePath);
+    record.timestamp = source.Value(section, inikey::kTimestamp);
+    record.description = source.Value(section, inikey::kDescription);
+    record.isReferenced = source.Value(section, inikey::kIsReferenced) == L"NO" ? 0 : 1;
+    record.isAdditional = 1;
+    record.category = DocumentCategory::AdditionalDocument;
+    record.fileName = AdditionalName(record.filePath);
+    return record;
+}

@@ -1,0 +1,32 @@
+// Reads the documents of a package from its information file and folders.
+#pragma once
+
+#include "CatalogueSource.h"
+#include "ItemText.h"
+
+/// Loads the documents of one package. Holds references: source and folder must outlive it.
+class CatalogueLoader {
+public:
+    /// `packageFolder` is joined to the stored paths as it stands; a host normally passes it with a trailing
+    /// "\".
+    CatalogueLoader(const CatalogueSource& source, const std::wstring& packageFolder);
+
+    /// All documents in the order Part / Assembly, setup sheets, G-code, additional documents.
+    std::vector<CatalogueItem> Load();
+
+private:
+    void AddPartAssembly();
+    void AddSetupSheets();
+    void AddGCode();
+    void AddFolder(const std::wstring& folder, const std::vector<std::wstring>& names,
+                   const std::wstring& description, DocumentCategory category);
+    void AddAdditionalDocuments();
+    void Add(DocumentRecord record, const FileStatus& status, int image);
+
+    const CatalogueSource& m_source;
+    const std::wstring& m_packageFolder;
+    std::vector<CatalogueItem> m_items;
+};
+
+/// Reads one additional document from its section.
+DocumentRecord ReadAdditionalDocument(const CatalogueSource& source, const std::wstring& section);

@@ -1,0 +1,71 @@
+#include "DiskCatalogueSource.h"
+
+#include <memory>
+#include <utility>
+
+#include <mxovshare.h>
+
+namespace {
+
+/// Keeps the system from asking the user for a disk while a path on an empty drive is looked at.
+class NoDiskPrompts {
+public:
+    NoDiskPrompts() { SetThreadErrorMode(SEM_FAILCRITICALERRORS, &m_previous); }
+    ~NoDiskPrompts() { SetThreadErrorMode(m_previous, nullptr); }
+    NoDiskPrompts(const NoDiskPrompts&) = delete;
+    NoDiskPrompts& operator=(const NoDiskPrompts&) = delete;
+
+private:
+    DWORD m_previous = 0;
+};
+
+struct FindCloser {
+    using pointer = HANDLE;
+    void operator()(HANDLE handle) const { FindClose(handle); }
+};
+
+} // namespace
+
+DiskCatalogueSource::DiskCatalogueSource(std::wstring informationFile)
+    : m_informationFile(std::move(informationFile)) {}
+
+std::wstring DiskCatalogueSource::Value(const std::wstring& section, const std::wstring& key) const {
+    return mxovshare::INIFile::GetKeyValueFromINI(section, key, m_informationFile);
+}
+
+std::vector<std::wstring> DiskCatalogueSource::SectionNames(const std::wstring& prefix) const {
+    return mxovshare::INIFile::GetSectionNamesFromINI(prefix, m_informationFile);
+}
+
+FileStatus DiskCatalogueSource::Status(const std::wstring& path) const {
+    const NoDiskPrompts noPrompts;
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) {
+        return {};
+    }
+    return {.exists = true,
+            .isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
+            .size = (std::uint64_t{data.nFileSizeHigh} << 32) | data.nFileSizeLow,
+            .lastWrite = data.ftLastWriteTime};
+}
+
+int DiskCatalogueSource::FileSize(const std::wstring& path) const {
+    return mxovshare::File::GetFileSize(path);
+}
+
+std::vector<std::wstring> DiskCatalogueSource::FileNames(const std::wstring& folder) const {
+    const NoDiskPrompts noPrompts;
+    std::vector<std::wstring> names;
+    WIN32_FIND_DATAW data = {};
+    const HANDLE handle = FindFirstFileW((folder + L"\\*").c_str(), &data);
+    if (handle == INVALID_HANDLE_VALUE) {
+        return names;
+    }
+    const std::unique_ptr<HANDLE, FindCloser> search(handle);
+    do {
+        if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+            names.emplace_back(data.cFileName);
+        }
+    } while (FindNextFileW(search.get(), &data));
+    return names;
+}

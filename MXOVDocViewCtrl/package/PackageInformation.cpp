@@ -1,0 +1,57 @@
+#include "PackageInformation.h"
+
+#include <cmath>
+#include <cwchar>
+
+#include <shlwapi.h>
+
+namespace {
+
+constexpr double kFirstRecentYear = 2021.0;
+
+/// The decimal number at the start of a text, cut off towards zero; 0 when there is none. Only the characters
+/// of a decimal number are handed on, since the conversion would also take hexadecimal digits, "inf" and
+/// "nan".
+double LeadingNumber(const std::wstring& text) {
+    const std::wstring number = text.substr(0, text.find_first_not_of(L"\t0123456789+-.eE"));
+    return std::trunc(std::wcstod(number.c_str(), nullptr));
+}
+
+} // namespace
+
+bool PathExists(const std::wstring& path) {
+    return PathFileExistsW(path.c_str()) != FALSE;
+}
+
+std::wstring SettleInformationFile(const std::wstring& packageFolder) {
+    std::wstring beside = packageFolder + L"\\mxinfo.ini";
+    return PathExists(beside) ? beside : packageFolder + L"Private\\mxinfo.ini";
+}
+
+bool IsRecentVersion(const std::wstring& versionLine) {
+    const std::size_t end = versionLine.find_last_not_of(L' ');
+    const std::size_t blank = versionLine.find_last_of(L' ', end);
+    if (blank == std::wstring::npos || versionLine.find_first_not_of(L' ') > blank) {
+        return false;
+    }
+    return LeadingNumber(versionLine.substr(blank + 1, end - blank)) >= kFirstRecentYear;
+}
+
+PackageSummary ReadSummary(const CatalogueSource& source, const std::wstring& packageFolder) {
+    PackageSummary summary;
+    const std::wstring thumbnail = source.Value(inikey::kFileInfo, inikey::kThumbnail);
+    if (!thumbnail.empty()) {
+        summary.thumbnailPath = packageFolder + thumbnail;
+    }
+    for (const std::wstring& section : source.SectionNames(inikey::kHistoryPrefix)) {
+        summary.history.push_back({.operation = source.Value(section, inikey::kOperation),
+                                   .time = source.Value(section, inikey::kTime),
+                                   .by = source.Value(section, inikey::kBy),
+                                   .remarks = source.Value(section, inikey::kRemarks)});
+    }
+    return summary;
+}
+
+std::wstring AdditionalSection(int lastIndex) {
+    return inikey::kAdditionalPrefix + (L"_" + std::to_wstring(lastIndex + 1));
+}
