@@ -1,0 +1,249 @@
+#include "ControlClient.h"
+
+#include <ole2.h>
+
+#include <commctrl.h>
+
+#include <ostream>
+#include <stdexcept>
+
+// The two entries of the system's ATL container that are used; documented in the ATL reference.
+extern "C" BOOL WINAPI AtlAxWinInit();
+extern "C" HRESULT WINAPI AtlAxGetControl(HWND container, IUnknown** control);
+
+namespace {
+
+constexpr wchar_t kFrameClass[] = L"MxovTestFrame";
+
+void RegisterFrameClass() {
+    WNDCLASSW description = {};
+    description.lpfnWndProc = DefWindowProcW;
+    description.hInstance = GetModuleHandleW(nullptr);
+    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    description.lpszClassName = kFrameClass;
+    RegisterClassW(&description);
+}
+
+std::wstring ItemText(HWND list, int item, int column) {
+    wchar_t text[1024] = L"";
+    LVITEMW request = {};
+    request.iSubItem = column;
+    request.pszText = text;
+    request.cchTextMax = ARRAYSIZE(text);
+    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&request));
+    return text;
+}
+
+int ItemImage(HWND list, int item) {
+    LVITEMW request = {};
+    request.mask = LVIF_IMAGE;
+    request.iItem = item;
+    SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&request));
+    return request.iImage;
+}
+
+VARIANT Text(const std::wstring& text) {
+    VARIANT value;
+    VariantInit(&value);
+    value.vt = VT_BSTR;
+    value.bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    return value;
+}
+
+VARIANT Number(int number) {
+    VARIANT value;
+    VariantInit(&value);
+    value.vt = VT_I4;
+    value.lVal = number;
+    return value;
+}
+
+void Mouse(DWORD flags, LONG x = 0, LONG y = 0) {
+    INPUT input = {};
+    input.type = INPUT_MOUSE;
+    input.mi.dx = x;
+    input.mi.dy = y;
+    input.mi.dwFlags = flags;
+    SendInput(1, &input, sizeof input);
+}
+
+} // namespace
+
+std::ostream& operator<<(std::ostream& out, const ShownRow& row) {
+    const std::wstring text = row.name + L" | " + row.size + L" | " + row.date;
+    for (const wchar_t c : text)
+        out << (c < 0x7f ? static_cast<char>(c) : '?');
+    return out << " | image " << row.image;
+}
+
+bool operator==(const RECT& a, const RECT& b) {
+    return EqualRect(&a, &b) != FALSE;
+}
+
+std::ostream& operator<<(std::ostream& out, const RECT& rect) {
+    return out << "(" << rect.left << ", " << rect.top << ") to (" << rect.right << ", " << rect.bottom
+               << ")";
+}
+
+ControlClient::ControlClient(int width, int height) {
+    RegisterFrameClass();
+    m_frame = CreateWindowExW(0, kFrameClass, L"Control under test", WS_OVERLAPPEDWINDOW, 60, 40, 200, 200,
+                              nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    m_container = CreateWindowExW(0, L"AtlAxWin", kControlProgId, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0,
+                                  0, width, height, m_frame, nullptr, GetModuleHandleW(nullptr), nullptr);
+    IUnknown* control = nullptr;
+    if (m_container && SUCCEEDED(AtlAxGetControl(m_container, &control)) && control) {
+        control->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&m_automation));
+        control->Release();
+    }
+    ShowWindow(m_frame, SW_SHOW);
+    SetForegroundWindow(m_frame);
+    Resize(width, height);
+}
+
+ControlClient::~ControlClient() {
+    if (m_automation)
+        m_automation->Release();
+    if (m_frame)
+        DestroyWindow(m_frame);
+    Settle();
+}
+
+HRESULT ControlClient::Invoke(const wchar_t* name, WORD flags, std::vector<VARIANT>& arguments,
+                              VARIANT* result) {
+    DISPID id = DISPID_UNKNOWN;
+    std::wstring spelling = name;
+    LPOLESTR names[] = {spelling.data()};
+    HRESULT outcome = m_automation->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+    if (SUCCEEDED(outcome)) {
+        DISPID put = DISPID_PROPERTYPUT;
+        DISPPARAMS parameters = {};
+        parameters.rgvarg = arguments.data();
+        parameters.cArgs = static_cast<UINT>(arguments.size());
+        if (flags == DISPATCH_PROPERTYPUT) {
+            parameters.rgdispidNamedArgs = &put;
+            parameters.cNamedArgs = 1;
+        }
+        outcome = m_automation->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, nullptr,
+                                       nullptr);
+    }
+    for (VARIANT& argument : arguments)
+        VariantClear(&argument);
+    return outcome;
+}
+
+HRESULT ControlClient::Call(const wchar_t* method, std::initializer_list<std::wstring> strings) {
+    std::vector<VARIANT> arguments;
+    for (auto text = std::rbegin(strings); text != std::rend(strings); ++text)
+        arguments.push_back(Text(*text));
+    return Invoke(method, DISPATCH_METHOD, arguments, nullptr);
+}
+
+HRESULT ControlClient::CallNumbers(const wchar_t* method, std::initializer_list<int> numbers) {
+    std::vector<VARIANT> arguments;
+    for (auto number = std::rbegin(numbers); number != std::rend(numbers); ++number)
+        arguments.push_back(Number(*number));
+    return Invoke(method, DISPATCH_METHOD, arguments, nullptr);
+}
+
+HRESULT ControlClient::Put(const wchar_t* property, const std::wstring& value) {
+    std::vector<VARIANT> arguments = {Text(value)};
+    return Invoke(property, DISPATCH_PROPERTYPUT, arguments, nullptr);
+}
+
+std::wstring ControlClient::Get(const wchar_t* property) {
+    VARIANT value;
+    VariantInit(&value);
+    std::vector<VARIANT> none;
+    std::wstring text;
+    if (SUCCEEDED(Invoke(property, DISPATCH_PROPERTYGET, none, &value)) && value.vt == VT_BSTR &&
+        value.bstrVal)
+        text.assign(value.bstrVal, SysStringLen(value.bstrVal));
+    VariantClear(&value);
+    return text;
+}
+
+HWND ControlClient::ControlWindow() const {
+    return GetWindow(m_container, GW_CHILD);
+}
+
+HWND ControlClient::Dialog() const {
+    // The control's window may lie inside another one of its own.
+    for (HWND window = ControlWindow(); window; window = GetWindow(window, GW_CHILD)) {
+        if (const HWND dialog = FindWindowExW(window, nullptr, L"#32770", nullptr))
+            return dialog;
+    }
+    return nullptr;
+}
+
+HWND ControlClient::Item(int id) const {
+    return GetDlgItem(Dialog(), id);
+}
+
+RECT ControlClient::ItemRect(int id) const {
+    RECT rect = {};
+    GetWindowRect(Item(id), &rect);
+    MapWindowPoints(nullptr, Dialog(), reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+}
+
+std::vector<ShownRow> ControlClient::Rows(int listId) const {
+    const HWND list = Item(listId);
+    std::vector<ShownRow> rows;
+    const auto count = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+    for (int item = 0; item < count; ++item)
+        rows.push_back({ItemText(list, item, 0), ItemText(list, item, 1), ItemText(list, item, 2),
+                        ItemImage(list, item)});
+    return rows;
+}
+
+void ControlClient::Resize(int width, int height) {
+    RECT frame = {0, 0, width, height};
+    AdjustWindowRectEx(&frame, WS_OVERLAPPEDWINDOW, FALSE, 0);
+    SetWindowPos(m_frame, nullptr, 0, 0, frame.right - frame.left, frame.bottom - frame.top,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    MoveWindow(m_container, 0, 0, width, height, TRUE);
+    Settle();
+}
+
+void ControlClient::Press(DWORD down, DWORD up, HWND window, POINT from, POINT to) {
+    ClientToScreen(window, &from);
+    ClientToScreen(window, &to);
+    SetCursorPos(from.x, from.y);
+    Settle();
+    Mouse(down);
+    Settle();
+    SetCursorPos(to.x, to.y);
+    Settle();
+    Mouse(up);
+    Settle();
+}
+
+void ControlClient::Click(HWND window, int x, int y) {
+    Press(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, window, {x, y}, {x, y});
+}
+
+void ControlClient::RightClick(HWND window, int x, int y) {
+    Press(MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP, window, {x, y}, {x, y});
+}
+
+void ControlClient::Drag(HWND window, POINT from, POINT to) {
+    Press(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, window, from, to);
+}
+
+void ControlClient::Settle() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+ComApartment::ComApartment() {
+    if (FAILED(OleInitialize(nullptr)) || !AtlAxWinInit())
+        throw std::runtime_error("the ATL container is not available");
+}
+
+ComApartment::~ComApartment() {
+    OleUninitialize();
+}
