@@ -1,0 +1,109 @@
+// Loading a catalogue by number of documents, beside its parts and other readers of the same file.
+#include "CatalogueFolder.h"
+#include "ControlClient.h"
+#include "IniReaders.h"
+#include "Timing.h"
+
+#include <commctrl.h>
+
+#include <cmath>
+#include <cstdio>
+#include <map>
+
+namespace {
+
+constexpr int kCounts[] = {10, 100, 1000, 10000};
+constexpr int kRuns = 7;
+constexpr int kAdditionalList = 1007;
+volatile size_t g_sink;
+
+double LoadThroughCom(ControlClient& client, CatalogueFolder& folder) {
+    return bench::Median(
+        kRuns, [&] { folder.Touch(); },
+        [&] {
+            client.Call(L"LoadFile", {folder.Path(), L""});
+        });
+}
+
+double AttributeQueries(const CatalogueFolder& folder) {
+    return bench::Median(kRuns, [&] {
+        for (const std::wstring& document : folder.Documents()) {
+            WIN32_FILE_ATTRIBUTE_DATA data;
+            g_sink = g_sink + static_cast<size_t>(
+                                  GetFileAttributesExW(document.c_str(), GetFileExInfoStandard, &data));
+        }
+    });
+}
+
+// The same rows in the control's own list view, by nothing but messages.
+double FillList(HWND list, const CatalogueFolder& folder) {
+    const auto set = [&](int row, int column, const wchar_t* text) {
+        LVITEMW item = {};
+        item.mask = column == 0 ? LVIF_TEXT | LVIF_IMAGE : LVIF_TEXT;
+        item.iItem = row;
+        item.iSubItem = column;
+        item.pszText = const_cast<wchar_t*>(text);
+        SendMessageW(list, column == 0 ? LVM_INSERTITEMW : LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    };
+    return bench::Median(
+        kRuns, [&] { SendMessageW(list, LVM_DELETEALLITEMS, 0, 0); },
+        [&] {
+            SendMessageW(list, WM_SETREDRAW, FALSE, 0);
+            int row = 0;
+            for (const std::wstring& document : folder.Documents()) {
+                set(row, 0, document.c_str() + document.rfind(L'\\') + 1);
+                set(row, 1, L"1 KB");
+                set(row++, 2, L"2024-01-01 09:05:03");
+            }
+            SendMessageW(list, WM_SETREDRAW, TRUE, 0);
+        });
+}
+
+void Row(int count, const char* what, double milliseconds, double limit = 0) {
+    std::printf("%6d  %-44s %10.2f ms", count, what, milliseconds);
+    if (limit > 0)
+        std::printf("   %5.2f times", milliseconds / limit);
+    std::printf("\n");
+}
+
+} // namespace
+
+int main() {
+    ComApartment apartment;
+    ControlClient client;
+    if (!client.Automation()) {
+        std::fprintf(stderr, "catalogue_bench: the control is not registered\n");
+        return 1;
+    }
+    std::map<int, double> loads;
+    for (const int count : kCounts) {
+        CatalogueFolder folder(count);
+        const std::wstring file = folder.InformationFile();
+        const auto touch = [&] { folder.Touch(); };
+        const double load = loads[count] = LoadThroughCom(client, folder);
+        const double index = bench::Median(kRuns, touch, [&] { g_sink = readers::PlainIndex(file, count); });
+        const double queries = AttributeQueries(folder);
+        const double fill = FillList(client.Item(kAdditionalList), folder);
+        const double scan = bench::Median(kRuns, [&] { g_sink = readers::ScanBytes(file); });
+
+        Row(count, "LoadFile through COM", load, index + queries + fill);
+        Row(count, "  of: plain one-pass index with look-ups", index);
+        Row(count, "  of: one attribute query each", queries);
+        Row(count, "  of: redraw-off list fill", fill);
+        Row(count, "one read and scan of the bytes", scan);
+        Row(count, "INIFile: read and index",
+            bench::Median(kRuns, touch, [&] { g_sink = readers::SharedLibraryIndex(file); }), scan);
+        Row(count, "INIFile: read, index and look-ups",
+            bench::Median(kRuns, touch, [&] { g_sink = readers::SharedLibrary(file, count); }), scan);
+        Row(count, "SimpleIni: read once and look-ups",
+            bench::Median(kRuns, [&] { g_sink = readers::SimpleIni(file, count); }), scan);
+        // Minutes would pass over the largest file; once is enough to see the order of magnitude.
+        Row(count, "platform's profile functions",
+            bench::Median(count > 1000 ? 1 : 3, [&] { g_sink = readers::ProfileFunctions(file, count); }),
+            scan);
+        std::printf("\n");
+    }
+    std::printf("growth of LoadFile from 1000 to 10000 documents: exponent %.2f\n",
+                std::log10(loads[10000] / loads[1000]));
+    return 0;
+}
