@@ -1,0 +1,6 @@
+// Common controls.
+#pragma once
+
+#include "afxwin.h"
+#include "ImageList.h"
+#include "ListCtrl.h"
