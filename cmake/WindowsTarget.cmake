@@ -2,7 +2,7 @@
 add_compile_definitions(UNICODE _UNICODE STRICT NOMINMAX WIN32_LEAN_AND_MEAN WINVER=0x0A00 _WIN32_WINNT=0x0A00
                         NTDDI_VERSION=0x0A000000)
 add_compile_options($<$<COMPILE_LANGUAGE:C,CXX>:-fstack-protector-strong>)
-add_link_options(-static -Wl,--no-insert-timestamp -Wl,--nxcompat -Wl,--dynamicbase)
+add_link_options(-static -fstack-protector-strong -Wl,--no-insert-timestamp -Wl,--nxcompat -Wl,--dynamicbase)
 set(CMAKE_RC_FLAGS "-c 65001")
 set(MXOV_BIN ${MXOV_BUILD}/bin)
 
