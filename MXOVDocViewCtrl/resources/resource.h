@@ -1,0 +1,41 @@
+#pragma once
+
+// Resource numbers of the module. They are part of what hosts and dialogs know: none is ever changed or used again.
+
+#define IDB_DOCUMENTS_SMALL 222
+#define IDB_DOCUMENTS_LARGE 221
+
+#define IDC_PART_BOX 1000
+#define IDC_GCODE_BOX 1001
+#define IDC_SETUP_BOX 1002
+#define IDC_ADDITIONAL_BOX 1003
+#define IDC_PART_LIST 1004
+#define IDC_GCODE_LIST 1005
+#define IDC_SETUP_LIST 1006
+#define IDC_ADDITIONAL_LIST 1007
+
+#define IDR_ACTIONS_MENU 1008
+#define IDB_DOCUMENT 1009
+#define IDB_FOLDER 1010
+#define IDS_USER_TYPE 1011
+#define IDB_TOOLBOX 1012 // registered with the control; the module carries no such bitmap
+#define IDS_PAGE_TYPE 1014
+#define IDS_PAGE_CAPTION 1015
+#define IDD_PROPERTY_PAGE 1016
+#define IDD_MAIN 1017
+
+#define ID_VIEW_SMALL_ICONS 1018
+#define ID_VIEW_LARGE_ICONS 1019
+#define ID_ACTION_OPEN 1020
+#define ID_ACTION_DELETE 1021
+#define IDB_ADD 1022
+#define IDB_DELETE 1023
+#define IDB_PART 1024
+#define ID_VIEW_LIST 1025
+#define ID_VIEW_DETAILS 1026
+#define IDR_VIEW_MENU 1027 // the first number that no menu, dialog, text or bitmap of the module uses
+
+#define IDC_SAVE 1039
+#define IDC_ADD 1040
+#define IDC_DELETE 1041
+#define IDC_UPDATE 1042

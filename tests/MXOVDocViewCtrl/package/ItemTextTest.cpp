@@ -1,0 +1,77 @@
+#include "package/ItemText.h"
+
+#include "FakeCatalogueSource.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+
+FILETIME TimeOf(const SYSTEMTIME& fields) {
+    FILETIME time = {};
+    EXPECT_TRUE(SystemTimeToFileTime(&fields, &time));
+    return time;
+}
+
+TEST(FormatFileTime, ShowsTheCalendarFieldsAsTheyStand) {
+    EXPECT_EQ(FormatFileTime(TimeOf({2024, 1, 0, 1, 9, 5, 3, 0})), L"2024-01-01 09:05:03");
+}
+
+TEST(FormatFileTime, IgnoresTheMilliseconds) {
+    EXPECT_EQ(FormatFileTime(TimeOf({1999, 12, 0, 31, 23, 59, 59, 999})), L"1999-12-31 23:59:59");
+}
+
+TEST(FormatFileTime, ShowsTheEarliestTime) {
+    EXPECT_EQ(FormatFileTime({}), L"1601-01-01 00:00:00");
+}
+
+TEST(FormatFileTime, ShowsAFiveDigitYear) {
+    EXPECT_EQ(FormatFileTime(TimeOf({12345, 6, 0, 7, 8, 9, 10, 0})), L"12345-06-07 08:09:10");
+}
+
+TEST(FormatFileTime, GivesZeroFieldsForATimeThatIsNone) {
+    EXPECT_EQ(FormatFileTime({0xffffffff, 0xffffffff}), L"0-00-00 00:00:00");
+}
+
+TEST(SizeText, RoundsUpToWholeKilobytes) {
+    EXPECT_EQ(SizeText(0), L"0 KB");
+    EXPECT_EQ(SizeText(1), L"1 KB");
+    EXPECT_EQ(SizeText(1023), L"1 KB");
+    EXPECT_EQ(SizeText(1024), L"1 KB");
+    EXPECT_EQ(SizeText(1025), L"2 KB");
+}
+
+TEST(SizeText, TakesTheBytesInSinglePrecision) {
+    EXPECT_EQ(SizeText(16777215), L"16384 KB");
+    EXPECT_EQ(SizeText(16777217), L"16384 KB"); // becomes 16777216
+    EXPECT_EQ(SizeText(16777219), L"16385 KB"); // becomes 16777220
+    EXPECT_EQ(SizeText(std::numeric_limits<int>::max()), L"2097152 KB");
+}
+
+TEST(SizeText, RoundsANegativeSizeTowardsZero) {
+    EXPECT_EQ(SizeText(-1025), L"-1 KB");
+}
+
+TEST(DocumentSizeText, ComesFromTheStatusOfAnExistingPath) {
+    const FakeCatalogueSource source;
+    EXPECT_EQ(DocumentSizeText(source, L"C:\\P\\", L"C:\\a", {.exists = true, .size = 1025}), L"2 KB");
+    EXPECT_EQ(DocumentSizeText(source, L"C:\\P\\", L"C:\\a", {.exists = true, .isFolder = true, .size = 4096}),
+              L"0 KB");
+    EXPECT_EQ(DocumentSizeText(source, L"C:\\P\\", L"C:\\a", {.exists = true, .size = 1ULL << 40}), L"2097152 KB");
+    EXPECT_TRUE(source.sizeQueries.empty());
+}
+
+TEST(DocumentSizeText, AsksBelowThePackageFolderForAnotherPath) {
+    FakeCatalogueSource source;
+    source.sizes[L"C:\\P\\\\ReferanceFiles\\a"] = 2049;
+    EXPECT_EQ(DocumentSizeText(source, L"C:\\P\\", L"ReferanceFiles\\a", {}), L"3 KB");
+}
+
+TEST(FileNameOf, IsTheLastComponent) {
+    EXPECT_EQ(FileNameOf(L"C:\\X\\part.sldprt"), L"part.sldprt");
+    EXPECT_EQ(FileNameOf(L"part.sldprt"), L"part.sldprt");
+    EXPECT_EQ(FileNameOf(L""), L"");
+}
+
+} // namespace
