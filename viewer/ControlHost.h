@@ -1,0 +1,46 @@
+// The document control inside the system's container window.
+#pragma once
+
+#include "Handles.h"
+
+#include <initializer_list>
+#include <string>
+
+class ControlHost {
+public:
+    /// Creates the control in a container window, a child of `parent` without a size. Returns what went
+    /// wrong, in words for the user; empty on success.
+    [[nodiscard]] std::wstring Create(HWND parent, int id);
+
+    /// Releases the control and destroys its windows.
+    void Destroy() noexcept;
+
+    /// The width and height that show the whole control, in pixels.
+    [[nodiscard]] SIZE NaturalSize() const { return m_naturalSize; }
+
+    /// Moves the container, tells the control its size and lets it draw.
+    void Move(const RECT& area);
+
+    /// The control's members, as hosts call them. The folder ends with a separator.
+    void LoadFile(const std::wstring& folder, const std::wstring& packageFile);
+    void ClosePackage();
+    void ClearAllData();
+
+    /// Offers a keyboard message to the control; true when the control has handled it.
+    [[nodiscard]] bool TranslateAccelerator(MSG& message);
+
+    /// Lets the control take the user's input or not.
+    void Enable(bool enabled) { EnableWindow(m_container, enabled); }
+
+    /// Gives the control the keyboard focus.
+    void SetFocus();
+
+private:
+    void Call(const wchar_t* member, std::initializer_list<VARIANT> arguments = {});
+    [[nodiscard]] HWND ControlWindow() const;
+    [[nodiscard]] SIZE MeasureControl() const;
+
+    HWND m_container = nullptr;
+    ComPtr<IDispatch> m_control;
+    SIZE m_naturalSize = {};
+};

@@ -1,0 +1,92 @@
+// The reference host: opens machining packages and embeds the document control.
+#include "CommandLine.h"
+#include "Handles.h"
+#include "MainWindow.h"
+#include "mxovshare.h"
+#include "PackageSession.h"
+
+#include <commctrl.h>
+#include <ole2.h>
+#include <shellapi.h>
+
+namespace {
+
+enum ExitCode { kDone = 0, kFailed = 1, kWrongUsage = 2 };
+
+struct LocalMemoryDeleter {
+    void operator()(void* memory) const noexcept { LocalFree(memory); }
+};
+
+// COM for this thread while the object lives.
+class ComApartment {
+public:
+    ComApartment() : m_ready(SUCCEEDED(OleInitialize(nullptr))) {}
+    ~ComApartment() {
+        if (m_ready)
+            OleUninitialize();
+    }
+    ComApartment(const ComApartment&) = delete;
+    ComApartment& operator=(const ComApartment&) = delete;
+
+private:
+    bool m_ready;
+};
+
+std::vector<std::wstring> Arguments() {
+    int count = 0;
+    const std::unique_ptr<wchar_t*[], LocalMemoryDeleter> words(
+        CommandLineToArgvW(GetCommandLineW(), &count));
+    if (!words || count < 1)
+        return {};
+    return {words.get() + 1, words.get() + count};
+}
+
+int RunWindow(const CommandLine& line, int show) {
+    MainWindow window;
+    if (const std::wstring error = window.Create(); !error.empty()) {
+        MessageBoxW(nullptr, error.c_str(), MainWindow::kProgramName, MB_OK | MB_ICONERROR);
+        return kFailed;
+    }
+    ShowWindow(window.Handle(), show);
+    UpdateWindow(window.Handle());
+    if (!line.package.empty())
+        window.OpenPackage(line.package);
+    MSG message = {};
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (!window.PreTranslate(message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+    return static_cast<int>(message.wParam);
+}
+
+int Run(int show) {
+    const CommandLine line = ParseCommandLine(Arguments());
+    if (line.help || !line.error.empty()) {
+        const std::wstring text = line.help ? UsageText() : line.error + L"\n\n" + UsageText();
+        MessageBoxW(nullptr, text.c_str(), MainWindow::kProgramName,
+                    MB_OK | (line.help ? MB_ICONINFORMATION : MB_ICONWARNING));
+        return line.help ? kDone : kWrongUsage;
+    }
+    if (!line.language.empty())
+        mxovshare::OVApplication::mxLanguageName = line.language;
+    constexpr INITCOMMONCONTROLSEX kControls = {sizeof kControls,
+                                                ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_PROGRESS_CLASS};
+    InitCommonControlsEx(&kControls);
+    PackageSession::RemoveLeftovers();
+    const ComApartment apartment;
+    return RunWindow(line, show);
+}
+
+} // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int show) {
+    try {
+        return Run(show);
+    } catch (...) {
+        MessageBoxW(nullptr, L"There is not enough memory to go on.", MainWindow::kProgramName,
+                    MB_OK | MB_ICONERROR);
+        return kFailed;
+    }
+}

@@ -1,0 +1,258 @@
+#include "MainWindow.h"
+
+#include "FileDialog.h"
+#include "Paths.h"
+#include "resources/resource.h"
+
+#include <commctrl.h>
+#include <shellapi.h>
+#include <shlwapi.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr wchar_t kClass[] = L"MXOVViewerFrame";
+constexpr int kGap = 1; // between control and preview, at 96 dots per inch
+constexpr int kLeastPreview = 220;
+constexpr int kUsualPreview = 520;
+constexpr int kFactsWidth = 160;
+
+// A menu text that shows a path, shortened in the middle, with a digit to choose it by.
+std::wstring RecentText(std::size_t index, const std::wstring& path) {
+    constexpr UINT kMostCharacters = 60;
+    wchar_t compact[kMostCharacters + 1] = L"";
+    if (!PathCompactPathExW(compact, path.c_str(), ARRAYSIZE(compact), 0))
+        return path;
+    std::wstring text = L"&" + std::to_wstring(index + 1) + L"  ";
+    for (const wchar_t* character = compact; *character; ++character)
+        text.append(*character == L'&' ? 2 : 1, *character);
+    return text;
+}
+
+} // namespace
+
+MainWindow::MainWindow() : m_recent(kSettingsKey) {}
+
+std::wstring MainWindow::Create() {
+    const HINSTANCE instance = GetModuleHandleW(nullptr);
+    WNDCLASSEXW windowClass = {};
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(IDI_VIEWER));
+    windowClass.hbrBackground = GetSysColorBrush(COLOR_3DSHADOW);
+    windowClass.lpszMenuName = MAKEINTRESOURCEW(IDR_MAIN);
+    windowClass.lpszClassName = kClass;
+    if (!Window::Create(windowClass, WS_EX_ACCEPTFILES, kProgramName, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                        nullptr))
+        return L"The window cannot be created: " + ErrorText(GetLastError());
+    m_accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_MAIN));
+    if (std::wstring error = m_control.Create(Handle(), IDC_CONTROL); !error.empty())
+        return error;
+    RECT status = {};
+    GetWindowRect(m_status, &status);
+    const SIZE control = ControlSize();
+    RECT frame = {0, 0, control.cx + Scale(kGap + kUsualPreview), control.cy + status.bottom - status.top};
+    AdjustWindowRectExForDpi(&frame, WS_OVERLAPPEDWINDOW, TRUE, 0, GetDpiForWindow(Handle()));
+    SetWindowPos(Handle(), nullptr, 0, 0, frame.right - frame.left, frame.bottom - frame.top,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    ShowPackage();
+    return {};
+}
+
+bool MainWindow::PreTranslate(MSG& message) {
+    if (m_progress && m_progress->IsDialogMessage(message))
+        return true;
+    if (TranslateAcceleratorW(Handle(), m_accelerators, &message))
+        return true;
+    return message.hwnd != Handle() && m_control.TranslateAccelerator(message);
+}
+
+LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_CREATE:
+        return OnCreate() ? 0 : -1;
+    case WM_SIZE:
+        OnSize();
+        return 0;
+    case WM_GETMINMAXINFO:
+        OnMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam));
+        return 0;
+    case WM_INITMENUPOPUP:
+        OnInitMenuPopup(reinterpret_cast<HMENU>(wParam));
+        return 0;
+    case WM_COMMAND:
+        OnCommand(LOWORD(wParam));
+        return 0;
+    case WM_DROPFILES:
+        OnDropFiles(reinterpret_cast<HDROP>(wParam));
+        return 0;
+    case WM_ACTIVATE:
+        OnActivate(LOWORD(wParam) != WA_INACTIVE);
+        return 0;
+    case WM_SETFOCUS:
+        m_control.SetFocus();
+        return 0;
+    case WM_TIMER:
+        OnTimer();
+        return 0;
+    case kUnpacked:
+        OnUnpacked();
+        return 0;
+    case WM_QUERYENDSESSION:
+        ClosePackage();
+        return TRUE;
+    case WM_CLOSE:
+        OnClose();
+        return 0;
+    case WM_DESTROY:
+        m_control.Destroy();
+        PostQuitMessage(0);
+        return 0;
+    default:
+        return Default(message, wParam, lParam);
+    }
+}
+
+bool MainWindow::OnCreate() {
+    m_status =
+        CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
+                        Handle(), reinterpret_cast<HMENU>(IDC_STATUS), GetModuleHandleW(nullptr), nullptr);
+    return m_status && m_preview.Create(Handle(), IDC_PREVIEW);
+}
+
+void MainWindow::OnSize() {
+    SendMessageW(m_status, WM_SIZE, 0, 0);
+    RECT client = {};
+    RECT status = {};
+    GetClientRect(Handle(), &client);
+    GetWindowRect(m_status, &status);
+    const LONG bottom = client.bottom - (status.bottom - status.top);
+    const LONG split = std::min(ControlSize().cx, client.right);
+    const int parts[] = {std::max<int>(0, client.right - Scale(kFactsWidth)), -1};
+    SendMessageW(m_status, SB_SETPARTS, ARRAYSIZE(parts), reinterpret_cast<LPARAM>(parts));
+    if (bottom <= 0)
+        return;
+    m_control.Move({0, 0, split, bottom});
+    const int left = split + Scale(kGap);
+    MoveWindow(m_preview.Handle(), left, 0, std::max<int>(0, client.right - left), bottom, TRUE);
+}
+
+// Never smaller than the control with a useful piece of the preview.
+void MainWindow::OnMinMaxInfo(MINMAXINFO& info) const {
+    if (!m_status)
+        return;
+    RECT status = {};
+    GetWindowRect(m_status, &status);
+    const SIZE control = ControlSize();
+    RECT frame = {0, 0, control.cx + Scale(kGap + kLeastPreview), control.cy + status.bottom - status.top};
+    AdjustWindowRectExForDpi(&frame, WS_OVERLAPPEDWINDOW, TRUE, 0, GetDpiForWindow(Handle()));
+    info.ptMinTrackSize = {frame.right - frame.left, frame.bottom - frame.top};
+}
+
+void MainWindow::OnInitMenuPopup(HMENU menu) {
+    const auto enable = [menu](UINT command, bool enabled) {
+        EnableMenuItem(menu, command, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
+    };
+    enable(IDM_FILE_OPEN, !IsOpening());
+    enable(IDM_FILE_CLOSE, m_session && !IsOpening());
+    enable(IDM_VIEW_REFRESH, m_session && !IsOpening());
+    const UINT first = GetMenuItemID(menu, 0);
+    if (first == IDM_RECENT_NONE || (first >= IDM_RECENT_FIRST && first <= IDM_RECENT_LAST))
+        FillRecentMenu(menu);
+}
+
+void MainWindow::OnCommand(int command) {
+    switch (command) {
+    case IDM_FILE_OPEN:
+        BrowseForPackage();
+        break;
+    case IDM_FILE_CLOSE:
+        ClosePackage();
+        break;
+    case IDM_FILE_EXIT:
+        SendMessageW(Handle(), WM_CLOSE, 0, 0);
+        break;
+    case IDM_VIEW_REFRESH:
+        if (m_session)
+            OpenPackage(m_session->PackageFile());
+        break;
+    case IDM_HELP_ABOUT:
+        ShowAbout();
+        break;
+    default:
+        if (command >= IDM_RECENT_FIRST && command <= IDM_RECENT_LAST)
+            OpenRecent(static_cast<std::size_t>(command - IDM_RECENT_FIRST));
+        break;
+    }
+}
+
+void MainWindow::OnDropFiles(HDROP drop) {
+    const UINT length = DragQueryFileW(drop, 0, nullptr, 0);
+    std::wstring path(length, L'\0');
+    DragQueryFileW(drop, 0, path.data(), length + 1);
+    DragFinish(drop);
+    SetForegroundWindow(Handle());
+    OpenPackage(path);
+}
+
+// The focus returns to where it was inside the window.
+void MainWindow::OnActivate(bool active) {
+    if (!active)
+        m_lastFocus = GetFocus();
+    else if (IsChild(Handle(), m_lastFocus))
+        SetFocus(m_lastFocus);
+    else
+        SetFocus(Handle());
+}
+
+void MainWindow::OnClose() {
+    if (m_closing)
+        return;
+    CancelOpening();
+    ClosePackage();
+    DestroyWindow(Handle());
+}
+
+void MainWindow::BrowseForPackage() {
+    if (const std::optional<std::wstring> path = AskForPackage(Handle()))
+        OpenPackage(*path);
+}
+
+void MainWindow::OpenRecent(std::size_t index) {
+    if (index < m_recent.Items().size())
+        OpenPackage(std::wstring(m_recent.Items()[index]));
+}
+
+void MainWindow::FillRecentMenu(HMENU menu) const {
+    while (RemoveMenu(menu, 0, MF_BYPOSITION)) {
+    }
+    const std::vector<std::wstring>& items = m_recent.Items();
+    for (std::size_t i = 0; i < items.size(); ++i)
+        AppendMenuW(menu, IsOpening() ? MF_GRAYED : MF_ENABLED, IDM_RECENT_FIRST + i,
+                    RecentText(i, items[i]).c_str());
+    if (items.empty())
+        AppendMenuW(menu, MF_GRAYED, IDM_RECENT_NONE, L"(none)");
+}
+
+void MainWindow::ShowAbout() {
+    MSGBOXPARAMSW box = {};
+    box.cbSize = sizeof box;
+    box.hwndOwner = Handle();
+    box.hInstance = GetModuleHandleW(nullptr);
+    box.lpszText = L"MXOV Viewer 1.0.0\n\nOpens machining packages and shows their documents.";
+    box.lpszCaption = L"About MXOV Viewer";
+    box.dwStyle = MB_OK | MB_USERICON;
+    box.lpszIcon = MAKEINTRESOURCEW(IDI_VIEWER);
+    MessageBoxIndirectW(&box);
+}
+
+void MainWindow::Complain(const std::wstring& text) {
+    MessageBoxW(Handle(), text.c_str(), kProgramName, MB_OK | MB_ICONWARNING);
+}
+
+// What the control needs, or a usual size when it does not say.
+SIZE MainWindow::ControlSize() const {
+    const SIZE natural = m_control.NaturalSize();
+    return {natural.cx > 0 ? natural.cx : Scale(372), natural.cy > 0 ? natural.cy : Scale(480)};
+}

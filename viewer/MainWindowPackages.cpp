@@ -1,0 +1,137 @@
+// Opening and closing packages, the part of the window that is not about messages.
+#include "MainWindow.h"
+
+#include "PackageSummary.h"
+#include "Paths.h"
+
+#include <commctrl.h>
+#include <shlwapi.h>
+
+namespace {
+
+constexpr UINT_PTR kProgressTimer = 1;
+constexpr UINT kProgressDelay = 400;  // milliseconds before the progress window appears
+constexpr UINT kProgressPeriod = 100; // milliseconds between its updates
+
+std::wstring SizeText(std::uint64_t bytes) {
+    wchar_t text[32] = L"";
+    StrFormatByteSizeW(static_cast<LONGLONG>(bytes), text, ARRAYSIZE(text));
+    return text;
+}
+
+std::wstring FactsText(const UnpackTask::Outcome& outcome) {
+    return std::to_wstring(outcome.files) + (outcome.files == 1 ? L" file, " : L" files, ") +
+           SizeText(outcome.bytes);
+}
+
+} // namespace
+
+void MainWindow::OpenPackage(const std::wstring& path) {
+    if (IsOpening() || m_closing) {
+        MessageBeep(MB_OK);
+        return;
+    }
+    if (!FileExists(path)) {
+        m_recent.Remove(path);
+        Complain(L"The package cannot be found:\n\n" + path);
+        return;
+    }
+    std::wstring error;
+    std::unique_ptr<PackageSession> session = PackageSession::Create(path, error);
+    if (!session) {
+        Complain(FileName(path) + L" cannot be opened.\n\n" + error);
+        return;
+    }
+    // The open package is saved before it is unpacked anew, and must not change in between.
+    m_reopening = m_session && SamePath(path, m_session->PackageFile());
+    if (m_reopening) {
+        CloseInControl();
+        m_control.Enable(false);
+    }
+    ShowStatus(L"Opening " + path, {});
+    m_task = std::make_unique<UnpackTask>(std::move(session), Handle(), kUnpacked);
+    SetTimer(Handle(), kProgressTimer, kProgressDelay, nullptr);
+}
+
+void MainWindow::OnTimer() {
+    if (!m_task)
+        return;
+    if (!m_progress) {
+        m_progress = std::make_unique<ProgressDialog>(Handle(), *m_task);
+        SetTimer(Handle(), kProgressTimer, kProgressPeriod, nullptr);
+    }
+    m_progress->Update();
+}
+
+void MainWindow::OnUnpacked() {
+    if (!m_task)
+        return;
+    KillTimer(Handle(), kProgressTimer);
+    m_progress.reset();
+    auto [outcome, session] = m_task->Finish();
+    m_task.reset();
+    m_control.Enable(true);
+    if (outcome.result.ok) {
+        SwitchTo(std::move(session), FactsText(outcome));
+        return;
+    }
+    const std::wstring name = FileName(session->PackageFile());
+    session.reset();
+    ShowPackage();
+    if (!outcome.result.cancelled)
+        Complain(name + L" cannot be opened as a machining package.\n\n" + outcome.result.message);
+}
+
+void MainWindow::CancelOpening() {
+    KillTimer(Handle(), kProgressTimer);
+    m_progress.reset();
+    m_task.reset();
+}
+
+void MainWindow::SwitchTo(std::unique_ptr<PackageSession> session, const std::wstring& facts) {
+    if (!m_reopening)
+        CloseInControl();
+    const std::wstring folder = session->FolderWithSeparator();
+    const std::wstring file = session->PackageFile();
+    m_control.LoadFile(folder, file);
+    m_session = std::move(session);
+    m_facts = facts;
+    m_recent.Add(file);
+    m_preview.Show(ReadPackageSummary(folder, file));
+    ShowPackage();
+}
+
+void MainWindow::ClosePackage() {
+    if (!m_session || m_closing)
+        return;
+    CloseInControl();
+    m_control.ClearAllData();
+    m_session.reset();
+    m_preview.Clear();
+    ShowPackage();
+}
+
+// The control may ask whether to save, and messages arrive meanwhile.
+void MainWindow::CloseInControl() {
+    if (!m_session)
+        return;
+    m_closing = true;
+    m_control.ClosePackage();
+    m_closing = false;
+}
+
+void MainWindow::ShowPackage() {
+    if (!m_session) {
+        SetWindowTextW(Handle(), kProgramName);
+        ShowStatus(L"Ready", {});
+        return;
+    }
+    const std::wstring& file = m_session->PackageFile();
+    SetWindowTextW(Handle(), (FileName(file) + L" - " + kProgramName).c_str());
+    ShowStatus(file, m_facts);
+}
+
+void MainWindow::ShowStatus(const std::wstring& text, const std::wstring& facts) {
+    SendMessageW(m_status, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    SendMessageW(m_status, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(facts.c_str()));
+}

@@ -1,0 +1,34 @@
+// The main area: the package's name, version and preview picture.
+#pragma once
+
+#include "Handles.h"
+#include "PackageSummary.h"
+#include "Window.h"
+
+class PreviewPane : public Window {
+public:
+    bool Create(HWND parent, int id);
+
+    /// Shows a package.
+    void Show(PackageSummary summary);
+
+    /// Shows the invitation to open a package.
+    void Clear();
+
+protected:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    void OnPaint();
+    void Paint(HDC dc, const RECT& area) const;
+    void PaintInvitation(HDC dc, const RECT& area) const;
+    void PaintPackage(HDC dc, const RECT& area) const;
+    void PaintPicture(HDC dc, const RECT& area) const;
+    void MakeFonts();
+
+    bool m_hasPackage = false;
+    PackageSummary m_summary;
+    UniqueBitmap m_picture;
+    UniqueFont m_headingFont;
+    UniqueFont m_textFont;
+};

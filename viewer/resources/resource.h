@@ -1,0 +1,23 @@
+// Resource numbers of the viewer.
+#pragma once
+
+#define IDI_VIEWER 1
+#define IDI_PACKAGE 2
+#define IDR_MAIN 100
+#define IDD_PROGRESS 101
+
+#define IDC_PROGRESS_PACKAGE 200
+#define IDC_PROGRESS_BAR 201
+#define IDC_PROGRESS_ENTRY 202
+#define IDC_CONTROL 203
+#define IDC_PREVIEW 204
+#define IDC_STATUS 205
+
+#define IDM_FILE_OPEN 300
+#define IDM_FILE_CLOSE 301
+#define IDM_FILE_EXIT 302
+#define IDM_VIEW_REFRESH 303
+#define IDM_HELP_ABOUT 304
+#define IDM_RECENT_NONE 310
+#define IDM_RECENT_FIRST 311
+#define IDM_RECENT_LAST 319
