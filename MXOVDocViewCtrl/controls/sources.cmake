@@ -1,0 +1,3 @@
+# The group boxes, which any dialog can use.
+set(MXOV_CONTROLS_SOURCES
+    ${CMAKE_CURRENT_LIST_DIR}/MXOVGroupBoxEx.cpp)

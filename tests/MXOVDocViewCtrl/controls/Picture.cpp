@@ -1,0 +1,70 @@
+#include "Picture.h"
+
+#include <winternl.h>
+
+Picture::Picture(HWND window) {
+    RECT client;
+    GetClientRect(window, &client);
+    m_width = client.right;
+    m_height = client.bottom;
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = m_width;
+    info.bmiHeader.biHeight = -m_height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    const HDC source = GetDC(window);
+    const HDC memory = CreateCompatibleDC(source);
+    const HBITMAP bitmap = CreateDIBSection(source, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ old = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, m_width, m_height, source, 0, 0, SRCCOPY);
+    GdiFlush();
+    const auto* const pixels = static_cast<const DWORD*>(bits);
+    m_pixels.assign(pixels, pixels + static_cast<size_t>(m_width) * m_height);
+    SelectObject(memory, old);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(window, source);
+}
+
+COLORREF Picture::At(int x, int y) const {
+    if (x < 0 || y < 0 || x >= m_width || y >= m_height) {
+        return CLR_INVALID;
+    }
+    const DWORD pixel = m_pixels[static_cast<size_t>(y) * m_width + x];
+    return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
+}
+
+int Picture::Count(const RECT& rect, COLORREF colour) const {
+    int count = 0;
+    for (int y = rect.top; y < rect.bottom; ++y) {
+        for (int x = rect.left; x < rect.right; ++x) {
+            count += At(x, y) == colour ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+int DrawingObjects() {
+    // The table of drawing objects hangs off the process environment block; each entry names its owner.
+    struct Entry {
+        ULONG64 object;
+        USHORT process;
+        USHORT count;
+        USHORT unique;
+        BYTE type;
+        BYTE flags;
+        ULONG64 userPointer;
+    };
+    static_assert(sizeof(Entry) == 24);
+    constexpr size_t kTableOffset = 0xF8;
+    constexpr int kTableSize = 16384;
+    const auto* const block = reinterpret_cast<const BYTE*>(NtCurrentTeb()->ProcessEnvironmentBlock);
+    const auto* const table = *reinterpret_cast<const Entry* const*>(block + kTableOffset);
+    int objects = 0;
+    for (int i = 0; i < kTableSize; ++i) {
+        objects += table[i].type != 0 ? 1 : 0;
+    }
+    return objects;
+}

@@ -1,0 +1,31 @@
+// The pixels that a window shows, and the count of drawing objects it costs.
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+/// A copy of the client area of a window with its children, as it stands on the screen surface.
+class Picture {
+public:
+    explicit Picture(HWND window);
+
+    /// The colour of a pixel; CLR_INVALID outside.
+    COLORREF At(int x, int y) const;
+
+    int Width() const { return m_width; }
+    int Height() const { return m_height; }
+
+    /// How many pixels of the rectangle have the colour.
+    int Count(const RECT& rect, COLORREF colour) const;
+
+    bool operator==(const Picture&) const = default;
+
+private:
+    int m_width;
+    int m_height;
+    std::vector<DWORD> m_pixels;
+};
+
+/// Number of drawing objects (pens, brushes, fonts, bitmaps, device contexts, ...) that this process holds.
+int DrawingObjects();
