@@ -39,6 +39,9 @@ public:
     /// Folds or unfolds unless the box is already so.
     void SetExpanded(bool expand);
 
+    /// Whether the box is folded.
+    bool IsCollapsed() const { return m_collapsed != FALSE; }
+
     /// Sets the unfolded height and moves the windows below by the difference, which it returns. A negative
     /// height ends the box 100 pixels above the parent's client bottom; one below the folded height changes
     /// nothing and gives 0.
