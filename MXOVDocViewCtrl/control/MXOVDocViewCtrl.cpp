@@ -1,0 +1,137 @@
+#include "MXOVDocViewCtrl.h"
+
+#include "package/PackageInformation.h"
+
+#include <MXOVDocView.h>
+
+namespace {
+
+constexpr WORD kMajorVersion = 1;
+constexpr WORD kMinorVersion = 0;
+constexpr DWORD kMiscStatus = OLEMISC_SETCLIENTSITEFIRST | OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_INSIDEOUT |
+                              OLEMISC_CANTLINKINSIDE | OLEMISC_RECOMPOSEONRESIZE;
+static_assert(kMiscStatus == 0x20191);
+
+} // namespace
+
+IMPLEMENT_DYNCREATE(CMXOVDocViewCtrl, COleControl)
+IMPLEMENT_OLETYPELIB(CMXOVDocViewCtrl, LIBID_MXOVDocViewLib, kMajorVersion, kMinorVersion)
+IMPLEMENT_OLECTLTYPE(CMXOVDocViewCtrl, IDS_USER_TYPE, kMiscStatus)
+
+CMXOVDocViewCtrl::CMXOVDocViewCtrl() {
+    InitializeIIDs(&DIID__DMXOVDocView, &DIID__DMXOVDocViewEvents);
+}
+
+BOOL CMXOVDocViewCtrl::CMXOVDocViewCtrlFactory::UpdateRegistry(BOOL bRegister) {
+    if (bRegister) {
+        return AfxOleRegisterControlClass(AfxGetInstanceHandle(), m_clsid, m_lpszProgID, IDS_USER_TYPE,
+                                          IDB_TOOLBOX, afxRegApartmentThreading, kMiscStatus,
+                                          LIBID_MXOVDocViewLib, kMajorVersion, kMinorVersion);
+    }
+    return AfxOleUnregisterClass(m_clsid, m_lpszProgID);
+}
+
+BEGIN_MESSAGE_MAP(CMXOVDocViewCtrl, COleControl)
+    ON_WM_CREATE()
+    ON_OLEVERB(AFX_IDS_VERB_PROPERTIES, &CMXOVDocViewCtrl::OnProperties)
+END_MESSAGE_MAP()
+
+BEGIN_DISPATCH_MAP(CMXOVDocViewCtrl, COleControl)
+    DISP_PROPERTY_NOTIFY_ID(CMXOVDocViewCtrl, "InputParameter", dispidInputParameter, m_inputParameter,
+                            OnInputParameterChanged, VT_BSTR)
+    DISP_FUNCTION_ID(CMXOVDocViewCtrl, "AboutBox", DISPID_ABOUTBOX, AboutBox, VT_EMPTY, VTS_NONE)
+    DISP_FUNCTION_ID(CMXOVDocViewCtrl, "ClearAllData", dispidClearAllData, ClearAllData, VT_EMPTY, VTS_NONE)
+    DISP_FUNCTION_ID(CMXOVDocViewCtrl, "OnSizeChange", dispidOnSizeChange, OnSizeChange, VT_EMPTY,
+                     VTS_I4 VTS_I4)
+    DISP_FUNCTION_ID(CMXOVDocViewCtrl, "LoadFile", dispidLoadFile, LoadFile, VT_EMPTY, VTS_BSTR VTS_BSTR)
+    DISP_FUNCTION_ID(CMXOVDocViewCtrl, "Close", dispidClose, Close, VT_EMPTY, VTS_NONE)
+END_DISPATCH_MAP()
+
+BEGIN_EVENT_MAP(CMXOVDocViewCtrl, COleControl)
+    EVENT_CUSTOM_ID("ParameterLoaded", eventidParameterLoaded, FireParameterLoaded, VTS_NONE)
+END_EVENT_MAP()
+
+BEGIN_PROPPAGEIDS(CMXOVDocViewCtrl, 1)
+    PROPPAGEID(CMXOVDocViewPropPage::guid)
+END_PROPPAGEIDS(CMXOVDocViewCtrl)
+
+BOOL CMXOVDocViewCtrl::PreCreateWindow(CREATESTRUCT& cs) {
+    cs.lpszClass = WC_STATIC;
+    return COleControl::PreCreateWindow(cs);
+}
+
+BOOL CMXOVDocViewCtrl::IsSubclassedControl() {
+    return TRUE;
+}
+
+int CMXOVDocViewCtrl::OnCreate(LPCREATESTRUCT createStruct) {
+    if (COleControl::OnCreate(createStruct) == -1) {
+        return -1;
+    }
+    m_dialog.Create(MXOVDocViewActiveXDlg::IDD, this);
+    return 0;
+}
+
+BOOL CMXOVDocViewCtrl::PreTranslateMessage(MSG* message) {
+    if (m_dialog.GetSafeHwnd() && IsDialogMessage(m_dialog.GetSafeHwnd(), message)) {
+        return TRUE;
+    }
+    return COleControl::PreTranslateMessage(message);
+}
+
+void CMXOVDocViewCtrl::OnDraw(CDC* dc, const CRect& bounds, const CRect& /*invalid*/) {
+    if (!dc) {
+        return;
+    }
+    DoSuperclassPaint(dc, bounds);
+    m_dialog.MoveWindow(bounds, TRUE);
+    CBrush background(TranslateColor(AmbientBackColor()));
+    dc->FillRect(bounds, &background);
+}
+
+void CMXOVDocViewCtrl::DoPropExchange(CPropExchange* px) {
+    ExchangeVersion(px, MAKELONG(kMinorVersion, kMajorVersion));
+    COleControl::DoPropExchange(px);
+}
+
+void CMXOVDocViewCtrl::OnResetState() {
+    COleControl::OnResetState();
+}
+
+void CMXOVDocViewCtrl::OnInputParameterChanged() {
+    AFX_MANAGE_STATE(AfxGetStaticModuleState());
+    const std::wstring folder = m_inputParameter.GetString();
+    if (!folder.empty() && PathExists(folder)) {
+        m_dialog.SetInformationFile(SettleInformationFile(folder));
+        m_dialog.SetPackageFolder(folder);
+        m_dialog.LoadCatalogue();
+    }
+    SetModifiedFlag(TRUE);
+}
+
+void CMXOVDocViewCtrl::AboutBox() {
+    // Hosts that call the stock member get success and no window.
+}
+
+void CMXOVDocViewCtrl::ClearAllData() {
+    m_dialog.ClearAll();
+}
+
+void CMXOVDocViewCtrl::OnSizeChange(LONG cx, LONG cy) {
+    m_dialog.SetSize(cx, cy);
+}
+
+void CMXOVDocViewCtrl::LoadFile(LPCTSTR bstrExtractedFolderPath, LPCTSTR bstrMXOVPkgFilePath) {
+    const std::wstring folder = bstrExtractedFolderPath;
+    if (!PathExists(folder)) {
+        return;
+    }
+    m_dialog.SetPackageFolder(folder);
+    m_dialog.SetPackageFile(bstrMXOVPkgFilePath);
+    m_dialog.SetInformationFile(SettleInformationFile(folder));
+    m_dialog.LoadCatalogue();
+}
+
+void CMXOVDocViewCtrl::Close() {
+    m_dialog.SaveOnClose();
+}

@@ -1,0 +1,9 @@
+// The selection of a list view with single selection.
+#pragma once
+
+#include "afxcmn.h"
+
+/// Place of the selected item, or -1.
+inline int SelectedItem(const CListCtrl& list) {
+    return list.GetNextItem(-1, LVNI_SELECTED);
+}

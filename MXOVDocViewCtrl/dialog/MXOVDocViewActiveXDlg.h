@@ -1,0 +1,106 @@
+// The dialog that shows the documents of a package in four foldable sections.
+#pragma once
+
+#include "controls/MXOVGroupBoxEx.h"
+#include "package/ItemText.h"
+#include "resources/resource.h"
+
+#include "afxcmn.h"
+#include "afxwin.h"
+
+#include <string>
+#include <vector>
+
+/// The whole visible face of the control. Loading works without a window too: the records are then there and
+/// nothing shows them. Its members are spread over sources by subject: lists, catalogue, saving.
+class MXOVDocViewActiveXDlg : public CDialog {
+public:
+    enum { IDD = IDD_MAIN };
+
+    explicit MXOVDocViewActiveXDlg(CWnd* parent = nullptr);
+
+    /// Path of the information file, the folder that holds the unpacked package, and the package file itself.
+    /// All are taken as they are; the folder is joined to the paths inside the package as it stands.
+    void SetInformationFile(const std::wstring& path) { m_informationFile = path; }
+    void SetPackageFolder(const std::wstring& folder) { m_packageFolder = folder; }
+    void SetPackageFile(const std::wstring& path) { m_packageFile = path; }
+
+    /// The size that the host gave the control, in pixels; only kept.
+    void SetSize(int width, int height);
+
+    /// Shows what information file and package folder hold now; nothing of before remains.
+    void LoadCatalogue();
+
+    /// Empties records and lists. Paths, flags, preview and history stay.
+    void ClearAll();
+
+    /// Asks whether to save when there are unsaved changes, and rebuilds the package on Yes. The dialog stays
+    /// as it is.
+    void SaveOnClose();
+
+protected:
+    void DoDataExchange(CDataExchange* dx) override;
+    BOOL OnInitDialog() override;
+    void OnOK() override;
+    void OnCancel() override;
+    void PostNcDestroy() override;
+
+    afx_msg void OnPaint();
+    afx_msg HBRUSH OnCtlColor(CDC* dc, CWnd* window, UINT kind);
+    afx_msg void OnSize(UINT type, int cx, int cy);
+    afx_msg void OnContextMenu(CWnd* window, CPoint point);
+    afx_msg void OnClickPart(NMHDR* header, LRESULT* result);
+    afx_msg void OnClickGCode(NMHDR* header, LRESULT* result);
+    afx_msg void OnClickSetup(NMHDR* header, LRESULT* result);
+    afx_msg void OnClickAdditional(NMHDR* header, LRESULT* result);
+    afx_msg void OnKillFocusAdditional(NMHDR* header, LRESULT* result);
+    afx_msg void OnSave();
+    afx_msg void OnUpdate();
+    DECLARE_MESSAGE_MAP()
+
+private:
+    // Lists
+    void CreateImageLists();
+    void SetUpList(CListCtrl& list);
+    void LoadButtonImages();
+    CListCtrl* ListOf(DocumentCategory category);
+    void ClickPackageDocument(DocumentCategory category);
+    void EnableItem(int id, bool enable);
+    void EnableDeleteButton(bool enable);
+
+    // Catalogue
+    void ShowAdditionalDocuments(bool show);
+    void ShowItem(int id, bool show);
+    void ReadPackageSummary();
+    void FillLists(std::vector<CatalogueItem> items);
+    void AddItemToList(const CatalogueItem& item);
+
+    // Saving
+    void SetModified(bool modified);
+    void RegeneratePackage();
+
+    CListCtrl m_partList;
+    CListCtrl m_gCodeList;
+    CListCtrl m_setupList;
+    CListCtrl m_additionalList;
+    BOOL m_buttonImagesMissing = TRUE; // until the button bitmaps are loaded
+    MXOVGroupBoxEx m_partBox;
+    MXOVGroupBoxEx m_gCodeBox;
+    MXOVGroupBoxEx m_setupBox;
+    MXOVGroupBoxEx m_additionalBox;
+    CButton m_addButton;
+    CButton m_deleteButton;
+    CImageList m_smallImages;
+    CImageList m_largeImages;
+    std::wstring m_thumbnailPath; // empty without a preview
+    int m_width = 0;              // pixels, as the host said last
+    int m_height = 0;
+    std::vector<HistoryEntry> m_history;
+    BOOL m_modified = FALSE;     // the folder holds changes that the package file does not
+    BOOL m_recentPackage = TRUE; // the package can hold additional documents
+    std::wstring m_informationFile;
+    std::wstring m_packageFolder;
+    std::wstring m_packageFile;
+    CBitmap m_addBitmap; // the buttons show the bitmaps, but do not own them
+    CBitmap m_deleteBitmap;
+};

@@ -1,0 +1,91 @@
+// The dialog's catalogue: reading a package and showing its documents.
+#include "MXOVDocViewActiveXDlg.h"
+
+#include "package/CatalogueLoader.h"
+#include "package/DiskCatalogueSource.h"
+#include "package/PackageInformation.h"
+#include "package/RecordLists.h"
+#include "RedrawPause.h"
+
+#include <utility>
+
+namespace {
+
+constexpr int kSizeColumn = 1;
+constexpr int kDateColumn = 2;
+constexpr DocumentCategory kCategories[] = {DocumentCategory::PartAssembly, DocumentCategory::GCode,
+                                            DocumentCategory::SetupSheets,
+                                            DocumentCategory::AdditionalDocument};
+
+} // namespace
+
+void MXOVDocViewActiveXDlg::SetSize(int width, int height) {
+    m_width = width;
+    m_height = height;
+}
+
+void MXOVDocViewActiveXDlg::LoadCatalogue() {
+    ClearAll();
+    m_modified = FALSE;
+    m_recentPackage = FALSE;
+    const DiskCatalogueSource source(m_informationFile);
+    m_recentPackage = IsRecentVersion(source.Value(inikey::kFileInfo, inikey::kVersion));
+    EnableItem(IDC_SAVE, false);
+    EnableDeleteButton(false);
+    ShowAdditionalDocuments(m_recentPackage != FALSE);
+    ReadPackageSummary();
+    FillLists(CatalogueLoader(source, m_packageFolder).Load());
+    if (GetSafeHwnd()) {
+        UpdateData(FALSE);
+    }
+}
+
+void MXOVDocViewActiveXDlg::ClearAll() {
+    for (const DocumentCategory category : kCategories) {
+        RecordsOf(category)->clear();
+    }
+    for (const DocumentCategory category : kCategories) {
+        ListOf(category)->DeleteAllItems();
+    }
+}
+
+void MXOVDocViewActiveXDlg::ShowAdditionalDocuments(bool show) {
+    m_recentPackage = show;
+    ShowItem(IDC_ADD, show);
+    ShowItem(IDC_DELETE, show);
+    ShowItem(IDC_ADDITIONAL_BOX, show);
+    if (!m_additionalBox.IsCollapsed()) {
+        ShowItem(IDC_ADDITIONAL_LIST, show);
+    }
+}
+
+void MXOVDocViewActiveXDlg::ShowItem(int id, bool show) {
+    if (CWnd* item = GetDlgItem(id)) {
+        item->ShowWindow(show ? SW_SHOW : SW_HIDE);
+    }
+}
+
+void MXOVDocViewActiveXDlg::ReadPackageSummary() {
+    PackageSummary summary = ReadSummary(DiskCatalogueSource(m_informationFile), m_packageFolder);
+    m_thumbnailPath = std::move(summary.thumbnailPath);
+    m_history = std::move(summary.history);
+}
+
+void MXOVDocViewActiveXDlg::FillLists(std::vector<CatalogueItem> items) {
+    const RedrawPause pauses[] = {RedrawPause(m_partList), RedrawPause(m_gCodeList), RedrawPause(m_setupList),
+                                  RedrawPause(m_additionalList)};
+    for (CatalogueItem& item : items) {
+        AddItemToList(item);
+        RecordsOf(item.record.category)->push_back(std::move(item.record));
+    }
+}
+
+void MXOVDocViewActiveXDlg::AddItemToList(const CatalogueItem& item) {
+    CListCtrl* list = ListOf(item.record.category);
+    if (!list || !list->GetSafeHwnd()) {
+        return;
+    }
+    const int place = list->InsertItem(list->GetItemCount(), item.record.fileName.c_str(), item.image);
+    list->SetItemText(place, kSizeColumn, item.sizeText.c_str());
+    list->SetItemText(place, kDateColumn, item.record.timestamp.c_str());
+}

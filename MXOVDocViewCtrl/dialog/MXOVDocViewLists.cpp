@@ -1,0 +1,97 @@
+// The dialog's list views and buttons: images, columns, selection.
+#include "MXOVDocViewActiveXDlg.h"
+
+#include "ListSelection.h"
+#include "shell/HostText.h"
+
+namespace {
+
+constexpr int kLargeImage = 32; // pixels
+constexpr int kSmallImage = 16;
+constexpr int kInitialImages = 8;
+constexpr int kImageGrowth = 1;
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+
+struct Column {
+    UINT title;
+    int width; // pixels
+};
+
+constexpr Column kColumns[] = {
+    {hosttext::kNameColumn, 150}, {hosttext::kSizeColumn, 40}, {hosttext::kDateColumn, 150}};
+
+void CreateImages(CImageList& images, int size, UINT strip) {
+    images.DeleteImageList(); // of an earlier window
+    images.Create(size, size, ILC_MASK | ILC_COLOR8, kInitialImages, kImageGrowth);
+    CBitmap bitmap;
+    bitmap.LoadBitmap(strip);
+    images.Add(&bitmap, kWhite);
+}
+
+void LoadButtonImage(CBitmap& bitmap, UINT id, CButton& button) {
+    bitmap.DeleteObject();
+    bitmap.LoadBitmap(id);
+    button.SetBitmap(bitmap);
+}
+
+} // namespace
+
+void MXOVDocViewActiveXDlg::CreateImageLists() {
+    CreateImages(m_largeImages, kLargeImage, IDB_DOCUMENTS_LARGE);
+    CreateImages(m_smallImages, kSmallImage, IDB_DOCUMENTS_SMALL);
+}
+
+void MXOVDocViewActiveXDlg::SetUpList(CListCtrl& list) {
+    int place = 0;
+    for (const Column& column : kColumns) {
+        list.InsertColumn(place++, HostText(column.title).c_str(), LVCFMT_LEFT, column.width);
+    }
+    list.SetExtendedStyle(list.GetExtendedStyle() | LVS_EX_FULLROWSELECT);
+    list.SetImageList(&m_largeImages, LVSIL_NORMAL);
+    list.SetImageList(&m_smallImages, LVSIL_SMALL);
+}
+
+void MXOVDocViewActiveXDlg::LoadButtonImages() {
+    m_addButton.SubclassDlgItem(IDC_ADD, this);
+    m_deleteButton.SubclassDlgItem(IDC_DELETE, this);
+    LoadButtonImage(m_addBitmap, IDB_ADD, m_addButton);
+    LoadButtonImage(m_deleteBitmap, IDB_DELETE, m_deleteButton);
+}
+
+CListCtrl* MXOVDocViewActiveXDlg::ListOf(DocumentCategory category) {
+    switch (category) {
+    case DocumentCategory::PartAssembly:
+        return &m_partList;
+    case DocumentCategory::GCode:
+        return &m_gCodeList;
+    case DocumentCategory::SetupSheets:
+        return &m_setupList;
+    case DocumentCategory::AdditionalDocument:
+        return &m_additionalList;
+    }
+    return nullptr;
+}
+
+void MXOVDocViewActiveXDlg::ClickPackageDocument(DocumentCategory category) {
+    EnableDeleteButton(false);
+    CListCtrl& list = *ListOf(category);
+    if (SelectedItem(list) >= 0) {
+        list.SetFocus();
+    }
+}
+
+void MXOVDocViewActiveXDlg::EnableItem(int id, bool enable) {
+    CWnd* item = GetDlgItem(id);
+    if (!item) {
+        return;
+    }
+    if (!enable && ::GetFocus() == item->GetSafeHwnd()) {
+        SendMessage(WM_NEXTDLGCTL); // a disabled control with the focus would swallow the keyboard
+    }
+    item->EnableWindow(enable);
+    item->Invalidate();
+}
+
+void MXOVDocViewActiveXDlg::EnableDeleteButton(bool enable) {
+    EnableItem(IDC_DELETE, enable);
+}
