@@ -7,7 +7,21 @@
 #include "MessageMap.h"
 #include "Object.h"
 
+#include <oaidl.h>
+
+#include <memory>
+
 class CCmdTarget;
+class CTypeLibCache;
+class OleTargetState;
+struct AFX_DISPMAP;
+struct AFX_INTERFACEMAP;
+struct IEnumOLEVERB;
+
+/// Frees what an object keeps for COM, where its type is known.
+struct OleTargetStateDeleter {
+    void operator()(OleTargetState* state) const noexcept;
+};
 
 /// Where OnCmdMsg would have sent a command.
 struct AFX_CMDHANDLERINFO {
@@ -24,11 +38,63 @@ public:
     /// pHandlerInfo given, only names it there. TRUE when there is one and it took the command.
     virtual BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo);
 
-    // Automation and OLE members: OleDispatch.cpp.
+    // Automation and COM. An object starts with one reference, its creator's; without EnableAutomation or
+    // EnableAggregation, called in a constructor, it has no COM side.
+
+    /// Switches IDispatch on, answered by the dispatch map.
+    void EnableAutomation();
+    /// Allows the object to be made as a part of another one.
+    void EnableAggregation();
+    /// Keeps the type library in the cache of GetTypeLibCache while this object lives.
+    void EnableTypeLib();
+
+    /// The object's IDispatch, with a reference for the caller when asked; null without EnableAutomation.
+    IDispatch* GetIDispatch(BOOL bAddRef);
+    /// The primary dispatch interface; FALSE when there is none.
+    virtual BOOL GetDispatchIID(IID* pIID);
+    virtual UINT GetTypeInfoCount();
+    virtual CTypeLibCache* GetTypeLibCache();
+    /// The object's type library, with a reference for the caller; TYPE_E_CANTLOADLIBRARY when it has none.
+    virtual HRESULT GetTypeLib(LCID lcid, ITypeLib** ppTypeLib);
+    /// What that library says of a GUID, with a reference for the caller.
+    HRESULT GetTypeInfoOfGuid(LCID lcid, const GUID& guid, ITypeInfo** ppTypeInfo);
+    /// Asked before Invoke runs a member; FALSE refuses it.
+    virtual BOOL IsInvokeAllowed(DISPID dispid);
+    /// The last reference is gone; deletes the object.
+    virtual void OnFinalRelease();
+
+    /// The verbs of the ON_OLEVERB entries of the message map, numbered from 1. FALSE when there are none.
+    BOOL EnumOleVerbs(IEnumOLEVERB** ppenumOleVerb);
+    /// Runs the entry of a verb; FALSE when there is none or it failed.
+    BOOL DoOleVerb(LONG iVerb, LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
+
+    /// IUnknown of the object itself; results are those of IUnknown.
+    DWORD InternalQueryInterface(const void* iid, void** ppvObj);
+    DWORD InternalAddRef();
+    DWORD InternalRelease();
+    /// IUnknown as the object's clients see it: the aggregating object's, if there is one.
+    DWORD ExternalQueryInterface(const void* iid, void** ppvObj);
+    DWORD ExternalAddRef();
+    DWORD ExternalRelease();
+    /// Makes the object a part of `outer`, which then owns it; FALSE without EnableAggregation.
+    BOOL Aggregate(IUnknown* outer);
+    /// The object's own unknown, without a reference; null without a COM side.
+    IUnknown* GetInnerUnknown() noexcept;
 
 protected:
     CCmdTarget() = default;
 
+    static const AFX_DISPMAP* GetThisDispatchMap();
+    virtual const AFX_DISPMAP* GetDispatchMap() const;
+    static const AFX_INTERFACEMAP* GetThisInterfaceMap();
+    virtual const AFX_INTERFACEMAP* GetInterfaceMap() const;
+
     static const AFX_MSGMAP* GetThisMessageMap();
     virtual const AFX_MSGMAP* GetMessageMap() const;
+
+private:
+    friend class OleDispatchPart;
+    OleTargetState& NeedOleState();
+
+    std::unique_ptr<OleTargetState, OleTargetStateDeleter> m_ole;
 };
