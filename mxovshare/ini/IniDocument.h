@@ -1,2 +1,89 @@
-// Model of an INI file over its bytes.
+// An INI file in memory: its bytes, changed only where a value changes, and an index of what lies where.
 #pragma once
+
+#include "ini/IniEncoding.h"
+#include "ini/IniIndex.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace mxovshare {
+
+/// A section's name, and its keys and values in order.
+struct IniSectionText {
+    std::u16string name;
+    std::vector<std::pair<std::u16string, std::u16string>> values;
+};
+
+/// Names compare without regard to case and without blanks at either end. Of sections or keys of one name the
+/// first counts, as with the platform's profile functions; lines before the first header belong to no
+/// section.
+///
+/// Names that cannot stand in a file (empty, with control characters or half surrogate pairs, a key with "="
+/// or beginning with ";" or "[") are absent when read and ignored when written. A NUL ends a name or value.
+class IniDocument {
+public:
+    /// Whoever reads a file gives up on larger ones. Half of it is the limit for changes, since text that
+    /// moves to UTF-16 doubles: what would end up above stays undone.
+    static constexpr std::size_t kMaxBytes = 128 << 20;
+
+    /// A document of these bytes. Half a unit at the end of UTF-16 is dropped. `platform` outlives the
+    /// document.
+    explicit IniDocument(const IniPlatform& platform, std::string bytes = {});
+    IniDocument(IniDocument&&) = delete;
+
+    const std::string& Bytes() const { return m_bytes; }
+    IniEncoding Encoding() const { return m_encoding; }
+
+    /// The value of a key; empty when there is none.
+    std::u16string Value(std::u16string_view section, std::u16string_view key) const;
+
+    /// Sets a key. A new key comes behind the last one of its section, a new section at the end of the file,
+    /// with the line ends found there. Text that the ANSI code page cannot hold turns the file into UTF-16
+    /// with mark. Gives whether the bytes changed: setting what is there already does not.
+    bool SetValue(std::u16string_view section, std::u16string_view key, std::u16string_view value);
+
+    /// Removes every section of this name with its lines; comment lines directly above the next header stay.
+    /// Gives whether there was one.
+    bool RemoveSection(std::u16string_view section);
+
+    /// Names as they are spelled, in order of appearance and each once, of the sections that begin with
+    /// `prefix`.
+    std::vector<std::u16string> SectionNames(std::u16string_view prefix) const;
+
+    /// The highest decimal number n up to 2147483647 among the sections named `prefix`, "_", n; 0 without
+    /// one.
+    int LastIndex(std::u16string_view prefix) const;
+
+    /// Everything that can be read, in order of appearance.
+    std::vector<IniSectionText> Contents() const;
+
+private:
+    void BuildIndex();
+    void BecomeUtf16();
+    // The encoding that the bytes show after a change must still be the one they were written in.
+    void KeepEncoding();
+    bool MayGrow(std::size_t units) const { return m_bytes.size() + 4 * units <= kMaxBytes / 2; }
+    void Splice(std::size_t begin, std::size_t end, std::string_view bytes);
+    void ReplaceValue(std::uint32_t number, std::u16string_view stored);
+    void InsertKey(std::uint32_t section, std::u16string line);
+    void AppendSection(std::u16string_view section, const std::u16string& line);
+
+    std::string Encoded(std::u16string_view text) const;
+    std::u16string TextOf(IniRange range) const;
+    // The line end that stops right before `offset`; empty when the line there has none.
+    std::u16string LineEndBefore(std::size_t offset) const;
+    // The line end for a line behind one that has none: the first in the file, else CR LF.
+    std::u16string UsualLineEnd() const;
+
+    const IniPlatform& m_platform;
+    std::string m_bytes;
+    IniEncoding m_encoding;
+    bool m_hasHighByte;
+    std::unique_ptr<IniIndex> m_index;
+};
+
+} // namespace mxovshare

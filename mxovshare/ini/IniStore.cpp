@@ -1,0 +1,76 @@
+#include "ini/IniStore.h"
+
+#include "host/LongPath.h"
+
+#include <algorithm>
+
+namespace mxovshare {
+namespace {
+
+bool IsSamePath(const std::wstring& one, const std::wstring& other) {
+    return one == other || CompareStringOrdinal(one.c_str(), static_cast<int>(one.size()), other.c_str(),
+                                                static_cast<int>(other.size()), TRUE) == CSTR_EQUAL;
+}
+
+} // namespace
+
+IniStore& IniStore::Instance() {
+    static IniStore store;
+    return store;
+}
+
+std::wstring IniStore::Value(const std::wstring& section, const std::wstring& key, const std::wstring& file) {
+    const std::lock_guard lock(m_mutex);
+    return ToWide(Open(file).Document().Value(ToUtf16(section), ToUtf16(key)));
+}
+
+void IniStore::SetValue(const std::wstring& section, const std::wstring& key, const std::wstring& value,
+                        const std::wstring& file) {
+    if (!key.empty())
+        Apply({ToUtf16(section), ToUtf16(key), ToUtf16(value)}, file);
+}
+
+void IniStore::RemoveSection(const std::wstring& section, const std::wstring& file) {
+    Apply({ToUtf16(section), {}, {}}, file);
+}
+
+std::vector<std::wstring> IniStore::SectionNames(const std::wstring& prefix, const std::wstring& file) {
+    const std::lock_guard lock(m_mutex);
+    std::vector<std::wstring> names;
+    for (const std::u16string& name : Open(file).Document().SectionNames(ToUtf16(prefix)))
+        names.push_back(ToWide(name));
+    return names;
+}
+
+int IniStore::LastIndex(const std::wstring& prefix, const std::wstring& file) {
+    const std::lock_guard lock(m_mutex);
+    return Open(file).Document().LastIndex(ToUtf16(prefix));
+}
+
+CachedIniFile& IniStore::Open(const std::wstring& file) {
+    const std::wstring path = LongPath(file);
+    const auto known =
+        std::ranges::find_if(m_files, [&](const auto& cached) { return IsSamePath(cached->Path(), path); });
+    if (known != m_files.end()) {
+        std::rotate(m_files.begin(), known, known + 1);
+        return *m_files.front();
+    }
+    if (m_files.size() >= kCapacity) {
+        const auto spare = std::find_if(m_files.rbegin(), m_files.rend(),
+                                        [](const auto& cached) { return !cached->HasUnsaved(); });
+        if (spare != m_files.rend())
+            m_files.erase(std::next(spare).base());
+    }
+    m_files.insert(m_files.begin(), std::make_unique<CachedIniFile>(path, m_text));
+    return *m_files.front();
+}
+
+void IniStore::Apply(const IniEdit& edit, const std::wstring& file) {
+    const std::lock_guard lock(m_mutex);
+    if (!Open(file).Apply(edit))
+        return;
+    for (const auto& cached : m_files) // the same file may be known under another path
+        cached->LookAgain();
+}
+
+} // namespace mxovshare

@@ -1,0 +1,41 @@
+// INI files by path: the few that were used last are kept in memory.
+#pragma once
+
+#include "ini/CachedIniFile.h"
+#include "ini/SystemText.h"
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace mxovshare {
+
+/// Reads and writes keys of INI files named by path. Safe to call from any thread. Failures of the file
+/// system are not told: what cannot be read is empty, what cannot be written is kept and goes out with the
+/// next change of that file.
+class IniStore {
+public:
+    /// Files kept in memory; those with changes that could not be written yet are kept beyond that number.
+    static constexpr std::size_t kCapacity = 8;
+
+    std::wstring Value(const std::wstring& section, const std::wstring& key, const std::wstring& file);
+    void SetValue(const std::wstring& section, const std::wstring& key, const std::wstring& value,
+                  const std::wstring& file);
+    void RemoveSection(const std::wstring& section, const std::wstring& file);
+    std::vector<std::wstring> SectionNames(const std::wstring& prefix, const std::wstring& file);
+    int LastIndex(const std::wstring& prefix, const std::wstring& file);
+
+    /// The store of this process.
+    static IniStore& Instance();
+
+private:
+    CachedIniFile& Open(const std::wstring& file);
+    void Apply(const IniEdit& edit, const std::wstring& file);
+
+    std::mutex m_mutex;
+    SystemText m_text;
+    std::vector<std::unique_ptr<CachedIniFile>> m_files; // last used first
+};
+
+} // namespace mxovshare

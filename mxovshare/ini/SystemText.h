@@ -1,0 +1,19 @@
+// Text of the running system: its ANSI code page, its upper case, and its wide strings.
+#pragma once
+
+#include "ini/IniEncoding.h"
+
+namespace mxovshare {
+
+class SystemText : public IniPlatform {
+public:
+    std::u16string DecodeAnsi(std::string_view bytes) const override;
+    bool EncodeAnsi(std::u16string_view text, std::string& bytes) const override;
+    bool IsLeadByte(unsigned char byte) const override;
+    char16_t Upper(char16_t unit) const override;
+};
+
+std::u16string ToUtf16(const std::wstring& text);
+std::wstring ToWide(const std::u16string& text);
+
+} // namespace mxovshare
