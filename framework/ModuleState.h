@@ -26,14 +26,15 @@ public:
     AFX_MODULE_STATE(const AFX_MODULE_STATE&) = delete;
     AFX_MODULE_STATE& operator=(const AFX_MODULE_STATE&) = delete;
 
-    /// The calling thread's state, made on first use; null once the module state is gone.
-    static AFX_THREAD_STATE* Thread();
+    /// The calling thread's state, made on first use; null when memory is out or once the module
+    /// state is gone.
+    static AFX_THREAD_STATE* Thread() noexcept;
     /// Frees the calling thread's state, at the end of the thread.
-    void ReleaseThread();
+    void ReleaseThread() noexcept;
 
     /// The module's activation context, made on first use; INVALID_HANDLE_VALUE when it has no manifest of
     /// its own.
-    HANDLE ActivationContext();
+    HANDLE ActivationContext() noexcept;
 
     HINSTANCE m_hCurrentInstanceHandle; ///< the module itself, valid from the start
     HINSTANCE m_hCurrentResourceHandle; ///< where resources are loaded from
@@ -42,11 +43,11 @@ public:
     std::atomic<LONG> m_nObjectCount = 0;        ///< active objects and locks
 
 private:
-    AFX_THREAD_STATE* AddThread();
+    AFX_THREAD_STATE* AddThread() noexcept;
 
     std::mutex m_mutex;
     std::vector<std::unique_ptr<AFX_THREAD_STATE>> m_threads;
-    std::once_flag m_activationOnce;
+    bool m_activationTried = false;
     HANDLE m_activation = INVALID_HANDLE_VALUE;
 };
 
@@ -66,7 +67,7 @@ private:
 /// Temporary objects (CWnd::FromHandle and the like) that are made inside the innermost scope die with it.
 class AfxTemporaryScope {
 public:
-    AfxTemporaryScope();
+    AfxTemporaryScope() noexcept;
     ~AfxTemporaryScope();
     AfxTemporaryScope(const AfxTemporaryScope&) = delete;
     AfxTemporaryScope& operator=(const AfxTemporaryScope&) = delete;

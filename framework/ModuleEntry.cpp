@@ -1,0 +1,47 @@
+// DllMain of a library that the framework is linked into; an executable does not pull this file in.
+#include "App.h"
+
+namespace {
+
+bool initialised = false; // InitInstance succeeded: ExitInstance is due
+
+BOOL StartModule() noexcept {
+    CWinApp* app = AfxGetApp();
+    try {
+        initialised = !app || app->InitInstance();
+    } catch (...) {
+        initialised = false;
+    }
+    return initialised;
+}
+
+void EndModule() noexcept {
+    CWinApp* app = AfxGetApp();
+    if (!app || !initialised) {
+        return;
+    }
+    initialised = false;
+    try {
+        app->ExitInstance();
+    } catch (...) {
+        return; // the library goes all the same
+    }
+}
+
+} // namespace
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
+    switch (reason) {
+    case DLL_PROCESS_ATTACH:
+        return StartModule();
+    case DLL_PROCESS_DETACH:
+        EndModule();
+        break;
+    case DLL_THREAD_DETACH:
+        AfxGetStaticModuleState()->ReleaseThread();
+        break;
+    default:
+        break;
+    }
+    return TRUE;
+}
