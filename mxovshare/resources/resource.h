@@ -1,6 +1,7 @@
 #pragma once
 
-// Resource numbers of the host's resource module. Every language carries the same texts under the same numbers.
+// Resource numbers of the host's resource module. Every language carries the same texts under the same
+// numbers.
 
 #define IDS_COLUMN_NAME 137
 #define IDS_COLUMN_SIZE 138

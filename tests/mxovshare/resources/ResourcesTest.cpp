@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kIconSize = 16;
 constexpr std::uint32_t kWhite = 0xFFFFFF;
-using Pixels = std::array<std::uint32_t, kIconSize * kIconSize>;
+using Pixels = std::array<std::uint32_t, std::size_t{kIconSize} * kIconSize>;
 
 template <auto Release>
 struct Releaser {
@@ -55,7 +55,7 @@ Pixels Draw(WORD id) {
     const Icon icon(static_cast<HICON>(
         LoadImageW(Resources(), MAKEINTRESOURCEW(id), IMAGE_ICON, kIconSize, kIconSize, 0)));
     EXPECT_NE(icon, nullptr);
-    const HGDIOBJ previous = SelectObject(dc.get(), bitmap.get());
+    HGDIOBJ previous = SelectObject(dc.get(), bitmap.get());
     PatBlt(dc.get(), 0, 0, kIconSize, kIconSize, WHITENESS);
     DrawIconEx(dc.get(), 0, 0, icon.get(), kIconSize, kIconSize, 0, nullptr, DI_NORMAL);
     GdiFlush();
@@ -68,11 +68,11 @@ Pixels Draw(WORD id) {
 }
 
 /// The number of coloured pixels in the middle two columns of the given rows.
-int MiddlePixels(const Pixels& pixels, int firstRow, int lastRow) {
+int MiddlePixels(const Pixels& pixels, std::size_t firstRow, std::size_t lastRow) {
     int count = 0;
-    for (int row = firstRow; row <= lastRow; ++row)
-        for (int column = kIconSize / 2 - 1; column <= kIconSize / 2; ++column)
-            count += pixels[static_cast<std::size_t>(row * kIconSize + column)] != kWhite ? 1 : 0;
+    for (std::size_t row = firstRow; row <= lastRow; ++row)
+        for (std::size_t column = kIconSize / 2 - 1; column <= kIconSize / 2; ++column)
+            count += pixels[row * kIconSize + column] != kWhite ? 1 : 0;
     return count;
 }
 
