@@ -27,8 +27,8 @@ protected:
 
     static std::string Utf8(const std::wstring& text) {
         std::string bytes(text.size() * 3, '\0');
-        const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(),
-                                             static_cast<int>(bytes.size()), nullptr, nullptr);
+        const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
+                                             bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr);
         bytes.resize(static_cast<std::size_t>(size));
         return bytes;
     }
@@ -81,16 +81,17 @@ TEST_F(DiskCatalogue, ShowsAMissingPartWithTheMissingImage) {
 
 TEST_F(DiskCatalogue, TakesSetupSheetsByTheirExactExtensions) {
     Describe("[FILEINFO]\nSetupSheets=Setup\\any.html\nSetupSheetsFileDescription=Clamping\n");
-    for (const wchar_t* name : {L"a.PDF", L"b.docx", L"c.html", L"d.htm", L"e.xlsx", L"f.xls", L"g.Xml", L"h.doc",
-                                L"pdf", L"i.pdf.txt", L"j.txt.pdf", L".xml"}) {
+    for (const wchar_t* name : {L"a.PDF", L"b.docx", L"c.html", L"d.htm", L"e.xlsx", L"f.xls", L"g.Xml",
+                                L"h.doc", L"pdf", L"i.pdf.txt", L"j.txt.pdf", L".xml"}) {
         m_package.Write(std::wstring(L"Setup\\") + name, "1");
     }
     m_package.Write(L"Setup\\folder.html\\inside.html", "");
     m_package.SetTime(L"Setup\\c.html", kMorning);
     const std::vector<CatalogueItem> items = Load();
     EXPECT_EQ(SortedNames(items), (std::vector<std::wstring>{L".xml", L"a.PDF", L"c.html", L"f.xls", L"g.Xml",
-                                                            L"h.doc", L"j.txt.pdf"}));
-    const auto sheet = std::ranges::find(items, L"c.html", [](const CatalogueItem& i) { return i.record.fileName; });
+                                                             L"h.doc", L"j.txt.pdf"}));
+    const auto sheet =
+        std::ranges::find(items, L"c.html", [](const CatalogueItem& i) { return i.record.fileName; });
     ASSERT_NE(sheet, items.end());
     EXPECT_EQ(sheet->record.sectionName, L"FILEINFO");
     EXPECT_EQ(sheet->record.timestamp, L"2024-01-01 09:05:03");
@@ -125,7 +126,8 @@ TEST_F(DiskCatalogue, JoinsSetupSheetsWithASeparatorAndGCodeWithout) {
     m_package.Write(L"Setup\\a.html", "");
     m_package.Write(L"NC\\a.nc", "");
     EXPECT_EQ(SortedNames(LoadAs(m_package.Path())), (std::vector<std::wstring>{L"a.html"}));
-    EXPECT_EQ(SortedNames(LoadAs(m_package.PathWithSeparator())), (std::vector<std::wstring>{L"a.html", L"a.nc"}));
+    EXPECT_EQ(SortedNames(LoadAs(m_package.PathWithSeparator())),
+              (std::vector<std::wstring>{L"a.html", L"a.nc"}));
 }
 
 TEST_F(DiskCatalogue, ListsThePackageFolderItselfForAGCodeEntryWithoutAFolder) {
@@ -148,7 +150,8 @@ TEST_F(DiskCatalogue, ReadsAdditionalDocumentsInTheOrderOfTheFile) {
     const TempFolder elsewhere;
     const std::wstring linked = elsewhere.WriteSized(L"linked.pdf", 1024);
     m_package.WriteSized(L"ReferanceFiles\\copied.txt", 3000);
-    Describe("[REFERANCE_FILE_7]\nIsReferencedFile=YES\nDescription=Seven\nTimestamp=t7\nFilePath=" + Utf8(linked) +
+    Describe("[REFERANCE_FILE_7]\nIsReferencedFile=YES\nDescription=Seven\nTimestamp=t7\nFilePath=" +
+             Utf8(linked) +
              "\n[REFERANCE_FILE_2]\nIsReferencedFile=NO\nDescription=Two\nTimestamp=t2\n"
              "FilePath=ReferanceFiles\\copied.txt\n"
              "[REFERANCE_FILE_3]\nIsReferencedFile=YES\nFilePath=C:\\gone\\lost.txt\n"
@@ -205,10 +208,10 @@ TEST_F(DiskCatalogue, ReadsDamagedInformationFilesWithoutChangingThem) {
         binary[i] = static_cast<char>((i * 2654435761U) >> 13);
     }
     const std::vector<std::pair<std::string, std::size_t>> cases = {
-        {"", 0},     // empty
-        {part, 1},   // no last line end
-        {utf16, 1},  // UTF-16
-        {binary, 0}, // no text at all
+        {"", 0},                                                                // empty
+        {part, 1},                                                              // no last line end
+        {utf16, 1},                                                             // UTF-16
+        {binary, 0},                                                            // no text at all
         {part + "\n[FILEINFO]\nCADFilePath=C:\\other.sldprt\n", 1},             // the same section twice
         {"[X]\n" + std::string(8000000, 'x') + "\n" + part, 1},                 // a huge line
         {"[FILEINFO\nCADFilePath=C:\\part.sldprt\n=\n[]\n[REFERANCE_FILE_1", 0} // broken brackets
@@ -236,8 +239,9 @@ TEST(CatalogueLoader, LeavesOutFilesThatVanishedSinceTheFolderWasListed) {
 
 TEST(CatalogueLoader, AsksOnceForEveryDocumentThatExists) {
     FakeCatalogueSource source;
-    source.sections = {{L"FILEINFO", {{L"CADFilePath", L"C:\\part"}, {L"GCode", L"NC\\a"}, {L"SetupSheets", L"S\\a"}}},
-                       {L"REFERANCE_FILE_1", {{L"FilePath", L"C:\\linked"}}}};
+    source.sections = {
+        {L"FILEINFO", {{L"CADFilePath", L"C:\\part"}, {L"GCode", L"NC\\a"}, {L"SetupSheets", L"S\\a"}}},
+        {L"REFERANCE_FILE_1", {{L"FilePath", L"C:\\linked"}}}};
     source.folders[L"C:\\P\\NC"] = {L"a.nc"};
     source.folders[L"C:\\P\\\\S"] = {L"a.html", L"left out.txt"};
     for (const wchar_t* path : {L"C:\\part", L"C:\\P\\NC\\a.nc", L"C:\\P\\\\S\\a.html", L"C:\\linked"}) {
@@ -245,8 +249,8 @@ TEST(CatalogueLoader, AsksOnceForEveryDocumentThatExists) {
     }
     const std::wstring folder = L"C:\\P\\";
     EXPECT_EQ(CatalogueLoader(source, folder).Load().size(), 4U);
-    EXPECT_EQ(source.statusQueries,
-              (std::vector<std::wstring>{L"C:\\part", L"C:\\P\\\\S\\a.html", L"C:\\P\\NC\\a.nc", L"C:\\linked"}));
+    EXPECT_EQ(source.statusQueries, (std::vector<std::wstring>{L"C:\\part", L"C:\\P\\\\S\\a.html",
+                                                               L"C:\\P\\NC\\a.nc", L"C:\\linked"}));
     EXPECT_TRUE(source.sizeQueries.empty());
 }
 
@@ -263,9 +267,13 @@ TEST(ReadAdditionalDocument, IsLinkedUnlessMarkedExactlyNo) {
 
 TEST(ReadAdditionalDocument, TakesTheNameBehindTheLastBackslash) {
     const std::pair<const wchar_t*, const wchar_t*> cases[] = {
-        {L"C:\\X\\file.txt", L"file.txt"}, {L"ReferanceFiles\\a", L"a"}, {L"\\a", L"a"}, {L"C:\\X\\", L""},
+        {L"C:\\X\\file.txt", L"file.txt"},
+        {L"ReferanceFiles\\a", L"a"},
+        {L"\\a", L"a"},
+        {L"C:\\X\\", L""},
         {L"file.txt", L"file.tx"}, // without a backslash the last character is lost
-        {L"x", L""},               {L"", L""}};
+        {L"x", L""},
+        {L"", L""}};
     for (const auto& [path, name] : cases) {
         FakeCatalogueSource source;
         source.sections = {{L"REFERANCE_FILE_1", {{L"FilePath", path}}}};

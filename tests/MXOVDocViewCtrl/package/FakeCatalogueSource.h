@@ -1,4 +1,5 @@
-// A package that lies nowhere, for what a disk cannot be made to do at will; counts the questions it is asked.
+// A package that lies nowhere, for what a disk cannot be made to do at will; counts the questions it is
+// asked.
 #pragma once
 
 #include "package/CatalogueSource.h"

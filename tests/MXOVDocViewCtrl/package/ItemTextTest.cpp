@@ -56,9 +56,11 @@ TEST(SizeText, RoundsANegativeSizeTowardsZero) {
 TEST(DocumentSizeText, ComesFromTheStatusOfAnExistingPath) {
     const FakeCatalogueSource source;
     EXPECT_EQ(DocumentSizeText(source, L"C:\\P\\", L"C:\\a", {.exists = true, .size = 1025}), L"2 KB");
-    EXPECT_EQ(DocumentSizeText(source, L"C:\\P\\", L"C:\\a", {.exists = true, .isFolder = true, .size = 4096}),
-              L"0 KB");
-    EXPECT_EQ(DocumentSizeText(source, L"C:\\P\\", L"C:\\a", {.exists = true, .size = 1ULL << 40}), L"2097152 KB");
+    EXPECT_EQ(
+        DocumentSizeText(source, L"C:\\P\\", L"C:\\a", {.exists = true, .isFolder = true, .size = 4096}),
+        L"0 KB");
+    EXPECT_EQ(DocumentSizeText(source, L"C:\\P\\", L"C:\\a", {.exists = true, .size = 1ULL << 40}),
+              L"2097152 KB");
     EXPECT_TRUE(source.sizeQueries.empty());
 }
 

@@ -78,7 +78,8 @@ TEST(ReadSummary, HasNoThumbnailWithoutTheKey) {
 TEST(ReadSummary, ListsTheHistoryInTheOrderOfItsSections) {
     FakeCatalogueSource source;
     source.sections = {
-        {L"FILE_HISTORY_2", {{L"Operation", L"Updated"}, {L"Time", L"noon"}, {L"By", L"Ada"}, {L"Remarks", L"r"}}},
+        {L"FILE_HISTORY_2",
+         {{L"Operation", L"Updated"}, {L"Time", L"noon"}, {L"By", L"Ada"}, {L"Remarks", L"r"}}},
         {L"FILEINFO", {}},
         {L"FILE_HISTORY_1", {{L"Operation", L"Created"}}}};
     const std::vector<HistoryEntry> history = ReadSummary(source, L"").history;

@@ -1,0 +1,133 @@
+#include "DialogFixture.h"
+
+#include "package/PackageInformation.h"
+#include "package/RecordLists.h"
+
+#include <commctrl.h>
+
+// The module defines these beside its other objects.
+RecordList partAssemblyRecords;
+RecordList gCodeRecords;
+RecordList setupSheetRecords;
+RecordList additionalRecords;
+
+namespace {
+
+MessageBoxAnswer* currentAnswer = nullptr;
+
+std::wstring ItemText(HWND list, int item, int column) {
+    wchar_t text[512] = L"";
+    LVITEMW request = {};
+    request.iSubItem = column;
+    request.pszText = text;
+    request.cchTextMax = ARRAYSIZE(text);
+    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&request));
+    return text;
+}
+
+int ItemImageOf(HWND list, int item) {
+    LVITEMW request = {};
+    request.mask = LVIF_IMAGE;
+    request.iItem = item;
+    SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&request));
+    return request.iImage;
+}
+
+std::wstring TextOf(HWND window) {
+    wchar_t text[512] = L"";
+    GetWindowTextW(window, text, ARRAYSIZE(text));
+    return text;
+}
+
+} // namespace
+
+FrameWindow::FrameWindow() {
+    CreateEx(0, L"Static", L"Frame", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 40, 40, 600, 700,
+             nullptr, nullptr);
+}
+
+LRESULT FrameWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_CONTEXTMENU) {
+        ++contextMenus;
+        return 0;
+    }
+    return CWnd::WindowProc(message, wParam, lParam);
+}
+
+void DialogFixture::Create() {
+    ASSERT_TRUE(m_dialog.Create(MXOVDocViewActiveXDlg::IDD, &m_frame));
+}
+
+void DialogFixture::Load() {
+    const std::wstring folder = m_package.PathWithSeparator();
+    m_dialog.SetPackageFolder(folder);
+    m_dialog.SetInformationFile(SettleInformationFile(folder));
+    m_dialog.LoadCatalogue();
+}
+
+std::vector<Row> DialogFixture::Rows(int list) const {
+    const HWND window = Item(list);
+    std::vector<Row> rows;
+    const auto count = static_cast<int>(SendMessageW(window, LVM_GETITEMCOUNT, 0, 0));
+    for (int item = 0; item < count; ++item) {
+        rows.push_back({ItemText(window, item, 0), ItemText(window, item, 1), ItemText(window, item, 2),
+                        ItemImageOf(window, item)});
+    }
+    return rows;
+}
+
+void DialogFixture::Select(int list, int item) const {
+    LVITEMW state = {};
+    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    state.state = item >= 0 ? state.stateMask : 0;
+    SendMessageW(Item(list), LVM_SETITEMSTATE, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&state));
+}
+
+void DialogFixture::Notify(int list, UINT code) const {
+    NMITEMACTIVATE notification = {};
+    notification.hdr = {Item(list), static_cast<UINT_PTR>(list), code};
+    SendMessageW(m_dialog.GetSafeHwnd(), WM_NOTIFY, static_cast<WPARAM>(list),
+                 reinterpret_cast<LPARAM>(&notification));
+}
+
+void DialogFixture::ClickHeader(int box) const {
+    SendMessageW(Item(box), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(10, 10));
+    SendMessageW(Item(box), WM_LBUTTONUP, 0, MAKELPARAM(10, 10));
+}
+
+void DialogFixture::Command(int id) const {
+    SendMessageW(m_dialog.GetSafeHwnd(), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(Item(id)));
+}
+
+MessageBoxAnswer::MessageBoxAnswer(int button)
+    : m_button(button), m_hook(SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId())) {
+    currentAnswer = this;
+}
+
+MessageBoxAnswer::~MessageBoxAnswer() {
+    UnhookWindowsHookEx(m_hook);
+    currentAnswer = nullptr;
+}
+
+LRESULT CALLBACK MessageBoxAnswer::Hook(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_ACTIVATE) {
+        currentAnswer->Read(reinterpret_cast<HWND>(wParam));
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+void MessageBoxAnswer::Read(HWND box) {
+    constexpr int kMessageText = 0xffff;
+    wchar_t name[16] = L"";
+    GetClassNameW(box, name, ARRAYSIZE(name));
+    if (std::wstring(name) != L"#32770" || !GetDlgItem(box, m_button)) {
+        return;
+    }
+    ++count;
+    title = TextOf(box);
+    text = TextOf(GetDlgItem(box, kMessageText));
+    owner = GetWindow(box, GW_OWNER);
+    PostMessageW(box, WM_COMMAND, MAKEWPARAM(m_button, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(box, m_button)));
+}
