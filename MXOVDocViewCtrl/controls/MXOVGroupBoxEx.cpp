@@ -34,7 +34,7 @@ void ShowAll(const CList<HWND, HWND>& windows) {
 } // namespace
 
 MXOVGroupBoxEx::MXOVGroupBoxEx() {
-    m_titleFont.CreateFont(13, 6, 0, 0, FW_BOLD, FALSE, FALSE, FALSE, 0, 0, 0, 0, FF_SWISS,
+    m_titleFont.CreateFont(13, 6, 0, 0, FW_BOLD, FALSE, FALSE, FALSE, 0, 0, 0, 0, FF_ROMAN,
                            L"MS Shell Dlg 2");
 }
 

@@ -1,3 +1,4 @@
 # The group boxes, which any dialog can use.
 set(MXOV_CONTROLS_SOURCES
+    ${CMAKE_CURRENT_LIST_DIR}/CollapseGroupBox.cpp
     ${CMAKE_CURRENT_LIST_DIR}/MXOVGroupBoxEx.cpp)

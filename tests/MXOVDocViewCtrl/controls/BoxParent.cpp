@@ -56,8 +56,8 @@ LRESULT CALLBACK BoxParent::Procedure(HWND window, UINT message, WPARAM wParam, 
     if (message == WM_COMMAND && self != nullptr) {
         const Command command{wParam, reinterpret_cast<HWND>(lParam)};
         self->m_commands.push_back(command);
-        if (self->onCommand != nullptr) {
-            self->onCommand(*self, command);
+        if (self->onCommand) {
+            self->onCommand(command);
         }
         return 0;
     }

@@ -3,7 +3,8 @@
 
 #include <windows.h>
 
-#include <string>
+#include <functional>
+#include <iosfwd>
 #include <vector>
 
 /// A command message as the parent received it.
@@ -44,7 +45,7 @@ public:
     int Erasures() const { return m_erasures; }
 
     /// What is run when a command arrives, while its sender waits.
-    void (*onCommand)(BoxParent& parent, const Command& command) = nullptr;
+    std::function<void(const Command&)> onCommand;
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -15,9 +15,15 @@ constexpr WORD kCollapsedIcon = 147;
 class SectionPaintTest : public SectionBoxTest {
 protected:
     /// The section as it looks when nothing is left to paint.
-    Picture Look() {
+    Picture Look() const {
         parent.Paint();
         return Picture(box.m_hWnd);
+    }
+
+    /// Has the section painted anew on an erased parent.
+    void Repaint() const {
+        RedrawWindow(parent.Window(), nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
     }
 
     /// How many pixels of the icon's place differ from the icon drawn on a plain ground.
@@ -71,7 +77,7 @@ TEST_F(SectionPaintTest, TitleKeepsItsColourWithoutTheFlag) {
     Bind();
     const Picture before = Look();
     box.m_useTitleColour = 0;
-    box.Invalidate();
+    Repaint();
     EXPECT_EQ(Look(), before);
 }
 
@@ -79,9 +85,7 @@ TEST_F(SectionPaintTest, TitleFollowsTheWindowText) {
     Bind();
     const Picture before = Look();
     box.SetWindowText(L"Setup Sheets");
-    parent.Paint();
-    box.GetParent()->Invalidate();
-    box.Invalidate();
+    Repaint();
     EXPECT_NE(Look(), before);
 }
 
@@ -127,9 +131,9 @@ TEST_F(SectionPaintTest, EnablingTakesTheGreyAway) {
     Bind();
     const Picture before = Look();
     box.EnableSection(false);
-    parent.Paint();
+    Repaint();
     box.EnableSection(true);
-    box.GetParent()->Invalidate();
+    Repaint();
     EXPECT_EQ(Look(), before);
 }
 

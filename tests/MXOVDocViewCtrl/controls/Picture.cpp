@@ -1,7 +1,5 @@
 #include "Picture.h"
 
-#include <winternl.h>
-
 Picture::Picture(HWND window) {
     RECT client;
     GetClientRect(window, &client);
@@ -60,7 +58,9 @@ int DrawingObjects() {
     static_assert(sizeof(Entry) == 24);
     constexpr size_t kTableOffset = 0xF8;
     constexpr int kTableSize = 16384;
-    const auto* const block = reinterpret_cast<const BYTE*>(NtCurrentTeb()->ProcessEnvironmentBlock);
+    const auto currentBlock = reinterpret_cast<const BYTE*(WINAPI*)()>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll"), "RtlGetCurrentPeb")));
+    const BYTE* const block = currentBlock();
     const auto* const table = *reinterpret_cast<const Entry* const*>(block + kTableOffset);
     int objects = 0;
     for (int i = 0; i < kTableSize; ++i) {

@@ -52,7 +52,7 @@ protected:
 
     /// Adds a control inside the box and one below it, and binds.
     void BindWithControls(const RECT& place = kPlace) {
-        inner = parent.AddControl({place.left + 10, place.top + 5, place.left + 50, place.bottom - 5});
+        inner = parent.AddControl({place.left + 10, place.top + 21, place.left + 50, place.bottom - 1});
         below = parent.AddControl({20, 300, 100, 340});
         Bind(place);
         parent.Paint();
