@@ -1,0 +1,47 @@
+#include "package/CaseFold.h"
+
+#include "package/Utf8.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace mxovshare {
+
+namespace {
+
+struct CaseRange {
+    char16_t first;
+    char16_t last;
+    std::uint16_t step;
+    std::int32_t distance;
+};
+
+constexpr CaseRange kCaseRanges[] = {
+#include "package/CaseFoldTable.inc"
+};
+
+char32_t FoldCharacter(char32_t character) {
+    if (character < 0x80)
+        return character >= 'a' && character <= 'z' ? character - ('a' - 'A') : character;
+    const auto* range = std::lower_bound(std::begin(kCaseRanges), std::end(kCaseRanges), character,
+                                         [](const CaseRange& r, char32_t c) { return r.last < c; });
+    if (range == std::end(kCaseRanges) || character < range->first ||
+        (character - range->first) % range->step != 0)
+        return character;
+    return static_cast<char32_t>(static_cast<std::int32_t>(character) + range->distance);
+}
+
+} // namespace
+
+std::string FoldCase(std::string_view text) {
+    std::string folded;
+    folded.reserve(text.size());
+    while (!text.empty()) {
+        const Utf8Character next = DecodeUtf8(text);
+        AppendUtf8(folded, FoldCharacter(next.code));
+        text.remove_prefix(next.length);
+    }
+    return folded;
+}
+
+} // namespace mxovshare

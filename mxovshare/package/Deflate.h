@@ -1,0 +1,25 @@
+// Compression of one piece of data at a time, so that pieces can be worked on independently of each other.
+#pragma once
+
+#include "package/ByteSource.h"
+
+#include <vector>
+
+namespace mxovshare {
+
+/// Data is compressed in pieces of this many bytes.
+inline constexpr std::size_t kDeflatePiece = 1024 * 1024;
+/// So many bytes in front of a piece help to compress it.
+inline constexpr std::size_t kDeflateDictionary = 32 * 1024;
+
+enum class DeflateEffort {
+    Normal,
+    EntropyOnly, ///< no repetition is used, so that nothing shrinks to less than an eighth
+};
+
+/// The deflated form of `piece`, which follows `dictionary` (at most kDeflateDictionary bytes of the same
+/// data). The results of all pieces of the data, one behind the other, are one deflate stream; `last` ends
+/// it.
+std::vector<std::uint8_t> DeflatePiece(Bytes piece, Bytes dictionary, bool last, DeflateEffort effort);
+
+} // namespace mxovshare

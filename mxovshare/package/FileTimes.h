@@ -1,0 +1,15 @@
+// Times of the file system and of the container.
+#pragma once
+
+#include "package/ZipEntry.h"
+
+#include <windows.h>
+
+namespace mxovshare {
+
+ZipTime ToZipTime(const FILETIME& utc);
+
+/// UTC; zero for a time that cannot be told.
+FILETIME ToFileTime(const ZipTime& time);
+
+} // namespace mxovshare

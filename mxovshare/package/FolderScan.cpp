@@ -1,0 +1,175 @@
+#include "package/FolderScan.h"
+
+#include "host/LongPath.h"
+#include "package/CaseFold.h"
+#include "package/EntryName.h"
+#include "package/FileTimes.h"
+#include "package/PackageWork.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <tuple>
+
+#include <windows.h>
+
+namespace mxovshare {
+
+namespace {
+
+class Search {
+public:
+    explicit Search(const std::wstring& folder) {
+        m_handle = FindFirstFileExW(LongPath(folder + L"\\*").c_str(), FindExInfoBasic, &m_data,
+                                    FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
+        m_found = m_handle != INVALID_HANDLE_VALUE;
+        Settle(folder);
+    }
+    ~Search() {
+        if (m_handle != INVALID_HANDLE_VALUE)
+            FindClose(m_handle);
+    }
+    Search(const Search&) = delete;
+    Search& operator=(const Search&) = delete;
+
+    explicit operator bool() const { return m_found; }
+    const WIN32_FIND_DATAW& operator*() const { return m_data; }
+    void Next(const std::wstring& folder) {
+        m_found = FindNextFileW(m_handle, &m_data) != FALSE;
+        Settle(folder);
+    }
+
+private:
+    void Settle(const std::wstring& folder) const {
+        const DWORD error = m_found ? ERROR_SUCCESS : GetLastError();
+        if (error != ERROR_SUCCESS && error != ERROR_NO_MORE_FILES && error != ERROR_FILE_NOT_FOUND)
+            ThrowFileFailure(L"cannot list", folder, error);
+    }
+
+    HANDLE m_handle;
+    WIN32_FIND_DATAW m_data = {};
+    bool m_found;
+};
+
+bool IsLink(const WIN32_FIND_DATAW& data) {
+    return (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           (data.dwReserved0 == IO_REPARSE_TAG_SYMLINK || data.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+}
+
+// Empty when the name is not valid Unicode.
+std::string ToUtf8(const wchar_t* text) {
+    const int units = static_cast<int>(std::wcslen(text));
+    const int size =
+        WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text, units, nullptr, 0, nullptr, nullptr);
+    std::string utf8(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text, units, utf8.data(), size, nullptr, nullptr);
+    return utf8;
+}
+
+bool IsSamePath(const std::wstring& left, const std::wstring& right) {
+    return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
+class Scanner {
+public:
+    explicit Scanner(const std::wstring& except) : m_except(LongPath(except)) {}
+
+    std::vector<FolderItem> Scan(const std::wstring& folder) {
+        m_folders.push_back({.item = {}, .path = folder, .isFolder = true});
+        bool isRoot = true;
+        while (!m_folders.empty()) {
+            const FolderItem next = std::move(m_folders.back());
+            m_folders.pop_back();
+            const bool isEmpty = ScanOne(next);
+            if (isEmpty && !isRoot)
+                m_items.push_back(next);
+            isRoot = false;
+        }
+        return std::move(m_items);
+    }
+
+private:
+    // True when there is nothing in the folder.
+    bool ScanOne(const FolderItem& folder) {
+        bool isEmpty = true;
+        for (Search found(folder.path); found; found.Next(folder.path)) {
+            const WIN32_FIND_DATAW& data = *found;
+            if (std::wcscmp(data.cFileName, L".") == 0 || std::wcscmp(data.cFileName, L"..") == 0)
+                continue;
+            isEmpty = false;
+            Take(folder, data);
+        }
+        return isEmpty;
+    }
+
+    void Take(const FolderItem& folder, const WIN32_FIND_DATAW& data) {
+        FolderItem found;
+        found.path = folder.path + L"\\" + data.cFileName;
+        found.isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        found.size = static_cast<std::uint64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
+        if (!m_except.empty() && IsSamePath(LongPath(found.path), m_except))
+            return;
+        if (IsLink(data))
+            Refuse(found.path, L"it is a link");
+        const std::string name = ToUtf8(data.cFileName);
+        if (name.empty())
+            Refuse(found.path, L"its name is not valid Unicode");
+        found.item.name = folder.item.name.empty() ? name : folder.item.name + "/" + name;
+        if (const std::string_view fault = EntryNameFault(found.item.name); !fault.empty())
+            Refuse(found.path, FromUtf8(fault));
+        constexpr DWORD kKept = kAttributeReadOnly | kAttributeHidden | kAttributeSystem | kAttributeArchive;
+        found.item.attributes = static_cast<std::uint8_t>(data.dwFileAttributes & kKept);
+        found.item.modified = ToZipTime(data.ftLastWriteTime);
+        (found.isFolder ? m_folders : m_items).push_back(std::move(found));
+    }
+
+    [[noreturn]] static void Refuse(const std::wstring& path, const std::wstring& reason) {
+        throw FileFailure{L"cannot pack \"" + path + L"\": " + reason};
+    }
+
+    std::wstring m_except;
+    std::vector<FolderItem> m_folders; // still to be scanned
+    std::vector<FolderItem> m_items;
+};
+
+int Rank(const std::string& folded) {
+    if (folded == "MXINFO.INI")
+        return 0;
+    return folded == "PRIVATE/MXINFO.INI" ? 1 : 2;
+}
+
+} // namespace
+
+std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::wstring& except) {
+    const DWORD attributes = GetFileAttributesW(LongPath(folder).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        ThrowFileFailure(L"cannot open folder", folder, GetLastError());
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+        throw FileFailure{L"cannot open folder \"" + folder + L"\": it is a file"};
+    std::wstring root = folder;
+    while (root.size() > 1 && (root.back() == L'\\' || root.back() == L'/'))
+        root.pop_back();
+    std::vector<FolderItem> items = Scanner(except).Scan(root);
+
+    struct Keyed {
+        int rank;
+        std::string folded;
+        std::size_t index;
+    };
+    std::vector<Keyed> order;
+    order.reserve(items.size());
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        std::string folded = FoldCase(items[i].item.name);
+        order.push_back({Rank(folded), std::move(folded), i});
+    }
+    std::ranges::sort(order, [&items](const Keyed& a, const Keyed& b) {
+        return std::tie(a.rank, a.folded, items[a.index].item.name) <
+               std::tie(b.rank, b.folded, items[b.index].item.name);
+    });
+    std::vector<FolderItem> sorted;
+    sorted.reserve(items.size());
+    for (const Keyed& key : order)
+        sorted.push_back(std::move(items[key.index]));
+    return sorted;
+}
+
+} // namespace mxovshare

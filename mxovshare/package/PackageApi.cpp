@@ -1,0 +1,83 @@
+#include "mxovpackage.h"
+
+#include "ini/IniInformation.h"
+#include "package/CaseFold.h"
+#include "package/DiskFile.h"
+#include "package/EntryReader.h"
+#include "package/FileTimes.h"
+#include "package/PackageContent.h"
+#include "package/PackFolder.h"
+#include "package/Unpack.h"
+
+#include <algorithm>
+
+namespace mxovshare {
+
+namespace {
+
+// Larger than any information file, and small enough to be read at once.
+constexpr std::uint64_t kLargestInformation = 64 * 1024 * 1024;
+
+PackageEntry Describe(const ZipEntry& entry) {
+    PackageEntry description;
+    description.name = RelativePath(entry);
+    description.size = entry.size;
+    description.packedSize = entry.packedSize;
+    description.crc32 = entry.crc32;
+    description.modified = ToFileTime(entry.modified);
+    description.isFolder = entry.isFolder;
+    return description;
+}
+
+const ZipEntry* FindFile(const std::vector<ZipEntry>& entries, std::string_view folded) {
+    const auto found = std::ranges::find_if(entries, [folded](const ZipEntry& entry) {
+        return !entry.isFolder && FoldCase(entry.name) == folded;
+    });
+    return found != entries.end() ? &*found : nullptr;
+}
+
+} // namespace
+
+PackageResult CreatePackage(const std::wstring& folder, const std::wstring& file,
+                            PackageProgress* progress) noexcept {
+    return RunPackageWork(file, [&] { PackFolder(folder, file, progress); });
+}
+
+PackageResult ListPackage(const std::wstring& file, std::vector<PackageEntry>& entries) noexcept {
+    return RunPackageWork(file, [&] {
+        entries.clear();
+        for (const ZipEntry& entry : ReadZipDirectory(DiskSource(file)))
+            entries.push_back(Describe(entry));
+    });
+}
+
+PackageResult UnpackPackage(const std::wstring& file, const std::wstring& folder,
+                            PackageProgress* progress) noexcept {
+    return RunPackageWork(file, [&] { UnpackInto(file, folder, progress); });
+}
+
+PackageResult VerifyPackage(const std::wstring& file, PackageProgress* progress) noexcept {
+    return RunPackageWork(file, [&] {
+        const DiskSource source(file);
+        const std::vector<ZipEntry> entries = ReadZipDirectory(source);
+        ProgressMeter meter(progress, TotalSize(entries));
+        CheckEntries(source, entries, meter);
+    });
+}
+
+PackageResult ReadInformation(const std::wstring& file, std::vector<InformationSection>& sections) noexcept {
+    return RunPackageWork(file, [&] {
+        sections.clear();
+        const DiskSource source(file);
+        const std::vector<ZipEntry> entries = ReadZipDirectory(source);
+        const ZipEntry* entry = FindFile(entries, "MXINFO.INI");
+        if (entry == nullptr)
+            entry = FindFile(entries, "PRIVATE/MXINFO.INI");
+        if (entry == nullptr)
+            return;
+        const std::vector<std::uint8_t> content = ReadWholeEntry(source, *entry, kLargestInformation);
+        sections = ParseInformation(std::string(content.begin(), content.end()));
+    });
+}
+
+} // namespace mxovshare

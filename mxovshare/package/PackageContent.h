@@ -1,0 +1,21 @@
+// Looking into packages.
+#pragma once
+
+#include "package/ByteSource.h"
+#include "package/PackageWork.h"
+#include "package/ZipDirectory.h"
+
+#include <string>
+#include <vector>
+
+namespace mxovshare {
+
+std::uint64_t TotalSize(const std::vector<ZipEntry>& entries);
+
+/// The entry's name as a path relative to the package folder, separated by "\".
+std::wstring RelativePath(const ZipEntry& entry);
+
+/// Reads every entry and checks it. Throws PackageError for the first fault.
+void CheckEntries(const ByteSource& source, const std::vector<ZipEntry>& entries, ProgressMeter& meter);
+
+} // namespace mxovshare

@@ -1,0 +1,68 @@
+#include "package/PackageWork.h"
+
+#include "package/PackageError.h"
+
+#include <new>
+
+namespace mxovshare {
+
+std::wstring FromUtf8(std::string_view text) {
+    const int size = static_cast<int>(text.size());
+    const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(length), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), length);
+    return wide;
+}
+
+std::wstring SystemReason(DWORD error) {
+    wchar_t text[512];
+    constexpr DWORD kFlags =
+        FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
+    const DWORD length =
+        FormatMessageW(kFlags, nullptr, error, 0, text, static_cast<DWORD>(std::size(text)), nullptr);
+    std::wstring reason(text, length);
+    reason.erase(reason.find_last_not_of(L" .\r\n") + 1);
+    return reason.empty() ? L"error " + std::to_wstring(error) : reason;
+}
+
+void ThrowFileFailure(std::wstring_view doing, const std::wstring& path, DWORD error) {
+    throw FileFailure{std::wstring(doing) + L" \"" + path + L"\": " + SystemReason(error)};
+}
+
+PackageResult RunPackageWork(const std::wstring& file, const std::function<void()>& work) noexcept {
+    PackageResult result;
+    try {
+        try {
+            work();
+            result.ok = true;
+        } catch (const Cancelled&) {
+            result.cancelled = true;
+        } catch (const FileFailure& failure) {
+            result.message = failure.message;
+        } catch (const PackageError& error) {
+            result.message = L"\"" + file + L"\": " + FromUtf8(error.what());
+        } catch (const std::bad_alloc&) {
+            result.message = L"\"" + file + L"\": there is not enough memory";
+        }
+    } catch (...) {
+        result.message.clear();
+    }
+    return result;
+}
+
+void ProgressMeter::Begin(std::wstring name) {
+    m_name = std::move(name);
+    Tell();
+}
+
+void ProgressMeter::Advance(std::uint64_t bytes) {
+    m_done += bytes;
+    Tell();
+}
+
+void ProgressMeter::Tell() {
+    if (m_listener != nullptr && !m_listener->OnProgress(m_name, m_done, m_total))
+        throw Cancelled();
+}
+
+} // namespace mxovshare

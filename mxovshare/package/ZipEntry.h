@@ -1,0 +1,40 @@
+// What a package says about one of its files or folders.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace mxovshare {
+
+/// A last-write time as the container holds it.
+struct ZipTime {
+    std::uint64_t fileTime = 0; ///< 100 ns since 1601, UTC; 0 when the package tells only the local time
+    std::uint32_t dosTime = 0;  ///< date and time in two seconds, local
+};
+
+/// DOS attributes that a package keeps.
+inline constexpr std::uint8_t kAttributeReadOnly = 0x01;
+inline constexpr std::uint8_t kAttributeHidden = 0x02;
+inline constexpr std::uint8_t kAttributeSystem = 0x04;
+inline constexpr std::uint8_t kAttributeFolder = 0x10;
+inline constexpr std::uint8_t kAttributeArchive = 0x20;
+
+/// What a producer chooses freely about an entry.
+struct ZipItem {
+    std::string name; ///< UTF-8, parts separated by "/", none at the end
+    ZipTime modified;
+    std::uint8_t attributes = 0;
+};
+
+struct ZipEntry : ZipItem {
+    std::uint64_t size = 0;
+    std::uint64_t packedSize = 0;
+    std::uint64_t headerOffset = 0;
+    std::uint64_t dataOffset = 0;
+    std::uint32_t crc32 = 0;
+    std::uint16_t method = 0;
+    std::uint16_t flags = 0;
+    bool isFolder = false;
+};
+
+} // namespace mxovshare
