@@ -1,0 +1,199 @@
+// Prints what a running viewer shows, seen from outside: `catalogue` its document lists for people, `windows`
+// all its windows as JSON for tests. Exit code 1: there is no viewer, or it cannot be read.
+#include "RemoteListView.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <stdexcept>
+#include <string_view>
+
+namespace {
+
+constexpr wchar_t kFrameClass[] = L"MXOVViewerFrame";
+constexpr int kFirstSection = 1000;
+constexpr int kFirstList = 1004;
+constexpr int kSections = 4;
+
+std::string Utf8(const std::wstring& text) {
+    std::string bytes(text.size() * 3, '\0');
+    bytes.resize(static_cast<std::size_t>(
+        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(),
+                            static_cast<int>(bytes.size()), nullptr, nullptr)));
+    return bytes;
+}
+
+std::wstring ClassName(HWND window) {
+    wchar_t name[256] = L"";
+    GetClassNameW(window, name, ARRAYSIZE(name));
+    return name;
+}
+
+std::wstring Text(HWND window) {
+    wchar_t text[4096] = L"";
+    Ask(window, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+std::vector<HWND> Children(HWND window) {
+    std::vector<HWND> children;
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        children.push_back(child);
+    return children;
+}
+
+HWND FindDescendant(HWND window, int id) {
+    for (const HWND child : Children(window)) {
+        if (GetDlgCtrlID(child) == id)
+            return child;
+        if (const HWND found = FindDescendant(child, id))
+            return found;
+    }
+    return nullptr;
+}
+
+// The visible top-level windows of the frame's process, the frame first.
+std::vector<HWND> TopLevelWindows(HWND frame) {
+    std::vector<HWND> windows = {frame};
+    EnumWindows(
+        [](HWND window, LPARAM parameter) -> BOOL {
+            auto& found = *reinterpret_cast<std::vector<HWND>*>(parameter);
+            DWORD wanted = 0;
+            DWORD process = 0;
+            GetWindowThreadProcessId(found.front(), &wanted);
+            GetWindowThreadProcessId(window, &process);
+            if (process == wanted && window != found.front() && IsWindowVisible(window))
+                found.push_back(window);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
+std::string Quoted(const std::wstring& text) {
+    std::string quoted = "\"";
+    for (const char character : Utf8(text)) {
+        if (character == '"' || character == '\\')
+            quoted += '\\';
+        if (static_cast<unsigned char>(character) < ' ') {
+            char escape[8] = "";
+            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(character));
+            quoted += escape;
+        } else {
+            quoted += character;
+        }
+    }
+    return quoted + '"';
+}
+
+template <class Items, class Format>
+std::string Array(const Items& items, Format format) {
+    std::string text = "[";
+    for (const auto& item : items)
+        text += (text.size() > 1 ? "," : "") + format(item);
+    return text + "]";
+}
+
+const char* Truth(bool value) {
+    return value ? "true" : "false";
+}
+
+std::string Number(HWND window) {
+    return std::to_string(reinterpret_cast<UINT_PTR>(window));
+}
+
+std::string ListJson(const ListContent& list) {
+    return ",\"extendedStyle\":" + std::to_string(list.extendedStyle) + ",\"columns\":" +
+           Array(list.columns,
+                 [](const ListColumn& column) {
+                     return "{\"title\":" + Quoted(column.title) +
+                            ",\"width\":" + std::to_string(column.width) + "}";
+                 }) +
+           ",\"rows\":" + Array(list.rows, [](const ListRow& row) {
+               return "{\"texts\":" + Array(row.texts, Quoted) + ",\"image\":" + std::to_string(row.image) +
+                      ",\"selected\":" + Truth(row.selected) + "}";
+           });
+}
+
+std::string WindowJson(HWND window) {
+    RECT area = {};
+    GetWindowRect(window, &area);
+    const std::wstring className = ClassName(window);
+    std::string json =
+        "{\"handle\":" + Number(window) + ",\"class\":" + Quoted(className) +
+        ",\"id\":" + std::to_string(GetDlgCtrlID(window)) + ",\"text\":" + Quoted(Text(window)) +
+        ",\"visible\":" + Truth(IsWindowVisible(window)) + ",\"enabled\":" + Truth(IsWindowEnabled(window)) +
+        ",\"rect\":" + Array(std::vector<LONG>{area.left, area.top, area.right, area.bottom}, [](LONG value) {
+            return std::to_string(value);
+        });
+    if (className == L"SysListView32")
+        json += ListJson(ReadListView(window));
+    return json + ",\"children\":" + Array(Children(window), WindowJson) + "}";
+}
+
+void PrintWindows(HWND frame) {
+    GUITHREADINFO thread = {};
+    thread.cbSize = sizeof thread;
+    GetGUIThreadInfo(GetWindowThreadProcessId(frame, nullptr), &thread);
+    std::printf("{\"focus\":%s,\"windows\":%s}\n", Number(thread.hwndFocus).c_str(),
+                Array(TopLevelWindows(frame), WindowJson).c_str());
+}
+
+const char* ImageText(int image) {
+    constexpr const char* kTexts[] = {"linked", "missing", "in package"};
+    return image >= 0 && image < static_cast<int>(std::size(kTexts)) ? kTexts[image] : "?";
+}
+
+void PrintLine(const std::vector<std::wstring>& cells, const char* end) {
+    constexpr std::size_t kWidths[] = {34, 9, 21};
+    std::wstring line;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        const std::size_t width = i < std::size(kWidths) ? kWidths[i] : 12;
+        line += cells[i] + std::wstring(cells[i].size() < width ? width - cells[i].size() : 1, L' ');
+    }
+    std::printf("  %s%s\n", Utf8(line).c_str(), end);
+}
+
+void PrintSection(HWND box, HWND list) {
+    const ListContent content = ReadListView(list);
+    std::printf("%s%s\n", Utf8(Text(box)).c_str(), IsWindowVisible(list) ? "" : " (hidden)");
+    std::vector<std::wstring> titles;
+    for (const ListColumn& column : content.columns)
+        titles.push_back(column.title);
+    PrintLine(titles, "Image");
+    for (const ListRow& row : content.rows)
+        PrintLine(row.texts, (std::to_string(row.image) + " " + ImageText(row.image)).c_str());
+}
+
+void PrintCatalogue(HWND frame) {
+    std::printf("%s\n", Utf8(Text(frame)).c_str());
+    for (int i = 0; i < kSections; ++i) {
+        const HWND box = FindDescendant(frame, kFirstSection + i);
+        const HWND list = FindDescendant(frame, kFirstList + i);
+        if (!box || !list)
+            throw std::runtime_error("the viewer shows no document lists");
+        PrintSection(box, list);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::string_view command = argc == 2 ? argv[1] : "";
+    if (command != "catalogue" && command != "windows") {
+        std::fputs("usage: WindowDump catalogue|windows\n", stderr);
+        return 2;
+    }
+    try {
+        const HWND frame = FindWindowW(kFrameClass, nullptr);
+        if (!frame || !IsWindowVisible(frame))
+            throw std::runtime_error("no viewer is open");
+        if (command == "windows")
+            PrintWindows(frame);
+        else
+            PrintCatalogue(frame);
+        return 0;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "WindowDump: %s\n", error.what());
+        return 1;
+    }
+}

@@ -1,0 +1,159 @@
+"""Drives a running viewer from outside with a real mouse and keyboard, and reads what its windows show.
+
+Needs a display and the Wine prefix of the build tree (tools/with-display, tools/install-in-prefix).
+"""
+import json
+import os
+import pathlib
+import subprocess
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+BUILD = pathlib.Path(os.environ.get('MXOV_BUILD', ROOT / 'build'))
+SCREENSHOTS = BUILD / 'screenshots'
+PROGRAM = 'MXOV Viewer'
+SECTIONS = (1000, 1001, 1002, 1003)
+LISTS = (1004, 1005, 1006, 1007)
+PATIENCE = 60  # seconds
+
+
+def windows_path(path):
+    """The name under which a Wine program sees a file of this system."""
+    return 'Z:' + str(pathlib.Path(path).absolute()).replace('/', '\\')
+
+
+class Window:
+    """One window as it was when the snapshot was taken."""
+
+    def __init__(self, data):
+        self.handle, self.class_name, self.id = data['handle'], data['class'], data['id']
+        self.text, self.visible, self.enabled = data['text'], data['visible'], data['enabled']
+        self.rect = tuple(data['rect'])
+        self.columns = [(column['title'], column['width']) for column in data.get('columns', [])]
+        self.rows = [(*row['texts'], row['image']) for row in data.get('rows', [])]
+        self.selected = [index for index, row in enumerate(data.get('rows', [])) if row['selected']]
+        self.children = [Window(child) for child in data['children']]
+
+    @property
+    def top(self):
+        return self.rect[1]
+
+    @property
+    def size(self):
+        return self.rect[2] - self.rect[0], self.rect[3] - self.rect[1]
+
+    def walk(self):
+        yield self
+        for child in self.children:
+            yield from child.walk()
+
+    def find(self, **wanted):
+        """The first window inside, this one included, with these attributes; None when there is none."""
+        return next((window for window in self.walk()
+                     if all(getattr(window, name) == value for name, value in wanted.items())), None)
+
+
+class Snapshot:
+    """All visible top-level windows of the viewer at one moment."""
+
+    def __init__(self, data):
+        self.focus = data['focus']
+        self.frame, *self.others = [Window(window) for window in data['windows']]
+
+    def item(self, number):
+        """A control of the embedded dialog by its number."""
+        return self.frame.find(id=number)
+
+    def lists(self):
+        return [self.item(number) for number in LISTS]
+
+    def boxes(self):
+        return [self.item(number) for number in SECTIONS]
+
+    def dialog(self):
+        """The first other window, such as a message box; None when there is none."""
+        return self.others[0] if self.others else None
+
+    def texts(self):
+        """Everything written in the first other window."""
+        return '\n'.join(window.text for window in self.dialog().walk()) if self.others else ''
+
+
+class Viewer:
+    """A viewer process. `with Viewer(...)` ends it in any case; `close` ends it as a user does."""
+
+    def __init__(self, *arguments):
+        self.log = open(BUILD / 'viewer.log', 'w', encoding='utf-8')
+        self.process = subprocess.Popen(['wine', windows_path(BUILD / 'bin/viewer.exe'), *arguments],
+                                        stdout=self.log, stderr=subprocess.STDOUT)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        if self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+        self.log.close()
+
+    @staticmethod
+    def dump(command):
+        run = subprocess.run(['wine', windows_path(BUILD / 'tests/WindowDump.exe'), command], capture_output=True,
+                             check=False)
+        return run.stdout.decode('utf-8').replace('\r\n', '\n') if run.returncode == 0 else None
+
+    def snapshot(self):
+        """What is shown now; None while there is no window."""
+        text = self.dump('windows')
+        return Snapshot(json.loads(text)) if text else None
+
+    def wait(self, what, condition):
+        """Waits until the condition holds for a snapshot, and gives that snapshot."""
+        end = time.monotonic() + PATIENCE
+        snapshot = None
+        while time.monotonic() < end:
+            ended = self.process.poll()
+            snapshot = self.snapshot()
+            if snapshot and condition(snapshot):
+                return snapshot
+            if ended is not None:
+                raise AssertionError(f'{what}: the viewer ended with {ended}')
+            time.sleep(0.05)
+        self.photograph('failure')
+        shown = [window.text for window in [snapshot.frame, *snapshot.others]] if snapshot else 'no window'
+        raise AssertionError(f'{what}: not within {PATIENCE} seconds; shown: {shown}')
+
+    def wait_for_package(self, name):
+        return self.wait(f'{name} is open', lambda s: s.frame.text == f'{name} - {PROGRAM}' and not s.others)
+
+    def wait_for_dialog(self, what):
+        return self.wait(what, lambda s: s.dialog() is not None)
+
+    def wait_for_no_dialog(self, what):
+        return self.wait(what, lambda s: s.dialog() is None)
+
+    @staticmethod
+    def do(*words):
+        subprocess.run(['xdotool', *map(str, words)], check=True)
+
+    def move(self, x, y):
+        self.do('mousemove', '--sync', x, y)
+
+    def click(self, x, y, button=1):
+        self.do('mousemove', x, y, 'click', button)
+
+    def press(self, *keys):
+        self.do('key', '--clearmodifiers', *keys)
+
+    def type(self, text):
+        self.do('type', '--delay', 5, text)
+
+    @staticmethod
+    def photograph(name):
+        SCREENSHOTS.mkdir(parents=True, exist_ok=True)
+        subprocess.run(['import', '-window', 'root', SCREENSHOTS / f'{name}.png'], check=True)
+
+    def close(self):
+        """Closes the window with the keyboard; gives the exit code."""
+        self.press('alt+F4')
+        return self.process.wait(PATIENCE)
