@@ -46,14 +46,16 @@ const IniDocument& CachedIniFile::Document() {
     return *m_document;
 }
 
-bool CachedIniFile::Apply(const IniEdit& edit) {
+bool CachedIniFile::Apply(std::span<const IniEdit> edits) {
     Look(Now());
-    m_unsaved.push_back(edit);
     try {
-        if (!Perform(*m_document, edit))
-            m_unsaved.pop_back();
-        else
-            ForgetOverwritten();
+        for (const IniEdit& edit : edits) {
+            m_unsaved.push_back(edit);
+            if (!Perform(*m_document, edit))
+                m_unsaved.pop_back();
+            else
+                ForgetOverwritten();
+        }
         const bool saved = HasUnsaved() && m_readable && Save();
         m_lastUse = Now();
         return saved;
@@ -100,6 +102,8 @@ void CachedIniFile::Load(std::uint64_t now) {
     if (reading == FileReading::Missing && m_stamp.exists)
         m_unsaved.clear();
     m_readable = reading != FileReading::Failed;
+    if (!m_readable)
+        m_saveError = ERROR_OPEN_FAILED;
     Settle(stamp, now);
     if (m_document && !HasUnsaved() && bytes == m_document->Bytes())
         return;
@@ -121,10 +125,10 @@ void CachedIniFile::Settle(const FileStamp& stamp, std::uint64_t now) {
 bool CachedIniFile::Save() {
     AtomicFile file(m_path);
     const std::string& bytes = m_document->Bytes();
-    if (!file.Write(bytes.data(), bytes.size()))
-        return false;
-    const FileStamp written = StampOf(file.Handle());
-    if (!file.Commit())
+    const FileStamp written = file.Write(bytes.data(), bytes.size()) ? StampOf(file.Handle()) : FileStamp();
+    const bool saved = file.Commit();
+    m_saveError = file.Error();
+    if (!saved)
         return false;
     m_unsaved.clear();
     m_lastLoad = Now();

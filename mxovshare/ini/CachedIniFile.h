@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -32,10 +33,14 @@ public:
     /// The document as it is now; empty for a file that is missing or cannot be read.
     const IniDocument& Document();
 
-    /// Changes the document and writes the file. Gives whether the file on the disk was replaced.
-    bool Apply(const IniEdit& edit);
+    /// Changes the document and writes the file once. Gives whether the file on the disk was replaced.
+    bool Apply(std::span<const IniEdit> edits);
 
     bool HasUnsaved() const { return !m_unsaved.empty(); }
+
+    /// The system's code for why the changes could not be written last time; meaningless without unsaved
+    /// ones.
+    DWORD SaveError() const { return m_saveError; }
 
     /// Makes the next call look at the file even within a burst.
     void LookAgain() { m_lastLook = kNever; }
@@ -56,8 +61,9 @@ private:
     std::unique_ptr<IniDocument> m_document; // none before the first load and after a failure half-way
     bool m_readable = false;
     FileStamp m_stamp;
-    bool m_settled = false;           // a change of the file cannot leave its stamp as it is any more
-    std::vector<IniEdit> m_unsaved;   // in force in the document, not yet in the file
+    bool m_settled = false;         // a change of the file cannot leave its stamp as it is any more
+    std::vector<IniEdit> m_unsaved; // in force in the document, not yet in the file
+    DWORD m_saveError = ERROR_SUCCESS;
     std::uint64_t m_lastUse = kNever; // these in microseconds
     std::uint64_t m_lastLook = kNever;
     std::uint64_t m_lastLoad = kNever;

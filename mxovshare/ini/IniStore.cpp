@@ -26,12 +26,21 @@ std::wstring IniStore::Value(const std::wstring& section, const std::wstring& ke
 
 void IniStore::SetValue(const std::wstring& section, const std::wstring& key, const std::wstring& value,
                         const std::wstring& file) {
-    if (!key.empty())
-        Apply({ToUtf16(section), ToUtf16(key), ToUtf16(value)}, file);
+    SetValues(section, {{key, value}}, file);
+}
+
+DWORD IniStore::SetValues(const std::wstring& section, const IniValues& values, const std::wstring& file) {
+    std::vector<IniEdit> edits;
+    for (const auto& [key, value] : values) {
+        if (!key.empty())
+            edits.push_back({ToUtf16(section), ToUtf16(key), ToUtf16(value)});
+    }
+    return Apply(edits, file);
 }
 
 void IniStore::RemoveSection(const std::wstring& section, const std::wstring& file) {
-    Apply({ToUtf16(section), {}, {}}, file);
+    const IniEdit edit = {ToUtf16(section), {}, {}};
+    Apply({&edit, 1}, file);
 }
 
 std::vector<std::wstring> IniStore::SectionNames(const std::wstring& prefix, const std::wstring& file) {
@@ -65,12 +74,14 @@ CachedIniFile& IniStore::Open(const std::wstring& file) {
     return *m_files.front();
 }
 
-void IniStore::Apply(const IniEdit& edit, const std::wstring& file) {
+DWORD IniStore::Apply(std::span<const IniEdit> edits, const std::wstring& file) {
     const std::lock_guard lock(m_mutex);
-    if (!Open(file).Apply(edit))
-        return;
-    for (const auto& cached : m_files) // the same file may be known under another path
-        cached->LookAgain();
+    CachedIniFile& cached = Open(file);
+    if (cached.Apply(edits)) {
+        for (const auto& other : m_files) // the same file may be known under another path
+            other->LookAgain();
+    }
+    return cached.HasUnsaved() ? cached.SaveError() : ERROR_SUCCESS;
 }
 
 } // namespace mxovshare

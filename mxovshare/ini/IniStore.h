@@ -6,10 +6,15 @@
 
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace mxovshare {
+
+/// Keys and their values.
+using IniValues = std::vector<std::pair<std::wstring, std::wstring>>;
 
 /// Reads and writes keys of INI files named by path. Safe to call from any thread. Failures of the file
 /// system are not told: what cannot be read is empty, what cannot be written is kept and goes out with the
@@ -23,6 +28,11 @@ public:
     void SetValue(const std::wstring& section, const std::wstring& key, const std::wstring& value,
                   const std::wstring& file);
     void RemoveSection(const std::wstring& section, const std::wstring& file);
+
+    /// Sets several keys of a section in one write. Gives the system's code for why the file on the disk does
+    /// not hold all changes made so far; ERROR_SUCCESS when it does.
+    DWORD SetValues(const std::wstring& section, const IniValues& values, const std::wstring& file);
+
     std::vector<std::wstring> SectionNames(const std::wstring& prefix, const std::wstring& file);
     int LastIndex(const std::wstring& prefix, const std::wstring& file);
 
@@ -31,7 +41,7 @@ public:
 
 private:
     CachedIniFile& Open(const std::wstring& file);
-    void Apply(const IniEdit& edit, const std::wstring& file);
+    DWORD Apply(std::span<const IniEdit> edits, const std::wstring& file);
 
     std::mutex m_mutex;
     SystemText m_text;
