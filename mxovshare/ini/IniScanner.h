@@ -55,6 +55,14 @@ private:
         return text;
     }
 
+    // A name ends at a NUL, as for every plain reader.
+    IniRange NameIn(IniRange text) const {
+        std::uint32_t end = text.begin;
+        while (end < text.end && At(end) != u'\0')
+            end += Units::kSize;
+        return Trimmed({text.begin, end});
+    }
+
     bool Header(IniRange line, IniRange text) {
         std::uint32_t close = text.begin;
         for (std::uint32_t at = text.begin; at < text.end; at += Units::kSize) {
@@ -67,7 +75,7 @@ private:
         if (close == text.begin)
             return false;
         m_section = static_cast<std::uint32_t>(m_index.m_sections.size());
-        m_index.AddSection(line, Trimmed({text.begin + Units::kSize, close}));
+        m_index.AddSection(line, NameIn({text.begin + Units::kSize, close}));
         return true;
     }
 
@@ -80,7 +88,7 @@ private:
         std::uint32_t equals = text.begin;
         while (equals < text.end && At(equals) != u'=')
             equals += Units::kSize;
-        IniKey key = {Trimmed({text.begin, equals}), {equals, equals}, m_section, equals < text.end};
+        IniKey key = {NameIn({text.begin, equals}), {equals, equals}, m_section, equals < text.end};
         if (key.hasValue)
             key.value = Trimmed({equals + Units::kSize, text.end});
         if (!section.shadowed && key.name.begin < key.name.end)
