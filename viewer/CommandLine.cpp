@@ -16,9 +16,9 @@ bool IsOption(std::wstring_view argument) {
 
 std::wstring UsageText() {
     return L"viewer.exe [--language NAME] [PACKAGE]\n\n"
-           L"PACKAGE\t\tmachining package (*.mxov) to open\n"
-           L"--language NAME\tlanguage of the document lists, such as English\n"
-           L"--help\t\tthis text";
+           L"PACKAGE is the machining package (*.mxov) to open.\n"
+           L"--language NAME sets the language of the document lists, such as English.\n"
+           L"--help shows this text.";
 }
 
 CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {

@@ -47,8 +47,7 @@ int RunWindow(const CommandLine& line, int show) {
         MessageBoxW(nullptr, error.c_str(), MainWindow::kProgramName, MB_OK | MB_ICONERROR);
         return kFailed;
     }
-    ShowWindow(window.Handle(), show);
-    UpdateWindow(window.Handle());
+    window.Show(show);
     if (!line.package.empty())
         window.OpenPackage(line.package);
     MSG message = {};

@@ -3,6 +3,7 @@
 #include "FileDialog.h"
 #include "Paths.h"
 #include "resources/resource.h"
+#include "WindowPlacement.h"
 
 #include <commctrl.h>
 #include <shellapi.h>
@@ -16,7 +17,8 @@ namespace {
 constexpr wchar_t kClass[] = L"MXOVViewerFrame";
 constexpr int kGap = 1; // between control and preview, at 96 dots per inch
 constexpr int kLeastPreview = 220;
-constexpr int kUsualPreview = 520;
+constexpr int kUsualPreview = 620;
+constexpr int kUsualHeight = 640;
 constexpr int kFactsWidth = 160;
 
 // A menu text that shows a path, shortened in the middle, with a digit to choose it by.
@@ -40,6 +42,9 @@ std::wstring MainWindow::Create() {
     WNDCLASSEXW windowClass = {};
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(IDI_VIEWER));
+    windowClass.hIconSm = static_cast<HICON>(LoadImageW(instance, MAKEINTRESOURCEW(IDI_VIEWER), IMAGE_ICON,
+                                                        GetSystemMetrics(SM_CXSMICON),
+                                                        GetSystemMetrics(SM_CYSMICON), LR_SHARED));
     windowClass.hbrBackground = GetSysColorBrush(COLOR_3DSHADOW);
     windowClass.lpszMenuName = MAKEINTRESOURCEW(IDR_MAIN);
     windowClass.lpszClassName = kClass;
@@ -49,15 +54,16 @@ std::wstring MainWindow::Create() {
     m_accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_MAIN));
     if (std::wstring error = m_control.Create(Handle(), IDC_CONTROL); !error.empty())
         return error;
-    RECT status = {};
-    GetWindowRect(m_status, &status);
-    const SIZE control = ControlSize();
-    RECT frame = {0, 0, control.cx + Scale(kGap + kUsualPreview), control.cy + status.bottom - status.top};
-    AdjustWindowRectExForDpi(&frame, WS_OVERLAPPEDWINDOW, TRUE, 0, GetDpiForWindow(Handle()));
-    SetWindowPos(Handle(), nullptr, 0, 0, frame.right - frame.left, frame.bottom - frame.top,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    const SIZE usual = FrameSize(kUsualPreview, kUsualHeight);
+    SetWindowPos(Handle(), nullptr, 0, 0, usual.cx, usual.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    m_maximised = RestorePlacement(Handle(), kSettingsKey);
     ShowPackage();
     return {};
+}
+
+void MainWindow::Show(int show) {
+    ShowWindow(Handle(), m_maximised && show == SW_SHOWNORMAL ? SW_SHOWMAXIMIZED : show);
+    UpdateWindow(Handle());
 }
 
 bool MainWindow::PreTranslate(MSG& message) {
@@ -100,6 +106,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         OnUnpacked();
         return 0;
     case WM_QUERYENDSESSION:
+        CancelOpening();
         ClosePackage();
         return TRUE;
     case WM_CLOSE:
@@ -142,12 +149,20 @@ void MainWindow::OnSize() {
 void MainWindow::OnMinMaxInfo(MINMAXINFO& info) const {
     if (!m_status)
         return;
+    const SIZE least = FrameSize(kLeastPreview, 0);
+    info.ptMinTrackSize = {least.cx, least.cy};
+}
+
+// The outer size that leaves the preview this width, and the control at least this height and all that it
+// needs.
+SIZE MainWindow::FrameSize(int previewWidth, int leastHeight) const {
     RECT status = {};
     GetWindowRect(m_status, &status);
     const SIZE control = ControlSize();
-    RECT frame = {0, 0, control.cx + Scale(kGap + kLeastPreview), control.cy + status.bottom - status.top};
+    RECT frame = {0, 0, control.cx + Scale(kGap + previewWidth),
+                  std::max<LONG>(control.cy, Scale(leastHeight)) + status.bottom - status.top};
     AdjustWindowRectExForDpi(&frame, WS_OVERLAPPEDWINDOW, TRUE, 0, GetDpiForWindow(Handle()));
-    info.ptMinTrackSize = {frame.right - frame.left, frame.bottom - frame.top};
+    return {frame.right - frame.left, frame.bottom - frame.top};
 }
 
 void MainWindow::OnInitMenuPopup(HMENU menu) {
@@ -211,6 +226,7 @@ void MainWindow::OnClose() {
         return;
     CancelOpening();
     ClosePackage();
+    StorePlacement(Handle(), kSettingsKey);
     DestroyWindow(Handle());
 }
 
@@ -240,7 +256,8 @@ void MainWindow::ShowAbout() {
     box.cbSize = sizeof box;
     box.hwndOwner = Handle();
     box.hInstance = GetModuleHandleW(nullptr);
-    box.lpszText = L"MXOV Viewer 1.0.0\n\nOpens machining packages and shows their documents.";
+    box.lpszText =
+        L"MXOV Viewer " MXOV_VIEWER_VERSION L"\n\nOpens machining packages and shows their documents.";
     box.lpszCaption = L"About MXOV Viewer";
     box.dwStyle = MB_OK | MB_USERICON;
     box.lpszIcon = MAKEINTRESOURCEW(IDI_VIEWER);

@@ -28,6 +28,10 @@ public:
     /// empty on success.
     [[nodiscard]] std::wstring Create();
 
+    /// Shows the window, maximised when it was at the end of the last run and `show` asks for nothing
+    /// special.
+    void Show(int show);
+
     /// Opens a package in place of the open one. What is wrong with it is told to the user, and the open
     /// package stays as it was.
     void OpenPackage(const std::wstring& path);
@@ -65,6 +69,7 @@ private:
     void ShowAbout();
     void Complain(const std::wstring& text);
     [[nodiscard]] SIZE ControlSize() const;
+    [[nodiscard]] SIZE FrameSize(int previewWidth, int leastHeight) const;
     [[nodiscard]] bool IsOpening() const { return m_task != nullptr; }
 
     RecentPackages m_recent;
@@ -72,6 +77,7 @@ private:
     HWND m_status = nullptr;
     HACCEL m_accelerators = nullptr;
     HWND m_lastFocus = nullptr;
+    bool m_maximised = false; // at the end of the last run
     bool m_closing = false;   // the control may be asking a question
     bool m_reopening = false; // what is being unpacked is the open package
     std::wstring m_facts;     // number and size of the open package's files

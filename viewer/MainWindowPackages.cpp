@@ -24,6 +24,18 @@ std::wstring FactsText(const UnpackTask::Outcome& outcome) {
            SizeText(outcome.bytes);
 }
 
+// True while the object lives.
+class ScopedFlag {
+public:
+    explicit ScopedFlag(bool& flag) : m_flag(flag) { m_flag = true; }
+    ~ScopedFlag() { m_flag = false; }
+    ScopedFlag(const ScopedFlag&) = delete;
+    ScopedFlag& operator=(const ScopedFlag&) = delete;
+
+private:
+    bool& m_flag;
+};
+
 } // namespace
 
 void MainWindow::OpenPackage(const std::wstring& path) {
@@ -102,7 +114,7 @@ void MainWindow::SwitchTo(std::unique_ptr<PackageSession> session, const std::ws
 }
 
 void MainWindow::ClosePackage() {
-    if (!m_session || m_closing)
+    if (!m_session || m_closing || IsOpening())
         return;
     CloseInControl();
     m_control.ClearAllData();
@@ -115,9 +127,8 @@ void MainWindow::ClosePackage() {
 void MainWindow::CloseInControl() {
     if (!m_session)
         return;
-    m_closing = true;
+    const ScopedFlag closing(m_closing);
     m_control.ClosePackage();
-    m_closing = false;
 }
 
 void MainWindow::ShowPackage() {

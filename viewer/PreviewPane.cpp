@@ -16,6 +16,7 @@ constexpr COLORREF kCardEdge = RGB(208, 213, 220);
 constexpr COLORREF kHeading = RGB(0, 102, 178);
 constexpr COLORREF kText = RGB(84, 92, 104);
 constexpr int kMargin = 24;
+constexpr int kIconSide = 48;
 constexpr int kLargestGrowth = 3; // a small picture is shown at most this much enlarged
 
 // The current objects and colours of a device context, put back at the end.
@@ -102,6 +103,9 @@ void PreviewPane::Clear() {
 LRESULT PreviewPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_CREATE:
+        LoadPackageIcon();
+        MakeFonts();
+        break;
     case WM_SETTINGCHANGE:
         MakeFonts();
         break;
@@ -116,6 +120,12 @@ LRESULT PreviewPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return Default(message, wParam, lParam);
 }
 
+void PreviewPane::LoadPackageIcon() {
+    const int side = Scale(kIconSide);
+    m_packageIcon.reset(static_cast<HICON>(LoadImageW(
+        GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_PACKAGE), IMAGE_ICON, side, side, LR_DEFAULTCOLOR)));
+}
+
 void PreviewPane::MakeFonts() {
     NONCLIENTMETRICSW metrics = {};
     metrics.cbSize = sizeof metrics;
@@ -123,7 +133,7 @@ void PreviewPane::MakeFonts() {
     LOGFONTW font = metrics.lfMessageFont;
     m_textFont.reset(CreateFontIndirectW(&font));
     font.lfHeight = font.lfHeight * 2;
-    font.lfWeight = FW_SEMIBOLD;
+    font.lfWeight = FW_BOLD;
     m_headingFont.reset(CreateFontIndirectW(&font));
 }
 
@@ -158,6 +168,11 @@ void PreviewPane::Paint(HDC dc, const RECT& area) const {
 }
 
 void PreviewPane::PaintInvitation(HDC dc, const RECT& area) const {
+    const int side = Scale(kIconSide);
+    const int middle = (area.top + area.bottom) / 2;
+    const int left = (area.left + area.right - side) / 2;
+    DrawIconEx(dc, left, middle - side - Scale(kMargin), m_packageIcon.get(), side, side, 0, nullptr,
+               DI_NORMAL);
     WriteCentred(dc, m_textFont.get(), kInvitation, area);
 }
 

@@ -24,11 +24,13 @@ private:
     void PaintInvitation(HDC dc, const RECT& area) const;
     void PaintPackage(HDC dc, const RECT& area) const;
     void PaintPicture(HDC dc, const RECT& area) const;
+    void LoadPackageIcon();
     void MakeFonts();
 
     bool m_hasPackage = false;
     PackageSummary m_summary;
     UniqueBitmap m_picture;
+    UniqueIcon m_packageIcon;
     UniqueFont m_headingFont;
     UniqueFont m_textFont;
 };
