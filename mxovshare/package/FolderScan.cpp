@@ -4,6 +4,7 @@
 #include "package/CaseFold.h"
 #include "package/EntryName.h"
 #include "package/FileTimes.h"
+#include "package/FolderPath.h"
 #include "package/PackageWork.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ namespace {
 class Search {
 public:
     explicit Search(const std::wstring& folder) {
-        m_handle = FindFirstFileExW(LongPath(folder + L"\\*").c_str(), FindExInfoBasic, &m_data,
+        m_handle = FindFirstFileExW(LongPath(JoinPath(folder, L"*")).c_str(), FindExInfoBasic, &m_data,
                                     FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
         m_found = m_handle != INVALID_HANDLE_VALUE;
         Settle(folder);
@@ -103,7 +104,7 @@ private:
 
     void Take(const FolderItem& folder, const WIN32_FIND_DATAW& data) {
         FolderItem found;
-        found.path = folder.path + L"\\" + data.cFileName;
+        found.path = JoinPath(folder.path, data.cFileName);
         found.isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         found.size = static_cast<std::uint64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
         if (!m_except.empty() && IsSamePath(LongPath(found.path), m_except))
@@ -137,19 +138,7 @@ int Rank(const std::string& folded) {
     return folded == "PRIVATE/MXINFO.INI" ? 1 : 2;
 }
 
-} // namespace
-
-std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::wstring& except) {
-    const DWORD attributes = GetFileAttributesW(LongPath(folder).c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES)
-        ThrowFileFailure(L"cannot open folder", folder, GetLastError());
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
-        throw FileFailure{L"cannot open folder \"" + folder + L"\": it is a file"};
-    std::wstring root = folder;
-    while (root.size() > 1 && (root.back() == L'\\' || root.back() == L'/'))
-        root.pop_back();
-    std::vector<FolderItem> items = Scanner(except).Scan(root);
-
+std::vector<FolderItem> Sorted(std::vector<FolderItem> items) {
     struct Keyed {
         int rank;
         std::string folded;
@@ -170,6 +159,17 @@ std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::wstrin
     for (const Keyed& key : order)
         sorted.push_back(std::move(items[key.index]));
     return sorted;
+}
+
+} // namespace
+
+std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::wstring& except) {
+    const DWORD attributes = GetFileAttributesW(LongPath(folder).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        ThrowFileFailure(L"cannot open folder", folder, GetLastError());
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+        throw FileFailure{L"cannot open folder \"" + folder + L"\": it is a file"};
+    return Sorted(Scanner(except).Scan(FolderPath(folder)));
 }
 
 } // namespace mxovshare

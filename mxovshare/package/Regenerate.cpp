@@ -2,6 +2,7 @@
 
 #include "host/LongPath.h"
 #include "ini/IniStore.h"
+#include "package/FolderPath.h"
 #include "package/Notice.h"
 #include "package/PackageWork.h"
 #include "package/PackFolder.h"
@@ -22,11 +23,10 @@ bool IsFile(const std::wstring& path) {
 }
 
 std::wstring FindInformation(const std::wstring& folder) {
-    const bool isClosed = folder.ends_with(L'\\') || folder.ends_with(L'/');
-    const std::wstring base = isClosed ? folder : folder + L"\\";
     for (const wchar_t* name : {L"mxinfo.ini", L"Private\\mxinfo.ini"}) {
-        if (IsFile(base + name))
-            return base + name;
+        const std::wstring path = JoinPath(folder, name);
+        if (IsFile(path))
+            return path;
     }
     throw FileFailure{L"there is no mxinfo.ini in the folder \"" + folder + L"\""};
 }

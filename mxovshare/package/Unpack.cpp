@@ -4,6 +4,7 @@
 #include "package/DiskFile.h"
 #include "package/EntryReader.h"
 #include "package/FileTimes.h"
+#include "package/FolderPath.h"
 #include "package/PackageContent.h"
 
 #include <vector>
@@ -45,7 +46,7 @@ bool IsFolder(const std::wstring& path) {
 
 bool IsEmptyFolder(const std::wstring& path) {
     WIN32_FIND_DATAW data = {};
-    const HANDLE search = FindFirstFileW(LongPath(path + L"\\*").c_str(), &data);
+    const HANDLE search = FindFirstFileW(LongPath(JoinPath(path, L"*")).c_str(), &data);
     if (search == INVALID_HANDLE_VALUE)
         return true;
     bool isEmpty = true;
@@ -60,7 +61,7 @@ bool IsEmptyFolder(const std::wstring& path) {
 class Unpacker {
 public:
     Unpacker(const std::wstring& file, const std::wstring& folder)
-        : m_source(file), m_entries(ReadZipDirectory(m_source)), m_folder(folder) {}
+        : m_source(file), m_entries(ReadZipDirectory(m_source)), m_folder(FolderPath(folder)) {}
 
     void Run(PackageProgress* progress) {
         PrepareFolder();
@@ -69,7 +70,7 @@ public:
         for (const ZipEntry& entry : m_entries) {
             const std::wstring name = RelativePath(entry);
             meter.Begin(name);
-            const std::wstring path = m_folder + L"\\" + name;
+            const std::wstring path = JoinPath(m_folder, name);
             if (entry.isFolder) {
                 MakeFolders(path);
             } else {
@@ -82,21 +83,18 @@ public:
 
 private:
     void PrepareFolder() {
-        while (m_folder.size() > 1 && (m_folder.back() == L'\\' || m_folder.back() == L'/'))
-            m_folder.pop_back();
-        const std::wstring full = LongPath(m_folder);
-        if (GetFileAttributesW(full.c_str()) != INVALID_FILE_ATTRIBUTES) {
-            if (!IsFolder(full))
+        if (GetFileAttributesW(m_folder.c_str()) != INVALID_FILE_ATTRIBUTES) {
+            if (!IsFolder(m_folder))
                 throw FileFailure{L"cannot unpack into \"" + m_folder + L"\": it is a file"};
             if (!IsEmptyFolder(m_folder))
                 throw FileFailure{L"cannot unpack into \"" + m_folder + L"\": it is not empty"};
         }
-        MakeFolders(full);
+        MakeFolders(m_folder);
     }
 
     void CheckRoom() const {
         ULARGE_INTEGER room = {};
-        if (GetDiskFreeSpaceExW(LongPath(m_folder).c_str(), &room, nullptr, nullptr) &&
+        if (GetDiskFreeSpaceExW(m_folder.c_str(), &room, nullptr, nullptr) &&
             room.QuadPart < TotalSize(m_entries))
             ThrowFileFailure(L"cannot unpack into", m_folder, ERROR_DISK_FULL);
     }

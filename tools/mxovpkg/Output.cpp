@@ -1,0 +1,32 @@
+#include "Output.h"
+
+#include <algorithm>
+
+Output::Output(DWORD stream) : m_handle(GetStdHandle(stream)) {
+    DWORD mode = 0;
+    m_isConsole = GetConsoleMode(m_handle, &mode) != FALSE;
+}
+
+void Output::Write(std::wstring_view text) const {
+    const auto length = static_cast<int>(text.size());
+    DWORD done = 0;
+    if (m_isConsole) {
+        WriteConsoleW(m_handle, text.data(), static_cast<DWORD>(length), &done, nullptr);
+        return;
+    }
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), size, nullptr, nullptr);
+    WriteFile(m_handle, bytes.data(), static_cast<DWORD>(size), &done, nullptr);
+}
+
+void Output::WriteLine(std::wstring_view line) const {
+    Write(std::wstring(line) + L"\n");
+}
+
+std::wstring OneLine(std::wstring text) {
+    std::ranges::replace_if(
+        text, [](wchar_t unit) { return unit < 0x20 || unit == 0x7F || unit == 0x2028 || unit == 0x2029; },
+        L'?');
+    return text;
+}

@@ -1,0 +1,33 @@
+#include "Report.h"
+
+#include "Output.h"
+
+namespace {
+
+const Output& ErrorOutput() {
+    static const Output output(STD_ERROR_HANDLE);
+    return output;
+}
+
+} // namespace
+
+void PrintLine(std::wstring_view line) {
+    static const Output output(STD_OUTPUT_HANDLE);
+    output.WriteLine(line);
+}
+
+void PrintWarning(const std::wstring& warning) {
+    ErrorOutput().WriteLine(L"warning: " + OneLine(warning));
+}
+
+void PrintFailure(const std::wstring& message) {
+    ErrorOutput().WriteLine(L"mxovpkg: " + OneLine(message));
+}
+
+void PrintFailure(const mxovshare::PackageResult& result) {
+    PrintFailure(result.cancelled ? L"cancelled, nothing was left behind" : result.message);
+}
+
+std::wstring Count(std::size_t number, const std::wstring& thing) {
+    return std::to_wstring(number) + L" " + thing + (number == 1 ? L"" : L"s");
+}

@@ -1,0 +1,17 @@
+// How the commands tell results.
+#pragma once
+
+#include <mxovpackage.h>
+
+#include <string>
+#include <string_view>
+
+void PrintLine(std::wstring_view line);
+void PrintWarning(const std::wstring& warning);
+
+/// Prints the one line that says why an operation did not succeed.
+void PrintFailure(const mxovshare::PackageResult& result);
+void PrintFailure(const std::wstring& message);
+
+/// "1 file", "2 files", "1 folder", ...
+std::wstring Count(std::size_t number, const std::wstring& thing);
