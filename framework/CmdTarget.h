@@ -67,6 +67,8 @@ public:
     BOOL EnumOleVerbs(IEnumOLEVERB** ppenumOleVerb);
     /// Runs the entry of a verb; FALSE when there is none or it failed.
     BOOL DoOleVerb(LONG iVerb, LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
+    /// The entry of a verb; null when there is none.
+    const AFX_MSGMAP_ENTRY* FindOleVerb(LONG iVerb) const;
 
     /// IUnknown of the object itself; results are those of IUnknown.
     DWORD InternalQueryInterface(const void* iid, void** ppvObj);

@@ -62,7 +62,7 @@ private:
 /// An object's list of connection points.
 class ConnectionContainerPart final : public OlePart<IConnectionPointContainer> {
 public:
-    using OlePart::OlePart;
+    explicit ConnectionContainerPart(CCmdTarget& owner) noexcept : OlePart(owner) {}
 
     /// The points must live as long as this object.
     void Add(ConnectionPoint& point) { m_points.push_back(&point); }

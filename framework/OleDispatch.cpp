@@ -3,6 +3,8 @@
 #include "OleArguments.h"
 #include "OleTarget.h"
 
+#include <algorithm>
+
 STDMETHODIMP OleDispatchPart::QueryInterface(REFIID iid, void** object) {
     return static_cast<HRESULT>(m_target.ExternalQueryInterface(&iid, object));
 }

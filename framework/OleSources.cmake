@@ -1,10 +1,29 @@
 # The OLE half of the framework.
 list(APPEND ole_sources
     Connection.cpp
+    Control.cpp
+    ControlActivation.cpp
+    ControlAmbient.cpp
+    ControlBrowsing.cpp
+    ControlData.cpp
+    ControlEvents.cpp
+    ControlInPlace.cpp
+    ControlObject.cpp
+    ControlPersist.cpp
+    ControlQuickActivate.cpp
+    ControlSite.cpp
+    ControlUnits.cpp
+    ControlView.cpp
+    ControlWindow.cpp
     OleArguments.cpp
+    OleControlModule.cpp
     OleDispatch.cpp
     OleFactory.cpp
+    OleKeyboard.cpp
     OleTarget.cpp
     OleTypeLib.cpp
+    OleVerbs.cpp
     PropExchange.cpp
+    PropertyPage.cpp
+    PropertyPageObject.cpp
     Registration.cpp)

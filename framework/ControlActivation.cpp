@@ -1,0 +1,167 @@
+#include "ControlActivation.h"
+
+#include "Control.h"
+
+#include <algorithm>
+
+HRESULT ControlActivation::Activate(HWND parent, LPCRECT rect) {
+    if (m_active && m_control.m_hWnd) {
+        m_control.ShowWindow(SW_SHOW);
+        return S_OK;
+    }
+    Deactivate(); // the container destroyed the window without a word
+    OlePtr<IOleInPlaceSite> site = OleQuery<IOleInPlaceSite>(m_control.GetClientSite(), IID_IOleInPlaceSite);
+    if (!site || site->CanInPlaceActivate() != S_OK || FAILED(site->OnInPlaceActivate())) {
+        return OLE_E_NOT_INPLACEACTIVE;
+    }
+    m_site = std::move(site);
+    m_active = true;
+    Place place;
+    if (!Enter(parent, rect, place) || !CreateWindowAt(place)) {
+        Deactivate();
+        return E_FAIL;
+    }
+    return S_OK;
+}
+
+bool ControlActivation::Enter(HWND parent, LPCRECT rect, Place& place) {
+    const OlePtr<IOleInPlaceSite> site = m_site.Copy();
+    if (FAILED(site->GetWindow(&place.parent)) || !::IsWindow(place.parent)) {
+        place.parent = parent;
+    }
+    OlePtr<IOleInPlaceFrame> frame;
+    OlePtr<IOleInPlaceUIWindow> document;
+    OLEINPLACEFRAMEINFO info{};
+    info.cb = sizeof(info);
+    if (FAILED(site->GetWindowContext(frame.Receive(), document.Receive(), &place.position, &place.clip,
+                                      &info))) {
+        static_cast<void>(frame.Detach()); // a failing call gives no references
+        static_cast<void>(document.Detach());
+        if (!rect) {
+            return false;
+        }
+        place.position = place.clip = *rect;
+    }
+    if (!m_active || !::IsWindow(place.parent)) { // the container may have changed its mind meanwhile
+        return false;
+    }
+    m_frame = std::move(frame);
+    m_document = std::move(document);
+    return true;
+}
+
+bool ControlActivation::CreateWindowAt(const Place& place) {
+    const RECT& at = place.position;
+    constexpr DWORD kStyle = WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
+    if (!m_control.CreateEx(0, L"STATIC", nullptr, kStyle, at.left, at.top,
+                            std::max<int>(at.right - at.left, 0), std::max<int>(at.bottom - at.top, 0),
+                            place.parent, nullptr)) {
+        return false;
+    }
+    m_control.OnSetObjectRects(&place.position, &place.clip);
+    m_control.ShowWindow(SW_SHOW);
+    const OlePtr<IOleClientSite> client(m_control.GetClientSite());
+    if (client) {
+        client->ShowObject();
+    }
+    return m_active && m_control.m_hWnd;
+}
+
+HRESULT ControlActivation::ActivateUI(HWND parent, LPCRECT rect, bool takeFocus) {
+    const HRESULT activated = Activate(parent, rect);
+    if (FAILED(activated)) {
+        return activated;
+    }
+    if (!m_uiActive) {
+        const OlePtr<IOleInPlaceSite> site = m_site.Copy();
+        m_uiActive = true;
+        if (FAILED(site->OnUIActivate())) {
+            m_uiActive = false;
+            return E_FAIL;
+        }
+        NameActiveObject(true);
+        const OlePtr<IOleControlSite> control(m_control.m_site.Control());
+        if (control) {
+            control->OnFocus(TRUE);
+        }
+    }
+    if (takeFocus && m_control.m_hWnd && !::IsChild(m_control.m_hWnd, ::GetFocus())) {
+        m_control.SetFocus();
+    }
+    return S_OK;
+}
+
+void ControlActivation::NameActiveObject(bool named) {
+    IOleInPlaceActiveObject* object = named ? &m_control.m_xOleInPlaceActiveObject : nullptr;
+    CString name;
+    if (named) {
+        name.LoadString(m_control.GetUserTypeNameID());
+    }
+    const OlePtr<IOleInPlaceFrame> frame = m_frame.Copy();
+    const OlePtr<IOleInPlaceUIWindow> document = m_document.Copy();
+    if (frame) {
+        frame->SetActiveObject(object, named ? name.GetString() : nullptr);
+    }
+    if (document) {
+        document->SetActiveObject(object, named ? name.GetString() : nullptr);
+    }
+    if (named && frame) {
+        frame->SetBorderSpace(nullptr); // no tools of the control's own
+    }
+    if (named && document) {
+        document->SetBorderSpace(nullptr);
+    }
+}
+
+void ControlActivation::DeactivateUI() {
+    if (!m_uiActive) {
+        return;
+    }
+    m_uiActive = false;
+    NameActiveObject(false);
+    const OlePtr<IOleInPlaceSite> site = m_site.Copy();
+    if (site) {
+        site->OnUIDeactivate(FALSE);
+    }
+    const OlePtr<IOleControlSite> control(m_control.m_site.Control());
+    if (control) {
+        control->OnFocus(FALSE);
+    }
+}
+
+void ControlActivation::Deactivate() {
+    DeactivateUI();
+    if (!m_active) {
+        return;
+    }
+    m_active = false;
+    if (m_control.m_hWnd) {
+        m_control.DestroyWindow();
+    }
+    Leave();
+}
+
+void ControlActivation::Leave() {
+    m_frame.Reset();
+    m_document.Reset();
+    const OlePtr<IOleInPlaceSite> site = std::move(m_site);
+    if (site) {
+        site->OnInPlaceDeactivate();
+    }
+}
+
+void ControlActivation::AskForSize(SIZE pixels) {
+    if (!m_active || !m_control.m_hWnd) {
+        return;
+    }
+    RECT position{};
+    ::GetWindowRect(m_control.m_hWnd, &position);
+    ::MapWindowPoints(nullptr, ::GetParent(m_control.m_hWnd), reinterpret_cast<POINT*>(&position), 2);
+    if (position.right - position.left == pixels.cx && position.bottom - position.top == pixels.cy) {
+        return;
+    }
+    position.right = position.left + pixels.cx;
+    position.bottom = position.top + pixels.cy;
+    const OlePtr<IOleInPlaceSite> site = m_site.Copy();
+    site->OnPosRectChange(&position);
+}

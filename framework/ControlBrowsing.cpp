@@ -1,0 +1,101 @@
+#include "ControlBrowsing.h"
+
+#include "Control.h"
+
+#include <algorithm>
+
+ControlPagesPart::ControlPagesPart(COleControl& control) noexcept : OlePart(control), m_control(control) {}
+
+STDMETHODIMP ControlPagesPart::GetPages(CAUUID* pages) {
+    return Guard([&]() -> HRESULT {
+        if (!pages) {
+            return E_POINTER;
+        }
+        *pages = {0, nullptr};
+        ULONG count = 0;
+        const CLSID* ids = m_control.GetPropPageIDs(count);
+        if (count == 0) {
+            return S_OK;
+        }
+        pages->pElems = static_cast<GUID*>(::CoTaskMemAlloc(count * sizeof(GUID)));
+        if (!pages->pElems) {
+            return E_OUTOFMEMORY;
+        }
+        std::copy_n(ids, count, pages->pElems);
+        pages->cElems = count;
+        return S_OK;
+    });
+}
+
+ControlBrowsingPart::ControlBrowsingPart(COleControl& control) noexcept
+    : OlePart(control), m_control(control) {}
+
+STDMETHODIMP ControlBrowsingPart::GetDisplayString(DISPID id, BSTR* text) {
+    return Guard([&]() -> HRESULT {
+        if (!text) {
+            return E_POINTER;
+        }
+        *text = nullptr;
+        CString shown;
+        if (!m_control.OnGetDisplayString(id, shown)) {
+            return S_FALSE;
+        }
+        *text = shown.AllocSysString();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP ControlBrowsingPart::MapPropertyToPage(DISPID id, CLSID* page) {
+    return Guard([&]() -> HRESULT {
+        if (!page) {
+            return E_POINTER;
+        }
+        *page = CLSID_NULL;
+        BOOL optional = FALSE;
+        return m_control.OnMapPropertyToPage(id, page, &optional) ? S_OK : PERPROP_E_NOPAGEAVAILABLE;
+    });
+}
+
+STDMETHODIMP ControlBrowsingPart::GetPredefinedStrings(DISPID, CALPOLESTR* texts, CADWORD* cookies) {
+    if (!texts || !cookies) {
+        return E_POINTER;
+    }
+    *texts = {0, nullptr};
+    *cookies = {0, nullptr};
+    return E_NOTIMPL; // no property has a list of values
+}
+
+STDMETHODIMP ControlBrowsingPart::GetPredefinedValue(DISPID, DWORD, VARIANT* value) {
+    if (!value) {
+        return E_POINTER;
+    }
+    ::VariantInit(value);
+    return E_NOTIMPL;
+}
+
+ControlClassInfoPart::ControlClassInfoPart(COleControl& control) noexcept
+    : OlePart(control), m_control(control) {}
+
+STDMETHODIMP ControlClassInfoPart::GetClassInfo(ITypeInfo** info) {
+    return Guard([&]() -> HRESULT {
+        if (!info) {
+            return E_POINTER;
+        }
+        *info = nullptr;
+        CLSID clsid{};
+        m_control.GetClassID(&clsid);
+        return m_control.GetTypeInfoOfGuid(m_control.AmbientLocaleID(), clsid, info);
+    });
+}
+
+STDMETHODIMP ControlClassInfoPart::GetGUID(DWORD kind, GUID* guid) {
+    if (!guid) {
+        return E_POINTER;
+    }
+    *guid = GUID_NULL;
+    if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) {
+        return E_INVALIDARG;
+    }
+    *guid = m_control.m_eventPoint.Interface();
+    return S_OK;
+}

@@ -1,0 +1,203 @@
+#include "ControlView.h"
+
+#include "Control.h"
+
+#include "ControlUnits.h"
+#include <algorithm>
+
+namespace {
+
+/// A device context for the time of one drawing; it is given back as it came.
+class BorrowedDC {
+public:
+    explicit BorrowedDC(HDC dc) noexcept : m_saved(::SaveDC(dc)) { m_dc.m_hDC = dc; }
+    ~BorrowedDC() {
+        const HDC dc = std::exchange(m_dc.m_hDC, nullptr);
+        ::RestoreDC(dc, m_saved);
+    }
+    BorrowedDC(const BorrowedDC&) = delete;
+    BorrowedDC& operator=(const BorrowedDC&) = delete;
+
+    CDC* Get() noexcept { return &m_dc; }
+
+private:
+    CDC m_dc;
+    int m_saved;
+};
+
+bool IsMetafile(HDC dc) noexcept {
+    const DWORD type = ::GetObjectType(dc);
+    return type == OBJ_METADC || type == OBJ_ENHMETADC;
+}
+
+/// Where an aspect is shown at all: the control draws itself in one way only.
+HRESULT CheckAspect(DWORD aspect, LONG index) noexcept {
+    if (aspect != DVASPECT_CONTENT && aspect != DVASPECT_OPAQUE) {
+        return DV_E_DVASPECT;
+    }
+    return index == -1 ? S_OK : DV_E_LINDEX;
+}
+
+} // namespace
+
+ControlViewPart::ControlViewPart(COleControl& control) noexcept : OlePart(control), m_control(control) {}
+
+void ControlViewPart::NotifyChange() {
+    const OlePtr<IAdviseSink> sink = m_sink.Copy();
+    if (!sink || !(m_aspects & DVASPECT_CONTENT)) {
+        return;
+    }
+    if (m_flags & ADVF_ONLYONCE) {
+        m_sink.Reset();
+    }
+    sink->OnViewChange(DVASPECT_CONTENT, -1);
+}
+
+STDMETHODIMP ControlViewPart::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc,
+                                   LPCRECTL bounds, LPCRECTL, BOOL(STDMETHODCALLTYPE*)(ULONG_PTR),
+                                   ULONG_PTR) {
+    return Guard([&]() -> HRESULT {
+        const HRESULT wanted = CheckAspect(aspect, index);
+        if (FAILED(wanted)) {
+            return wanted;
+        }
+        if (!dc || !bounds) {
+            return E_INVALIDARG;
+        }
+        return DrawInto(dc, {bounds->left, bounds->top, bounds->right, bounds->bottom});
+    });
+}
+
+HRESULT ControlViewPart::DrawInto(HDC dc, const RECT& bounds) {
+    BorrowedDC borrowed(dc);
+    CRect area(bounds);
+    if (IsMetafile(dc)) {
+        m_control.OnDrawMetafile(borrowed.Get(), area);
+        return S_OK;
+    }
+    if (::GetMapMode(dc) != MM_TEXT) { // controls draw in pixels
+        ::LPtoDP(dc, reinterpret_cast<POINT*>(&area), 2);
+        ::SetMapMode(dc, MM_TEXT);
+        ::SetWindowOrgEx(dc, 0, 0, nullptr);
+        ::SetViewportOrgEx(dc, 0, 0, nullptr);
+        area = CRect(std::min(area.left, area.right), std::min(area.top, area.bottom),
+                     std::max(area.left, area.right), std::max(area.top, area.bottom));
+    }
+    m_control.OnDraw(borrowed.Get(), area, area);
+    return S_OK;
+}
+
+STDMETHODIMP ControlViewPart::GetColorSet(DWORD aspect, LONG index, void*, DVTARGETDEVICE* target,
+                                          HDC targetDC, LOGPALETTE** colours) {
+    return Guard([&]() -> HRESULT {
+        if (!colours) {
+            return E_POINTER;
+        }
+        *colours = nullptr;
+        const HRESULT wanted = CheckAspect(aspect, index);
+        if (FAILED(wanted)) {
+            return wanted;
+        }
+        return m_control.OnGetColorSet(target, targetDC, colours) ? S_OK : S_FALSE;
+    });
+}
+
+STDMETHODIMP ControlViewPart::Freeze(DWORD, LONG, void*, DWORD* key) {
+    if (key) {
+        *key = 0;
+    }
+    return E_NOTIMPL;
+}
+
+STDMETHODIMP ControlViewPart::Unfreeze(DWORD) {
+    return OLE_E_NOCONNECTION; // no key was ever given out
+}
+
+STDMETHODIMP ControlViewPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
+    return Guard([&]() -> HRESULT {
+        m_aspects = aspects;
+        m_flags = flags;
+        m_sink = OlePtr<IAdviseSink>(sink);
+        if (flags & ADVF_PRIMEFIRST) {
+            NotifyChange();
+        }
+        return S_OK;
+    });
+}
+
+STDMETHODIMP ControlViewPart::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {
+    if (aspects) {
+        *aspects = m_sink ? m_aspects : 0;
+    }
+    if (flags) {
+        *flags = m_sink ? m_flags : 0;
+    }
+    if (sink) {
+        *sink = m_sink.Copy().Detach();
+    }
+    return S_OK;
+}
+
+STDMETHODIMP ControlViewPart::GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE* target, LPSIZEL size) {
+    return Guard([&]() -> HRESULT {
+        if (!size) {
+            return E_POINTER;
+        }
+        *size = {};
+        return m_control.OnGetViewExtent(aspect, index, target, size) ? S_OK : DV_E_DVASPECT;
+    });
+}
+
+STDMETHODIMP ControlViewPart::GetRect(DWORD aspect, LPRECTL rect) {
+    return Guard([&]() -> HRESULT {
+        if (!rect) {
+            return E_POINTER;
+        }
+        *rect = {};
+        SIZEL size{};
+        if (!m_control.OnGetViewExtent(aspect, -1, nullptr, &size)) {
+            return DV_E_DVASPECT;
+        }
+        rect->right = size.cx;
+        rect->bottom = size.cy;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP ControlViewPart::GetViewStatus(DWORD* status) {
+    return Guard([&]() -> HRESULT {
+        if (!status) {
+            return E_POINTER;
+        }
+        *status = m_control.OnGetViewStatus();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP ControlViewPart::QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT point, LONG, DWORD* hit) {
+    if (!bounds || !hit) {
+        return E_POINTER;
+    }
+    *hit = ::PtInRect(bounds, point) ? HITRESULT_HIT : HITRESULT_OUTSIDE;
+    return CheckAspect(aspect, -1);
+}
+
+STDMETHODIMP ControlViewPart::QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT rect, LONG, DWORD* hit) {
+    if (!bounds || !rect || !hit) {
+        return E_POINTER;
+    }
+    RECT common{};
+    *hit = ::IntersectRect(&common, bounds, rect) ? HITRESULT_HIT : HITRESULT_OUTSIDE;
+    return CheckAspect(aspect, -1);
+}
+
+STDMETHODIMP ControlViewPart::GetNaturalExtent(DWORD aspect, LONG index, DVTARGETDEVICE* target, HDC targetDC,
+                                               DVEXTENTINFO* extentInfo, LPSIZEL size) {
+    return Guard([&]() -> HRESULT {
+        if (!size) {
+            return E_POINTER;
+        }
+        return m_control.OnGetNaturalExtent(aspect, index, target, targetDC, extentInfo, size) ? S_OK
+                                                                                               : E_NOTIMPL;
+    });
+}

@@ -1,0 +1,122 @@
+#include "PropertyPage.h"
+
+IMPLEMENT_DYNAMIC(COlePropertyPage, CDialog)
+
+BEGIN_INTERFACE_MAP(COlePropertyPage, CDialog)
+    INTERFACE_PART(COlePropertyPage, IID_IPropertyPage, PropertyPage)
+    INTERFACE_PART(COlePropertyPage, IID_IPropertyPage2, PropertyPage)
+END_INTERFACE_MAP()
+
+COlePropertyPage::COlePropertyPage(UINT idDlg, UINT idCaption) : m_idDlg(idDlg), m_idCaption(idCaption) {
+    EnableAggregation();
+    AfxOleLockApp();
+}
+
+COlePropertyPage::~COlePropertyPage() {
+    AfxOleUnlockApp();
+}
+
+void COlePropertyPage::OnFinalRelease() {
+    if (m_hWnd) {
+        DestroyWindow();
+    }
+    m_objects.clear();
+    m_site.Reset();
+    delete this;
+}
+
+LPDISPATCH* COlePropertyPage::GetObjectArray(ULONG* pnObjects) {
+    *pnObjects = static_cast<ULONG>(m_objectArray.size());
+    return m_objectArray.empty() ? nullptr : m_objectArray.data();
+}
+
+void COlePropertyPage::SetModifiedFlag(BOOL bModified) {
+    m_modified = bModified != FALSE;
+    const OlePtr<IPropertyPageSite> site = m_site.Copy();
+    if (site) {
+        site->OnStatusChange(m_modified ? PROPPAGESTATUS_DIRTY : PROPPAGESTATUS_CLEAN);
+    }
+}
+
+void COlePropertyPage::OnSetPageSite() {}
+
+void COlePropertyPage::OnObjectsChanged() {}
+
+BOOL COlePropertyPage::OnEditProperty(DISPID dispid) {
+    static_cast<void>(dispid);
+    return FALSE;
+}
+
+BOOL COlePropertyPage::OnCommand(WPARAM wParam, LPARAM lParam) {
+    if (lParam && HIWORD(wParam) == EN_CHANGE) {
+        SetModifiedFlag();
+    }
+    return CDialog::OnCommand(wParam, lParam);
+}
+
+void COlePropertyPage::OnOK() {
+    // The frame has the buttons; the page stays until the frame destroys it.
+}
+
+void COlePropertyPage::OnCancel() {
+    // As for OnOK.
+}
+
+void COlePropertyPage::SendPending() {
+    const std::vector<Pending> pending = std::move(m_pending);
+    m_pending.clear();
+    for (const Pending& change : pending) {
+        OleString value(change.value);
+        OleVariant argument;
+        (&argument)->vt = VT_BSTR;
+        (&argument)->bstrVal = std::exchange(*value.Receive(), nullptr);
+        DISPID name = DISPID_PROPERTYPUT;
+        DISPPARAMS params = {&argument, &name, 1, 1};
+        for (const OlePtr<IDispatch>& object : m_objects) {
+            DISPID id = DISPID_UNKNOWN;
+            LPOLESTR property = const_cast<LPOLESTR>(change.property.GetString());
+            if (SUCCEEDED(object->GetIDsOfNames(IID_NULL, &property, 1, LOCALE_USER_DEFAULT, &id))) {
+                object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &params, nullptr,
+                               nullptr, nullptr);
+            }
+        }
+    }
+}
+
+namespace {
+
+/// A property of an object as a text; FALSE, and nothing changed, when it has none.
+bool ReadText(IDispatch* object, LPCTSTR name, CString& text) {
+    DISPID id = DISPID_UNKNOWN;
+    LPOLESTR property = const_cast<LPOLESTR>(name);
+    OleVariant value;
+    OleVariant shown;
+    DISPPARAMS none{};
+    if (FAILED(object->GetIDsOfNames(IID_NULL, &property, 1, LOCALE_USER_DEFAULT, &id)) ||
+        FAILED(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value, nullptr,
+                              nullptr)) ||
+        FAILED(::VariantChangeType(&shown, &value, 0, VT_BSTR))) {
+        return false;
+    }
+    text = CString(shown.Get().bstrVal);
+    return true;
+}
+
+} // namespace
+
+void AFXAPI DDP_Text(CDataExchange* pDX, int id, CString& member, LPCTSTR pszPropName) {
+    auto* page = static_cast<COlePropertyPage*>(pDX->m_pDlgWnd);
+    if (!pDX->m_bSaveAndValidate && !page->m_objects.empty()) {
+        ReadText(page->m_objects.front().Get(), pszPropName, member);
+    }
+    DDX_Text(pDX, id, member);
+    if (pDX->m_bSaveAndValidate) {
+        page->m_pending.push_back({pszPropName, member});
+    }
+}
+
+void AFXAPI DDP_PostProcessing(CDataExchange* pDX) {
+    if (pDX->m_bSaveAndValidate) {
+        static_cast<COlePropertyPage*>(pDX->m_pDlgWnd)->SendPending();
+    }
+}
