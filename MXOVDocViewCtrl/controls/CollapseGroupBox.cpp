@@ -151,7 +151,7 @@ CollapseGroupBox& CollapseGroupBox::SetCollapsed(bool collapsed) {
     CRect newPlace = m_headerRect;
     m_collapsed = collapsed;
     for (INT_PTR i = 0; i < m_children.GetSize(); ++i) {
-        const HWND child = m_children.GetAt(i);
+        HWND child = m_children.GetAt(i);
         ::EnableWindow(child, !collapsed);
         ::ShowWindow(child, collapsed ? SW_HIDE : SW_SHOWNORMAL);
     }

@@ -250,7 +250,7 @@ CRect MXOVGroupBoxEx::HeaderSquare(int placeFromRight) const {
 }
 
 void MXOVGroupBoxEx::HideInnerWindow(HWND window) {
-    const POSITION reshow = m_reshowWindows.Find(window);
+    POSITION reshow = m_reshowWindows.Find(window);
     if (!::IsWindowVisible(window)) {
         m_hiddenBeforeWindows.AddTail(window);
         if (reshow != nullptr) {

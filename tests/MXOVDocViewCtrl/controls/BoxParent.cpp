@@ -64,7 +64,7 @@ LRESULT CALLBACK BoxParent::Procedure(HWND window, UINT message, WPARAM wParam, 
     if (message == WM_ERASEBKGND && self != nullptr) {
         RECT client;
         GetClientRect(window, &client);
-        const HBRUSH brush = CreateSolidBrush(kFace);
+        HBRUSH brush = CreateSolidBrush(kFace);
         FillRect(reinterpret_cast<HDC>(wParam), &client, brush);
         DeleteObject(brush);
         ++self->m_erasures;

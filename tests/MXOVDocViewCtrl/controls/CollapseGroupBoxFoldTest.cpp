@@ -23,13 +23,13 @@ protected:
 
 // The box is (20, 100) to (220, 200).
 TEST_F(CollapseFoldTest, SiblingsWithACornerInsideBelong) {
-    const HWND inside = parent.AddControl({40, 130, 90, 150});
-    const HWND leavesAtTheBottom = parent.AddControl({100, 150, 400, 300}); // top-left corner
-    const HWND entersFromTheTop = parent.AddControl({0, 50, 60, 120});      // bottom-right corner
-    const HWND atTheTopLeft = parent.AddControl({20, 100, 300, 300});
-    const HWND endsAtTheTopLeft = parent.AddControl({0, 50, 20, 100});
-    const HWND startsInTheLastPixel = parent.AddControl({219, 199, 300, 300});
-    const HWND endsBeforeTheEnd = parent.AddControl({0, 50, 219, 199});
+    HWND inside = parent.AddControl({40, 130, 90, 150});
+    HWND leavesAtTheBottom = parent.AddControl({100, 150, 400, 300}); // top-left corner
+    HWND entersFromTheTop = parent.AddControl({0, 50, 60, 120});      // bottom-right corner
+    HWND atTheTopLeft = parent.AddControl({20, 100, 300, 300});
+    HWND endsAtTheTopLeft = parent.AddControl({0, 50, 20, 100});
+    HWND startsInTheLastPixel = parent.AddControl({219, 199, 300, 300});
+    HWND endsBeforeTheEnd = parent.AddControl({0, 50, 219, 199});
     parent.AddControl({10, 120, 300, 140});  // wider than the box on both sides
     parent.AddControl({40, 50, 60, 300});    // taller on both sides
     parent.AddControl({0, 0, 300, 300});     // around it
@@ -44,8 +44,8 @@ TEST_F(CollapseFoldTest, SiblingsWithACornerInsideBelong) {
 }
 
 TEST_F(CollapseFoldTest, MembersStandInTheOrderOfTheWindows) {
-    const HWND first = parent.AddControl({40, 130, 90, 150});
-    const HWND second = parent.AddControl({100, 130, 150, 150});
+    HWND first = parent.AddControl({40, 130, 90, 150});
+    HWND second = parent.AddControl({100, 130, 150, 150});
     SetWindowPos(first, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
     Bind();
     EXPECT_EQ(Members(), (Windows{second, first}));
@@ -54,7 +54,7 @@ TEST_F(CollapseFoldTest, MembersStandInTheOrderOfTheWindows) {
 TEST_F(CollapseFoldTest, MembersAreLookedForAtEachPaintUntilThereIsOne) {
     Bind();
     EXPECT_TRUE(Members().empty());
-    const HWND late = parent.AddControl({40, 130, 90, 150});
+    HWND late = parent.AddControl({40, 130, 90, 150});
     EXPECT_TRUE(Members().empty());
     box.Invalidate();
     parent.Paint();
@@ -76,8 +76,8 @@ TEST_F(CollapseFoldTest, FoldedHeightIsThatOfTheTitleBar) {
 
 TEST_F(CollapseFoldTest, TextHeightIsThatOfTheTitleInItsFont) {
     BindWithControl();
-    const HDC dc = GetDC(box.m_hWnd);
-    const HGDIOBJ old = SelectObject(dc, box.m_font.GetSafeHandle());
+    HDC dc = GetDC(box.m_hWnd);
+    HGDIOBJ old = SelectObject(dc, box.m_font.GetSafeHandle());
     SIZE extent{};
     GetTextExtentPoint32W(dc, L" Options ", 9, &extent);
     SelectObject(dc, old);
@@ -114,7 +114,7 @@ TEST_F(CollapseFoldTest, UnfoldingRestoresTheHeightOfTheLastUnfoldedRender) {
 
 TEST_F(CollapseFoldTest, MembersAreHiddenAndDisabledWhileFolded) {
     BindWithControl();
-    const HWND outside = parent.AddControl({300, 130, 350, 150});
+    HWND outside = parent.AddControl({300, 130, 350, 150});
     for (int round = 0; round < 2; ++round) {
         box.SetCollapsed(true);
         EXPECT_FALSE(IsShown(child));

@@ -54,11 +54,11 @@ Pixels CollapsePaintTest::Glyph(const Picture& picture, int left, int top) {
 void CollapsePaintTest::ExpectTitleAt(const CRect& place, const wchar_t* title) {
     const Picture picture = Look();
     BoxParent canvas;
-    const HDC dc = GetDC(canvas.Window());
+    HDC dc = GetDC(canvas.Window());
     CBrush brush(kHeader);
     RECT everything{0, 0, BoxParent::kWidth, BoxParent::kHeight};
     FillRect(dc, &everything, brush);
-    const HGDIOBJ old = SelectObject(dc, box.m_font.GetSafeHandle());
+    HGDIOBJ old = SelectObject(dc, box.m_font.GetSafeHandle());
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, box.m_titleColour);
     TextOutW(dc, place.left, place.top, title, lstrlenW(title));
@@ -176,8 +176,8 @@ TEST_F(CollapsePaintTest, FoldedGlyphPointsLeftBesideALeftTitle) {
 TEST_F(CollapsePaintTest, TitleStandsAtTheLeftInTheMiddleOrAtTheRight) {
     BindColoured();
     box.SetTitle(L"Tool");
-    const HDC dc = GetDC(box.m_hWnd);
-    const HGDIOBJ old = SelectObject(dc, box.m_font.GetSafeHandle());
+    HDC dc = GetDC(box.m_hWnd);
+    HGDIOBJ old = SelectObject(dc, box.m_font.GetSafeHandle());
     SIZE extent{};
     GetTextExtentPoint32W(dc, L"Tool", 4, &extent);
     SelectObject(dc, old);
@@ -229,7 +229,7 @@ TEST_F(CollapsePaintTest, FirstPaintRenders) {
 TEST_F(CollapsePaintTest, ErasingLeavesThePixelsAlone) {
     BindColoured();
     const Picture before = Look();
-    const HDC dc = GetDC(box.m_hWnd);
+    HDC dc = GetDC(box.m_hWnd);
     EXPECT_EQ(SendMessageW(box.m_hWnd, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0), 0);
     ReleaseDC(box.m_hWnd, dc);
     EXPECT_EQ(Picture(box.m_hWnd), before);

@@ -54,10 +54,9 @@ TEST(CollapseBoxType, VirtualOperationsFollowEachOtherInTheTable) {
 }
 
 TEST(CollapseBoxType, MessageMapStandsInItsOrder) {
-    const AFX_MSGMAP_ENTRY* entries = CollapseBox::GetThisMessageMap()->lpEntries;
     std::vector<UINT> messages;
-    for (; entries->pfn != nullptr; ++entries) {
-        messages.push_back(entries->nMessage);
+    for (auto* entry = CollapseBox::GetThisMessageMap()->lpEntries; entry->pfn != nullptr; ++entry) {
+        messages.push_back(entry->nMessage);
     }
     EXPECT_EQ(messages, (std::vector<UINT>{WM_PAINT, WM_SIZE, WM_ERASEBKGND, WM_LBUTTONDOWN, WM_MOUSEMOVE}));
 }

@@ -32,12 +32,12 @@ protected:
 
 int SectionPaintTest::Differences(const Picture& picture, const CRect& place, WORD icon, COLORREF ground) {
     BoxParent canvas;
-    const HDC dc = GetDC(canvas.Window());
+    HDC dc = GetDC(canvas.Window());
     const CRect square(0, 0, 16, 16);
     CBrush brush(ground);
     FillRect(dc, square, brush);
-    const HICON handle = static_cast<HICON>(LoadImageW(mxovshare::OVApplication::hMXOVResInstance,
-                                                       MAKEINTRESOURCEW(icon), IMAGE_ICON, 16, 16, 0));
+    HICON handle = static_cast<HICON>(LoadImageW(mxovshare::OVApplication::hMXOVResInstance,
+                                                 MAKEINTRESOURCEW(icon), IMAGE_ICON, 16, 16, 0));
     EXPECT_NE(handle, nullptr);
     DrawIconEx(dc, 0, 0, handle, 16, 16, 0, nullptr, DI_NORMAL);
     DestroyIcon(handle);
@@ -138,7 +138,7 @@ TEST_F(SectionPaintTest, EnablingTakesTheGreyAway) {
 }
 
 TEST_F(SectionPaintTest, BoxThatCannotFoldLooksLikeThePlainGroupBox) {
-    const HWND plain = parent.AddGroupBox(kPlace, L"G Code");
+    HWND plain = parent.AddGroupBox(kPlace, L"G Code");
     parent.Paint();
     const Picture expected(plain);
     DestroyWindow(plain);
@@ -168,7 +168,7 @@ TEST_F(SectionPaintTest, IconNeedsTheFlagToBeExactlyOne) {
 
 TEST_F(SectionPaintTest, MissingIconIsLeftOut) {
     Bind();
-    const HINSTANCE resources = mxovshare::OVApplication::hMXOVResInstance;
+    HINSTANCE resources = mxovshare::OVApplication::hMXOVResInstance;
     mxovshare::OVApplication::hMXOVResInstance = GetModuleHandleW(nullptr); // has no such icon
     const Picture picture = Look();
     mxovshare::OVApplication::hMXOVResInstance = resources;

@@ -56,7 +56,7 @@ TEST_F(SectionBoxTest, SetHeightCollectsWhileTheBoxIsEmpty) {
 }
 
 TEST_F(SectionBoxTest, HiddenSectionLeavesNoGap) {
-    const HWND hidden = parent.AddControl({60, 120, 70, 130}, 2001, 0);
+    HWND hidden = parent.AddControl({60, 120, 70, 130}, 2001, 0);
     BindWithControls();
     box.ShowSection(false);
     EXPECT_EQ(box.m_shown, 0);
@@ -159,29 +159,29 @@ protected:
     HWND remove = nullptr;
 };
 
+/// The places of windows, moved down by a shift.
+template <size_t count>
+std::array<RECT, count> Places(const std::array<HWND, count>& windows, int shift = 0) {
+    std::array<RECT, count> places;
+    for (size_t i = 0; i < count; ++i) {
+        places[i] = PlaceOf(windows[i]);
+        OffsetRect(&places[i], 0, shift);
+    }
+    return places;
+}
+
 TEST_F(SectionStackTest, FoldingTheFirstMovesAllThatFollows) {
-    const std::array<HWND, 8> followers{groups[1], groups[2], groups[3], lists[1],
-                                        lists[2],  lists[3],  add,       remove};
-    const std::array<HWND, 3> others{save, update, lists[0]};
-    std::vector<RECT> places;
-    for (const HWND window : followers) {
-        places.push_back(PlaceOf(window));
-    }
-    std::vector<RECT> otherPlaces;
-    for (const HWND window : others) {
-        otherPlaces.push_back(PlaceOf(window));
-    }
-    for (const int shift : {-70, 0}) {
-        boxes[0].Toggle();
-        for (size_t i = 0; i < followers.size(); ++i) {
-            RECT expected = places[i];
-            OffsetRect(&expected, 0, shift);
-            EXPECT_EQ(PlaceOf(followers[i]), expected);
-        }
-        for (size_t i = 0; i < others.size(); ++i) {
-            EXPECT_EQ(PlaceOf(others[i]), otherPlaces[i]);
-        }
-    }
+    const std::array followers{groups[1], groups[2], groups[3], lists[1], lists[2], lists[3], add, remove};
+    const std::array others{save, update, lists[0]};
+    const auto folded = Places(followers, -70);
+    const auto unfolded = Places(followers);
+    const auto fixed = Places(others);
+    boxes[0].Toggle();
+    EXPECT_EQ(Places(followers), folded);
+    EXPECT_EQ(Places(others), fixed);
+    boxes[0].Toggle();
+    EXPECT_EQ(Places(followers), unfolded);
+    EXPECT_EQ(Places(others), fixed);
 }
 
 TEST_F(SectionStackTest, FoldingTheLastHidesItsButtonsWithItsList) {
@@ -198,14 +198,13 @@ TEST_F(SectionStackTest, FoldingTheLastHidesItsButtonsWithItsList) {
 
 // Each box remembers the windows and not their places, so folds may come and go in any order.
 TEST_F(SectionStackTest, FoldsInAnyOrderComeBackToTheStart) {
-    const std::array<RECT, 4> start{PlaceOf(groups[0]), PlaceOf(groups[1]), PlaceOf(groups[2]),
-                                    PlaceOf(groups[3])};
+    const auto start = Places(groups);
     for (const size_t i : {0, 2, 1, 3, 2, 0, 3, 1}) {
         boxes[i].Toggle();
     }
-    for (size_t i = 0; i < groups.size(); ++i) {
-        EXPECT_EQ(PlaceOf(groups[i]), start[i]);
-        EXPECT_TRUE(IsShown(lists[i]));
+    EXPECT_EQ(Places(groups), start);
+    for (HWND list : lists) {
+        EXPECT_TRUE(IsShown(list));
     }
 }
 

@@ -54,8 +54,8 @@ TEST_F(SectionBoxTest, BindingCapturesTheFullSize) {
 
 // The catch area is (15, 95) to (325, 255): left and top belong to it, right and bottom do not.
 TEST_F(SectionBoxTest, ControlsWithBothCornersInTheCatchAreaAreInside) {
-    const HWND whole = parent.AddControl({15, 95, 324, 254});
-    const HWND small = parent.AddControl({30, 120, 40, 130});
+    HWND whole = parent.AddControl({15, 95, 324, 254});
+    HWND small = parent.AddControl({30, 120, 40, 130});
     parent.AddControl({14, 120, 40, 130});  // starts too far left
     parent.AddControl({30, 94, 40, 130});   // starts too high
     parent.AddControl({30, 120, 325, 130}); // ends too far right
@@ -66,8 +66,8 @@ TEST_F(SectionBoxTest, ControlsWithBothCornersInTheCatchAreaAreInside) {
 }
 
 TEST_F(SectionBoxTest, ControlsThatStartLowerThanTheBoxAreBelowWhereverTheyStand) {
-    const HWND under = parent.AddControl({20, 251, 100, 300});
-    const HWND aside = parent.AddControl({360, 400, 390, 410});
+    HWND under = parent.AddControl({20, 251, 100, 300});
+    HWND aside = parent.AddControl({360, 400, 390, 410});
     parent.AddControl({20, 250, 100, 300});  // starts at the box's bottom
     parent.AddControl({360, 100, 390, 260}); // beside
     parent.AddControl({20, 10, 100, 40});    // above
@@ -78,15 +78,15 @@ TEST_F(SectionBoxTest, ControlsThatStartLowerThanTheBoxAreBelowWhereverTheyStand
 
 // The catch area reaches below the box: a small control there is inside, not below.
 TEST_F(SectionBoxTest, ControlInTheMarginBelowIsInside) {
-    const HWND margin = parent.AddControl({30, 251, 40, 254});
+    HWND margin = parent.AddControl({30, 251, 40, 254});
     Bind();
     EXPECT_EQ(Listed(box.m_innerWindows), Windows{margin});
     EXPECT_TRUE(box.m_windowsBelow.IsEmpty());
 }
 
 TEST_F(SectionBoxTest, ListsFollowTheOrderOfTheWindows) {
-    const HWND first = parent.AddControl({30, 120, 40, 130});
-    const HWND second = parent.AddControl({50, 120, 60, 130});
+    HWND first = parent.AddControl({30, 120, 40, 130});
+    HWND second = parent.AddControl({50, 120, 60, 130});
     SetWindowPos(first, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
     Bind();
     EXPECT_EQ(Listed(box.m_innerWindows), (Windows{second, first}));
@@ -94,7 +94,7 @@ TEST_F(SectionBoxTest, ListsFollowTheOrderOfTheWindows) {
 
 TEST_F(SectionBoxTest, ExcludedIdentifierIsIgnoredOnlyWithTheFlag) {
     parent.AddControl({30, 120, 40, 130}, 77);
-    const HWND other = parent.AddControl({50, 120, 60, 130}, 78);
+    HWND other = parent.AddControl({50, 120, 60, 130}, 78);
     parent.AddControl({30, 300, 40, 310}, 77);
     box.m_excludeById = 1;
     box.m_excludedId = 77;
@@ -111,7 +111,7 @@ TEST_F(SectionBoxTest, ExcludedIdentifierIsIgnoredOnlyWithTheFlag) {
 
 TEST_F(SectionBoxTest, FoldingHidesTheInsideAndMovesWhatIsBelow) {
     BindWithControls();
-    const HWND beside = parent.AddControl({350, 100, 390, 140});
+    HWND beside = parent.AddControl({350, 100, 390, 140});
     box.Collapse();
     EXPECT_EQ(box.m_collapsed, 1);
     EXPECT_FALSE(IsShown(inner));
@@ -136,7 +136,7 @@ TEST_F(SectionBoxTest, UnfoldingRestoresEverything) {
 }
 
 TEST_F(SectionBoxTest, WhatWasHiddenBeforeFoldingStaysHidden) {
-    const HWND hidden = parent.AddControl({60, 120, 70, 130}, 2001, 0);
+    HWND hidden = parent.AddControl({60, 120, 70, 130}, 2001, 0);
     BindWithControls();
     box.Toggle();
     box.Toggle();
@@ -216,7 +216,7 @@ TEST_F(SectionBoxTest, BoxWithoutControlsDoesNotFoldUntilOneIsFound) {
 
 TEST_F(SectionBoxTest, ControlsAddedLaterAreNotTracked) {
     BindWithControls();
-    const HWND late = parent.AddControl({60, 120, 70, 130});
+    HWND late = parent.AddControl({60, 120, 70, 130});
     box.Toggle();
     EXPECT_TRUE(IsShown(late));
 }
@@ -274,6 +274,15 @@ TEST_F(SectionBoxTest, SetExpandedTogglesOnlyWhenAskedForTheOtherState) {
     box.SetExpanded(true);
     EXPECT_EQ(box.m_collapsed, 0);
     EXPECT_EQ(PlaceOf(below), (RECT{20, 300, 100, 340}));
+}
+
+TEST(SectionBoxType, MessageMapStandsInItsOrder) {
+    std::vector<UINT> messages;
+    for (auto* entry = SectionBox::GetThisMessageMap()->lpEntries; entry->pfn != nullptr; ++entry) {
+        messages.push_back(entry->nMessage);
+    }
+    EXPECT_EQ(messages, (std::vector<UINT>{WM_PAINT, WM_MOUSEMOVE, WM_LBUTTONDBLCLK, WM_LBUTTONUP,
+                                           WM_LBUTTONDOWN, WM_NCHITTEST}));
 }
 
 TEST(SectionBoxType, AddsNoVirtualOperation) {

@@ -10,6 +10,7 @@
 
 /// A section whose state the tests can read and set.
 struct SectionBox : MXOVGroupBoxEx {
+    using MXOVGroupBoxEx::GetThisMessageMap;
     using MXOVGroupBoxEx::m_collapsed;
     using MXOVGroupBoxEx::m_collapsedHeight;
     using MXOVGroupBoxEx::m_collapsible;
