@@ -16,21 +16,21 @@ namespace {
 constexpr std::uint16_t kComparedFlags = kFlagEncrypted | kFlagDescriptor | kFlagStrongEncryption;
 
 struct LocalHeader {
-    std::uint32_t signature = 0;
     std::uint16_t flags = 0;
     std::uint16_t method = 0;
     std::uint32_t crc32 = 0;
     WideFields sizes;
-    std::string_view name;
+    std::string_view name; // valid until the next use of the window
     bool complete = false;
     std::size_t length = 0;
 };
 
-// The name in the result is valid until the next use of the window.
-LocalHeader ReadLocalHeader(ByteWindow& window, std::uint64_t offset) {
-    FieldReader fields(window.View(offset, kLocalSize));
+// Reads the header of an entry, which must end within `room` bytes.
+LocalHeader ReadLocalHeader(ByteWindow& window, const ZipEntry& entry, std::uint64_t room) {
+    FieldReader fields(window.View(entry.headerOffset, kLocalSize));
+    if (fields.U32() != kLocalSignature)
+        throw EntryError(entry.name, "its header is missing");
     LocalHeader header;
-    header.signature = fields.U32();
     fields.Skip(2);
     header.flags = fields.U16();
     header.method = fields.U16();
@@ -41,7 +41,9 @@ LocalHeader ReadLocalHeader(ByteWindow& window, std::uint64_t offset) {
     const std::size_t nameSize = fields.U16();
     const std::size_t extraSize = fields.U16();
     header.length = kLocalSize + nameSize + extraSize;
-    FieldReader rest(window.View(offset + kLocalSize, nameSize + extraSize));
+    if (header.length > room)
+        throw EntryError(entry.name, "its header overlaps other data");
+    FieldReader rest(window.View(entry.headerOffset + kLocalSize, nameSize + extraSize));
     const Bytes name = rest.Next(nameSize);
     header.name = {reinterpret_cast<const char*>(name.data()), name.size()};
     header.complete = ResolveZip64(rest.Next(extraSize), header.sizes);
@@ -87,13 +89,11 @@ void SettleEntry(ByteWindow& window, std::uint64_t limit, ZipEntry& entry) {
     constexpr std::uint64_t kLongestDescriptor = 24;
     if (entry.headerOffset > limit || limit - entry.headerOffset < kLocalSize)
         throw EntryError(entry.name, "its header overlaps other data");
-    const LocalHeader header = ReadLocalHeader(window, entry.headerOffset);
-    if (header.signature != kLocalSignature)
-        throw EntryError(entry.name, "its header is missing");
+    const std::uint64_t room = limit - entry.headerOffset;
+    const LocalHeader header = ReadLocalHeader(window, entry, room);
     if (!SaysTheSame(header, entry))
         throw EntryError(entry.name, "its header contradicts the directory");
-    const std::uint64_t room = limit - entry.headerOffset;
-    if (header.length > room || entry.packedSize > room - header.length)
+    if (entry.packedSize > room - header.length)
         throw EntryError(entry.name, "its data overlaps other data");
     entry.dataOffset = entry.headerOffset + header.length;
     if ((entry.flags & kFlagDescriptor) != 0) {

@@ -15,16 +15,10 @@ using namespace zip;
 namespace {
 
 constexpr std::size_t kPendingLimit = 256 * 1024;
-// From here on an entry's sizes are written as ZIP64, with room for data that grows when packed.
-constexpr std::uint64_t kWideFrom = 0xFFF00000;
 // An entry below this size cannot bring a package out of proportion.
 constexpr std::uint64_t kExpansionFree = 16 * 1024;
 // Made on a DOS-like file system, so that the attributes are read as such.
 constexpr std::uint16_t kMadeBy = kVersionZip64;
-
-bool IsWide(const ZipEntry& entry) {
-    return entry.size >= kWideFrom;
-}
 
 std::uint16_t VersionNeeded(bool wide) {
     return wide ? kVersionZip64 : kVersionPlain;
@@ -32,10 +26,6 @@ std::uint16_t VersionNeeded(bool wide) {
 
 std::string StoredName(const ZipEntry& entry) {
     return entry.isFolder ? entry.name + "/" : entry.name;
-}
-
-std::uint64_t Narrow(std::uint64_t value) {
-    return std::min<std::uint64_t>(value, kFull32);
 }
 
 bool ExpandsTooMuch(const ZipEntry& entry) {
@@ -102,7 +92,7 @@ void ZipWriter::AddFolder(const ZipItem& item) {
 }
 
 std::vector<std::uint8_t> ZipWriter::LocalHeader(const ZipEntry& entry) const {
-    const bool wide = IsWide(entry);
+    const bool wide = IsWide(entry.size);
     std::vector<std::uint8_t> extra;
     if (wide)
         FieldWriter(extra).U16(kExtraZip64).U16(16).U64(entry.size).U64(entry.packedSize);
@@ -123,7 +113,7 @@ void ZipWriter::AppendCentralHeader(const ZipEntry& entry) {
     std::vector<std::uint8_t> wideValues;
     FieldWriter wide(wideValues);
     for (const std::uint64_t value : {entry.size, entry.packedSize, entry.headerOffset}) {
-        if (value >= kFull32)
+        if (IsWide(value))
             wide.U64(value);
     }
     std::vector<std::uint8_t> extra;
@@ -136,7 +126,7 @@ void ZipWriter::AppendCentralHeader(const ZipEntry& entry) {
     std::vector<std::uint8_t> header;
     const std::string name = StoredName(entry);
     FieldWriter fields(header);
-    fields.U32(kCentralSignature).U16(kMadeBy).U16(VersionNeeded(IsWide(entry) || !wideValues.empty()));
+    fields.U32(kCentralSignature).U16(kMadeBy).U16(VersionNeeded(IsWide(entry.size) || !wideValues.empty()));
     fields.U16(kFlagUtf8).U16(entry.method).U32(entry.modified.dosTime).U32(entry.crc32);
     fields.U32(Narrow(entry.packedSize)).U32(Narrow(entry.size));
     fields.U16(name.size()).U16(extra.size()).U16(0).U16(0).U16(0);
@@ -150,7 +140,7 @@ void ZipWriter::AppendEnd(std::uint64_t directoryOffset) {
     const std::uint64_t count = m_entries.size();
     std::vector<std::uint8_t> end;
     FieldWriter fields(end);
-    if (count >= kFull16 || directoryOffset >= kFull32 || directorySize >= kFull32) {
+    if (count >= kFull16 || IsWide(directoryOffset) || IsWide(directorySize)) {
         const std::uint64_t position = Position();
         fields.U32(kZip64EndSignature).U64(kZip64EndSize - 12).U16(kMadeBy).U16(kVersionZip64);
         fields.U32(0).U32(0).U64(count).U64(count).U64(directorySize).U64(directoryOffset);

@@ -14,7 +14,9 @@ namespace mxovshare {
 /// What it writes, ReadZipDirectory accepts: nothing expands out of proportion to the file.
 class ZipWriter {
 public:
-    explicit ZipWriter(ByteSink& sink) : m_sink(sink) {}
+    /// Sizes and places from `wideFrom` on are written as ZIP64, which not every reader knows.
+    explicit ZipWriter(ByteSink& sink, std::uint64_t wideFrom = 0xFFF00000)
+        : m_sink(sink), m_wideFrom(wideFrom) {}
 
     /// Adds the content, compressed where that makes it smaller. `advance` is told the bytes that were read.
     void AddFile(
@@ -34,6 +36,9 @@ private:
     void AppendCentralHeader(const ZipEntry& entry);
     void AppendEnd(std::uint64_t directoryOffset);
 
+    bool IsWide(std::uint64_t value) const { return value >= m_wideFrom; }
+    std::uint64_t Narrow(std::uint64_t value) const { return IsWide(value) ? 0xFFFFFFFF : value; }
+
     std::uint64_t Position() const { return m_flushed + m_pending.size(); }
     void Append(Bytes bytes);
     void Patch(std::uint64_t offset, Bytes bytes);
@@ -41,6 +46,7 @@ private:
     void Flush();
 
     ByteSink& m_sink;
+    std::uint64_t m_wideFrom;
     std::vector<ZipEntry> m_entries;
     std::vector<std::uint8_t> m_pending; ///< not yet handed to the sink
     std::uint64_t m_flushed = 0;         ///< where m_pending belongs

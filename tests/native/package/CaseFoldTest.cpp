@@ -1,0 +1,20 @@
+#include "package/CaseFold.h"
+
+#include <gtest/gtest.h>
+
+using mxovshare::FoldCase;
+
+TEST(CaseFold, TakesUpperAndLowerCaseForOneAnother) {
+    EXPECT_EQ(FoldCase("MxInfo.ini"), "MXINFO.INI");
+    EXPECT_EQ(FoldCase("\xC3\xA4\xC3\xB6\xC3\xBC"), "\xC3\x84\xC3\x96\xC3\x9C");
+    EXPECT_EQ(FoldCase("\xD1\x87\xD0\xB5\xD1\x80\xD1\x82"), "\xD0\xA7\xD0\x95\xD0\xA0\xD0\xA2");
+    EXPECT_EQ(FoldCase("\xC3\xBF"), "\xC5\xB8");
+}
+
+TEST(CaseFold, KeepsWhatAFileSystemTellsApart) {
+    EXPECT_EQ(FoldCase("\xC3\x9F"), "\xC3\x9F");
+    EXPECT_EQ(FoldCase("\xC4\xB1"), "\xC4\xB1");
+    EXPECT_EQ(FoldCase("\xE5\x9B\xB3"), "\xE5\x9B\xB3");
+    EXPECT_EQ(FoldCase("\xF0\x90\x90\xA8"), "\xF0\x90\x90\xA8");
+    EXPECT_EQ(FoldCase(""), "");
+}

@@ -1,0 +1,155 @@
+#include "package/ZipWriter.h"
+
+#include "MemoryFile.h"
+#include "package/EntryReader.h"
+#include "package/PackageError.h"
+#include "package/ZipDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace mxovshare;
+
+namespace {
+
+std::string Random(std::size_t size) {
+    std::mt19937 generator(7);
+    std::string text(size, '\0');
+    for (char& byte : text)
+        byte = static_cast<char>(generator());
+    return text;
+}
+
+std::string Text(std::size_t size) {
+    std::mt19937 generator(7);
+    std::string text;
+    while (text.size() < size)
+        text += "N" + std::to_string(text.size()) + " G1 X" + std::to_string(generator() % 1000) + "\r\n";
+    text.resize(size);
+    return text;
+}
+
+struct Item {
+    std::string name;
+    std::string content;
+};
+
+MemoryFile Pack(const std::vector<Item>& items, std::uint64_t wideFrom = 0xFFF00000) {
+    MemoryFile file;
+    ZipWriter writer(file, wideFrom);
+    for (const Item& item : items)
+        writer.AddFile({.name = item.name, .modified = {}, .attributes = 0}, MemoryFile(item.content));
+    writer.Finish();
+    return file;
+}
+
+std::string Content(const ByteSource& file, const ZipEntry& entry) {
+    const std::vector<std::uint8_t> bytes = ReadWholeEntry(file, entry, entry.size);
+    return {bytes.begin(), bytes.end()};
+}
+
+void ExpectRoundTrip(const std::vector<Item>& items, std::uint64_t wideFrom = 0xFFF00000) {
+    const MemoryFile file = Pack(items, wideFrom);
+    const std::vector<ZipEntry> entries = ReadZipDirectory(file);
+    ASSERT_EQ(entries.size(), items.size());
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        EXPECT_EQ(entries[i].name, items[i].name);
+        EXPECT_EQ(Content(file, entries[i]), items[i].content) << items[i].name;
+    }
+}
+
+TEST(ZipWriter, RoundTripsEveryKindOfContent) {
+    ExpectRoundTrip({{"empty", ""},
+                     {"byte", "x"},
+                     {"text", Text(100'000)},
+                     {"random", Random(100'000)},
+                     {"zeros", std::string(100'000, '\0')},
+                     {"\xE5\x9B\xB3/\xF0\x9F\x94\xA7.nc", "G0"}});
+    ExpectRoundTrip({});
+}
+
+TEST(ZipWriter, RoundTripsAroundThePiecesOfCompression) {
+    for (const std::size_t size :
+         {kDeflatePiece - 1, kDeflatePiece, kDeflatePiece + 1, 3 * kDeflatePiece + 5})
+        ExpectRoundTrip({{"text", Text(size)}, {"random", Random(size)}});
+}
+
+TEST(ZipWriter, CompressesOverTheEdgesOfPieces) {
+    const std::string text = Text(2 * kDeflatePiece);
+    const auto whole = ReadZipDirectory(Pack({{"a", text}}))[0].packedSize;
+    const auto halves = ReadZipDirectory(Pack({{"a", text.substr(0, kDeflatePiece)}}))[0].packedSize +
+                        ReadZipDirectory(Pack({{"a", text.substr(kDeflatePiece)}}))[0].packedSize;
+    EXPECT_LT(whole, halves);
+    EXPECT_LT(whole, text.size() / 3);
+}
+
+TEST(ZipWriter, NeverMakesContentLarger) {
+    const MemoryFile file = Pack({{"random", Random(500'000)}, {"empty", ""}});
+    for (const ZipEntry& entry : ReadZipDirectory(file)) {
+        EXPECT_EQ(entry.method, 0);
+        EXPECT_EQ(entry.packedSize, entry.size);
+    }
+    EXPECT_LT(file.Size(), 500'300u);
+}
+
+TEST(ZipWriter, NeverMakesWhatAReaderTakesForABomb) {
+    std::vector<Item> items;
+    for (int i = 0; i < 40; ++i)
+        items.push_back({"zeros" + std::to_string(i), std::string(2'000'000, '\0')});
+    const MemoryFile file = Pack(items);
+    EXPECT_LT(file.Size(), 80'000'000u / 7);
+    EXPECT_EQ(ReadZipDirectory(file).size(), 40u);
+}
+
+TEST(ZipWriter, RepeatsNothingOfTheMachineThatPacked) {
+    const std::vector<Item> items = {{"a", Text(5000)}, {"b", Random(5000)}};
+    EXPECT_EQ(Pack(items).AllBytes(), Pack(items).AllBytes());
+}
+
+TEST(ZipWriter, WritesZip64WhereAFieldIsTooSmall) {
+    const std::vector<Item> items = {
+        {"small", "x"}, {"text", Text(5000)}, {"random", Random(5000)}, {"last", "y"}};
+    ExpectRoundTrip(items, 3000);
+    ExpectRoundTrip(items, 1);
+}
+
+TEST(ZipWriter, WritesMoreThan65535Entries) {
+    MemoryFile file;
+    ZipWriter writer(file);
+    for (int i = 0; i < 70'000; ++i)
+        writer.AddFile({.name = "f" + std::to_string(i), .modified = {}, .attributes = 0}, MemoryFile());
+    writer.Finish();
+    const auto entries = ReadZipDirectory(file);
+    ASSERT_EQ(entries.size(), 70'000u);
+    EXPECT_EQ(entries.back().name, "f69999");
+}
+
+TEST(ZipWriter, KeepsTimesAttributesAndFolders) {
+    MemoryFile file;
+    ZipWriter writer(file);
+    const ZipTime time = {.fileTime = 133'444'736'001'234'567, .dosTime = 0x58216000};
+    writer.AddFolder({.name = "a/b", .modified = time, .attributes = kAttributeHidden});
+    writer.AddFile({.name = "c", .modified = time, .attributes = kAttributeHidden | kAttributeReadOnly},
+                   MemoryFile());
+    writer.Finish();
+    const auto entries = ReadZipDirectory(file);
+    ASSERT_EQ(entries.size(), 2u);
+    EXPECT_TRUE(entries[0].isFolder);
+    EXPECT_EQ(entries[0].name, "a/b");
+    EXPECT_EQ(entries[0].attributes, kAttributeHidden | kAttributeFolder);
+    EXPECT_EQ(entries[1].modified.fileTime, time.fileTime);
+    EXPECT_EQ(entries[1].modified.dosTime, time.dosTime);
+    EXPECT_EQ(entries[1].attributes, kAttributeHidden | kAttributeReadOnly);
+}
+
+TEST(ZipWriter, TellsEveryByteThatItReadOnce) {
+    MemoryFile file;
+    ZipWriter writer(file);
+    std::uint64_t told = 0;
+    writer.AddFile({.name = "a", .modified = {}, .attributes = 0}, MemoryFile(Random(2'500'000)),
+                   [&told](std::uint64_t bytes) { told += bytes; });
+    EXPECT_EQ(told, 2'500'000u);
+}
+
+} // namespace
