@@ -115,7 +115,7 @@ struct OleMember<Method> {
 
 /// A member variable.
 template <class Class, class Type, Type Class::*Variable>
-struct OleMember<Variable> {
+requires(!std::is_function_v<Type>) struct OleMember<Variable> {
     static constexpr VARTYPE kType = OleVariantType<Type>::kType;
     static void Get(CCmdTarget& target, VARIANT* result) {
         OleVariantType<Type>::Put(static_cast<Class&>(target).*Variable, result);
