@@ -1,5 +1,6 @@
 #include "MXOVDocViewCtrl.h"
 
+#include "MXOVDocViewPropPage.h"
 #include "package/PackageInformation.h"
 
 #include <MXOVDocView.h>
@@ -8,6 +9,8 @@ namespace {
 
 constexpr WORD kMajorVersion = 1;
 constexpr WORD kMinorVersion = 0;
+constexpr int kInitialWidth = 371; // pixels of the dialog template with the usual dialog font
+constexpr int kInitialHeight = 475;
 constexpr DWORD kMiscStatus = OLEMISC_SETCLIENTSITEFIRST | OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_INSIDEOUT |
                               OLEMISC_CANTLINKINSIDE | OLEMISC_RECOMPOSEONRESIZE;
 static_assert(kMiscStatus == 0x20191);
@@ -20,6 +23,7 @@ IMPLEMENT_OLECTLTYPE(CMXOVDocViewCtrl, IDS_USER_TYPE, kMiscStatus)
 
 CMXOVDocViewCtrl::CMXOVDocViewCtrl() {
     InitializeIIDs(&DIID__DMXOVDocView, &DIID__DMXOVDocViewEvents);
+    SetInitialSize(kInitialWidth, kInitialHeight);
 }
 
 BOOL CMXOVDocViewCtrl::CMXOVDocViewCtrlFactory::UpdateRegistry(BOOL bRegister) {
@@ -72,11 +76,8 @@ int CMXOVDocViewCtrl::OnCreate(LPCREATESTRUCT createStruct) {
     return 0;
 }
 
-BOOL CMXOVDocViewCtrl::PreTranslateMessage(MSG* message) {
-    if (m_dialog.GetSafeHwnd() && IsDialogMessage(m_dialog.GetSafeHwnd(), message)) {
-        return TRUE;
-    }
-    return COleControl::PreTranslateMessage(message);
+BOOL CMXOVDocViewCtrl::IsInvokeAllowed(DISPID /*dispid*/) {
+    return TRUE;
 }
 
 void CMXOVDocViewCtrl::OnDraw(CDC* dc, const CRect& bounds, const CRect& /*invalid*/) {

@@ -19,7 +19,8 @@ public:
 protected:
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
     BOOL IsSubclassedControl() override;
-    BOOL PreTranslateMessage(MSG* message) override;
+    /// Scripts call members of a control that nobody initialised.
+    BOOL IsInvokeAllowed(DISPID dispid) override;
 
     DECLARE_OLECREATE_EX(CMXOVDocViewCtrl)
     DECLARE_OLETYPELIB(CMXOVDocViewCtrl)

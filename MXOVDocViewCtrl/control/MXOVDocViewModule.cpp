@@ -26,6 +26,16 @@ constexpr WORD kMinorVersion = 0;
 
 } // namespace
 
+STDAPI DllCanUnloadNow() {
+    AFX_MANAGE_STATE(AfxGetStaticModuleState());
+    return AfxDllCanUnloadNow();
+}
+
+STDAPI DllGetClassObject(REFCLSID rclsid, REFIID riid, LPVOID* ppv) {
+    AFX_MANAGE_STATE(AfxGetStaticModuleState());
+    return AfxDllGetClassObject(rclsid, riid, ppv);
+}
+
 STDAPI DllRegisterServer() {
     AFX_MANAGE_STATE(AfxGetStaticModuleState());
     if (!AfxOleRegisterTypeLib(AfxGetInstanceHandle(), LIBID_MXOVDocViewLib)) {

@@ -7,6 +7,7 @@
 #include "package/RecordLists.h"
 #include "RedrawPause.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -74,6 +75,12 @@ void MXOVDocViewActiveXDlg::ReadPackageSummary() {
 void MXOVDocViewActiveXDlg::FillLists(std::vector<CatalogueItem> items) {
     const RedrawPause pauses[] = {RedrawPause(m_partList), RedrawPause(m_gCodeList), RedrawPause(m_setupList),
                                   RedrawPause(m_additionalList)};
+    for (const DocumentCategory category : kCategories) {
+        const auto count = static_cast<std::size_t>(std::ranges::count_if(
+            items, [category](const CatalogueItem& item) { return item.record.category == category; }));
+        RecordsOf(category)->reserve(count);
+        ListOf(category)->SendMessage(LVM_SETITEMCOUNT, count); // only makes room
+    }
     for (CatalogueItem& item : items) {
         AddItemToList(item);
         RecordsOf(item.record.category)->push_back(std::move(item.record));

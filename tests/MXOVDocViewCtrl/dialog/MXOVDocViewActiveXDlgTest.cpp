@@ -64,9 +64,10 @@ TEST_F(MXOVDocViewActiveXDlgTest, HasItsControlsInTheirPlaces) {
         wchar_t text[64] = L"";
         GetWindowTextW(child, text, ARRAYSIZE(text));
         EXPECT_STREQ(text, control.text);
-        RECT expected = {control.units.left, control.units.top, control.units.left + control.units.right,
-                         control.units.top + control.units.bottom};
+        RECT expected = control.units; // position and size are rounded to pixels one by one
         MapDialogRect(m_dialog.GetSafeHwnd(), &expected);
+        expected.right += expected.left;
+        expected.bottom += expected.top;
         const RECT place = PlaceOf(control.id);
         EXPECT_TRUE(EqualRect(&place, &expected)) << control.id;
         child = GetWindow(child, GW_HWNDNEXT);

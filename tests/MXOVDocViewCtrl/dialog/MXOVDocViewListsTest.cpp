@@ -57,7 +57,9 @@ TEST_F(MXOVDocViewListsTest, HaveTheStylesOfTheTemplate) {
         EXPECT_EQ(style & LVS_ALIGNMASK, LVS_ALIGNLEFT);
         const LONG_PTR flags = LVS_SINGLESEL | LVS_SHOWSELALWAYS | WS_TABSTOP | WS_CHILD | WS_VISIBLE;
         EXPECT_EQ(style & flags, flags);
-        EXPECT_EQ((style & WS_BORDER) != 0, id == IDC_ADDITIONAL_LIST);
+        // The dialog manager turns a control's plain border into a sunken one.
+        const LONG_PTR extended = GetWindowLongPtrW(Item(id), GWL_EXSTYLE);
+        EXPECT_EQ((style & WS_BORDER) || (extended & WS_EX_CLIENTEDGE), id == IDC_ADDITIONAL_LIST);
         EXPECT_TRUE(SendMessageW(Item(id), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_FULLROWSELECT);
     }
 }
