@@ -20,6 +20,7 @@ list(APPEND ole_sources
     OleDispatch.cpp
     OleFactory.cpp
     OleKeyboard.cpp
+    OleModuleExports.cpp
     OleTarget.cpp
     OleTypeLib.cpp
     OleVerbs.cpp
