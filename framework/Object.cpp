@@ -29,6 +29,7 @@ void CException::Delete() {
     }
 }
 
+// NOLINTBEGIN(misc-throw-by-value-catch-by-reference): the documented exceptions are pointers
 void AFXAPI AfxThrowUserException() {
     static CUserException exception(FALSE);
     throw &exception;
@@ -43,3 +44,4 @@ void AFXAPI AfxThrowNotSupportedException() {
     static CNotSupportedException exception(FALSE);
     throw &exception;
 }
+// NOLINTEND(misc-throw-by-value-catch-by-reference)
