@@ -33,7 +33,7 @@ struct ForgedEnd {
     int sizeError = 0;
     int offsetError = 0;
     std::uint16_t disk = 0;
-    std::string comment;
+    std::string comment = {};
 };
 
 /// The whole package.

@@ -1,0 +1,120 @@
+#include "mxovpackage.h"
+
+#include "FolderSnapshot.h"
+#include "ini/AtomicFile.h"
+#include "Listeners.h"
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace mxovshare;
+
+namespace {
+
+class CreatePackageTest : public testing::Test {
+protected:
+    void SetUp() override {
+        m_folder.Write(L"mxinfo.ini", "[FILEINFO]");
+        m_folder.Write(L"doc.txt", std::string(3'000'000, 'd'));
+        m_work.Write(L"p.mxov", "the old one");
+    }
+
+    // Expects the old package whole, and nothing else beside it.
+    void ExpectUntouched() const {
+        EXPECT_EQ(m_work.Read(L"p.mxov"), "the old one");
+        EXPECT_EQ(m_work.EntryCount(), 1);
+    }
+
+    void ExpectFailure(const PackageResult& result, const std::wstring& culprit) const {
+        EXPECT_FALSE(result.ok);
+        EXPECT_FALSE(result.cancelled);
+        EXPECT_NE(result.message.find(culprit), std::wstring::npos)
+            << std::filesystem::path(result.message).string();
+        EXPECT_EQ(result.message.find_first_of(L"\r\n"), std::wstring::npos);
+        ExpectUntouched();
+    }
+
+    std::wstring Package() const { return m_work / L"p.mxov"; }
+
+    TempFolder m_folder;
+    TempFolder m_work;
+};
+
+TEST_F(CreatePackageTest, ReplacesTheOldPackage) {
+    EXPECT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
+    std::vector<PackageEntry> entries;
+    EXPECT_TRUE(ListPackage(Package(), entries).ok);
+    EXPECT_EQ(entries.size(), 2u);
+    EXPECT_EQ(m_work.EntryCount(), 1);
+}
+
+TEST_F(CreatePackageTest, RefusesWhatIsNoFolder) {
+    ExpectFailure(CreatePackage(m_folder / L"nowhere", Package()), L"nowhere");
+    ExpectFailure(CreatePackage(m_folder / L"doc.txt", Package()), L"doc.txt\": it is a file");
+}
+
+TEST_F(CreatePackageTest, NamesAFileThatIsLocked) {
+    const HANDLE lock =
+        CreateFileW((m_folder / L"doc.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(lock, INVALID_HANDLE_VALUE);
+    ExpectFailure(CreatePackage(m_folder.Path(), Package()),
+                  L"cannot open \"" + m_folder / L"doc.txt" + L"\": ");
+    CloseHandle(lock);
+}
+
+TEST_F(CreatePackageTest, PacksAFileThatAnotherProgramHasOpen) {
+    const HANDLE open = CreateFileW((m_folder / L"doc.txt").c_str(), GENERIC_READ | GENERIC_WRITE,
+                                    FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(open, INVALID_HANDLE_VALUE);
+    EXPECT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
+    CloseHandle(open);
+}
+
+TEST_F(CreatePackageTest, NamesAPackageThatIsLockedAndSucceedsWhenItIsFree) {
+    const HANDLE lock =
+        CreateFileW(Package().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(lock, INVALID_HANDLE_VALUE);
+    ExpectFailure(CreatePackage(m_folder.Path(), Package()), L"cannot replace \"" + Package() + L"\": ");
+    CloseHandle(lock);
+    EXPECT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
+}
+
+TEST_F(CreatePackageTest, LeavesAReadOnlyPackageAsItIs) {
+    SetFileAttributesW(Package().c_str(), FILE_ATTRIBUTE_READONLY);
+    ExpectFailure(CreatePackage(m_folder.Path(), Package()), L"cannot write \"" + Package() + L"\": ");
+    SetFileAttributesW(Package().c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(CreatePackageTest, NamesAFolderThatDoesNotTakeThePackage) {
+    ExpectFailure(CreatePackage(m_folder.Path(), m_work / L"nowhere\\p.mxov"), L"nowhere\\p.mxov");
+}
+
+TEST_F(CreatePackageTest, WritesOverWhatACrashLeftBehind) {
+    const std::wstring temporary = AtomicFile::TemporaryPath(Package());
+    m_work.Write(std::filesystem::path(temporary).filename().wstring(), std::string(4'000'000, '?'));
+    EXPECT_EQ(m_work.EntryCount(), 2);
+    EXPECT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
+    EXPECT_EQ(m_work.EntryCount(), 1);
+    EXPECT_TRUE(VerifyPackage(Package()).ok);
+}
+
+TEST_F(CreatePackageTest, IsCancelledAtAnyMomentWithoutATrace) {
+    for (int passes = 0; passes < 100; ++passes) {
+        CancellingProgress progress(passes);
+        const PackageResult result = CreatePackage(m_folder.Path(), Package(), &progress);
+        if (!progress.HasCancelled()) {
+            EXPECT_TRUE(result.ok);
+            EXPECT_GT(passes, 8);
+            return;
+        }
+        EXPECT_TRUE(result.cancelled);
+        EXPECT_FALSE(result.ok);
+        EXPECT_EQ(result.message, L"");
+        ExpectUntouched();
+    }
+    FAIL() << "it never came to its end";
+}
+
+} // namespace

@@ -1,0 +1,35 @@
+// Progress listeners of the tests.
+#pragma once
+
+#include "mxovpackage.h"
+
+#include <functional>
+#include <vector>
+
+/// Keeps every call.
+class RecordingProgress : public mxovshare::PackageProgress {
+public:
+    struct Call {
+        std::wstring name;
+        std::uint64_t done;
+        std::uint64_t total;
+    };
+    std::vector<Call> calls;
+
+    bool OnProgress(const std::wstring& name, std::uint64_t done, std::uint64_t total) override {
+        calls.push_back({name, done, total});
+        return true;
+    }
+};
+
+/// Lets a number of calls pass and cancels at the next.
+class CancellingProgress : public mxovshare::PackageProgress {
+public:
+    explicit CancellingProgress(int passes) : m_passes(passes) {}
+
+    bool OnProgress(const std::wstring&, std::uint64_t, std::uint64_t) override { return m_passes-- > 0; }
+    bool HasCancelled() const { return m_passes < 0; }
+
+private:
+    int m_passes;
+};
