@@ -2,6 +2,10 @@
 
 #include "ini/AtomicFile.h"
 
+#include <windows.h>
+
+#include <algorithm>
+
 namespace mxovshare {
 namespace {
 
@@ -10,6 +14,8 @@ constexpr std::uint64_t kLongestTrust = 10'000; // microseconds without looking 
 constexpr std::uint64_t kCoarsestClock =
     2'100'000; // microseconds; FAT counts write times in steps of two seconds
 constexpr std::size_t kCheapToRead = 64 << 10;
+constexpr std::uint64_t kCheapGap = 10'000; // microseconds between two readings that only compare
+constexpr std::uint64_t kDearGap = 100'000;
 
 std::uint64_t Now() {
     LARGE_INTEGER count = {};
@@ -21,11 +27,11 @@ std::uint64_t Now() {
     return ticks / perSecond * 1'000'000 + ticks % perSecond * 1'000'000 / perSecond;
 }
 
-bool IsOlderThan(std::uint64_t fileTime, std::uint64_t microseconds) {
+bool IsOlderThan(std::int64_t fileTime, std::int64_t microseconds) {
     FILETIME now = {};
     GetSystemTimeAsFileTime(&now);
-    const std::uint64_t time = static_cast<std::uint64_t>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
-    return time > fileTime && time - fileTime > 10 * microseconds;
+    const std::int64_t time = static_cast<std::int64_t>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
+    return time - fileTime > 10 * microseconds;
 }
 
 bool Perform(IniDocument& document, const IniEdit& edit) {
@@ -40,9 +46,10 @@ CachedIniFile::CachedIniFile(std::wstring path, const IniPlatform& platform)
 
 const IniDocument& CachedIniFile::Document() {
     const std::uint64_t now = Now();
-    if (!IsBurst(now))
+    const bool burst = IsBurst(now);
+    if (!burst)
         Look(now);
-    m_lastUse = now;
+    m_lastUse = burst ? now : Now();
     return *m_document;
 }
 
@@ -81,7 +88,8 @@ bool CachedIniFile::IsBurst(std::uint64_t now) const {
 
 // Whether a change may have left the stamp as it was, and it is time to compare the bytes.
 bool CachedIniFile::MayHideChanges(std::uint64_t now) const {
-    return !m_settled && (m_document->Bytes().size() <= kCheapToRead || now - m_lastLoad >= kLongestTrust);
+    const bool cheap = m_document->Bytes().size() <= kCheapToRead;
+    return !m_settled && now - m_lastLoad >= (cheap ? kCheapGap : kDearGap);
 }
 
 void CachedIniFile::Look(std::uint64_t now) {
@@ -118,23 +126,20 @@ void CachedIniFile::Settle(const FileStamp& stamp, std::uint64_t now) {
     if (stamp != m_stamp)
         m_stampSeen = now;
     m_stamp = stamp;
-    m_settled =
-        !stamp.exists || now - m_stampSeen > kCoarsestClock || IsOlderThan(stamp.writeTime, kCoarsestClock);
+    const std::int64_t latest = std::max(stamp.written, stamp.changed);
+    m_settled = !stamp.exists || now - m_stampSeen > kCoarsestClock || IsOlderThan(latest, kCoarsestClock);
 }
 
 bool CachedIniFile::Save() {
     AtomicFile file(m_path);
     const std::string& bytes = m_document->Bytes();
-    const FileStamp written = file.Write(bytes.data(), bytes.size()) ? StampOf(file.Handle()) : FileStamp();
-    const bool saved = file.Commit();
-    m_saveError = file.Error();
-    if (!saved)
+    if (!file.Write(bytes.data(), bytes.size()) || !file.Commit()) {
+        m_saveError = file.Error();
         return false;
+    }
     m_unsaved.clear();
     m_lastLoad = Now();
     Settle(StampOf(m_path), m_lastLoad);
-    if (m_stamp.identity != written.identity || m_stamp.size != written.size)
-        m_document.reset(); // somebody was faster
     return true;
 }
 

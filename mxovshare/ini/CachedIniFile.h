@@ -4,6 +4,8 @@
 #include "ini/FileStamp.h"
 #include "ini/IniDocument.h"
 
+#include <windows.h>
+
 #include <cstdint>
 #include <memory>
 #include <span>

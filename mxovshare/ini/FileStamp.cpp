@@ -2,7 +2,13 @@
 
 #include "host/FileHandle.h"
 
+#include <windows.h>
+
+#include <winternl.h>
+
 #include <algorithm>
+
+extern "C" NTSTATUS NTAPI NtQueryFullAttributesFile(POBJECT_ATTRIBUTES, PFILE_NETWORK_OPEN_INFORMATION);
 
 namespace mxovshare {
 namespace {
@@ -11,8 +17,23 @@ constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELE
 constexpr DWORD kLongestPause = 8; // milliseconds; all pauses of one reading are twice that
 constexpr int kAttempts = 4;       // to read a file that changes meanwhile
 
-constexpr std::uint64_t Wide(DWORD high, DWORD low) {
-    return static_cast<std::uint64_t>(high) << 32 | low;
+// The native form of a full path.
+std::wstring NativePath(const std::wstring& path) {
+    if (path.starts_with(L"\\\\?\\") || path.starts_with(L"\\\\.\\"))
+        return L"\\??\\" + path.substr(4);
+    return path.starts_with(L"\\\\") ? L"\\??\\UNC\\" + path.substr(2) : L"\\??\\" + path;
+}
+
+FileStamp StampOfTarget(const std::wstring& path) {
+    const FileHandle file(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    FILE_BASIC_INFO times = {};
+    LARGE_INTEGER size = {};
+    if (!file || GetFileInformationByHandleEx(file.Get(), FileBasicInfo, &times, sizeof(times)) == FALSE ||
+        GetFileSizeEx(file.Get(), &size) == FALSE)
+        return {};
+    return {true, size.QuadPart, times.CreationTime.QuadPart, times.LastWriteTime.QuadPart,
+            times.ChangeTime.QuadPart};
 }
 
 bool IsMissing(DWORD error) {
@@ -47,31 +68,35 @@ bool ReadBytes(HANDLE file, std::string& bytes) {
 
 } // namespace
 
-FileStamp StampOf(HANDLE file) {
-    BY_HANDLE_FILE_INFORMATION information = {};
-    if (GetFileInformationByHandle(file, &information) == FALSE)
-        return {};
-    return {true, Wide(information.nFileSizeHigh, information.nFileSizeLow),
-            Wide(information.ftLastWriteTime.dwHighDateTime, information.ftLastWriteTime.dwLowDateTime),
-            Wide(information.nFileIndexHigh, information.nFileIndexLow), information.dwVolumeSerialNumber};
-}
-
 FileStamp StampOf(const std::wstring& path) {
-    const FileHandle file(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
-                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-    return file ? StampOf(file.Get()) : FileStamp();
+    std::wstring native = NativePath(path);
+    const std::size_t length = native.size() * sizeof(wchar_t);
+    if (path.empty() || length > 0xFFFE)
+        return {};
+    UNICODE_STRING name = {static_cast<USHORT>(length), static_cast<USHORT>(length), native.data()};
+    OBJECT_ATTRIBUTES object = {};
+    InitializeObjectAttributes(&object, &name, OBJ_CASE_INSENSITIVE, nullptr, nullptr);
+    FILE_NETWORK_OPEN_INFORMATION file = {};
+    if (!NT_SUCCESS(NtQueryFullAttributesFile(&object, &file)))
+        return {};
+    if ((file.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+        return StampOfTarget(path);
+    return {true, file.EndOfFile.QuadPart, file.CreationTime.QuadPart, file.LastWriteTime.QuadPart,
+            file.ChangeTime.QuadPart};
 }
 
 FileReading ReadWholeFile(const std::wstring& path, std::size_t limit, std::string& bytes, FileStamp& stamp) {
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        stamp = StampOf(path);
         const FileHandle file = OpenForReading(path);
         if (!file)
             return IsMissing(GetLastError()) ? FileReading::Missing : FileReading::Failed;
-        stamp = StampOf(file.Get());
-        if (!stamp.exists || stamp.size > limit || GetFileType(file.Get()) != FILE_TYPE_DISK)
+        LARGE_INTEGER size = {};
+        if (GetFileType(file.Get()) != FILE_TYPE_DISK || GetFileSizeEx(file.Get(), &size) == FALSE ||
+            static_cast<std::uint64_t>(size.QuadPart) > limit)
             return FileReading::Failed;
-        bytes.resize(static_cast<std::size_t>(stamp.size));
-        if (ReadBytes(file.Get(), bytes) && StampOf(file.Get()) == stamp)
+        bytes.resize(static_cast<std::size_t>(size.QuadPart));
+        if (ReadBytes(file.Get(), bytes) && stamp.exists && StampOf(path) == stamp)
             return FileReading::Done;
     }
     return FileReading::Failed;

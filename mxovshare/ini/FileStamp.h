@@ -1,25 +1,25 @@
 // What tells one content of a file from another without reading it, and reading whole files.
 #pragma once
 
-#include <windows.h>
-
 #include <cstdint>
 #include <string>
 
 namespace mxovshare {
 
-/// State of a file at one moment; all zero for a file that is not there or cannot be asked.
+/// State of a file at one moment; all zero for a file that is not there or cannot be asked. The change time
+/// moves with every write and rename, and so with every other file that takes the place, whatever is done to
+/// its write time.
 struct FileStamp {
     bool exists = false;
-    std::uint64_t size = 0;
-    std::uint64_t writeTime = 0; ///< in 100 nanoseconds, UTC
-    std::uint64_t identity = 0;  ///< of the file on its volume
-    std::uint32_t volume = 0;
+    std::int64_t size = 0;
+    std::int64_t created = 0; ///< times in 100 nanoseconds, UTC
+    std::int64_t written = 0;
+    std::int64_t changed = 0;
 
     bool operator==(const FileStamp&) const = default;
 };
 
-FileStamp StampOf(HANDLE file);
+/// The stamp of a file by its full path. Opens nothing, unless the path leads through a link.
 FileStamp StampOf(const std::wstring& path);
 
 enum class FileReading { Done, Missing, Failed };

@@ -48,7 +48,7 @@ std::u16string IniDocument::Value(std::u16string_view section, std::u16string_vi
     if (sectionNumber == IniIndex::kNone)
         return {};
     const std::uint32_t number = m_index->FindKey(sectionNumber, IniName(ReadyName(key), m_platform));
-    return number == IniIndex::kNone ? std::u16string() : PlainValue(TextOf(m_index->Keys()[number].value));
+    return number == IniIndex::kNone ? std::u16string() : PlainValue(TextOf(m_index->Key(number).value));
 }
 
 bool IniDocument::SetValue(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
@@ -68,7 +68,7 @@ bool IniDocument::SetValue(std::u16string_view section, std::u16string_view key,
                                      ? IniIndex::kNone
                                      : m_index->FindKey(sectionNumber, IniName(key, m_platform));
     if (number != IniIndex::kNone) {
-        const IniKey& old = m_index->Keys()[number];
+        const IniKey& old = m_index->Key(number);
         if (old.hasValue && PlainValue(TextOf(old.value)) == PlainValue(stored))
             return false;
         ReplaceValue(number, stored);
@@ -113,19 +113,15 @@ int IniDocument::LastIndex(std::u16string_view prefix) const {
 }
 
 std::vector<IniSectionText> IniDocument::Contents() const {
-    std::vector<const IniKey*> keys;
-    for (const IniKey& key : m_index->Keys())
-        keys.push_back(&key);
-    std::ranges::sort(keys, {}, [](const IniKey* key) { return key->name.begin; });
-
+    const std::vector<IniKey> keys = m_index->AllKeys();
     std::vector<IniSectionText> contents;
     auto key = keys.begin();
     for (const IniSection& section : m_index->Sections()) {
         if (section.shadowed)
             continue;
         contents.push_back({TextOf(section.name), {}});
-        for (; key != keys.end() && (*key)->name.begin < section.end; ++key)
-            contents.back().values.emplace_back(TextOf((*key)->name), PlainValue(TextOf((*key)->value)));
+        for (; key != keys.end() && key->name.begin < section.end; ++key)
+            contents.back().values.emplace_back(TextOf(key->name), PlainValue(TextOf(key->value)));
     }
     return contents;
 }
@@ -159,7 +155,7 @@ void IniDocument::Splice(std::size_t begin, std::size_t end, std::string_view by
 }
 
 void IniDocument::ReplaceValue(std::uint32_t number, std::u16string_view stored) {
-    const IniKey& key = m_index->Keys()[number];
+    const IniKey& key = m_index->Key(number);
     const std::string bytes = Encoded(stored);
     Splice(key.value.begin, key.value.end, key.hasValue ? bytes : Encoded(u"=") + bytes);
     m_index->ValueReplaced(number, bytes.size());

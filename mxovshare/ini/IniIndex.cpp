@@ -8,27 +8,6 @@
 namespace mxovshare {
 namespace {
 
-constexpr std::uint32_t kHashStart = 2166136261;
-
-constexpr std::uint32_t HashStep(std::uint32_t hash, char16_t unit) {
-    return (hash ^ unit) * 16777619;
-}
-
-constexpr char16_t UpperAscii(char16_t unit) {
-    return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
-}
-
-char16_t Upper(char16_t unit, const IniPlatform& platform) {
-    return unit < 0x80 ? UpperAscii(unit) : platform.Upper(unit);
-}
-
-std::uint32_t HashOfUpper(std::u16string_view upper) {
-    std::uint32_t hash = kHashStart;
-    for (const char16_t unit : upper)
-        hash = HashStep(hash, unit);
-    return hash;
-}
-
 constexpr std::uint32_t KeyHash(std::uint32_t section, std::uint32_t nameHash) {
     return (nameHash ^ section * 0x9E3779B9) * 0x85EBCA6B;
 }
@@ -40,38 +19,9 @@ void ShiftFrom(std::uint32_t& offset, std::uint32_t from, std::ptrdiff_t by) {
 
 } // namespace
 
-std::u16string UpperText(std::u16string_view text, const IniPlatform& platform) {
-    std::u16string upper(text);
-    std::ranges::transform(upper, upper.begin(), [&](char16_t unit) { return Upper(unit, platform); });
-    return upper;
-}
-
-IniName::IniName(std::u16string_view name, const IniPlatform& platform)
-    : m_upper(UpperText(TrimBlanks(name), platform)), m_hash(HashOfUpper(m_upper)) {}
-
-void IniHashTable::Place(Slot slot) {
-    std::size_t at = slot.hash & Mask();
-    while (m_slots[at].number != kNone)
-        at = (at + 1) & Mask();
-    m_slots[at] = slot;
-}
-
-void IniHashTable::Insert(std::uint32_t hash, std::uint32_t number) {
-    if (2 * ++m_used > m_slots.size()) {
-        std::vector<Slot> old(std::max<std::size_t>(16, 2 * m_slots.size()));
-        old.swap(m_slots);
-        for (const Slot& slot : old) {
-            if (slot.number != kNone)
-                Place(slot);
-        }
-    }
-    Place({hash, number});
-}
-
 IniIndex::IniIndex(const std::string& bytes, IniEncoding encoding, const IniPlatform& platform)
     : m_bytes(bytes), m_encoding(encoding), m_platform(platform) {
-    Scan(MarkOf(encoding).size(), bytes.size(), kNone);
-    CloseLastSection(static_cast<std::uint32_t>(bytes.size()), static_cast<std::uint32_t>(bytes.size()));
+    ScanSections(MarkOf(encoding).size());
 }
 
 std::uint32_t IniIndex::FindSection(const IniName& name) const {
@@ -79,10 +29,22 @@ std::uint32_t IniIndex::FindSection(const IniName& name) const {
         name.Hash(), [&](std::uint32_t number) { return NameIs(m_sections[number].name, name.Upper()); });
 }
 
-std::uint32_t IniIndex::FindKey(std::uint32_t section, const IniName& name) const {
+std::uint32_t IniIndex::FindKey(std::uint32_t section, const IniName& name) {
+    if (!m_sections[section].keysKnown)
+        ScanKeys(section, m_sections[section].begin, m_sections[section].end);
     return m_keyTable.Find(KeyHash(section, name.Hash()), [&](std::uint32_t number) {
         return m_keys[number].section == section && NameIs(m_keys[number].name, name.Upper());
     });
+}
+
+std::vector<IniKey> IniIndex::AllKeys() {
+    for (std::uint32_t number = 0; number < m_sections.size(); ++number) {
+        if (!m_sections[number].shadowed && !m_sections[number].keysKnown)
+            ScanKeys(number, m_sections[number].begin, m_sections[number].end);
+    }
+    std::vector<IniKey> keys = m_keys;
+    std::ranges::sort(keys, {}, [](const IniKey& key) { return key.name.begin; });
+    return keys;
 }
 
 bool IniIndex::NameIs(IniRange range, std::u16string_view upper) const {
@@ -111,44 +73,50 @@ void IniIndex::ValueReplaced(std::uint32_t number, std::size_t length) {
 void IniIndex::KeyInserted(std::uint32_t section, std::size_t length) {
     const std::uint32_t at = m_sections[section].keysEnd;
     Shift(at, static_cast<std::ptrdiff_t>(length));
-    const std::uint32_t commentRun = m_commentRun;
-    Scan(at, at + length, section);
-    m_commentRun = commentRun;
+    if (m_sections[section].keysKnown)
+        ScanKeys(section, at, m_sections[section].keysEnd);
 }
 
 void IniIndex::Appended(std::size_t oldSize, std::size_t lineBreak) {
-    const auto last = static_cast<std::uint32_t>(m_sections.size() - 1);
     if (!m_sections.empty())
         ShiftFrom(m_sections.back().keysEnd, static_cast<std::uint32_t>(oldSize),
                   static_cast<std::ptrdiff_t>(lineBreak));
-    Scan(oldSize + lineBreak, m_bytes.size(), m_sections.empty() ? kNone : last);
-    CloseLastSection(static_cast<std::uint32_t>(m_bytes.size()), static_cast<std::uint32_t>(m_bytes.size()));
+    ScanSections(oldSize + lineBreak);
 }
 
-void IniIndex::Scan(std::size_t begin, std::size_t end, std::uint32_t section) {
+template <typename Action>
+void IniIndex::WithScanner(Action action) {
     if (m_encoding == IniEncoding::Utf16)
-        IniScanner<Utf16Units>(*this, m_bytes, m_platform, false).Run(begin, end, section);
+        action(IniScanner<Utf16Units>(*this, false));
     else if (m_encoding == IniEncoding::Utf16BigEndian)
-        IniScanner<Utf16BigEndianUnits>(*this, m_bytes, m_platform, false).Run(begin, end, section);
+        action(IniScanner<Utf16BigEndianUnits>(*this, false));
     else
-        IniScanner<ByteUnits>(*this, m_bytes, m_platform, m_encoding == IniEncoding::Ansi)
-            .Run(begin, end, section);
+        action(IniScanner<ByteUnits>(*this, m_encoding == IniEncoding::Ansi));
 }
 
-void IniIndex::AddSection(IniRange line, IniRange name) {
+void IniIndex::ScanSections(std::size_t begin) {
+    const auto end = static_cast<std::uint32_t>(m_bytes.size());
+    WithScanner([&](auto scanner) { scanner.Sections(static_cast<std::uint32_t>(begin), end); });
+    CloseLastSection(end, end);
+}
+
+void IniIndex::ScanKeys(std::uint32_t section, std::uint32_t begin, std::uint32_t end) {
+    WithScanner([&](auto scanner) { scanner.Keys(section, begin, end); });
+    m_sections[section].keysKnown = true;
+}
+
+void IniIndex::AddSection(IniRange line, IniRange name, std::uint32_t nameHash) {
     CloseLastSection(std::min(m_commentRun, line.begin), line.begin);
     m_commentRun = kNone;
-    const auto number = static_cast<std::uint32_t>(m_sections.size());
-    const std::uint32_t hash = HashOf(name);
     const auto sameName = [&](std::uint32_t other) { return SameName(m_sections[other].name, name); };
-    const bool shadowed = name.begin == name.end || m_sectionTable.Find(hash, sameName) != kNone;
-    m_sections.push_back({name, line.begin, line.end, line.end, line.end, shadowed});
+    const bool shadowed = name.begin == name.end || m_sectionTable.Find(nameHash, sameName) != kNone;
     if (!shadowed)
-        m_sectionTable.Insert(hash, number);
+        m_sectionTable.Insert(nameHash, static_cast<std::uint32_t>(m_sections.size()));
+    m_sections.push_back({name, line.begin, line.end, line.end, line.end, shadowed});
 }
 
-void IniIndex::AddKey(const IniKey& key) {
-    const std::uint32_t hash = KeyHash(key.section, HashOf(key.name));
+void IniIndex::AddKey(const IniKey& key, std::uint32_t nameHash) {
+    const std::uint32_t hash = KeyHash(key.section, nameHash);
     const auto sameKey = [&](std::uint32_t other) {
         return m_keys[other].section == key.section && SameName(m_keys[other].name, key.name);
     };
@@ -199,7 +167,8 @@ std::size_t IniIndex::LengthOf(IniRange range) const {
 }
 
 char16_t IniIndex::DirectUpper(IniRange range, std::size_t at) const {
-    return Upper(UnitAt(m_bytes.data() + range.begin + at * UnitSize(m_encoding), m_encoding), m_platform);
+    return UpperUnit(UnitAt(m_bytes.data() + range.begin + at * UnitSize(m_encoding), m_encoding),
+                     m_platform);
 }
 
 bool IniIndex::DirectlyBegins(IniRange range, std::u16string_view upper) const {
@@ -212,15 +181,6 @@ bool IniIndex::DirectlyBegins(IniRange range, std::u16string_view upper) const {
 
 std::u16string IniIndex::UpperOf(IniRange range) const {
     return UpperText(DecodeText(BytesOf(range), m_encoding, m_platform), m_platform);
-}
-
-std::uint32_t IniIndex::HashOf(IniRange range) const {
-    if (!IsDirect(range))
-        return HashOfUpper(UpperOf(range));
-    std::uint32_t hash = kHashStart;
-    for (std::size_t at = 0; at < LengthOf(range); ++at)
-        hash = HashStep(hash, DirectUpper(range, at));
-    return hash;
 }
 
 bool IniIndex::SameName(IniRange one, IniRange other) const {

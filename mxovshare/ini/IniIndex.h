@@ -1,7 +1,10 @@
-// Where sections, keys and values lie in the bytes of an INI file, found in one pass and looked up by name.
+// Where sections, keys and values lie in the bytes of an INI file. Sections are found in one pass over the
+// file, the keys of a section when the first of them is asked for.
 #pragma once
 
 #include "ini/IniEncoding.h"
+#include "ini/IniHashTable.h"
+#include "ini/IniName.h"
 
 #include <cstdint>
 #include <string>
@@ -24,10 +27,11 @@ struct IniSection {
     IniRange name;
     std::uint32_t begin = 0;   ///< of the header's line
     std::uint32_t keysEnd = 0; ///< behind the line of the last key, or of the header when there is none
-    std::uint32_t ownEnd =
-        0; ///< like `end`, but without the comment lines that stand directly above the next header
+    /// Like `end`, but without the comment lines that stand directly above the next header.
+    std::uint32_t ownEnd = 0;
     std::uint32_t end = 0;
-    bool shadowed = false; ///< never read: the name is empty, or an earlier section has it
+    bool shadowed = false;  ///< never read: the name is empty, or an earlier section has it
+    bool keysKnown = false; ///< its keys are in the index
 };
 
 /// One key of a section that is not shadowed; the first of its name there.
@@ -38,52 +42,6 @@ struct IniKey {
     bool hasValue = false; ///< false for a line without "="; `value` is then empty and lies behind the name
 };
 
-/// `text` in upper case, unit by unit.
-std::u16string UpperText(std::u16string_view text, const IniPlatform& platform);
-
-/// A name made ready for look-ups: without blanks at either end and in upper case.
-class IniName {
-public:
-    IniName(std::u16string_view name, const IniPlatform& platform);
-    const std::u16string& Upper() const { return m_upper; }
-    std::uint32_t Hash() const { return m_hash; }
-
-private:
-    std::u16string m_upper;
-    std::uint32_t m_hash;
-};
-
-/// Open-addressing table from hashes to numbers; equality is the caller's question.
-class IniHashTable {
-public:
-    void Insert(std::uint32_t hash, std::uint32_t number);
-
-    /// The first number inserted under `hash` that `matches` accepts; kNone when there is none.
-    template <typename Matches>
-    std::uint32_t Find(std::uint32_t hash, Matches matches) const {
-        for (std::size_t at = hash & Mask(); !m_slots.empty() && m_slots[at].number != kNone;
-             at = (at + 1) & Mask()) {
-            if (m_slots[at].hash == hash && matches(m_slots[at].number))
-                return m_slots[at].number;
-        }
-        return kNone;
-    }
-
-    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
-
-private:
-    struct Slot {
-        std::uint32_t hash = 0;
-        std::uint32_t number = kNone;
-    };
-
-    std::size_t Mask() const { return m_slots.size() - 1; }
-    void Place(Slot slot);
-
-    std::vector<Slot> m_slots; // its size is zero or a power of two
-    std::size_t m_used = 0;
-};
-
 /// The index. It refers to the bytes it was built from; whoever changes them tells it.
 class IniIndex {
 public:
@@ -92,12 +50,13 @@ public:
     IniIndex(const std::string& bytes, IniEncoding encoding, const IniPlatform& platform);
 
     std::uint32_t FindSection(const IniName& name) const;
-    std::uint32_t FindKey(std::uint32_t section, const IniName& name) const;
+    std::uint32_t FindKey(std::uint32_t section, const IniName& name);
 
     /// All sections in order of appearance.
     const std::vector<IniSection>& Sections() const { return m_sections; }
-    /// All keys in the order in which they were added.
-    const std::vector<IniKey>& Keys() const { return m_keys; }
+    const IniKey& Key(std::uint32_t number) const { return m_keys[number]; }
+    /// The keys of all sections in order of appearance.
+    std::vector<IniKey> AllKeys();
 
     /// Whether the name in `range`, in upper case, is `upper`.
     bool NameIs(IniRange range, std::u16string_view upper) const;
@@ -117,9 +76,12 @@ private:
     template <typename Units>
     friend class IniScanner;
 
-    void Scan(std::size_t begin, std::size_t end, std::uint32_t section);
-    void AddSection(IniRange line, IniRange name);
-    void AddKey(const IniKey& key);
+    template <typename Action>
+    void WithScanner(Action action);
+    void ScanSections(std::size_t begin);
+    void ScanKeys(std::uint32_t section, std::uint32_t begin, std::uint32_t end);
+    void AddSection(IniRange line, IniRange name, std::uint32_t nameHash);
+    void AddKey(const IniKey& key, std::uint32_t nameHash);
     void CloseLastSection(std::uint32_t ownEnd, std::uint32_t end);
     void Shift(std::uint32_t from, std::ptrdiff_t by);
     std::string_view BytesOf(IniRange range) const;
@@ -129,7 +91,6 @@ private:
     char16_t DirectUpper(IniRange range, std::size_t at) const;
     bool DirectlyBegins(IniRange range, std::u16string_view upper) const;
     std::u16string UpperOf(IniRange range) const;
-    std::uint32_t HashOf(IniRange range) const;
     bool SameName(IniRange one, IniRange other) const;
 
     const std::string& m_bytes;

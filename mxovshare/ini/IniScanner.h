@@ -4,6 +4,9 @@
 #include "ini/IniIndex.h"
 #include "ini/IniValue.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace mxovshare {
 
 /// Finds headers, keys and comment lines as the platform's profile functions do: CR, LF and CR LF end a line,
@@ -12,39 +15,65 @@ namespace mxovshare {
 template <typename Units>
 class IniScanner {
 public:
-    /// With `twoByteCharacters` the text may hold two-byte characters whose second byte looks like "]".
-    IniScanner(IniIndex& index, const std::string& bytes, const IniPlatform& platform, bool twoByteCharacters)
-        : m_index(index), m_bytes(bytes.data()), m_platform(platform),
-          m_twoByteCharacters(twoByteCharacters) {}
+    /// With `twoByteCharacters` the text may hold characters whose second byte looks like "]".
+    IniScanner(IniIndex& index, bool twoByteCharacters)
+        : m_index(index), m_bytes(index.m_bytes.data()), m_twoByteCharacters(twoByteCharacters) {}
 
-    /// Scans whole lines; those before the first header belong to `section`, or to none.
-    void Run(std::size_t begin, std::size_t end, std::uint32_t section) {
-        m_section = section;
-        m_end = static_cast<std::uint32_t>(end);
-        for (auto at = static_cast<std::uint32_t>(begin); at < m_end;)
-            at = Line(at);
+    /// Adds the sections of whole lines, which follow what was scanned before.
+    void Sections(std::uint32_t begin, std::uint32_t end) {
+        ForEachLine(begin, end, [&](IniRange line, IniRange text) {
+            if (text.begin == text.end)
+                m_index.m_commentRun = IniIndex::kNone;
+            else if (IsComment(text))
+                m_index.m_commentRun = std::min(m_index.m_commentRun, line.begin);
+            else if (!AddHeader(line, text))
+                PassKey(line);
+        });
+    }
+
+    /// Adds the keys of whole lines of one section.
+    void Keys(std::uint32_t section, std::uint32_t begin, std::uint32_t end) {
+        ForEachLine(begin, end, [&](IniRange, IniRange text) {
+            if (text.begin < text.end && !IsComment(text) && HeaderEnd(text) == text.begin)
+                AddKey(section, text);
+        });
     }
 
 private:
     char16_t At(std::uint32_t offset) const { return Units::At(m_bytes + offset); }
+    bool IsComment(IniRange text) const { return At(text.begin) == u';'; }
 
-    // Takes in the line that begins at `begin` and gives the beginning of the next one.
-    std::uint32_t Line(std::uint32_t begin) {
-        std::uint32_t textEnd = begin;
-        while (textEnd < m_end && At(textEnd) != u'\n' && At(textEnd) != u'\r')
-            textEnd += Units::kSize;
-        std::uint32_t next = textEnd < m_end ? textEnd + Units::kSize : m_end;
-        if (next < m_end && At(textEnd) == u'\r' && At(next) == u'\n')
-            next += Units::kSize;
+    // Calls `visit` with each line as a whole, and with its text without blanks at either end.
+    template <typename Visit>
+    void ForEachLine(std::uint32_t begin, std::uint32_t end, Visit visit) const {
+        while (begin < end) {
+            const std::uint32_t textEnd = LineEnd(begin, end);
+            std::uint32_t next = std::min(textEnd + Units::kSize, end);
+            if (next < end && At(textEnd) == u'\r' && At(next) == u'\n')
+                next += Units::kSize;
+            visit(IniRange{begin, next}, Trimmed({begin, textEnd}));
+            begin = next;
+        }
+    }
 
-        const IniRange text = Trimmed({begin, textEnd});
-        if (text.begin == text.end)
-            m_index.m_commentRun = IniIndex::kNone;
-        else if (At(text.begin) == u';')
-            m_index.m_commentRun = std::min(m_index.m_commentRun, begin);
-        else if (At(text.begin) != u'[' || !Header({begin, next}, text))
-            Key(text, next);
-        return next;
+    // Where the line end is, or `end`.
+    std::uint32_t LineEnd(std::uint32_t at, std::uint32_t end) const {
+        if constexpr (Units::kSize == 1)
+            at = SkipPrintable(at, end);
+        while (at < end && At(at) != u'\n' && At(at) != u'\r')
+            at += Units::kSize;
+        return at;
+    }
+
+    // Passes eight bytes at a time as long as none of them is below 0E, as line ends are.
+    std::uint32_t SkipPrintable(std::uint32_t at, std::uint32_t end) const {
+        constexpr std::uint64_t kOnes = 0x0101010101010101;
+        for (std::uint64_t block = 0; end - at >= sizeof(block); at += sizeof(block)) {
+            std::memcpy(&block, m_bytes + at, sizeof(block));
+            if (((block - kOnes * 0x0E) & ~block & kOnes * 0x80) != 0)
+                break;
+        }
+        return at;
     }
 
     IniRange Trimmed(IniRange text) const {
@@ -63,44 +92,61 @@ private:
         return Trimmed({text.begin, end});
     }
 
-    bool Header(IniRange line, IniRange text) {
+    std::uint32_t HashOf(IniRange name) const {
+        IniHash hash;
+        for (std::uint32_t at = name.begin; at < name.end; at += Units::kSize) {
+            if (Units::kSize == 1 && At(at) >= 0x80)
+                return IniHash::Of(m_index.UpperOf(name));
+            hash.Add(UpperUnit(At(at), m_index.m_platform));
+        }
+        return hash.Value();
+    }
+
+    // Where the "]" of a header is; the beginning of the text when it is none.
+    std::uint32_t HeaderEnd(IniRange text) const {
         std::uint32_t close = text.begin;
+        if (At(text.begin) != u'[')
+            return close;
         for (std::uint32_t at = text.begin; at < text.end; at += Units::kSize) {
-            if (At(at) == u']')
+            const char16_t unit = At(at);
+            if (unit == u']')
                 close = at;
-            else if (m_twoByteCharacters && At(at) >= 0x80 &&
-                     m_platform.IsLeadByte(static_cast<unsigned char>(At(at))))
+            else if (m_twoByteCharacters && unit >= 0x80 &&
+                     m_index.m_platform.IsLeadByte(static_cast<unsigned char>(unit)))
                 ++at;
         }
+        return close;
+    }
+
+    bool AddHeader(IniRange line, IniRange text) {
+        const std::uint32_t close = HeaderEnd(text);
         if (close == text.begin)
             return false;
-        m_section = static_cast<std::uint32_t>(m_index.m_sections.size());
-        m_index.AddSection(line, NameIn({text.begin + Units::kSize, close}));
+        const IniRange name = NameIn({text.begin + Units::kSize, close});
+        m_index.AddSection(line, name, HashOf(name));
         return true;
     }
 
-    void Key(IniRange text, std::uint32_t next) {
+    void PassKey(IniRange line) {
         m_index.m_commentRun = IniIndex::kNone;
-        if (m_section == IniIndex::kNone)
-            return;
-        IniSection& section = m_index.m_sections[m_section];
-        section.keysEnd = next;
+        if (!m_index.m_sections.empty())
+            m_index.m_sections.back().keysEnd = line.end;
+    }
+
+    void AddKey(std::uint32_t section, IniRange text) {
         std::uint32_t equals = text.begin;
         while (equals < text.end && At(equals) != u'=')
             equals += Units::kSize;
-        IniKey key = {NameIn({text.begin, equals}), {equals, equals}, m_section, equals < text.end};
+        IniKey key = {NameIn({text.begin, equals}), {equals, equals}, section, equals < text.end};
         if (key.hasValue)
             key.value = Trimmed({equals + Units::kSize, text.end});
-        if (!section.shadowed && key.name.begin < key.name.end)
-            m_index.AddKey(key);
+        if (key.name.begin < key.name.end)
+            m_index.AddKey(key, HashOf(key.name));
     }
 
     IniIndex& m_index;
     const char* m_bytes;
-    const IniPlatform& m_platform;
     bool m_twoByteCharacters;
-    std::uint32_t m_section = IniIndex::kNone;
-    std::uint32_t m_end = 0;
 };
 
 } // namespace mxovshare

@@ -1,0 +1,338 @@
+#include "ini/IniStore.h"
+
+#include "ChildProcess.h"
+#include "host/FileHandle.h"
+#include "host/LongPath.h"
+#include "LongFolder.h"
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <string_view>
+#include <thread>
+
+namespace mxovshare {
+namespace {
+
+using Names = std::vector<std::wstring>;
+
+constexpr SYSTEMTIME kOldTime = {2020, 1, 0, 2, 3, 4, 5, 0};
+
+// Waits until a burst of calls is over.
+void EndBurst() {
+    LARGE_INTEGER frequency = {};
+    LARGE_INTEGER start = {};
+    LARGE_INTEGER now = {};
+    QueryPerformanceFrequency(&frequency);
+    QueryPerformanceCounter(&start);
+    do {
+        QueryPerformanceCounter(&now);
+    } while (now.QuadPart - start.QuadPart < frequency.QuadPart / 2000);
+}
+
+void Overwrite(const std::wstring& path, std::string_view bytes) {
+    const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_EXISTING, 0, nullptr));
+    DWORD count = 0;
+    ASSERT_TRUE(WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr));
+    ASSERT_TRUE(SetEndOfFile(file.Get()));
+    EndBurst();
+}
+
+FileHandle Lock(const std::wstring& path, DWORD share) {
+    return FileHandle(CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
+}
+
+// One INI file and a store that has read it.
+class IniStoreFile : public testing::Test {
+protected:
+    explicit IniStoreFile(std::string_view bytes = "[s]\nk=old\n")
+        : m_file(m_folder.Write(L"mxinfo.ini", bytes)) {
+        m_folder.SetTime(L"mxinfo.ini", kOldTime);
+        m_store.Value(L"s", L"k", m_file);
+    }
+
+    std::wstring Value(const std::wstring& key = L"k") { return m_store.Value(L"s", key, m_file); }
+    void SetValue(const std::wstring& key, const std::wstring& value) {
+        m_store.SetValue(L"s", key, value, m_file);
+    }
+    std::string Bytes() const { return m_folder.Read(L"mxinfo.ini"); }
+
+    const TempFolder m_folder;
+    const std::wstring m_file;
+    IniStore m_store;
+};
+
+TEST(IniStore, CreatesReadsWritesAndRemoves) {
+    const TempFolder folder;
+    const std::wstring file = folder / L"mxinfo.ini";
+    IniStore store;
+    EXPECT_EQ(store.Value(L"s", L"k", file), L"");
+    EXPECT_TRUE(store.SectionNames(L"", file).empty());
+    EXPECT_EQ(store.LastIndex(L"F", file), 0);
+    store.RemoveSection(L"s", file);
+    EXPECT_EQ(folder.EntryCount(), 0);
+
+    store.SetValue(L"s", L"k", L"v", file);
+    EXPECT_EQ(folder.Read(L"mxinfo.ini"), "[s]\r\nk=v\r\n");
+    EXPECT_EQ(store.Value(L"S", L"K", file), L"v");
+    store.SetValue(L"F_2", L"k", L"a\nb", file);
+    EXPECT_EQ(store.LastIndex(L"F", file), 2);
+    EXPECT_EQ(store.SectionNames(L"f", file), Names{L"F_2"});
+    store.RemoveSection(L"s", file);
+    EXPECT_EQ(folder.Read(L"mxinfo.ini"), "[F_2]\r\nk=\\esc:a\\nb\r\n");
+    EXPECT_EQ(IniStore().Value(L"F_2", L"k", file), L"a\nb");
+    EXPECT_EQ(folder.EntryCount(), 1);
+}
+
+TEST_F(IniStoreFile, WritesNothingWhenNothingChanges) {
+    const FileStamp before = StampOf(m_file);
+    Value();
+    SetValue(L"k", L"old");
+    SetValue(L"a=b", L"v");
+    SetValue(L"", L"v");
+    m_store.RemoveSection(L"t", m_file);
+    m_store.RemoveSection(L"", m_file);
+    m_store.SectionNames(L"", m_file);
+    EXPECT_EQ(StampOf(m_file), before);
+}
+
+TEST_F(IniStoreFile, SeesAnotherLength) {
+    Overwrite(m_file, "[s]\nk=newer\n");
+    EXPECT_EQ(Value(), L"newer");
+}
+
+TEST_F(IniStoreFile, SeesTheSameLength) {
+    Overwrite(m_file, "[s]\nk=new\n");
+    EXPECT_EQ(Value(), L"new");
+    Overwrite(m_file, "[s]\nk=two\n"); // perhaps within one step of the file system's clock
+    Sleep(11);
+    EXPECT_EQ(Value(), L"two");
+}
+
+TEST_F(IniStoreFile, SeesTheSameLengthOfALargeFile) {
+    const std::string tail = "; " + std::string(1 << 20, 'x');
+    Overwrite(m_file, "[s]\nk=one\n" + tail);
+    EXPECT_EQ(Value(), L"one");
+    Overwrite(m_file, "[s]\nk=two\n" + tail);
+    Sleep(101);
+    EXPECT_EQ(Value(), L"two");
+}
+
+TEST_F(IniStoreFile, SeesAnotherFileOfTheSameLengthAndTime) {
+    const std::wstring other = m_folder.Write(L"other.ini", "[s]\nk=new\n");
+    m_folder.SetTime(L"other.ini", kOldTime);
+    ASSERT_TRUE(MoveFileExW(other.c_str(), m_file.c_str(), MOVEFILE_REPLACE_EXISTING));
+    EndBurst();
+    EXPECT_EQ(Value(), L"new");
+}
+
+TEST_F(IniStoreFile, SeesThatTheFileIsGoneAndBack) {
+    ASSERT_TRUE(DeleteFileW(m_file.c_str()));
+    EndBurst();
+    EXPECT_EQ(Value(), L"");
+    m_folder.Write(L"mxinfo.ini", "[s]\nk=back\n");
+    EndBurst();
+    EXPECT_EQ(Value(), L"back");
+}
+
+TEST(IniStoreChild, DISABLED_WritesWithTheProfileFunctions) {
+    if (FileForChild().empty())
+        return;
+    ASSERT_TRUE(WritePrivateProfileStringW(L"s", L"other", L"theirs", FileForChild().c_str()));
+}
+
+TEST_F(IniStoreFile, KeepsWhatAnotherProcessWrote) {
+    SetValue(L"mine", L"1");
+    ASSERT_EQ(RunChild(L"IniStoreChild.DISABLED_WritesWithTheProfileFunctions", m_file), 0U);
+    SetValue(L"mine", L"2");
+    EXPECT_EQ(Value(L"other"), L"theirs");
+    EXPECT_EQ(Value(L"mine"), L"2");
+    EXPECT_EQ(IniStore().Value(L"s", L"other", m_file), L"theirs");
+}
+
+TEST_F(IniStoreFile, ALockedFileKeepsTheValueForLater) {
+    {
+        const FileHandle lock = Lock(m_file, FILE_SHARE_READ);
+        SetValue(L"k", L"new");
+        SetValue(L"k", L"newer");
+        SetValue(L"k", L"newer");
+        EXPECT_EQ(Value(), L"newer");
+        EXPECT_EQ(Bytes(), "[s]\nk=old\n");
+        EXPECT_EQ(m_folder.EntryCount(), 1);
+    }
+    SetValue(L"k", L"newer");
+    EXPECT_EQ(Bytes(), "[s]\nk=newer\n");
+}
+
+TEST_F(IniStoreFile, KeptChangesJoinWhatOthersWrote) {
+    {
+        const FileHandle lock = Lock(m_file, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        SetValue(L"j", L"mine");
+        m_store.RemoveSection(L"t", m_file);
+        Overwrite(m_file, "[s]\nk=theirs\n[t]\nx=1\n");
+        EXPECT_EQ(Value(L"j"), L"mine");
+        EXPECT_EQ(Value(L"k"), L"theirs");
+        m_store.RemoveSection(L"t", m_file);
+    }
+    SetValue(L"i", L"last");
+    EXPECT_EQ(Bytes(), "[s]\nk=theirs\nj=mine\ni=last\n");
+}
+
+TEST_F(IniStoreFile, AFileThatCannotBeReadIsNotOverwritten) {
+    Overwrite(m_file, "[s]\nk=theirs\n");
+    {
+        const FileHandle lock = Lock(m_file, 0);
+        EXPECT_EQ(Value(), L"");
+        SetValue(L"j", L"mine");
+        EXPECT_EQ(Value(L"j"), L"mine");
+    }
+    EXPECT_EQ(Value(), L"theirs");
+    EXPECT_EQ(Value(L"j"), L"mine");
+    EXPECT_EQ(Bytes(), "[s]\nk=theirs\n");
+    SetValue(L"i", L"last");
+    EXPECT_EQ(Bytes(), "[s]\nk=theirs\nj=mine\ni=last\n");
+}
+
+TEST_F(IniStoreFile, AReadOnlyFileKeepsTheValueForLater) {
+    SetFileAttributesW(m_file.c_str(), FILE_ATTRIBUTE_READONLY);
+    SetValue(L"k", L"new");
+    EXPECT_EQ(Value(), L"new");
+    EXPECT_EQ(Bytes(), "[s]\nk=old\n");
+    EXPECT_EQ(m_folder.EntryCount(), 1);
+    SetFileAttributesW(m_file.c_str(), FILE_ATTRIBUTE_NORMAL);
+    SetValue(L"j", L"2");
+    EXPECT_EQ(Bytes(), "[s]\nk=new\nj=2\n");
+}
+
+TEST_F(IniStoreFile, AMissingFolderKeepsTheValueForLater) {
+    const std::wstring file = m_folder / L"Private\\mxinfo.ini";
+    m_store.SetValue(L"s", L"k", L"1", file);
+    EXPECT_EQ(m_store.Value(L"s", L"k", file), L"1");
+    EXPECT_EQ(m_folder.EntryCount(), 1);
+    ASSERT_TRUE(CreateDirectoryW((m_folder / L"Private").c_str(), nullptr));
+    m_store.SetValue(L"s", L"j", L"2", file);
+    EXPECT_EQ(m_folder.Read(L"Private\\mxinfo.ini"), "[s]\r\nk=1\r\nj=2\r\n");
+}
+
+TEST_F(IniStoreFile, KeptChangesGoWithTheirFile) {
+    FileHandle lock = Lock(m_file, FILE_SHARE_READ | FILE_SHARE_DELETE);
+    SetValue(L"k", L"never written");
+    lock.Close();
+    ASSERT_TRUE(DeleteFileW(m_file.c_str()));
+    EndBurst();
+    EXPECT_EQ(Value(), L"");
+    m_folder.Write(L"mxinfo.ini", "[s]\nk=another package\n");
+    EndBurst();
+    EXPECT_EQ(Value(), L"another package");
+    SetValue(L"j", L"1");
+    EXPECT_EQ(Bytes(), "[s]\nk=another package\nj=1\n");
+}
+
+TEST_F(IniStoreFile, AFolderThatTakesNoFilesKeepsTheValue) {
+    const std::wstring file = L"Z:\\proc\\mxinfo.ini"; // nobody may create a file there, whatever his rights
+    m_store.SetValue(L"s", L"k", L"1", file);
+    EXPECT_EQ(m_store.Value(L"s", L"k", file), L"1");
+}
+
+TEST_F(IniStoreFile, OddPathsDoNoHarm) {
+    for (const std::wstring& path :
+         {std::wstring(), m_folder.Path(), std::wstring(L"?:*"), std::wstring(L"\\\\?\\"),
+          std::wstring(L"nul"), m_folder / L"a|b.ini", std::wstring(70'000, L'x')}) {
+        EXPECT_EQ(m_store.Value(L"x", L"y", path), L"");
+        EXPECT_EQ(m_store.LastIndex(L"x", path), 0);
+        m_store.RemoveSection(L"x", path);
+    }
+    m_store.SetValue(L"s", L"k", L"v", m_folder.Path());
+    m_store.SetValue(L"s", L"k", L"v", L"");
+    EXPECT_EQ(m_folder.EntryCount(), 1);
+}
+
+TEST_F(IniStoreFile, AHugeFileIsNeitherReadNorWritten) {
+    const FileHandle file(CreateFileW(m_file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_EXISTING, 0, nullptr));
+    constexpr LONGLONG kSize = IniDocument::kMaxBytes + 1;
+    LARGE_INTEGER end = {};
+    end.QuadPart = kSize;
+    ASSERT_TRUE(SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) && SetEndOfFile(file.Get()));
+    EndBurst();
+    EXPECT_EQ(Value(), L"");
+    SetValue(L"j", L"mine");
+    EXPECT_EQ(Value(L"j"), L"mine");
+    EXPECT_EQ(StampOf(m_file).size, static_cast<std::uint64_t>(kSize));
+}
+
+TEST_F(IniStoreFile, KnowsOneFileUnderManySpellings) {
+    std::wstring upper = m_file;
+    CharUpperW(upper.data());
+    for (const std::wstring& path : {upper, m_folder / L".\\sub\\..\\mxinfo.ini", L"\\\\?\\" + m_file}) {
+        m_store.SetValue(L"s", L"k", path, path);
+        EXPECT_EQ(Value(), path);
+    }
+}
+
+TEST_F(IniStoreFile, MoreFilesThanAreKept) {
+    for (int round = 0; round < 3; ++round) {
+        for (std::size_t i = 0; i < 3 * IniStore::kCapacity; ++i) {
+            const std::wstring file = m_folder / (std::to_wstring(i) + L".ini");
+            const std::wstring before = round == 0 ? L"" : std::to_wstring(round - 1);
+            EXPECT_EQ(m_store.Value(L"s", L"k", file), before);
+            m_store.SetValue(L"s", L"k", std::to_wstring(round), file);
+        }
+    }
+}
+
+TEST_F(IniStoreFile, KeptChangesOutliveTheFilesThatAreKept) {
+    const FileHandle lock = Lock(m_file, FILE_SHARE_READ);
+    SetValue(L"k", L"new");
+    for (std::size_t i = 0; i < 2 * IniStore::kCapacity; ++i)
+        m_store.Value(L"s", L"k", m_folder / (std::to_wstring(i) + L".ini"));
+    EXPECT_EQ(Value(), L"new");
+}
+
+TEST_F(IniStoreFile, ThreadsMayShareIt) {
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([this, thread] {
+            const std::wstring name = L"F_" + std::to_wstring(thread + 1);
+            for (int i = 0; i < 25; ++i) {
+                m_store.SetValue(name, L"k", std::to_wstring(i), m_file);
+                EXPECT_EQ(m_store.Value(name, L"k", m_file), std::to_wstring(i));
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    IniStore fresh;
+    EXPECT_EQ(fresh.SectionNames(L"F_", m_file).size(), 4U);
+    for (const std::wstring& name : fresh.SectionNames(L"F_", m_file))
+        EXPECT_EQ(fresh.Value(name, L"k", m_file), L"24");
+}
+
+TEST_F(IniStoreFile, TenThousandDocuments) {
+    std::string bytes;
+    for (int i = 1; i <= 10'000; ++i)
+        bytes += "[REFERANCE_FILE_" + std::to_string(i) + "]\r\nIsReferencedFile=YES\r\nFilePath=C:\\jobs\\" +
+                 std::to_string(i) + ".pdf\r\n";
+    Overwrite(m_file, bytes);
+    const Names names = m_store.SectionNames(L"REFERANCE_FILE", m_file);
+    ASSERT_EQ(names.size(), 10'000U);
+    for (std::size_t i = 0; i < names.size(); ++i)
+        ASSERT_EQ(m_store.Value(names[i], L"FilePath", m_file),
+                  L"C:\\jobs\\" + std::to_wstring(i + 1) + L".pdf");
+    EXPECT_EQ(m_store.LastIndex(L"REFERANCE_FILE", m_file), 10'000);
+    m_store.SetValue(L"REFERANCE_FILE_5000", L"Description", L"half way", m_file);
+    EXPECT_EQ(m_store.Value(L"REFERANCE_FILE_10000", L"FilePath", m_file), L"C:\\jobs\\10000.pdf");
+    EXPECT_EQ(IniStore().Value(L"REFERANCE_FILE_5000", L"Description", m_file), L"half way");
+}
+
+TEST(IniStore, PathsMayBeLong) {
+    LongFolder folder(300);
+    const std::wstring file = folder / L"mxinfo.ini";
+    IniStore().SetValue(L"s", L"k", L"v", file);
+    EXPECT_EQ(IniStore().Value(L"s", L"k", file), L"v");
+    EXPECT_TRUE(StampOf(LongPath(file)).exists);
+}
+
+} // namespace
+} // namespace mxovshare
