@@ -1,4 +1,5 @@
 // The module: its objects in the order of their construction, and self-registration.
+// The framework supplies DllCanUnloadNow and DllGetClassObject.
 #include "MXOVDocViewApp.h"
 #include "MXOVDocViewCtrl.h"
 #include "MXOVDocViewPropPage.h"
@@ -25,16 +26,6 @@ constexpr WORD kMajorVersion = 1;
 constexpr WORD kMinorVersion = 0;
 
 } // namespace
-
-STDAPI DllCanUnloadNow() {
-    AFX_MANAGE_STATE(AfxGetStaticModuleState());
-    return AfxDllCanUnloadNow();
-}
-
-STDAPI DllGetClassObject(REFCLSID rclsid, REFIID riid, LPVOID* ppv) {
-    AFX_MANAGE_STATE(AfxGetStaticModuleState());
-    return AfxDllGetClassObject(rclsid, riid, ppv);
-}
 
 STDAPI DllRegisterServer() {
     AFX_MANAGE_STATE(AfxGetStaticModuleState());
