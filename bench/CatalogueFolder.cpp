@@ -22,4 +22,5 @@ void CatalogueFolder::Touch() {
     time.wMinute = static_cast<WORD>(m_touches / 60 % 60);
     time.wSecond = static_cast<WORD>(m_touches++ % 60);
     m_folder.SetTime(L"mxinfo.ini", time);
+    Sleep(20); // readers may take calls in quick succession for one piece of work
 }

@@ -2,6 +2,7 @@
 
 #include "mxovshare.h"
 
+#define SI_IMPLEMENTATION // Debian's header leaves the definitions out without it
 #include <SimpleIni.h>
 
 #include <cstring>

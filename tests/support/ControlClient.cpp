@@ -212,9 +212,12 @@ void ControlClient::Press(DWORD down, DWORD up, HWND window, POINT from, POINT t
     SetCursorPos(from.x, from.y);
     Settle();
     Mouse(down);
-    Settle();
-    SetCursorPos(to.x, to.y);
-    Settle();
+    if (from.x != to.x || from.y != to.y) {
+        Settle();
+        SetCursorPos(to.x, to.y);
+        Settle();
+    }
+    // A click is in the queue whole: a list view tracks the mouse inside its handling of the press.
     Mouse(up);
     Settle();
 }
@@ -240,7 +243,8 @@ void ControlClient::Settle() {
 }
 
 ComApartment::ComApartment() {
-    if (FAILED(OleInitialize(nullptr)) || !AtlAxWinInit())
+    static const bool registered = AtlAxWinInit() != FALSE; // once in a program
+    if (FAILED(OleInitialize(nullptr)) || !registered)
         throw std::runtime_error("the ATL container is not available");
 }
 

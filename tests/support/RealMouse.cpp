@@ -1,0 +1,97 @@
+#include "RealMouse.h"
+
+namespace {
+
+constexpr ULONGLONG kPatience = 10000; // milliseconds
+constexpr int kAbsoluteRange = 65536;
+
+struct Seen {
+    int buttonMessages = 0;
+    HWND buttonReceiver = nullptr;
+    HWND receiver = nullptr;
+};
+Seen seen;
+
+void Send(DWORD flags, LONG x = 0, LONG y = 0) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags;
+    input.mi.dx = x;
+    input.mi.dy = y;
+    SendInput(1, &input, sizeof input);
+}
+
+/// A pixel in the units of absolute mouse input: the middle of the units that mean the pixel.
+LONG ToAbsolute(LONG pixel, int screenSize) {
+    return (pixel * 2 + 1) * (kAbsoluteRange / 2) / screenSize;
+}
+
+} // namespace
+
+bool PumpUntil(const std::function<bool()>& condition) {
+    const ULONGLONG end = GetTickCount64() + kPatience;
+    while (!condition()) {
+        const ULONGLONG now = GetTickCount64();
+        if (now >= end) {
+            return false;
+        }
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now), QS_ALLINPUT);
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+    return true;
+}
+
+RealMouse::RealMouse() {
+    seen = Seen{};
+    m_hook = SetWindowsHookExW(WH_MOUSE, Watch, nullptr, GetCurrentThreadId());
+}
+
+RealMouse::~RealMouse() {
+    UnhookWindowsHookEx(m_hook);
+}
+
+void RealMouse::MoveTo(HWND window, POINT client) const {
+    ClientToScreen(window, &client);
+    Send(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, ToAbsolute(client.x, GetSystemMetrics(SM_CXSCREEN)),
+         ToAbsolute(client.y, GetSystemMetrics(SM_CYSCREEN)));
+}
+
+void RealMouse::Press() const {
+    Send(MOUSEEVENTF_LEFTDOWN);
+}
+
+void RealMouse::Release() const {
+    Send(MOUSEEVENTF_LEFTUP);
+}
+
+void RealMouse::Click() const {
+    Press();
+    Release();
+}
+
+bool RealMouse::Delivered(int buttonMessages) const {
+    return seen.buttonMessages >= buttonMessages;
+}
+
+bool RealMouse::Reached(HWND window) const {
+    return seen.receiver == window;
+}
+
+HWND RealMouse::LastReceiver() const {
+    return seen.buttonReceiver;
+}
+
+LRESULT CALLBACK RealMouse::Watch(int code, WPARAM message, LPARAM info) {
+    if (code == HC_ACTION) {
+        seen.receiver = reinterpret_cast<const MOUSEHOOKSTRUCT*>(info)->hwnd;
+        if (message != WM_MOUSEMOVE) {
+            ++seen.buttonMessages;
+            seen.buttonReceiver = seen.receiver;
+        }
+    }
+    return CallNextHookEx(nullptr, code, message, info);
+}
