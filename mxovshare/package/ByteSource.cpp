@@ -8,7 +8,7 @@ namespace mxovshare {
 
 namespace {
 
-constexpr std::uint64_t kWindow = 16 * 1024;
+constexpr std::uint64_t kWindow = std::uint64_t{16} << 10;
 
 } // namespace
 

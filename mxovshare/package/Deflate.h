@@ -8,9 +8,9 @@
 namespace mxovshare {
 
 /// Data is compressed in pieces of this many bytes.
-inline constexpr std::size_t kDeflatePiece = 1024 * 1024;
+inline constexpr std::size_t kDeflatePiece = std::size_t{1} << 20;
 /// So many bytes in front of a piece help to compress it.
-inline constexpr std::size_t kDeflateDictionary = 32 * 1024;
+inline constexpr std::size_t kDeflateDictionary = std::size_t{32} << 10;
 
 enum class DeflateEffort {
     Normal,

@@ -9,7 +9,7 @@ namespace mxovshare {
 
 namespace {
 
-constexpr std::size_t kLargestTransfer = 16 * 1024 * 1024;
+constexpr std::size_t kLargestTransfer = std::size_t{16} << 20;
 
 OVERLAPPED At(std::uint64_t offset) {
     OVERLAPPED place = {};

@@ -16,7 +16,7 @@ namespace mxovshare {
 namespace {
 
 // Larger than any information file, and small enough to be read at once.
-constexpr std::uint64_t kLargestInformation = 64 * 1024 * 1024;
+constexpr std::uint64_t kLargestInformation = std::uint64_t{64} << 20;
 
 PackageEntry Describe(const ZipEntry& entry) {
     PackageEntry description;

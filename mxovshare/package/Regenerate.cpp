@@ -24,7 +24,7 @@ bool IsFile(const std::wstring& path) {
 
 std::wstring FindInformation(const std::wstring& folder) {
     for (const wchar_t* name : {L"mxinfo.ini", L"Private\\mxinfo.ini"}) {
-        const std::wstring path = JoinPath(folder, name);
+        std::wstring path = JoinPath(folder, name);
         if (IsFile(path))
             return path;
     }

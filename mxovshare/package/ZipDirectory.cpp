@@ -154,7 +154,7 @@ void CheckTotal(const std::vector<ZipEntry>& entries, std::uint64_t fileSize, co
     for (const ZipEntry& entry : entries) {
         if (entry.size > allowed - total)
             throw EntryError(entry.name, "the package would unpack to more than " +
-                                             std::to_string(allowed / (1024 * 1024)) +
+                                             std::to_string(allowed >> 20) +
                                              " MB, which is out of proportion to its size");
         total += entry.size;
     }

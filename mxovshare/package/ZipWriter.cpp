@@ -14,9 +14,9 @@ using namespace zip;
 
 namespace {
 
-constexpr std::size_t kPendingLimit = 256 * 1024;
+constexpr std::size_t kPendingLimit = std::size_t{256} << 10;
 // An entry below this size cannot bring a package out of proportion.
-constexpr std::uint64_t kExpansionFree = 16 * 1024;
+constexpr std::uint64_t kExpansionFree = std::uint64_t{16} << 10;
 // Made on a DOS-like file system, so that the attributes are read as such.
 constexpr std::uint16_t kMadeBy = kVersionZip64;
 

@@ -37,7 +37,9 @@ Hostile Cut(const std::string& title, std::size_t keep) {
 }
 
 std::string Bomb() {
-    return ForgeZip({MakeEntry("bomb.txt", std::string(100'000'000, '\0'), true)});
+    std::string zeros;
+    zeros.resize(100'000'000);
+    return ForgeZip({MakeEntry("bomb.txt", zeros, true)});
 }
 
 std::vector<Hostile> NamesThatLeadAway() {

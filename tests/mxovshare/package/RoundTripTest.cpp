@@ -32,6 +32,7 @@ std::vector<std::wstring> Names(const std::wstring& package) {
     std::vector<PackageEntry> entries;
     ExpectDone(ListPackage(package, entries));
     std::vector<std::wstring> names;
+    names.reserve(entries.size());
     for (const PackageEntry& entry : entries)
         names.push_back(entry.name);
     return names;

@@ -1,0 +1,278 @@
+#!/usr/bin/env python3
+"""Runs the built mxovpkg.exe as a user does and holds its packages against tools that others wrote."""
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+import unittest
+import zipfile
+
+BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
+PROGRAM = BUILD / 'bin' / 'mxovpkg.exe'
+ENVIRONMENT = {'WINEDEBUG': '-all', 'WINEDLLOVERRIDES': 'mscoree,mshtml=', **os.environ,
+               'WINEPREFIX': str(BUILD / 'wine')}
+
+INFORMATION = '''[FILEINFO]
+MaxtlreVersion=Maxtrel Orvando 2024
+CADFilePath={cad}
+CADFileLastModifiedTime=2024-05-13 15:42:08
+SetupSheets=Sheets\\setup.html
+GCode=NC\\10.nc;NC\\20.nc
+Thumbnail=preview.bmp
+[REFERANCE_FILE_1]
+IsReferencedFile=YES
+Timestamp=2024-04-22 11:05:37
+FilePath=C:\\gone\\certificate.pdf
+[REFERANCE_FILE_4]
+IsReferencedFile=NO
+Timestamp=2024-05-15 07:31:50
+FilePath=ReferanceFiles\\plan.pdf
+'''
+
+CATALOGUE = '''p.mxov: 7 entries, all sound
+written by: Maxtrel Orvando 2024
+
+Part / Assembly
+  part.sldprt  3 KB        2024-05-13 15:42:08  linked
+
+G Code
+  10.nc  1 KB        2001-02-03 04:05:06  packaged
+  20.nc  2 KB        2001-02-03 04:05:06  packaged
+
+Setup Sheets
+  setup.html  0 KB        2001-02-03 04:05:06  packaged
+
+Additional Documents
+  certificate.pdf  0 KB        2024-04-22 11:05:37  missing
+  plan.pdf         1 KB        2024-05-15 07:31:50  packaged
+'''
+
+
+def windows_path(path):
+    return 'Z:' + str(path).replace('/', '\\')
+
+
+class MxovpkgTest(unittest.TestCase):
+    def setUp(self):
+        self.work = pathlib.Path(tempfile.mkdtemp(prefix='mxovpkg-test-'))
+        self.addCleanup(shutil.rmtree, self.work)
+
+    def start(self, *arguments):
+        return subprocess.Popen(['wine', str(PROGRAM), *map(str, arguments)], cwd=self.work, env=ENVIRONMENT,
+                                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                encoding='utf-8')
+
+    def run_program(self, *arguments):
+        process = self.start(*arguments)
+        output, errors = process.communicate(timeout=120)
+        return process.returncode, output, errors
+
+    def succeed(self, *arguments):
+        code, output, errors = self.run_program(*arguments)
+        self.assertEqual((code, errors), (0, ''), errors)
+        return output
+
+    def fail_with(self, expected_code, *arguments):
+        """Runs, expects the code and exactly one line on standard error, and gives that line."""
+        code, output, errors = self.run_program(*arguments)
+        self.assertEqual((code, output), (expected_code, ''), errors)
+        self.assertRegex(errors, r'\Amxovpkg: [^\r\n]+\n\Z')
+        return errors
+
+    def write(self, name, content=b'', modified=None):
+        path = self.work / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(content)
+        if modified is not None:
+            os.utime(path, (modified, modified))
+        return path
+
+    def tree(self, folder):
+        root = self.work / folder
+        return {str(p.relative_to(root)): (p.read_bytes(), int(p.stat().st_mtime)) if p.is_file() else None
+                for p in root.rglob('*')}
+
+    def make_documents(self):
+        self.write('folder/mxinfo.ini', b'[FILEINFO]\r\n', 981173106)
+        self.write('folder/NC/10 \u56f3\u9762 \U0001f527.nc', b'G0 X0\r\n' * 500, 981173106)
+        self.write('folder/\u0427\u0435\u0440\u0442\u0435\u0436/empty.pdf', b'', 1700000000)
+        self.write('folder/noise.bin', os.urandom(300_000), 1700000001)
+        (self.work / 'folder' / 'empty folder').mkdir()
+
+    def test_help_and_version(self):
+        self.assertIn('mxovpkg extract FILE FOLDER', self.succeed('--help'))
+        self.assertRegex(self.succeed('--version'), r'\Amxovpkg \d+\.\d+\.\d+\n\Z')
+
+    def test_wrong_usage(self):
+        for arguments in ([], ['pack'], ['list'], ['list', 'a', 'b'], ['create', 'a'], ['extract', 'a', ''], ['--Help']):
+            self.assertIn('see mxovpkg --help', self.fail_with(2, *arguments))
+
+    def test_round_trip(self):
+        self.make_documents()
+        self.assertEqual(self.succeed('create', 'folder', 'p.mxov'),
+                         'created p.mxov: 4 files, 1 empty folder, 303512 bytes\n')
+        self.assertEqual(self.succeed('extract', 'p.mxov', 'out/inner'),
+                         'extracted to out/inner: 4 files, 1 empty folder, 303512 bytes\n')
+        self.assertEqual(self.tree('out/inner'), self.tree('folder'))
+
+    def test_list(self):
+        self.make_documents()
+        self.succeed('create', 'folder', 'p.mxov')
+        lines = self.succeed('list', 'p.mxov').splitlines()
+        self.assertEqual(lines[0].split(), ['Size', 'Packed', 'Modified', '(UTC)', 'Name'])
+        self.assertRegex(lines[1], r'^ +12 +\d+  2001-02-03 04:05:06  mxinfo\.ini$')
+        self.assertEqual([line[53:] for line in lines[1:-1]],
+                         ['mxinfo.ini', 'empty folder\\', 'NC\\10 \u56f3\u9762 \U0001f527.nc', 'noise.bin',
+                          '\u0427\u0435\u0440\u0442\u0435\u0436\\empty.pdf'])
+        self.assertEqual(lines[-1], '4 files, 1 empty folder, 303512 bytes')
+
+    def test_packages_satisfy_other_tools(self):
+        self.make_documents()
+        self.succeed('create', 'folder', 'p.mxov')
+        package = self.work / 'p.mxov'
+        tested = subprocess.run(['unzip', '-t', package], capture_output=True, encoding='utf-8')
+        self.assertEqual(tested.returncode, 0, tested.stdout + tested.stderr)
+        self.assertIn('No errors detected', tested.stdout)
+        info = subprocess.run(['zipinfo', '-T', package], capture_output=True, encoding='utf-8')
+        self.assertEqual(info.returncode, 0, info.stderr)
+        self.assertIn('20010203.040506 mxinfo.ini', info.stdout)
+        with zipfile.ZipFile(package) as archive:
+            self.assertIsNone(archive.testzip())
+            self.assertEqual(sorted(archive.namelist()),
+                             sorted(name + ('/' if content is None else '') for name, content
+                                    in self.tree('folder').items() if content or name == 'empty folder'))
+            archive.extractall(self.work / 'by python')
+        self.assertEqual({name: content and content[0] for name, content in self.tree('by python').items()},
+                         {name: content and content[0] for name, content in self.tree('folder').items()})
+
+    def test_reads_packages_of_other_tools(self):
+        self.make_documents()
+        subprocess.run(['zip', '-q', '-r', '../zip.mxov', '.'], cwd=self.work / 'folder', check=True)
+        shutil.make_archive(str(self.work / 'python'), 'zip', self.work / 'folder')
+        for package in ('zip.mxov', 'python.zip'):
+            self.succeed('extract', package, package + '.out')
+            self.assertEqual({name: content and content[0] for name, content in self.tree(package + '.out').items()},
+                             {name: content and content[0] for name, content in self.tree('folder').items()})
+
+    def make_catalogue(self):
+        cad = self.write('linked/part.sldprt', b'c' * 2500)
+        self.write('folder/mxinfo.ini', INFORMATION.format(cad=windows_path(cad)).replace('\n', '\r\n').encode())
+        self.write('folder/NC/20.nc', b'g' * 1025, 981173106)
+        self.write('folder/NC/10.nc', b'g' * 1024, 981173106)
+        self.write('folder/Sheets/setup.html', b'', 981173106)
+        self.write('folder/Sheets/notes.txt', b'no setup sheet')
+        self.write('folder/ReferanceFiles/plan.pdf', b'p')
+        self.write('folder/preview.bmp', b'BM')
+
+    def test_check_shows_the_catalogue(self):
+        self.make_catalogue()
+        self.succeed('create', 'folder', 'p.mxov')
+        before = self.tree('.')
+        code, output, errors = self.run_program('check', 'p.mxov')
+        self.assertEqual(output, CATALOGUE)
+        self.assertEqual(errors, 'warning: linked document "C:\\gone\\certificate.pdf" does not exist\n')
+        self.assertEqual(code, 0)
+        self.assertEqual(self.tree('.'), before)
+
+    def test_check_warns_about_what_is_missing(self):
+        self.make_catalogue()
+        (self.work / 'folder/preview.bmp').unlink()
+        (self.work / 'folder/ReferanceFiles/plan.pdf').unlink()
+        self.succeed('create', 'folder', 'p.mxov')
+        _, output, errors = self.run_program('check', 'p.mxov')
+        self.assertIn('plan.pdf         0 KB', output)
+        self.assertIn('warning: document "ReferanceFiles\\plan.pdf" is not in the package\n', errors)
+        self.assertIn('warning: preview "preview.bmp" is not in the package\n', errors)
+
+    def test_check_of_an_older_package_and_of_one_without_information(self):
+        self.write('old/mxinfo.ini', b'[FILEINFO]\r\nMaxtlreVersion=Maxtrel Orvando 2019\r\n')
+        self.succeed('create', 'old', 'old.mxov')
+        self.assertIn('Additional Documents (not shown: written by a version before 2021)\n  none\n',
+                      self.succeed('check', 'old.mxov'))
+        self.write('bare/a.txt')
+        self.succeed('create', 'bare', 'bare.mxov')
+        code, output, errors = self.run_program('check', 'bare.mxov')
+        self.assertEqual(code, 0)
+        self.assertIn('written by: unknown', output)
+        self.assertIn('warning: the package holds no information file', errors)
+
+    def test_failures_name_the_file(self):
+        self.write('folder/a.txt', b'mine')
+        self.assertIn('"gone.mxov"', self.fail_with(1, 'list', 'gone.mxov'))
+        self.assertIn('"gone"', self.fail_with(1, 'create', 'gone', 'p.mxov'))
+        self.assertIn('"gone/p.mxov"', self.fail_with(1, 'create', 'folder', 'gone/p.mxov'))
+        self.succeed('create', 'folder', 'p.mxov')
+        self.assertIn('is not empty', self.fail_with(1, 'extract', 'p.mxov', 'folder'))
+        self.assertEqual(sorted(self.tree('.')), ['folder', 'folder/a.txt', 'p.mxov'])
+
+    def hostile_packages(self):
+        for name in ('../evil.txt', '/evil.txt', 'C:/evil.txt', 'a/../../evil.txt', 'NUL', 'a:b', 'evil.', 'evil ',
+                     'evil\x1b[31m.txt'):
+            yield name, [(name, b'evil', 0)]
+        yield 'case', [('a.txt', b'1', 0), ('A.TXT', b'2', 0)]
+        yield 'link', [('link', b'/etc/passwd', 0o120777 << 16)]
+        yield 'bomb', [(f'zeros{i}', bytes(20_000_000), 0) for i in range(10)]
+
+    def test_hostile_packages_are_refused_at_once(self):
+        for title, entries in self.hostile_packages():
+            with self.subTest(title):
+                with zipfile.ZipFile(self.work / 'bad.mxov', 'w', zipfile.ZIP_DEFLATED) as archive:
+                    for name, content, attributes in entries:
+                        info = zipfile.ZipInfo(name)
+                        info.external_attr = attributes
+                        info.compress_type = zipfile.ZIP_DEFLATED
+                        archive.writestr(info, content)
+                for arguments in (['list', 'bad.mxov'], ['check', 'bad.mxov'], ['extract', 'bad.mxov', 'out']):
+                    started = time.monotonic()
+                    line = self.fail_with(1, *arguments)
+                    self.assertLess(time.monotonic() - started, 2)
+                    self.assertIn('"bad.mxov": entry "', line)
+                    self.assertTrue(line[:-1].isprintable(), line)
+                self.assertEqual(sorted(self.tree('.')), ['bad.mxov'])
+
+    def test_a_damaged_package_is_found_by_check(self):
+        self.make_documents()
+        self.succeed('create', 'folder', 'p.mxov')
+        package = self.work / 'p.mxov'
+        content = bytearray(package.read_bytes())
+        content[len(content) // 2] ^= 0x10
+        package.write_bytes(content)
+        self.assertIn('"p.mxov": entry "noise.bin": its data does not meet its checksum',
+                      self.fail_with(1, 'check', 'p.mxov'))
+        self.fail_with(1, 'extract', 'p.mxov', 'out')
+        self.assertFalse((self.work / 'out').exists())
+
+    def test_more_entries_than_a_plain_directory_counts(self):
+        with zipfile.ZipFile(self.work / 'many.mxov', 'w') as archive:
+            for number in range(66_000):
+                archive.writestr(f'{number % 100}/{number}', b'')
+        self.assertTrue(self.succeed('list', 'many.mxov').endswith('\n66000 files, 0 bytes\n'))
+        self.assertIn('66000 entries, all sound', self.run_program('check', 'many.mxov')[1])
+
+    def interrupt(self, process, is_time):
+        """Sends Ctrl+C as soon as `is_time` says so."""
+        deadline = time.monotonic() + 60
+        while not is_time() and process.poll() is None and time.monotonic() < deadline:
+            time.sleep(0.005)
+        process.send_signal(signal.SIGINT)
+        output, errors = process.communicate(timeout=60)
+        self.assertEqual((process.returncode, output), (1, ''))
+        self.assertEqual(errors, 'mxovpkg: cancelled, nothing was left behind\n')
+
+    def test_ctrl_c_leaves_nothing_behind(self):
+        for number in range(20):
+            self.write(f'folder/{number}.bin', os.urandom(10_000_000))
+        before = self.tree('.')
+        self.interrupt(self.start('create', 'folder', 'p.mxov'), lambda: list(self.work.glob('p.mxov.*')))
+        self.assertEqual(self.tree('.'), before)
+        self.succeed('create', 'folder', 'p.mxov')
+        before = self.tree('.')
+        self.interrupt(self.start('extract', 'p.mxov', 'out'), lambda: list(self.work.glob('out/*')))
+        self.assertEqual(self.tree('.'), before)
+
+
+if __name__ == '__main__':
+    unittest.main()
