@@ -12,6 +12,11 @@ struct Seen {
 };
 Seen seen;
 
+/// Moves to a corner of the screen: a window that comes up under the mouse would hear of a move nobody made.
+void Park() {
+    SetCursorPos(0, 0);
+}
+
 void Send(DWORD flags, LONG x = 0, LONG y = 0) {
     INPUT input{};
     input.type = INPUT_MOUSE;
@@ -46,12 +51,14 @@ bool PumpUntil(const std::function<bool()>& condition) {
 }
 
 RealMouse::RealMouse() {
+    Park();
     seen = Seen{};
     m_hook = SetWindowsHookExW(WH_MOUSE, Watch, nullptr, GetCurrentThreadId());
 }
 
 RealMouse::~RealMouse() {
     UnhookWindowsHookEx(m_hook);
+    Park();
 }
 
 void RealMouse::MoveTo(HWND window, POINT client) const {

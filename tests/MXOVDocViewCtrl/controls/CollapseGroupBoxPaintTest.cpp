@@ -1,5 +1,6 @@
 // What a box shows, pixel by pixel. Its client area is 200 x 100; the title bar begins at (1, 1).
 #include "CollapseBox.h"
+#include "GdiObjectCount.h"
 #include "Picture.h"
 
 #include <set>
@@ -250,7 +251,7 @@ TEST_F(CollapsePaintTest, FoldingClearsWhatTheBoxLeft) {
 TEST_F(CollapsePaintTest, DrawingKeepsTheNumberOfDrawingObjects) {
     BindWithControl();
     box.SetCollapsed(true).SetCollapsed(false).SetBold(true);
-    const int before = DrawingObjects();
+    const int before = GdiObjectCount();
     ASSERT_GT(before, 0);
     for (int i = 0; i < 1000; ++i) {
         box.Invalidate();
@@ -260,7 +261,7 @@ TEST_F(CollapsePaintTest, DrawingKeepsTheNumberOfDrawingObjects) {
     for (int i = 0; i < 100; ++i) {
         box.SetCollapsed(true).SetCollapsed(false).SetBold(true).SetFontSize(9);
     }
-    EXPECT_LE(DrawingObjects(), before);
+    EXPECT_LE(GdiObjectCount(), before);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // What a section shows.
+#include "GdiObjectCount.h"
 #include "mxovshare.h"
 #include "Picture.h"
 #include "SectionBox.h"
@@ -180,13 +181,13 @@ TEST_F(SectionPaintTest, PaintingKeepsTheNumberOfDrawingObjects) {
     BindWithControls();
     box.EnableSection(false);
     parent.Paint();
-    const int before = DrawingObjects();
+    const int before = GdiObjectCount();
     ASSERT_GT(before, 0);
     for (int i = 0; i < 1000; ++i) {
         box.Invalidate();
         box.UpdateWindow();
     }
-    EXPECT_LE(DrawingObjects(), before);
+    EXPECT_LE(GdiObjectCount(), before);
 }
 
 } // namespace

@@ -43,28 +43,3 @@ int Picture::Count(const RECT& rect, COLORREF colour) const {
     }
     return count;
 }
-
-int DrawingObjects() {
-    // The table of drawing objects hangs off the process environment block; each entry names its owner.
-    struct Entry {
-        ULONG64 object;
-        USHORT process;
-        USHORT count;
-        USHORT unique;
-        BYTE type;
-        BYTE flags;
-        ULONG64 userPointer;
-    };
-    static_assert(sizeof(Entry) == 24);
-    constexpr size_t kTableOffset = 0xF8;
-    constexpr int kTableSize = 16384;
-    const auto currentBlock = reinterpret_cast<const BYTE*(WINAPI*)()>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll"), "RtlGetCurrentPeb")));
-    const BYTE* const block = currentBlock();
-    const auto* const table = *reinterpret_cast<const Entry* const*>(block + kTableOffset);
-    int objects = 0;
-    for (int i = 0; i < kTableSize; ++i) {
-        objects += table[i].type != 0 ? 1 : 0;
-    }
-    return objects;
-}

@@ -1,4 +1,4 @@
-// The pixels that a window shows, and the count of drawing objects it costs.
+// The pixels that a window shows.
 #pragma once
 
 #include <windows.h>
@@ -26,6 +26,3 @@ private:
     int m_height;
     std::vector<DWORD> m_pixels;
 };
-
-/// Number of drawing objects (pens, brushes, fonts, bitmaps, device contexts, ...) that this process holds.
-int DrawingObjects();
