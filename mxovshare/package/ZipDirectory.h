@@ -10,7 +10,7 @@ namespace mxovshare {
 
 /// How much a package may claim before it is refused.
 struct ZipLimits {
-    std::uint64_t entries = 1'048'576;
+    std::uint64_t entries = 262'144;
     std::uint64_t total = std::uint64_t{1} << 40;          ///< bytes of all entries, unpacked
     std::uint64_t freeExpansion = std::uint64_t{64} << 20; ///< bytes that any package may unpack to
     std::uint64_t expansion = 200; ///< beyond that: times the size of the package file

@@ -2,9 +2,11 @@
 """Runs the built mxovpkg.exe as a user does and holds its packages against tools that others wrote."""
 import os
 import pathlib
+import re
 import shutil
 import signal
 import subprocess
+import sys
 import tempfile
 import time
 import unittest
@@ -12,6 +14,7 @@ import zipfile
 
 BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
 PROGRAM = BUILD / 'bin' / 'mxovpkg.exe'
+DOCUMENTATION = pathlib.Path(__file__).resolve().parents[2] / 'docs' / 'package-format.md'
 ENVIRONMENT = {'WINEDEBUG': '-all', 'WINEDLLOVERRIDES': 'mscoree,mshtml=', **os.environ,
                'WINEPREFIX': str(BUILD / 'wine')}
 
@@ -198,6 +201,14 @@ class MxovpkgTest(unittest.TestCase):
         self.assertEqual(code, 0)
         self.assertIn('written by: unknown', output)
         self.assertIn('warning: the package holds no information file', errors)
+
+    def test_the_documented_example(self):
+        text = DOCUMENTATION.read_text(encoding='utf-8')
+        code, session = re.findall(r'```(?:python)?\n(.*?)```', text, re.DOTALL)[:2]
+        subprocess.run([sys.executable, '-c', code], cwd=self.work, check=True)
+        _, output, errors = self.run_program('check', 'example.mxov')
+        shown = re.sub(r'(op10.nc +1 KB +)\S+ \S+', r'\g<1>2024-05-15 09:41:00', output + errors)
+        self.assertEqual('> mxovpkg check example.mxov\n' + shown, session)
 
     def test_failures_name_the_file(self):
         self.write('folder/a.txt', b'mine')
