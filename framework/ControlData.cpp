@@ -20,8 +20,9 @@ struct FormatPolicy {
 
 using EnumFormats = OleEnum<IEnumFORMATETC, IID_IEnumFORMATETC, FORMATETC, FORMATETC, FormatPolicy>;
 
-/// S_OK when the format is `offered`, else why not.
-HRESULT Match(const FORMATETC& wanted, const FORMATETC& offered) noexcept {
+/// S_OK for a format that the control gives, else why it does not.
+HRESULT Check(const FORMATETC& wanted) noexcept {
+    const FORMATETC& offered = wanted.cfFormat == CF_ENHMETAFILE ? kEnhanced : kMetafile;
     if (wanted.cfFormat != offered.cfFormat) {
         return DV_E_FORMATETC;
     }
@@ -59,11 +60,11 @@ STDMETHODIMP ControlDataPart::GetData(FORMATETC* format, STGMEDIUM* medium) {
             return E_POINTER;
         }
         *medium = {};
-        if (Match(*format, kEnhanced) == S_OK) {
-            return RenderEnhanced(*medium);
+        const HRESULT given = Check(*format);
+        if (FAILED(given)) {
+            return given;
         }
-        const HRESULT match = Match(*format, kMetafile);
-        return match == S_OK ? RenderMetafile(*medium) : match;
+        return format->cfFormat == CF_ENHMETAFILE ? RenderEnhanced(*medium) : RenderMetafile(*medium);
     });
 }
 
@@ -111,10 +112,7 @@ STDMETHODIMP ControlDataPart::GetDataHere(FORMATETC*, STGMEDIUM*) {
 }
 
 STDMETHODIMP ControlDataPart::QueryGetData(FORMATETC* format) {
-    if (!format) {
-        return E_POINTER;
-    }
-    return Match(*format, kEnhanced) == S_OK ? S_OK : Match(*format, kMetafile);
+    return format ? Check(*format) : E_POINTER;
 }
 
 STDMETHODIMP ControlDataPart::GetCanonicalFormatEtc(FORMATETC* in, FORMATETC* out) {

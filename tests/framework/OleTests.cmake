@@ -1,0 +1,38 @@
+# Tests of the framework's OLE half: a program of their own, with a type library of its own.
+find_path(OLE_IDL_FOLDER oaidl.idl PATHS /usr/include/wine/wine/windows /usr/include/wine/windows
+          NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+find_path(OLE_TLB_FOLDER stdole2.tlb PATHS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows
+          NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+find_program(OLE_WIDL x86_64-w64-mingw32-widl REQUIRED)
+set(ole_generated ${MXOV_BUILD}/generated/framework)
+set(ole_idl ${CMAKE_CURRENT_SOURCE_DIR}/OleTest.idl)
+set(ole_widl ${OLE_WIDL} -m64 -I ${OLE_IDL_FOLDER} -L ${OLE_TLB_FOLDER})
+file(MAKE_DIRECTORY ${ole_generated})
+add_custom_command(
+    OUTPUT ${ole_generated}/OleTest.tlb ${ole_generated}/OleTest.h ${ole_generated}/OleTest_i.c
+    COMMAND ${ole_widl} -t -o ${ole_generated}/OleTest.tlb ${ole_idl}
+    COMMAND ${ole_widl} -h -o ${ole_generated}/OleTest.h ${ole_idl}
+    COMMAND ${ole_widl} -u -o ${ole_generated}/OleTest_i.c ${ole_idl}
+    DEPENDS ${ole_idl}
+    VERBATIM)
+add_library(ole_test_guids STATIC ${ole_generated}/OleTest_i.c ${ole_generated}/OleTest.h ${ole_generated}/OleTest.tlb)
+target_include_directories(ole_test_guids SYSTEM INTERFACE ${ole_generated})
+
+set_source_files_properties(OleTest.rc PROPERTIES OBJECT_DEPENDS ${ole_generated}/OleTest.tlb)
+mxov_test(framework_ole_tests DESKTOP
+    SOURCES
+        ControlActivationTest.cpp
+        ControlKeyboardTest.cpp
+        ControlPersistTest.cpp
+        ControlTest.cpp
+        ControlViewTest.cpp
+        OleDispatchTest.cpp
+        OleFactoryTest.cpp
+        OleIdentityTest.cpp
+        OleTest.rc
+        OleTestControl.cpp
+        PropertyPageTest.cpp
+        RegistrationTest.cpp
+        ../support/MockContainer.cpp
+    LIBRARIES framework ole_test_guids)
+target_include_directories(framework_ole_tests PRIVATE ${ole_generated})
