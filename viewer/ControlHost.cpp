@@ -125,11 +125,13 @@ bool ControlHost::TranslateAccelerator(MSG& message) {
     return active && active->TranslateAccelerator(&message) == S_OK;
 }
 
-void ControlHost::SetFocus() {
+void ControlHost::SetFocus(bool last) {
     const HWND control = ControlWindow();
     const HWND content = GetWindow(control, GW_CHILD);
-    const HWND first = content ? GetNextDlgTabItem(content, nullptr, FALSE) : nullptr;
-    ::SetFocus(first ? first : control);
+    HWND part = content ? GetNextDlgTabItem(content, nullptr, FALSE) : nullptr;
+    if (part && last)
+        part = GetNextDlgTabItem(content, part, TRUE);
+    ::SetFocus(part ? part : control);
 }
 
 void ControlHost::Call(const wchar_t* member, std::initializer_list<VARIANT> arguments) {

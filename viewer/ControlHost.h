@@ -32,8 +32,9 @@ public:
     /// Lets the control take the user's input or not.
     void Enable(bool enabled) { EnableWindow(m_container, enabled); }
 
-    /// Gives the control the keyboard focus.
-    void SetFocus();
+    /// Gives the keyboard focus to the first part of the control that takes it, or to the last one.
+    void SetFocus(bool last = false);
+    [[nodiscard]] bool HasFocus() const { return IsChild(m_container, GetFocus()); }
 
 private:
     void Call(const wchar_t* member, std::initializer_list<VARIANT> arguments = {});

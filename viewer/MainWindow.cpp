@@ -71,7 +71,17 @@ bool MainWindow::PreTranslate(MSG& message) {
         return true;
     if (TranslateAcceleratorW(Handle(), m_accelerators, &message))
         return true;
-    return message.hwnd != Handle() && m_control.TranslateAccelerator(message);
+    if (message.hwnd == Handle())
+        return false;
+    return m_control.TranslateAccelerator(message) || MoveFocusRound(message);
+}
+
+// The control lets go of Tab at its ends; it is the only part that takes the focus.
+bool MainWindow::MoveFocusRound(const MSG& message) {
+    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || !m_control.HasFocus())
+        return false;
+    m_control.SetFocus(GetKeyState(VK_SHIFT) < 0);
+    return true;
 }
 
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

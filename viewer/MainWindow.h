@@ -48,6 +48,7 @@ private:
 
     bool OnCreate();
     void OnSize();
+    bool MoveFocusRound(const MSG& message);
     void OnMinMaxInfo(MINMAXINFO& info) const;
     void OnInitMenuPopup(HMENU menu);
     void OnCommand(int command);

@@ -334,15 +334,20 @@ class ViewerTest(unittest.TestCase):
 
     def test_tab_reaches_the_lists_in_turn(self):
         viewer, _ = self.open_sample()
-        reached = []
-        for _ in range(8):
-            before = viewer.snapshot().focus
-            viewer.press('Tab')
-            shown = viewer.wait('the focus moves', lambda s: s.focus != before)
-            focused = shown.frame.find(handle=shown.focus)
-            reached.append(focused.id if focused else None)
-        self.assertTrue(set(LISTS) <= set(reached), reached)
+        self.assertEqual(self.focused(viewer.snapshot()), LISTS[0])
+        self.assertEqual([self.focus_after(viewer, 'Tab') for _ in range(5)], [*LISTS[1:3], ADD, LISTS[3], LISTS[0]])
+        self.assertEqual(self.focus_after(viewer, 'shift+Tab'), LISTS[3])
+        viewer.press('Down')
+        viewer.wait('a row is selected', lambda s: s.lists()[3].selected == [0])
         self.finish(viewer)
+
+    def focused(self, shown):
+        return shown.frame.find(handle=shown.focus).id
+
+    def focus_after(self, viewer, key):
+        before = viewer.snapshot().focus
+        viewer.press(key)
+        return self.focused(viewer.wait('the focus moves', lambda s: s.focus != before))
 
     def test_a_package_that_does_not_exist(self):
         viewer = self.use(Viewer(windows_path(self.folder / 'none.mxov')))
