@@ -17,13 +17,18 @@ constexpr std::size_t kCheapToRead = 64 << 10;
 constexpr std::uint64_t kCheapGap = 10'000; // microseconds between two readings that only compare
 constexpr std::uint64_t kDearGap = 100'000;
 
-std::uint64_t Now() {
-    LARGE_INTEGER count = {};
+std::uint64_t TicksPerSecond() {
     LARGE_INTEGER frequency = {};
-    QueryPerformanceCounter(&count);
     QueryPerformanceFrequency(&frequency);
+    return static_cast<std::uint64_t>(frequency.QuadPart);
+}
+
+// Microseconds since some moment.
+std::uint64_t Now() {
+    static const std::uint64_t perSecond = TicksPerSecond();
+    LARGE_INTEGER count = {};
+    QueryPerformanceCounter(&count);
     const auto ticks = static_cast<std::uint64_t>(count.QuadPart);
-    const auto perSecond = static_cast<std::uint64_t>(frequency.QuadPart);
     return ticks / perSecond * 1'000'000 + ticks % perSecond * 1'000'000 / perSecond;
 }
 

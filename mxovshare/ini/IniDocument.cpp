@@ -87,7 +87,7 @@ bool IniDocument::RemoveSection(std::u16string_view section) {
         return false;
     const std::vector<IniSection>& sections = m_index->Sections();
     for (auto at = sections.rbegin(); at != sections.rend(); ++at) {
-        if (m_index->NameIs(at->name, name.Upper()))
+        if (m_index->NameIs(at->name, name.Text()))
             Splice(at->begin, at->ownEnd, {});
     }
     BuildIndex();
@@ -96,10 +96,9 @@ bool IniDocument::RemoveSection(std::u16string_view section) {
 }
 
 std::vector<std::u16string> IniDocument::SectionNames(std::u16string_view prefix) const {
-    const std::u16string upper = UpperText(prefix, m_platform);
     std::vector<std::u16string> names;
     for (const IniSection& section : m_index->Sections()) {
-        if (!section.shadowed && m_index->NameBegins(section.name, upper))
+        if (!section.shadowed && m_index->NameBegins(section.name, prefix))
             names.push_back(TextOf(section.name));
     }
     return names;

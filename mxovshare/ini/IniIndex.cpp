@@ -26,14 +26,14 @@ IniIndex::IniIndex(const std::string& bytes, IniEncoding encoding, const IniPlat
 
 std::uint32_t IniIndex::FindSection(const IniName& name) const {
     return m_sectionTable.Find(
-        name.Hash(), [&](std::uint32_t number) { return NameIs(m_sections[number].name, name.Upper()); });
+        name.Hash(), [&](std::uint32_t number) { return NameIs(m_sections[number].name, name.Text()); });
 }
 
 std::uint32_t IniIndex::FindKey(std::uint32_t section, const IniName& name) {
     if (!m_sections[section].keysKnown)
         ScanKeys(section, m_sections[section].begin, m_sections[section].end);
     return m_keyTable.Find(KeyHash(section, name.Hash()), [&](std::uint32_t number) {
-        return m_keys[number].section == section && NameIs(m_keys[number].name, name.Upper());
+        return m_keys[number].section == section && NameIs(m_keys[number].name, name.Text());
     });
 }
 
@@ -45,18 +45,6 @@ std::vector<IniKey> IniIndex::AllKeys() {
     std::vector<IniKey> keys = m_keys;
     std::ranges::sort(keys, {}, [](const IniKey& key) { return key.name.begin; });
     return keys;
-}
-
-bool IniIndex::NameIs(IniRange range, std::u16string_view upper) const {
-    if (!IsDirect(range))
-        return UpperOf(range) == upper;
-    return LengthOf(range) == upper.size() && DirectlyBegins(range, upper);
-}
-
-bool IniIndex::NameBegins(IniRange range, std::u16string_view upper) const {
-    if (!IsDirect(range))
-        return UpperOf(range).starts_with(upper);
-    return LengthOf(range) >= upper.size() && DirectlyBegins(range, upper);
 }
 
 void IniIndex::ValueReplaced(std::uint32_t number, std::size_t length) {
@@ -158,33 +146,29 @@ std::string_view IniIndex::BytesOf(IniRange range) const {
     return std::string_view(m_bytes).substr(range.begin, range.end - range.begin);
 }
 
-bool IniIndex::IsDirect(IniRange range) const {
-    return UnitSize(m_encoding) == 2 || !HasHighByte(BytesOf(range));
+std::u16string IniIndex::TextOf(IniRange range) const {
+    return DecodeText(BytesOf(range), m_encoding, m_platform);
 }
 
-std::size_t IniIndex::LengthOf(IniRange range) const {
-    return (range.end - range.begin) / UnitSize(m_encoding);
-}
-
-char16_t IniIndex::DirectUpper(IniRange range, std::size_t at) const {
-    return UpperUnit(UnitAt(m_bytes.data() + range.begin + at * UnitSize(m_encoding), m_encoding),
-                     m_platform);
-}
-
-bool IniIndex::DirectlyBegins(IniRange range, std::u16string_view upper) const {
-    for (std::size_t at = 0; at < upper.size(); ++at) {
-        if (DirectUpper(range, at) != upper[at])
-            return false;
+bool IniIndex::Compare(IniRange range, std::u16string_view name, bool whole) const {
+    const std::string_view bytes = BytesOf(range);
+    if (UnitSize(m_encoding) == 1 && HasHighByte(bytes)) {
+        const std::u16string text = TextOf(range);
+        return IsSameName(std::u16string_view(text).substr(0, whole ? text.size() : name.size()), name,
+                          m_platform);
     }
-    return true;
-}
-
-std::u16string IniIndex::UpperOf(IniRange range) const {
-    return UpperText(DecodeText(BytesOf(range), m_encoding, m_platform), m_platform);
+    const std::size_t units = bytes.size() / UnitSize(m_encoding);
+    if (whole ? units != name.size() : units < name.size())
+        return false;
+    if (m_encoding == IniEncoding::Utf16)
+        return SameUnits<Utf16Units>(bytes.data(), name, m_platform);
+    if (m_encoding == IniEncoding::Utf16BigEndian)
+        return SameUnits<Utf16BigEndianUnits>(bytes.data(), name, m_platform);
+    return SameUnits<ByteUnits>(bytes.data(), name, m_platform);
 }
 
 bool IniIndex::SameName(IniRange one, IniRange other) const {
-    return BytesOf(one) == BytesOf(other) || UpperOf(one) == UpperOf(other);
+    return BytesOf(one) == BytesOf(other) || IsSameName(TextOf(one), TextOf(other), m_platform);
 }
 
 } // namespace mxovshare

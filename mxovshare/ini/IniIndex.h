@@ -58,10 +58,9 @@ public:
     /// The keys of all sections in order of appearance.
     std::vector<IniKey> AllKeys();
 
-    /// Whether the name in `range`, in upper case, is `upper`.
-    bool NameIs(IniRange range, std::u16string_view upper) const;
-    /// Whether the name in `range`, in upper case, begins with `upper`.
-    bool NameBegins(IniRange range, std::u16string_view upper) const;
+    /// Whether the name in `range` is `name`, or begins with it.
+    bool NameIs(IniRange range, std::u16string_view name) const { return Compare(range, name, true); }
+    bool NameBegins(IniRange range, std::u16string_view name) const { return Compare(range, name, false); }
 
     /// The value of key `number` was replaced and is `length` bytes long now. For a key without one, "=" and
     /// the value were inserted behind its name.
@@ -85,12 +84,8 @@ private:
     void CloseLastSection(std::uint32_t ownEnd, std::uint32_t end);
     void Shift(std::uint32_t from, std::ptrdiff_t by);
     std::string_view BytesOf(IniRange range) const;
-    // Whether the units of a name can be read one by one, without decoding: all but bytes outside ASCII.
-    bool IsDirect(IniRange range) const;
-    std::size_t LengthOf(IniRange range) const;
-    char16_t DirectUpper(IniRange range, std::size_t at) const;
-    bool DirectlyBegins(IniRange range, std::u16string_view upper) const;
-    std::u16string UpperOf(IniRange range) const;
+    std::u16string TextOf(IniRange range) const;
+    bool Compare(IniRange range, std::u16string_view name, bool whole) const;
     bool SameName(IniRange one, IniRange other) const;
 
     const std::string& m_bytes;

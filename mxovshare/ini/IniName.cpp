@@ -6,20 +6,20 @@
 
 namespace mxovshare {
 
-std::u16string UpperText(std::u16string_view text, const IniPlatform& platform) {
-    std::u16string upper(text);
-    std::ranges::transform(upper, upper.begin(), [&](char16_t unit) { return UpperUnit(unit, platform); });
-    return upper;
-}
+IniName::IniName(std::u16string_view name, const IniPlatform& platform)
+    : m_text(TrimBlanks(name)), m_hash(HashOfName(m_text, platform)) {}
 
-std::uint32_t IniHash::Of(std::u16string_view upper) {
+std::uint32_t HashOfName(std::u16string_view name, const IniPlatform& platform) {
     IniHash hash;
-    for (const char16_t unit : upper)
-        hash.Add(unit);
+    for (const char16_t unit : name)
+        hash.Add(UpperUnit(unit, platform));
     return hash.Value();
 }
 
-IniName::IniName(std::u16string_view name, const IniPlatform& platform)
-    : m_upper(UpperText(TrimBlanks(name), platform)), m_hash(IniHash::Of(m_upper)) {}
+bool IsSameName(std::u16string_view one, std::u16string_view other, const IniPlatform& platform) {
+    return std::ranges::equal(one, other, [&](char16_t first, char16_t second) {
+        return UpperUnit(first, platform) == UpperUnit(second, platform);
+    });
+}
 
 } // namespace mxovshare

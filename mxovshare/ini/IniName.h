@@ -4,7 +4,6 @@
 #include "ini/IniEncoding.h"
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 namespace mxovshare {
@@ -16,31 +15,44 @@ inline char16_t UpperUnit(char16_t unit, const IniPlatform& platform) {
     return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
 }
 
-/// `text` in upper case, unit by unit.
-std::u16string UpperText(std::u16string_view text, const IniPlatform& platform);
-
 /// Hash of a name in upper case, taken unit by unit.
 class IniHash {
 public:
     void Add(char16_t upper) { m_value = (m_value ^ upper) * 16777619; }
     std::uint32_t Value() const { return m_value; }
 
-    static std::uint32_t Of(std::u16string_view upper);
-
 private:
     std::uint32_t m_value = 2166136261;
 };
 
-/// A name made ready for look-ups: without blanks at either end and in upper case.
+/// A name made ready for look-ups: without blanks at either end. It refers to the text it was made from.
 class IniName {
 public:
     IniName(std::u16string_view name, const IniPlatform& platform);
-    const std::u16string& Upper() const { return m_upper; }
+    std::u16string_view Text() const { return m_text; }
     std::uint32_t Hash() const { return m_hash; }
 
 private:
-    std::u16string m_upper;
+    std::u16string_view m_text;
     std::uint32_t m_hash;
 };
+
+/// Hash of a name.
+std::uint32_t HashOfName(std::u16string_view name, const IniPlatform& platform);
+
+/// Whether two names are equal.
+bool IsSameName(std::u16string_view one, std::u16string_view other, const IniPlatform& platform);
+
+/// Whether the units that begin at `one` are those of `other`.
+template <typename Units>
+bool SameUnits(const char* one, std::u16string_view other, const IniPlatform& platform) {
+    for (const char16_t unit : other) {
+        const char16_t first = Units::At(one);
+        if (first != unit && UpperUnit(first, platform) != UpperUnit(unit, platform))
+            return false;
+        one += Units::kSize;
+    }
+    return true;
+}
 
 } // namespace mxovshare

@@ -96,7 +96,7 @@ private:
         IniHash hash;
         for (std::uint32_t at = name.begin; at < name.end; at += Units::kSize) {
             if (Units::kSize == 1 && At(at) >= 0x80)
-                return IniHash::Of(m_index.UpperOf(name));
+                return HashOfName(m_index.TextOf(name), m_index.m_platform);
             hash.Add(UpperUnit(At(at), m_index.m_platform));
         }
         return hash.Value();

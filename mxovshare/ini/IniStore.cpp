@@ -7,6 +7,11 @@
 namespace mxovshare {
 namespace {
 
+// Whether a path means the same whatever the current folder is.
+bool IsFull(const std::wstring& path) {
+    return path.starts_with(L"\\\\") || (path.size() > 2 && path[1] == L':' && path[2] == L'\\');
+}
+
 bool IsSamePath(const std::wstring& one, const std::wstring& other) {
     return one == other || CompareStringOrdinal(one.c_str(), static_cast<int>(one.size()), other.c_str(),
                                                 static_cast<int>(other.size()), TRUE) == CSTR_EQUAL;
@@ -21,7 +26,9 @@ IniStore& IniStore::Instance() {
 
 std::wstring IniStore::Value(const std::wstring& section, const std::wstring& key, const std::wstring& file) {
     const std::lock_guard lock(m_mutex);
-    return ToWide(Open(file).Document().Value(ToUtf16(section), ToUtf16(key)));
+    CopyUtf16(section, m_section);
+    CopyUtf16(key, m_key);
+    return ToWide(Open(file).Document().Value(m_section, m_key));
 }
 
 void IniStore::SetValue(const std::wstring& section, const std::wstring& key, const std::wstring& value,
@@ -57,6 +64,9 @@ int IniStore::LastIndex(const std::wstring& prefix, const std::wstring& file) {
 }
 
 CachedIniFile& IniStore::Open(const std::wstring& file) {
+    if (!m_files.empty() && !m_lastPath.empty() && file == m_lastPath)
+        return *m_files.front();
+    m_lastPath = IsFull(file) ? file : std::wstring();
     const std::wstring path = LongPath(file);
     const auto known =
         std::ranges::find_if(m_files, [&](const auto& cached) { return IsSamePath(cached->Path(), path); });

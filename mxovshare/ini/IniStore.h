@@ -46,6 +46,10 @@ private:
     std::mutex m_mutex;
     SystemText m_text;
     std::vector<std::unique_ptr<CachedIniFile>> m_files; // last used first
+    std::wstring
+        m_lastPath; // the full path by which the first was called last time; empty for a relative one
+    std::u16string m_section; // these two keep their memory from call to call
+    std::u16string m_key;
 };
 
 } // namespace mxovshare

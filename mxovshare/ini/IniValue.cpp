@@ -127,14 +127,16 @@ std::u16string StoredForm(std::u16string_view value) {
     return text;
 }
 
-std::u16string PlainValue(std::u16string_view stored) {
-    stored = UpToNul(stored);
-    if (IsQuoted(stored))
-        stored = stored.substr(1, stored.size() - 2);
+std::u16string PlainValue(std::u16string stored) {
+    stored.resize(UpToNul(stored).size());
+    if (IsQuoted(stored)) {
+        stored.pop_back();
+        stored.erase(0, 1);
+    }
     std::u16string value;
     if (stored.starts_with(kMarker) && Unescape(stored, value))
         return value;
-    return std::u16string(stored);
+    return stored;
 }
 
 } // namespace mxovshare

@@ -26,7 +26,7 @@ std::u16string_view TrimBlanks(std::u16string_view text);
 std::u16string StoredForm(std::u16string_view value);
 
 /// The value of stored text without blanks at either end. A NUL ends the text.
-std::u16string PlainValue(std::u16string_view stored);
+std::u16string PlainValue(std::u16string stored);
 
 /// Whether `text` holds a unit that may not stand in a line as it is.
 bool NeedsEscape(std::u16string_view text);

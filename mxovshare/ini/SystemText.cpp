@@ -45,6 +45,11 @@ std::u16string ToUtf16(const std::wstring& text) {
     return {text.begin(), text.end()};
 }
 
+void CopyUtf16(const std::wstring& text, std::u16string& copy) {
+    copy.resize(text.size());
+    std::ranges::copy(text, copy.begin());
+}
+
 std::wstring ToWide(const std::u16string& text) {
     return {text.begin(), text.end()};
 }

@@ -14,6 +14,8 @@ public:
 };
 
 std::u16string ToUtf16(const std::wstring& text);
+/// Sets `copy` to `text`, in the memory it has.
+void CopyUtf16(const std::wstring& text, std::u16string& copy);
 std::wstring ToWide(const std::u16string& text);
 
 } // namespace mxovshare

@@ -119,45 +119,12 @@ INSTANTIATE_TEST_SUITE_P(Files, INIFileBesidePlatform,
                                          "\xEF\xBB\xBF[s]\r\n"));
 
 TEST(INIFile, AgreesWithThePlatformOnOddFiles) {
-    const std::string_view lines[] = {"k=v",
-                                      "  k \t=  v w \t",
-                                      "k=\"v\"",
-                                      "k='v'",
-                                      "k=\"v'",
-                                      "k=\"",
-                                      "k=\"\"",
-                                      "k=\"\"v\"\"",
-                                      "k=\" v \" ",
-                                      "k",
-                                      "k=",
-                                      "=v",
-                                      "k=a\rb=c",
-                                      "x=a\rk=c",
-                                      "k=\x0B"
-                                      "a\x0C",
-                                      "k=\x1A"
-                                      "a\x1A",
-                                      "k=a\x1A"
-                                      "b",
-                                      "k=\xA0"
-                                      "a\xA0",
-                                      "k=\x1C"
-                                      "a\x1C",
-                                      "; k=1\nk=2",
-                                      ";\nk=2",
-                                      "[s2\nk=9",
-                                      "k=1\nk=2",
-                                      "K=1",
-                                      "k=1 ; c",
-                                      "[s]\nk=1",
-                                      "[S]\nk=1",
-                                      "[s\nk=3",
-                                      "k==v",
-                                      "k=[t]",
-                                      "k\t= v\n",
-                                      "[t] ; x\nk=1",
-                                      "[t]k=1\nk=2",
-                                      "k=a\xE9"};
+    const std::string_view lines[] = {
+        "k=v",         "  k \t=  v w \t", "k=\"v\"",  "k='v'",        "k=\"v'",      "k=\"",       "k=\"\"",
+        "k=\"\"v\"\"", "k=\" v \" ",      "k",        "k=",           "=v",          "k=a\rb=c",   "x=a\rk=c",
+        "k=\013a\014", "k=\032a\032",     "k=a\032b", "k=\240a\240",  "k=\034a\034", "; k=1\nk=2", ";\nk=2",
+        "[s2\nk=9",    "k=1\nk=2",        "K=1",      "k=1 ; c",      "[s]\nk=1",    "[S]\nk=1",   "[s\nk=3",
+        "k==v",        "k=[t]",           "k\t= v\n", "[t] ; x\nk=1", "[t]k=1\nk=2", "k=a\xE9"};
     const TempFolder folder;
     for (const std::string_view line : lines) {
         for (const std::string start :

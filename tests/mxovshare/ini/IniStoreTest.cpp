@@ -291,10 +291,10 @@ TEST_F(IniStoreFile, KeptChangesOutliveTheFilesThatAreKept) {
 }
 
 TEST_F(IniStoreFile, ThreadsMayShareIt) {
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < 4; ++thread) {
-        threads.emplace_back([this, thread] {
-            const std::wstring name = L"F_" + std::to_wstring(thread + 1);
+    std::vector<std::thread> threads(4);
+    for (std::size_t number = 1; number <= threads.size(); ++number) {
+        threads[number - 1] = std::thread([this, number] {
+            const std::wstring name = L"F_" + std::to_wstring(number);
             for (int i = 0; i < 25; ++i) {
                 m_store.SetValue(name, L"k", std::to_wstring(i), m_file);
                 EXPECT_EQ(m_store.Value(name, L"k", m_file), std::to_wstring(i));

@@ -46,7 +46,7 @@ std::u16string PlainIni::Value(std::u16string_view section, std::u16string_view 
         return {};
     const std::size_t next = NextHeader(header + 1);
     const std::size_t line = FindKey(header + 1, next, key);
-    return line == next ? std::u16string() : PlainValue(ValueOf(m_lines[line].text));
+    return line == next ? std::u16string() : PlainValue(std::u16string(ValueOf(m_lines[line].text)));
 }
 
 std::vector<std::u16string> PlainIni::SectionNames(std::u16string_view prefix) const {
@@ -85,7 +85,7 @@ void PlainIni::SetValue(std::u16string_view section, std::u16string_view key, st
     if (equals == line.npos) {
         const std::size_t end = line.find(TrimBlanks(line)) + TrimBlanks(line).size();
         line.insert(end, u'=' + stored);
-    } else if (PlainValue(ValueOf(line)) != PlainValue(stored)) {
+    } else if (PlainValue(std::u16string(ValueOf(line))) != PlainValue(stored)) {
         const std::u16string_view old = ValueOf(line);
         const std::size_t begin =
             old.empty() ? equals + 1 : static_cast<std::size_t>(old.data() - line.data());
