@@ -1,0 +1,5 @@
+// Dialogs that the system supplies.
+#pragma once
+
+#include "afxwin.h"
+#include "FileDialog.h"
