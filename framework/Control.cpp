@@ -1,6 +1,7 @@
 #include "Control.h"
 
 #include "ControlUnits.h"
+#include "ThreadState.h"
 
 IMPLEMENT_DYNAMIC(COleControl, CWnd)
 
@@ -81,7 +82,12 @@ void COleControl::OnFinalRelease() {
     m_xOleCache.Clear();
     m_eventPoint.Clear();
     m_notifyPoint.Clear();
-    delete this;
+    AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+    if (thread && thread->message.hwnd) {
+        thread->condemned.emplace_back(this); // a handler of the control's own windows may be on the stack
+    } else {
+        delete this;
+    }
 }
 
 void COleControl::SetModifiedFlag(BOOL bModified) {

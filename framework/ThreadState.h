@@ -59,4 +59,7 @@ struct AFX_THREAD_STATE {
     HWND exchanging = nullptr; ///< the dialog whose data is being exchanged
     CWnd* creating = nullptr;  ///< object that waits for its window
     HHOOK creationHook = nullptr;
+    /// Objects that were released while a message was being handled, perhaps by their own windows: deleted
+    /// when the outermost message is done.
+    std::vector<std::unique_ptr<CObject>> condemned;
 };

@@ -12,7 +12,13 @@ class MessageScope {
 public:
     MessageScope(AFX_THREAD_STATE& thread, const MSG& message) noexcept
         : m_thread(thread), m_outer(std::exchange(thread.message, message)) {}
-    ~MessageScope() { m_thread.message = m_outer; }
+    ~MessageScope() {
+        m_thread.message = m_outer;
+        if (!m_outer.hwnd && !m_thread.condemned.empty()) {
+            const std::vector<std::unique_ptr<CObject>> deleted = std::move(m_thread.condemned);
+            m_thread.condemned.clear();
+        }
+    }
     MessageScope(const MessageScope&) = delete;
     MessageScope& operator=(const MessageScope&) = delete;
 

@@ -221,6 +221,23 @@ TEST_F(ControlActivationTest, ActiveControlMayBeReleasedOrLoseItsSiteWithoutClos
     EXPECT_FALSE(m_container.ControlWindow());
 }
 
+TEST_F(ControlActivationTest, ControlReleasedInsideAHandlerLivesUntilItsEnd) {
+    Embed();
+    ASSERT_EQ(S_OK, m_container.DoVerb(OLEIVERB_SHOW));
+    TestDialog& dialog = CTestControl::last->dialog;
+    bool alive = false;
+    dialog.onSave = [&] {
+        m_container.Remove();
+        m_control.Reset();
+        alive = CTestControl::last != nullptr;
+        EXPECT_FALSE(m_container.ControlWindow()) << "the window is gone at once";
+        EXPECT_EQ(S_FALSE, AfxDllCanUnloadNow());
+    };
+    ::SendMessage(::GetDlgItem(dialog.m_hWnd, kSaveButton), BM_CLICK, 0, 0);
+    EXPECT_TRUE(alive);
+    EXPECT_EQ(nullptr, CTestControl::last);
+}
+
 TEST_F(ControlActivationTest, WindowDestroyedWithItsContainerIsMadeAgain) {
     Embed();
     ASSERT_EQ(S_OK, m_container.DoVerb(OLEIVERB_SHOW));

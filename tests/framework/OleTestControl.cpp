@@ -12,6 +12,13 @@ BEGIN_MESSAGE_MAP(TestDialog, CDialog)
     ON_BN_CLICKED(kSaveButton, &TestDialog::OnSave)
 END_MESSAGE_MAP()
 
+void TestDialog::OnSave() {
+    if (onSave) {
+        onSave();
+    }
+    ++saves; // the object outlives its handler, whatever that did
+}
+
 IMPLEMENT_DYNCREATE(CTestControl, COleControl)
 IMPLEMENT_OLECREATE_EX(CTestControl, "OLETEST.TestControl.1", 0x5d4f6f5e, 0x8d3a, 0x4c1c, 0x9a, 0x52, 0x0f,
                        0x4b, 0xe0, 0xb9, 0xa0, 0x04)

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -29,11 +30,12 @@ public:
     int okays = 0;
     int cancels = 0;
     int saves = 0;
+    std::function<void()> onSave; ///< run inside the handler of the button
 
 protected:
     void OnOK() override { ++okays; }
     void OnCancel() override { ++cancels; }
-    afx_msg void OnSave() { ++saves; }
+    afx_msg void OnSave();
     DECLARE_MESSAGE_MAP()
 };
 
