@@ -136,8 +136,13 @@ class Viewer:
     def do(*words):
         subprocess.run(['xdotool', *map(str, words)], check=True)
 
-    def move(self, x, y):
-        self.do('mousemove', '--sync', x, y)
+    @staticmethod
+    def display_window(package=None):
+        """The display's number of the viewer's window."""
+        title = f'{package} - {PROGRAM}' if package else PROGRAM
+        run = subprocess.run(['xdotool', 'search', '--onlyvisible', '--name', f'^{title}$'], check=True,
+                             capture_output=True, text=True)
+        return int(run.stdout.split()[0])
 
     def click(self, x, y, button=1):
         self.do('mousemove', x, y, 'click', button)

@@ -6,7 +6,7 @@
 namespace {
 
 constexpr std::int64_t kLargestSide = 16384;
-constexpr std::int64_t kMostPixels = 64 * 1024 * 1024;
+constexpr std::int64_t kMostPixels = 64LL << 20;
 
 static_assert(sizeof(BITMAPFILEHEADER) == 14);
 

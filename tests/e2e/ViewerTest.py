@@ -15,7 +15,7 @@ import zipfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
 
-import viewerdriver  # noqa: E402
+import dragsource  # noqa: E402
 from viewerdriver import BUILD, LISTS, PROGRAM, ROOT, Viewer, windows_path  # noqa: E402
 
 PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
@@ -228,8 +228,7 @@ class ViewerTest(unittest.TestCase):
 
     def test_control_follows_the_window(self):
         viewer, before = self.open_sample()
-        window = subprocess.run(['xdotool', 'search', '--name', f'^bracket.mxov - {PROGRAM}$'], check=True,
-                                capture_output=True, text=True).stdout.split()[0]
+        window = viewer.display_window('bracket.mxov')
         for width, height in ((1150, 900), (900, 700), (1100, 640)):
             viewer.do('windowsize', window, width, height)
             shown = viewer.wait('the control has followed', lambda s: (
@@ -331,6 +330,56 @@ class ViewerTest(unittest.TestCase):
         viewer.press('F5')
         viewer.wait('the link is there', lambda s: [row[3] for row in s.lists()[3].rows] == [LINKED, PACKAGED, MISSING])
         self.finish(viewer)
+
+    def test_a_dropped_package_is_opened(self):
+        viewer, shown = self.open_sample()
+        pane = shown.frame.find(class_name='MXOVPreviewPane')
+        for window, package in ((pane, self.legacy), (shown.lists()[2], self.sample)):
+            name = pathlib.Path(package).name
+            title = 'bracket.mxov' if name == 'legacy.mxov' else 'legacy.mxov'
+            dragsource.drop(viewer.display_window(title), (window.rect[0] + 20, window.top + 20), package)
+            viewer.wait_for_package(name)
+        self.finish(viewer)
+
+    def large_package(self):
+        """A package of so many files that unpacking it takes a while."""
+        path = self.folder / 'large.mxov'
+        with zipfile.ZipFile(path, 'w') as archive:
+            archive.writestr('mxinfo.ini', '[FILEINFO]\nMaxtlreVersion=Package Writer 2024\n')
+            for number in range(30000):
+                archive.writestr(f'GCode/{number % 300}/op{number}.nc', f'N{number} G0 X0 Y0\n')
+        return path
+
+    def test_a_long_opening_shows_progress_and_can_be_cancelled(self):
+        large = self.large_package()
+        viewer, before = self.open_sample()
+        sessions = session_entries()
+        self.choose_file(viewer, large)
+        shown = viewer.wait('the progress', lambda s: 'Opening large.mxov' in s.texts() and '.nc' in s.texts())
+        self.assertTrue(shown.frame.enabled)
+        viewer.photograph('e2e-progress')
+        viewer.press('Escape')
+        shown = viewer.wait_for_package('bracket.mxov')
+        self.assertEqual([item.rows for item in shown.lists()], [item.rows for item in before.lists()])
+        self.assertEqual(session_entries(), sessions)
+        self.finish(viewer)
+
+    def test_closing_while_a_package_is_being_opened(self):
+        large = self.large_package()
+        viewer = self.use(Viewer(windows_path(large)))
+        viewer.wait('the progress', lambda s: 'Opening large.mxov' in s.texts())
+        viewer.do('windowactivate', '--sync', viewer.display_window())
+        self.finish(viewer)
+
+    def test_what_a_crash_left_is_kept(self):
+        viewer, _ = self.open_sample()
+        left = session_entries()
+        viewer.process.kill()
+        viewer.process.wait()
+        viewer, _ = self.open_sample()
+        self.assertTrue(set(left) < set(session_entries()))
+        self.assertEqual(viewer.close(), 0)
+        self.assertEqual(session_entries(), left)
 
     def test_tab_reaches_the_lists_in_turn(self):
         viewer, _ = self.open_sample()

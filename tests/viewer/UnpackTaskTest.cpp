@@ -40,7 +40,7 @@ std::unique_ptr<PackageSession> NewSession(const std::wstring& package) {
 std::wstring MakePackage(const TempFolder& folder) {
     folder.WriteSized(L"source\\mxinfo.ini", 100);
     folder.WriteSized(L"source\\GCode\\a.nc", 5000);
-    const std::wstring package = folder / L"job.mxov";
+    std::wstring package = folder / L"job.mxov";
     EXPECT_TRUE(mxovshare::CreatePackage(folder / L"source", package).ok);
     return package;
 }
