@@ -54,7 +54,7 @@ class Window:
 
 
 class Snapshot:
-    """All visible top-level windows of the viewer at one moment."""
+    """The viewer's frame and its other visible top-level windows at one moment."""
 
     def __init__(self, data):
         self.focus = data['focus']
@@ -124,7 +124,8 @@ class Viewer:
         raise AssertionError(f'{what}: not within {PATIENCE} seconds; shown: {shown}')
 
     def wait_for_package(self, name):
-        return self.wait(f'{name} is open', lambda s: s.frame.text == f'{name} - {PROGRAM}' and not s.others)
+        return self.wait(f'{name} is open', lambda s: (
+            s.frame.visible and s.frame.text == f'{name} - {PROGRAM}' and not s.others))
 
     def wait_for_dialog(self, what):
         return self.wait(what, lambda s: s.dialog() is not None)

@@ -398,6 +398,19 @@ class ViewerTest(unittest.TestCase):
         viewer.press(key)
         return self.focused(viewer.wait('the focus moves', lambda s: s.focus != before))
 
+    def test_without_the_control_it_says_how_to_register_it(self):
+        control = windows_path(BUILD / 'bin/MXOVDocViewCtrl.ocx')
+        subprocess.run(['wine', 'regsvr32', '/s', '/u', control], check=True)
+        self.addCleanup(subprocess.run, ['wine', 'regsvr32', '/s', control], check=True)
+        viewer = self.use(Viewer(windows_path(self.sample)))
+        shown = viewer.wait_for_dialog('the message')
+        self.assertIn(f'regsvr32 "{control}"', shown.texts())
+        self.assertFalse(shown.frame.visible)
+        viewer.photograph('e2e-not-registered')
+        viewer.press('Return')
+        self.assertEqual(viewer.process.wait(30), 1)
+        self.assertEqual(session_entries(), [])
+
     def test_a_package_that_does_not_exist(self):
         viewer = self.use(Viewer(windows_path(self.folder / 'none.mxov')))
         shown = viewer.wait_for_dialog('the message')

@@ -51,7 +51,7 @@ HWND FindDescendant(HWND window, int id) {
     return nullptr;
 }
 
-// The visible top-level windows of the frame's process, the frame first.
+// The frame, shown or not, and the other visible top-level windows of its process.
 std::vector<HWND> TopLevelWindows(HWND frame) {
     std::vector<HWND> windows = {frame};
     EnumWindows(
@@ -185,7 +185,7 @@ int main(int argc, char** argv) {
     }
     try {
         const HWND frame = FindWindowW(kFrameClass, nullptr);
-        if (!frame || !IsWindowVisible(frame))
+        if (!frame)
             throw std::runtime_error("no viewer is open");
         if (command == "windows")
             PrintWindows(frame);
