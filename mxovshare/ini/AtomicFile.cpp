@@ -93,13 +93,17 @@ bool AtomicFile::Create() {
         m_file = FileHandle(CreateFileW(m_temporary.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
                                         nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
         m_exists = static_cast<bool>(m_file);
+        if (m_exists)
+            return true;
         const DWORD error = GetLastError();
-        if (m_exists || !IsInUse(error) || pause > kLongestPause) {
+        // One that was left behind may have the attributes of a hidden target.
+        const bool mayWork = error == ERROR_ACCESS_DENIED
+                                 ? SetFileAttributesW(m_temporary.c_str(), FILE_ATTRIBUTE_NORMAL) != FALSE
+                                 : error == ERROR_SHARING_VIOLATION;
+        if (!mayWork || pause > kLongestPause) {
             SetLastError(error);
-            return m_exists;
+            return false;
         }
-        if (error == ERROR_ACCESS_DENIED) // one that was left behind with the attributes of a hidden target
-            SetFileAttributesW(m_temporary.c_str(), FILE_ATTRIBUTE_NORMAL);
         Sleep(pause);
     }
 }
