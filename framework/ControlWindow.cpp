@@ -132,7 +132,7 @@ BOOL COleControl::OnSetObjectRects(LPCRECT lpRectPos, LPCRECT lpRectClip) {
     const CRect position(lpRectPos);
     MoveWindow(position.left, position.top, std::max(position.Width(), 0), std::max(position.Height(), 0));
     CRect visible;
-    if (lpRectClip && ::IntersectRect(visible, position, lpRectClip) && visible != position) {
+    if (lpRectClip && ::IntersectRect(visible, position, lpRectClip) && !::EqualRect(visible, position)) {
         visible.OffsetRect(-position.left, -position.top);
         ::SetWindowRgn(m_hWnd, ::CreateRectRgnIndirect(visible), TRUE);
         m_clipped = true;

@@ -187,14 +187,10 @@ DWORD CCmdTarget::InternalRelease() {
     constexpr LONG kDying = 0x40000000;
     m_ole->references = kDying;
     m_ole->outer = nullptr;
-    try {
-        AFX_MANAGE_STATE(AfxGetStaticModuleState());
+    OleProtect([this]() -> HRESULT {
         OnFinalRelease();
-    } catch (CException* exception) {
-        exception->Delete();
-    } catch (...) { // nobody is left who could be told
-        return 0;
-    }
+        return S_OK;
+    });
     return 0;
 }
 

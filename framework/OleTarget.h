@@ -103,6 +103,7 @@ HRESULT OleProtect(Body&& body) noexcept {
         return body();
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
+        // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference): the documented exceptions are pointers
     } catch (CException* exception) {
         exception->Delete();
         return E_UNEXPECTED;

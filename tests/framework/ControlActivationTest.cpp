@@ -35,7 +35,7 @@ TEST_F(ControlActivationTest, InPlaceActivationAsksTheContainerInOrder) {
     const HWND window = m_container.ControlWindow();
     ASSERT_TRUE(window);
     EXPECT_TRUE(::IsWindowVisible(window));
-    EXPECT_TRUE(CRect(10, 20, 210, 120) == RectOf(window));
+    EXPECT_TRUE(IsRect(CRect(10, 20, 210, 120), RectOf(window)));
     EXPECT_TRUE(::IsWindow(CTestControl::last->dialog.m_hWnd)) << "made with the window";
     m_container.ForgetCalls();
     EXPECT_EQ(S_OK, m_container.DoVerb(OLEIVERB_INPLACEACTIVATE));
@@ -47,8 +47,8 @@ TEST_F(ControlActivationTest, PaintGivesExactlyTheControlsBounds) {
     ASSERT_EQ(S_OK, m_container.DoVerb(OLEIVERB_SHOW));
     Pump();
     ASSERT_FALSE(CTestControl::last->drawn.empty());
-    EXPECT_TRUE(CRect(0, 0, 200, 100) == CTestControl::last->drawn.back());
-    EXPECT_TRUE(CRect(0, 0, 200, 100) == RectOf(CTestControl::last->dialog.m_hWnd));
+    EXPECT_TRUE(IsRect(CRect(0, 0, 200, 100), CTestControl::last->drawn.back()));
+    EXPECT_TRUE(IsRect(CRect(0, 0, 200, 100), RectOf(CTestControl::last->dialog.m_hWnd)));
 }
 
 TEST_F(ControlActivationTest, EveryNewSizeIsDrawnAlsoWhenTheDialogCoversAll) {
@@ -60,7 +60,7 @@ TEST_F(ControlActivationTest, EveryNewSizeIsDrawnAlsoWhenTheDialogCoversAll) {
         CTestControl::last->drawn.clear();
         ASSERT_EQ(S_OK, inPlace->SetObjectRects(place, place));
         Pump();
-        EXPECT_TRUE(place == RectOf(m_container.ControlWindow()));
+        EXPECT_TRUE(IsRect(place, RectOf(m_container.ControlWindow())));
         EXPECT_EQ(CSize(RectOf(CTestControl::last->dialog.m_hWnd).right,
                         RectOf(CTestControl::last->dialog.m_hWnd).bottom),
                   place.Size());
@@ -69,7 +69,7 @@ TEST_F(ControlActivationTest, EveryNewSizeIsDrawnAlsoWhenTheDialogCoversAll) {
     ::MoveWindow(m_container.ControlWindow(), 0, 0, 77, 55, TRUE); // by a host that moves the window itself
     Pump();
     ASSERT_FALSE(CTestControl::last->drawn.empty());
-    EXPECT_TRUE(CRect(0, 0, 77, 55) == CTestControl::last->drawn.back());
+    EXPECT_TRUE(IsRect(CRect(0, 0, 77, 55), CTestControl::last->drawn.back()));
 }
 
 TEST_F(ControlActivationTest, ClipRectangleCutsTheWindow) {
@@ -78,7 +78,7 @@ TEST_F(ControlActivationTest, ClipRectangleCutsTheWindow) {
     ASSERT_EQ(S_OK, m_container.DoVerb(OLEIVERB_SHOW));
     CRect box;
     EXPECT_EQ(SIMPLEREGION, ::GetWindowRgnBox(m_container.ControlWindow(), box));
-    EXPECT_TRUE(CRect(40, 0, 200, 100) == box);
+    EXPECT_TRUE(IsRect(CRect(40, 0, 200, 100), box));
     const OlePtr<IOleInPlaceObject> inPlace = m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
     ASSERT_EQ(S_OK, inPlace->SetObjectRects(&m_container.position, &m_container.position));
     EXPECT_EQ(0, ::GetWindowRgnBox(m_container.ControlWindow(), box)) << "no region";
@@ -164,7 +164,7 @@ TEST_F(ControlActivationTest, ArgumentsOfTheVerbStandInForAContainerThatKnowsNot
     m_container.habits.knowsContext = false;
     Embed();
     ASSERT_EQ(S_OK, m_container.DoVerb(OLEIVERB_INPLACEACTIVATE));
-    EXPECT_TRUE(CRect(10, 20, 210, 120) == RectOf(m_container.ControlWindow()));
+    EXPECT_TRUE(IsRect(CRect(10, 20, 210, 120), RectOf(m_container.ControlWindow())));
     m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject)->InPlaceDeactivate();
     m_container.ForgetCalls();
     EXPECT_EQ(OLE_E_NOT_INPLACEACTIVE, m_container.Object()->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr,

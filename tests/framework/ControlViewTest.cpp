@@ -53,7 +53,7 @@ TEST_F(ControlViewTest, DrawsIntoTheBoundsBeforeAndAfterActivation) {
     const COLORREF window = ::GetSysColor(COLOR_WINDOW);
     const Canvas canvas;
     ASSERT_EQ(S_OK, Draw(canvas, {10, 20, 60, 70}));
-    EXPECT_TRUE(CRect(10, 20, 60, 70) == CTestControl::last->drawn.back());
+    EXPECT_TRUE(IsRect(CRect(10, 20, 60, 70), CTestControl::last->drawn.back()));
     EXPECT_EQ(window, ::GetPixel(canvas, 10, 20));
     EXPECT_EQ(window, ::GetPixel(canvas, 59, 69));
     EXPECT_EQ(RGB(0, 0, 0), ::GetPixel(canvas, 60, 70));
@@ -62,7 +62,8 @@ TEST_F(ControlViewTest, DrawsIntoTheBoundsBeforeAndAfterActivation) {
     ASSERT_EQ(S_OK, Draw(canvas, {70, 70, 90, 90}));
     EXPECT_EQ(window, ::GetPixel(canvas, 80, 80));
     Pump();
-    EXPECT_TRUE(CRect(0, 0, 200, 100) == CTestControl::last->drawn.back()) << "the window is drawn again";
+    EXPECT_TRUE(IsRect(CRect(0, 0, 200, 100), CTestControl::last->drawn.back()))
+        << "the window is drawn again";
 }
 
 TEST_F(ControlViewTest, LeavesTheDeviceContextAsItWas) {
@@ -152,7 +153,7 @@ TEST_F(ControlViewTest, DataIsThePictureAsEitherMetafile) {
         STGMEDIUM medium{};
         ASSERT_EQ(S_OK, data->GetData(&format, &medium));
         EXPECT_EQ(format.tymed, medium.tymed);
-        EXPECT_TRUE(CRect(0, 0, 120, 80) == CTestControl::last->drawn.back());
+        EXPECT_TRUE(IsRect(CRect(0, 0, 120, 80), CTestControl::last->drawn.back()));
         ::ReleaseStgMedium(&medium);
         format.tymed = TYMED_FILE;
         EXPECT_EQ(DV_E_TYMED, data->GetData(&format, &medium));

@@ -25,6 +25,11 @@ constexpr UINT kPageTypeName = 3003; ///< "Test Page"
 
 constexpr LPCTSTR kTestProgID = L"OLETEST.TestControl.1";
 
+/// TRUE when the rectangles are the same.
+inline bool IsRect(const RECT& expected, const RECT& found) {
+    return ::EqualRect(&expected, &found);
+}
+
 class TestDialog : public CDialog {
 public:
     int okays = 0;
