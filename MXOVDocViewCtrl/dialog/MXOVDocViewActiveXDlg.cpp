@@ -1,6 +1,7 @@
 #include "MXOVDocViewActiveXDlg.h"
 
 #include "ListSelection.h"
+#include "popup/MXOVPopupDlg.h"
 #include "WaitCursor.h"
 
 MXOVDocViewActiveXDlg::MXOVDocViewActiveXDlg(CWnd* parent) : CDialog(IDD, parent) {}
@@ -96,7 +97,9 @@ void MXOVDocViewActiveXDlg::OnClickSetup(NMHDR* /*header*/, LRESULT* result) {
 }
 
 void MXOVDocViewActiveXDlg::OnClickAdditional(NMHDR* /*header*/, LRESULT* result) {
-    if (SelectedItem(m_additionalList) >= 0) {
+    const int item = SelectedItem(m_additionalList);
+    if (item >= 0) {
+        ShowDocumentProperties(DocumentCategory::AdditionalDocument, item);
         EnableDeleteButton(true);
         m_additionalList.SetFocus();
     }
@@ -128,5 +131,6 @@ void MXOVDocViewActiveXDlg::OnCancel() {
 
 void MXOVDocViewActiveXDlg::PostNcDestroy() {
     CDialog::PostNcDestroy();
+    MXOVPopupDlg::CloseOf(*this);
     m_buttonImagesMissing = TRUE; // the next window has buttons of its own
 }

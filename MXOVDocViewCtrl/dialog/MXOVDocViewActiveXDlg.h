@@ -65,6 +65,7 @@ private:
     void LoadButtonImages();
     CListCtrl* ListOf(DocumentCategory category);
     void ClickPackageDocument(DocumentCategory category);
+    void ShowDocumentProperties(DocumentCategory category, int item);
     void EnableItem(int id, bool enable);
     void EnableDeleteButton(bool enable);
 

@@ -1,11 +1,11 @@
 // The dialog's catalogue: reading a package and showing its documents.
 #include "MXOVDocViewActiveXDlg.h"
 
+#include "controls/RedrawPause.h"
 #include "package/CatalogueLoader.h"
 #include "package/DiskCatalogueSource.h"
 #include "package/PackageInformation.h"
 #include "package/RecordLists.h"
-#include "RedrawPause.h"
 
 #include <algorithm>
 #include <utility>

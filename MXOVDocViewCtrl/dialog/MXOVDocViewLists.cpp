@@ -2,7 +2,11 @@
 #include "MXOVDocViewActiveXDlg.h"
 
 #include "ListSelection.h"
+#include "package/RecordLists.h"
+#include "popup/MXOVPopupDlg.h"
 #include "shell/HostText.h"
+
+#include <iterator>
 
 namespace {
 
@@ -75,8 +79,22 @@ CListCtrl* MXOVDocViewActiveXDlg::ListOf(DocumentCategory category) {
 void MXOVDocViewActiveXDlg::ClickPackageDocument(DocumentCategory category) {
     EnableDeleteButton(false);
     CListCtrl& list = *ListOf(category);
-    if (SelectedItem(list) >= 0) {
+    const int item = SelectedItem(list);
+    if (item >= 0) {
+        ShowDocumentProperties(category, item);
         list.SetFocus();
+    }
+}
+
+void MXOVDocViewActiveXDlg::ShowDocumentProperties(DocumentCategory category, int item) {
+    if (item >= std::ssize(*RecordsOf(category))) {
+        return;
+    }
+    if (MXOVPopupDlg* popup = MXOVPopupDlg::Open(*this)) {
+        popup->FillProperties(m_thumbnailPath, m_history, category, item, m_informationFile, m_packageFolder,
+                              m_packageFile, m_recentPackage != FALSE);
+        popup->PlaceBeside(m_width);
+        popup->ShowWindow(SW_SHOW);
     }
 }
 

@@ -2,6 +2,8 @@
 
 // Resource numbers of the module. They are part of what hosts and dialogs know: none is ever changed or used again.
 
+#define IDD_DOCUMENT_PROPERTIES 216
+
 #define IDB_DOCUMENTS_SMALL 222
 #define IDB_DOCUMENTS_LARGE 221
 
@@ -35,7 +37,28 @@
 #define ID_VIEW_DETAILS 1026
 #define IDR_VIEW_MENU 1027 // the first number that no menu, dialog, text or bitmap of the module uses
 
+#define IDC_HIGHLIGHT_FIRST 1028 // known to the properties dialog, which has no such controls
+#define IDC_HIGHLIGHT_SECOND 1029
+#define IDC_PROPERTIES_BOX 1030
+#define IDC_PREVIEW 1031
+#define IDC_HISTORY 1032
+#define IDC_DOCUMENT_NAME 1033
+#define IDC_DOCUMENT_PATH 1034
+#define IDC_DOCUMENT_SIZE 1035
+#define IDC_BROWSE 1036
+#define IDC_DESCRIPTION 1037
+
 #define IDC_SAVE 1039
 #define IDC_ADD 1040
 #define IDC_DELETE 1041
 #define IDC_UPDATE 1042
+
+// In the properties dialog
+#define IDC_NAME_LABEL 1042
+#define IDC_PATH_LABEL 1043
+#define IDC_SIZE_LABEL 1044
+#define IDC_DESCRIPTION_LABEL 1045
+#define IDC_PREVIEW_STATUS 1046
+#define IDC_HISTORY_BOX 1047
+#define IDC_PREVIEW_BOX 1048
+#define IDC_HELP_ICON 1049

@@ -8,11 +8,15 @@
 namespace {
 
 constexpr int kFoldedHeight = 30;
+constexpr int kWidthOnScreen = 600; // right of the frame
 constexpr int kMoving[] = {kGCodeBox,      kGCodeList,      kSetupBox,  kSetupList,
                            kAdditionalBox, kAdditionalList, kAddButton, kDeleteButton};
 
 class DialogTest : public testing::Test {
 protected:
+    // The popup of a clicked document comes up beside the frame, not on it.
+    void SetUp() override { client.CallNumbers(L"OnSizeChange", {kWidthOnScreen, 620}); }
+
     void Load() { client.Call(L"LoadFile", {package.Path(), L""}); }
 
     [[nodiscard]] static int Height(const RECT& rect) { return rect.bottom - rect.top; }
