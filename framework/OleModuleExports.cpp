@@ -1,5 +1,5 @@
-// DllGetClassObject and DllCanUnloadNow of a library of controls. A library that exports these names gets them from
-// here unless it has its own; nothing else pulls this file in.
+// DllGetClassObject and DllCanUnloadNow of a library of controls. A library that exports these names gets
+// them from here unless it has its own; nothing else pulls this file in.
 #include "OleFactory.h"
 
 STDAPI DllGetClassObject(REFCLSID rclsid, REFIID riid, LPVOID* ppv) {

@@ -1,3 +1,4 @@
+#include "GdiObjectCount.h"
 #include "OleTestControl.h"
 
 namespace {
@@ -244,6 +245,27 @@ TEST_F(ControlActivationTest, WindowDestroyedWithItsContainerIsMadeAgain) {
     ::DestroyWindow(m_container.ControlWindow());
     EXPECT_EQ(S_OK, m_container.DoVerb(OLEIVERB_SHOW));
     EXPECT_TRUE(m_container.ControlWindow());
+}
+
+TEST_F(ControlActivationTest, CyclesLeaveNoDrawingObjects) {
+    constexpr int kWarm = 20;
+    constexpr int kCycles = 120;
+    int warm = 0;
+    for (int cycle = 0; cycle < kCycles; ++cycle) {
+        Embed();
+        m_container.clip = {50, 20, 210, 120};
+        ASSERT_EQ(S_OK, m_container.DoVerb(OLEIVERB_UIACTIVATE));
+        m_container.DoVerb(OLEIVERB_HIDE);
+        m_container.DoVerb(OLEIVERB_SHOW);
+        Pump();
+        m_container.Remove();
+        m_control.Reset();
+        if (cycle == kWarm) {
+            warm = GdiObjectCount();
+        }
+    }
+    EXPECT_LE(GdiObjectCount(), warm);
+    EXPECT_GT(warm, 0);
 }
 
 TEST_F(ControlActivationTest, NewExtentAsksAnActiveContainerForRoom) {

@@ -36,3 +36,12 @@ mxov_test(framework_ole_tests DESKTOP
         ../support/MockContainer.cpp
     LIBRARIES framework ole_test_guids)
 target_include_directories(framework_ole_tests PRIVATE ${ole_generated})
+
+# A dispatch map entry with its member's types compiles, one with others does not.
+foreach(flag RIGHT_TYPES WRONG_TYPES)
+    add_test(NAME dispatch_entry_${flag} COMMAND ${CMAKE_CXX_COMPILER} -std=c++20 -DUNICODE -D_UNICODE -DNOMINMAX
+        -D_WIN32_WINNT=0x0A00 -D${flag} -I${CMAKE_SOURCE_DIR}/framework -fsyntax-only
+        ${CMAKE_CURRENT_SOURCE_DIR}/OleWrongEntry.cpp)
+endforeach()
+set_tests_properties(dispatch_entry_WRONG_TYPES PROPERTIES
+    PASS_REGULAR_EXPRESSION "the types of the dispatch map entry are not those of the member")
