@@ -50,10 +50,13 @@ BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
 
 BOOL CWnd::OnNotify(WPARAM, LPARAM lParam, LRESULT* pResult) {
     const AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+    auto* header = reinterpret_cast<NMHDR*>(lParam);
+    if (!header) {
+        return FALSE;
+    }
     if (thread && thread->exchanging == m_hWnd) {
         return TRUE;
     }
-    auto* header = reinterpret_cast<NMHDR*>(lParam);
     AFX_NOTIFY notify = {pResult, header};
     return OnCmdMsg(static_cast<UINT>(header->idFrom), static_cast<int>(header->code), &notify, nullptr);
 }

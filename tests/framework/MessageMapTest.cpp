@@ -194,6 +194,7 @@ TEST_F(MessageMap, NotificationsCarryAResultBack) {
     header.code = static_cast<UINT>(NM_DBLCLK);
     EXPECT_EQ(window.SendMessage(WM_NOTIFY, 300, reinterpret_cast<LPARAM>(&header)), 0);
     EXPECT_EQ(window.log, (Log{"notify 300"}));
+    EXPECT_EQ(window.SendMessage(WM_NOTIFY, 300, 0), 0) << "a stray one does no harm";
 }
 
 TEST_F(MessageMap, CommandRoutingNamesItsTargetWithoutCallingIt) {
