@@ -97,8 +97,8 @@ class Viewer:
         self.log.close()
 
     @staticmethod
-    def dump(command):
-        run = subprocess.run(['wine', windows_path(BUILD / 'tests/WindowDump.exe'), command], capture_output=True,
+    def dump(*words):
+        run = subprocess.run(['wine', windows_path(BUILD / 'tests/WindowDump.exe'), *words], capture_output=True,
                              check=False)
         return run.stdout.decode('utf-8').replace('\r\n', '\n') if run.returncode == 0 else None
 

@@ -16,11 +16,12 @@ import zipfile
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
 
 import dragsource  # noqa: E402
+import viewerdriver  # noqa: E402
 from viewerdriver import BUILD, LISTS, PROGRAM, ROOT, Viewer, windows_path  # noqa: E402
 
 PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
 HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
-SAVE, ADD, DELETE = 1039, 1040, 1041
+SAVE, ADD, DELETE, UPDATE = 1039, 1040, 1041, 1042
 LINKED, MISSING, PACKAGED = 0, 1, 2
 MENU = '#32768'
 
@@ -300,6 +301,61 @@ class ViewerTest(unittest.TestCase):
         viewer.press('alt+f', 'r', '1')
         shown = viewer.wait_for_package('bracket.mxov')
         self.assertEqual([item.rows for item in shown.lists()], [item.rows for item in before.lists()])
+        self.finish(viewer)
+
+    def open_changed_sample(self):
+        """The sample, marked as changed the way the properties of a document do it."""
+        viewer, _ = self.open_sample()
+        viewer.dump('press', str(UPDATE))
+        viewer.wait('the package counts as changed', lambda s: s.item(SAVE).enabled)
+        return viewer
+
+    def answer_question(self, viewer, key):
+        viewer.wait('the question',
+                    lambda s: s.others and s.dialog().text == 'Maxtrel Orvando Document Manager')
+        viewer.photograph('e2e-question')
+        viewer.press(key)
+
+    def history(self):
+        return [name for name in information(self.sample).sections() if name.startswith('FILE_HISTORY')]
+
+    def test_closing_a_changed_package_without_saving_leaves_the_file(self):
+        before = pathlib.Path(self.sample).read_bytes()
+        viewer = self.open_changed_sample()
+        viewer.press('ctrl+w')
+        self.answer_question(viewer, 'n')
+        viewer.wait('the package is closed', lambda s: s.frame.text == PROGRAM and not s.others)
+        self.assertEqual(pathlib.Path(self.sample).read_bytes(), before)
+        self.finish(viewer)
+
+    def test_ending_with_a_changed_package_saves_it(self):
+        history = self.history()
+        viewer = self.open_changed_sample()
+        viewer.press('alt+F4')
+        self.answer_question(viewer, 'y')
+        self.assertEqual(viewer.process.wait(viewerdriver.PATIENCE), 0)
+        self.assertEqual(len(self.history()), len(history) + 1)
+        with zipfile.ZipFile(self.sample) as archive:
+            self.assertIsNone(archive.testzip())
+        self.assertEqual(session_entries(), [])
+
+    def test_refreshing_a_changed_package_saves_it_first(self):
+        history = self.history()
+        viewer = self.open_changed_sample()
+        viewer.press('F5')
+        self.answer_question(viewer, 'y')
+        shown = viewer.wait('the package is there again', lambda s: not s.item(SAVE).enabled and not s.others)
+        self.assertEqual(shown.frame.text, f'bracket.mxov - {PROGRAM}')
+        self.assertEqual(len(self.history()), len(history) + 1)
+        self.assertEqual(shown.lists()[3].rows, self.expected_sample_rows()[3])
+        self.assertEqual(len(session_entries()), 2)
+        self.finish(viewer)
+
+    def test_opening_another_asks_for_the_changed_one_and_not_again(self):
+        viewer = self.open_changed_sample()
+        self.choose_file(viewer, self.legacy)
+        self.answer_question(viewer, 'n')
+        viewer.wait_for_package('legacy.mxov')
         self.finish(viewer)
 
     def test_a_recent_package_that_is_gone_is_told_and_forgotten(self):

@@ -1,9 +1,11 @@
 // Prints what a running viewer shows, seen from outside: `catalogue` its document lists for people, `windows`
-// all its windows as JSON for tests. Exit code 1: there is no viewer, or it cannot be read.
+// all its windows as JSON for tests. `press NUMBER` sends the command of a button, a hidden one too, to its
+// dialog. Exit code 1: there is no viewer, or it cannot be read.
 #include "RemoteListView.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
 #include <string_view>
 
@@ -175,12 +177,20 @@ void PrintCatalogue(HWND frame) {
     }
 }
 
+void PressButton(HWND frame, int id) {
+    const HWND button = FindDescendant(frame, id);
+    if (!button)
+        throw std::runtime_error("there is no such button");
+    PostMessageW(GetParent(button), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    const std::string_view command = argc == 2 ? argv[1] : "";
-    if (command != "catalogue" && command != "windows") {
-        std::fputs("usage: WindowDump catalogue|windows\n", stderr);
+    const std::string_view command = argc > 1 ? argv[1] : "";
+    const int words = command == "press" ? 3 : 2;
+    if ((command != "catalogue" && command != "windows" && command != "press") || argc != words) {
+        std::fputs("usage: WindowDump catalogue | windows | press NUMBER\n", stderr);
         return 2;
     }
     try {
@@ -189,6 +199,8 @@ int main(int argc, char** argv) {
             throw std::runtime_error("no viewer is open");
         if (command == "windows")
             PrintWindows(frame);
+        else if (command == "press")
+            PressButton(frame, static_cast<int>(std::strtol(argv[2], nullptr, 10)));
         else
             PrintCatalogue(frame);
         return 0;
