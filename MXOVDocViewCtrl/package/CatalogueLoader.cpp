@@ -99,8 +99,9 @@ void CatalogueLoader::AddGCode() {
 
 void CatalogueLoader::AddFolder(const std::wstring& folder, const std::vector<std::wstring>& names,
                                 const std::wstring& description, DocumentCategory category) {
+    const std::wstring start = folder + L"\\";
     for (const std::wstring& name : names) {
-        const std::wstring path = folder + L"\\" + name;
+        const std::wstring path = start + name;
         const FileStatus status = m_source.Status(path);
         if (!status.exists) {
             continue; // it vanished since the folder was listed

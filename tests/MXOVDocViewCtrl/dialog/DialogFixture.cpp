@@ -67,8 +67,9 @@ void DialogFixture::Load() {
 
 std::vector<Row> DialogFixture::Rows(int list) const {
     const HWND window = Item(list);
-    std::vector<Row> rows;
     const auto count = static_cast<int>(SendMessageW(window, LVM_GETITEMCOUNT, 0, 0));
+    std::vector<Row> rows;
+    rows.reserve(static_cast<std::size_t>(count));
     for (int item = 0; item < count; ++item) {
         rows.push_back({ItemText(window, item, 0), ItemText(window, item, 1), ItemText(window, item, 2),
                         ItemImageOf(window, item)});

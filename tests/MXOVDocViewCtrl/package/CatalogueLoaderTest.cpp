@@ -39,6 +39,7 @@ protected:
 /// The names in the order of the alphabet, since the file system's own order is not settled.
 std::vector<std::wstring> SortedNames(const std::vector<CatalogueItem>& items) {
     std::vector<std::wstring> names;
+    names.reserve(items.size());
     for (const CatalogueItem& item : items) {
         names.push_back(item.record.fileName);
     }
