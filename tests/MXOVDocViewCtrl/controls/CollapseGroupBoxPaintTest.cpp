@@ -92,6 +92,31 @@ TEST_F(CollapsePaintTest, TitleBarIsRoundAtTheTopAndSquareBelowWhileUnfolded) {
     EXPECT_EQ(picture.Count({2, bottom - 1, 199, bottom}, kHeader), 197) << "no line below the title bar";
 }
 
+TEST_F(CollapsePaintTest, CornersAreThoseOfAnEllipseOfTenPixels) {
+    BindColoured();
+    const Picture picture = Look();
+    BoxParent canvas;
+    HDC dc = GetDC(canvas.Window());
+    CPen pen(PS_SOLID, 1, kBorder);
+    CBrush brush(kHeader);
+    CBrush ground(kBackground);
+    const RECT everything{0, 0, BoxParent::kWidth, BoxParent::kHeight};
+    FillRect(dc, &everything, ground);
+    HGDIOBJ oldPen = SelectObject(dc, pen);
+    HGDIOBJ oldBrush = SelectObject(dc, brush);
+    RoundRect(dc, 1, 1, 199, box.m_headerRect.bottom, 10, 10);
+    SelectObject(dc, oldPen);
+    SelectObject(dc, oldBrush);
+    ReleaseDC(canvas.Window(), dc);
+    const Picture expected(canvas.Window());
+    for (int y = 0; y < 6; ++y) {
+        for (int x = 0; x < 6; ++x) {
+            EXPECT_EQ(picture.At(x, y), expected.At(x, y)) << x << ", " << y;
+            EXPECT_EQ(picture.At(199 - x, y), expected.At(199 - x, y)) << 199 - x << ", " << y;
+        }
+    }
+}
+
 TEST_F(CollapsePaintTest, FrameIsOpenAtTheTop) {
     BindColoured();
     const Picture picture = Look();
