@@ -9,8 +9,10 @@
 /// hides and disables the siblings that lie inside the box and shrinks the box to its title bar. It moves
 /// nothing else: the parent does that when it is told.
 ///
-/// Subclass a group box of a dialog with it. The parent hears by WM_COMMAND with one of the notifications as
-/// the whole first parameter and the window of the box as the second. All measures are pixels.
+/// Subclass a group box of a dialog with it, one that stands after the controls inside it in the template: in
+/// front of them it would take their mouse clicks. The parent hears by WM_COMMAND with one of the
+/// notifications as the whole first parameter and the window of the box as the second. All measures are
+/// pixels.
 ///
 /// Setters give the object back, so that calls can be chained, and redraw the box.
 class CollapseGroupBox : public CButton {
