@@ -1,0 +1,125 @@
+"""What the end-to-end tests share: the viewer on copies of the sample packages, and what the samples hold."""
+import configparser
+import datetime
+import math
+import os
+import pathlib
+import shutil
+import struct
+import subprocess
+import sys
+import tempfile
+import unittest
+import zipfile
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
+
+from viewerdriver import BUILD, ROOT, Viewer, windows_path  # noqa: E402
+
+PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
+HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
+SAVE, ADD, DELETE, UPDATE = 1039, 1040, 1041, 1042
+LINKED, MISSING, PACKAGED = 0, 1, 2
+
+
+def session_entries():
+    """What the viewer has in the user's temporary folder."""
+    return sorted(path.name for path in PREFIX.glob('drive_c/users/*/**/MXOVViewer/*'))
+
+
+def linked_file(name):
+    return PREFIX / 'drive_c/users/Public/Documents/Bracket' / name
+
+
+def size_text(size):
+    return f'{math.ceil(size / 1024)} KB'
+
+
+def time_text(entry):
+    """The last-write time of an archive's entry in UTC, from its extended time stamp."""
+    extra = entry.extra
+    while extra:
+        kind, length = struct.unpack('<HH', extra[:4])
+        if kind == 0x5455:
+            seconds = struct.unpack('<i', extra[5:9])[0]
+            when = datetime.datetime.fromtimestamp(seconds, datetime.timezone.utc)
+            return f'{when.year}-{when:%m-%d %H:%M:%S}'
+        extra = extra[4 + length:]
+    raise AssertionError(f'{entry.filename} has no extended time stamp')
+
+
+def packed_rows(package, folder):
+    """The rows of the documents that lie in a folder of the package, sorted."""
+    with zipfile.ZipFile(package) as archive:
+        return sorted((pathlib.PurePosixPath(entry.filename).name, size_text(entry.file_size), time_text(entry),
+                       PACKAGED)
+                      for entry in archive.infolist()
+                      if entry.filename.startswith(folder + '/') and not entry.is_dir())
+
+
+def information(package, name='mxinfo.ini'):
+    parser = configparser.ConfigParser(interpolation=None, strict=False)
+    parser.optionxform = str
+    with zipfile.ZipFile(package) as archive:
+        parser.read_string(archive.read(name).decode('utf-8-sig'))
+    return parser
+
+
+class ViewerCase(unittest.TestCase):
+    maxDiff = None
+
+    @classmethod
+    def setUpClass(cls):
+        subprocess.run([ROOT / 'tools/install-in-prefix'], check=True)
+
+    def setUp(self):
+        subprocess.run(['wine', 'reg', 'delete', r'HKCU\Software\MXOVDocView', '/f'], check=False,
+                       capture_output=True)
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix='mxov-e2e-'))
+        self.addCleanup(shutil.rmtree, self.folder)
+        self.sample = shutil.copy2(BUILD / 'bin/bracket.mxov', self.folder)
+        self.legacy = shutil.copy2(BUILD / 'bin/legacy.mxov', self.folder)
+        # What a failed test left by ending its viewer.
+        for folder in PREFIX.glob('drive_c/users/*/**/MXOVViewer'):
+            shutil.rmtree(folder)
+
+    def open_sample(self):
+        viewer = self.use(Viewer(windows_path(self.sample)))
+        return viewer, viewer.wait_for_package('bracket.mxov')
+
+    def use(self, context):
+        self.addCleanup(context.__exit__, None, None, None)
+        return context.__enter__()
+
+    def finish(self, viewer):
+        """Closes the viewer as a user does; nothing stays behind."""
+        self.assertEqual(viewer.close(), 0)
+        self.assertEqual(session_entries(), [])
+
+    def choose_file(self, viewer, path):
+        """File > Open with the keyboard."""
+        viewer.press('ctrl+o')
+        viewer.wait_for_dialog('the open dialog')
+        viewer.type(windows_path(path))
+        viewer.press('Return')
+
+    def expected_sample_rows(self):
+        sections = information(self.sample)
+        cad = sections['FILEINFO']['CADFilePath'].rsplit('\\', 1)[1]
+        part = (cad, size_text(linked_file(cad).stat().st_size), sections['FILEINFO']['CADFileLastModifiedTime'],
+                LINKED)
+        additional = []
+        for name in sections.sections():
+            if not name.startswith('REFERANCE_FILE'):
+                continue
+            path = sections[name]['FilePath']
+            file_name = path.rsplit('\\', 1)[1]
+            if sections[name]['IsReferencedFile'] == 'NO':
+                with zipfile.ZipFile(self.sample) as archive:
+                    size, image = archive.getinfo(path.replace('\\', '/')).file_size, PACKAGED
+            elif linked_file(file_name).exists():
+                size, image = linked_file(file_name).stat().st_size, LINKED
+            else:
+                size, image = 0, MISSING
+            additional.append((file_name, size_text(size), sections[name]['Timestamp'], image))
+        return [part], packed_rows(self.sample, 'GCode'), packed_rows(self.sample, 'SetupSheets'), additional
