@@ -6,6 +6,7 @@
 #include "package/Notice.h"
 #include "package/PackageWork.h"
 #include "package/PackFolder.h"
+#include "package/ProgressWindow.h"
 
 #include <cwchar>
 
@@ -82,7 +83,8 @@ private:
 
 void Save(const std::wstring& folder, const std::wstring& file, const std::wstring& operation) {
     HistoryEntry entry(operation, FindInformation(folder));
-    PackFolder(folder, file, nullptr);
+    ProgressWindow progress(L"Saving " + file);
+    PackFolder(folder, file, &progress);
     entry.Keep();
 }
 
@@ -90,10 +92,11 @@ void Save(const std::wstring& folder, const std::wstring& file, const std::wstri
 
 void Utils::ReGenerateOrvandoFile(std::wstring packageFolder, std::wstring packageFile, std::wstring text) {
     const PackageResult result = RunPackageWork(packageFile, [&] { Save(packageFolder, packageFile, text); });
-    if (result.ok || result.cancelled)
+    if (result.ok)
         return;
     RunPackageWork(packageFile, [&] {
-        TellUser(L"The package \"" + packageFile + L"\" could not be saved:\n\n" + result.message +
+        const std::wstring reason = result.cancelled ? L"You cancelled it" : result.message;
+        TellUser(L"The package \"" + packageFile + L"\" was not saved:\n\n" + reason +
                  L".\n\nThe package file is as it was before. Your changes are still in the open package.");
     });
 }

@@ -5,7 +5,7 @@ foreach(name ByteSource CaseFold Deflate EntryName EntryReader PackageError Utf8
     list(APPEND ZIP_SOURCES ${CMAKE_CURRENT_LIST_DIR}/${name}.cpp)
 endforeach()
 set(MXOV_PACKAGE_SOURCES ${ZIP_SOURCES})
-foreach(name DiskFile FileTimes FolderPath FolderScan Notice PackageApi PackageContent PackageWork PackFolder Regenerate
-             Unpack)
+foreach(name DiskFile FileTimes FolderPath FolderScan Notice PackageApi PackageContent PackageWork PackFolder
+             ProgressWindow Regenerate Unpack)
     list(APPEND MXOV_PACKAGE_SOURCES ${CMAKE_CURRENT_LIST_DIR}/${name}.cpp)
 endforeach()

@@ -1,0 +1,60 @@
+#include "package/ProgressWindow.h"
+
+namespace mxovshare {
+
+namespace {
+
+constexpr ULONGLONG kPatience = 500; // milliseconds before the dialog
+constexpr ULONGLONG kInterval = 50;
+
+// Input stays where it is: nobody can use the host while it saves.
+void PaintWindows() {
+    MSG message = {};
+    while (PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE))
+        DispatchMessageW(&message);
+}
+
+} // namespace
+
+ProgressWindow::ProgressWindow(std::wstring title)
+    : m_title(std::move(title)), m_nextLook(GetTickCount64() + kPatience) {}
+
+void ProgressWindow::Stop::operator()(IProgressDialog* dialog) const {
+    dialog->StopProgressDialog();
+    dialog->Release();
+}
+
+bool ProgressWindow::OnProgress(const std::wstring& name, std::uint64_t done, std::uint64_t total) {
+    const ULONGLONG now = GetTickCount64();
+    if (now < m_nextLook)
+        return true;
+    m_nextLook = now + kInterval;
+    if (!m_tried)
+        Open();
+    PaintWindows();
+    if (m_dialog == nullptr)
+        return true;
+    Show(name, done, total);
+    return !m_dialog->HasUserCancelled();
+}
+
+void ProgressWindow::Open() {
+    m_tried = true;
+    IProgressDialog* dialog = nullptr;
+    if (FAILED(CoCreateInstance(CLSID_ProgressDialog, nullptr, CLSCTX_INPROC_SERVER, IID_IProgressDialog,
+                                reinterpret_cast<void**>(&dialog))))
+        return;
+    m_dialog.reset(dialog);
+    m_dialog->SetTitle(L"Maxtrel Orvando Document Manager");
+    m_dialog->SetLine(1, m_title.c_str(), TRUE, nullptr);
+    m_dialog->SetCancelMsg(L"Cancelling...", nullptr);
+    m_dialog->StartProgressDialog(GetActiveWindow(), nullptr,
+                                  PROGDLG_MODAL | PROGDLG_AUTOTIME | PROGDLG_NOMINIMIZE, nullptr);
+}
+
+void ProgressWindow::Show(const std::wstring& name, std::uint64_t done, std::uint64_t total) {
+    m_dialog->SetLine(2, name.c_str(), TRUE, nullptr);
+    m_dialog->SetProgress64(done, total);
+}
+
+} // namespace mxovshare

@@ -1,0 +1,109 @@
+#include "mxovshare.h"
+
+#include "mxovpackage.h"
+#include "package/Notice.h"
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <random>
+#include <thread>
+
+#include <objbase.h>
+
+using namespace mxovshare;
+
+namespace {
+
+std::vector<std::wstring> notices;
+
+// Waits in a thread of its own for the progress dialog and presses Cancel in it, if it is to.
+class DialogWatcher {
+public:
+    explicit DialogWatcher(bool cancel) : m_thread([this, cancel] { Watch(cancel); }) {}
+
+    // Ends the watch; true when the dialog was there.
+    bool HasSeen() {
+        m_stop = true;
+        m_thread.join();
+        return m_seen;
+    }
+
+private:
+    void Watch(bool cancel) {
+        while (!m_stop && !m_seen) {
+            const HWND dialog = FindWindowW(L"#32770", L"Maxtrel Orvando Document Manager");
+            m_seen = dialog != nullptr && IsWindowVisible(dialog);
+            if (m_seen && cancel)
+                PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+            Sleep(1);
+        }
+    }
+
+    std::atomic<bool> m_stop = false;
+    std::atomic<bool> m_seen = false;
+    std::thread m_thread;
+};
+
+class SaveProgressTest : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+        notices.clear();
+        SetNoticeSink([](const std::wstring& text) { notices.push_back(text); });
+        m_folder.Write(L"mxinfo.ini", "[FILEINFO]\r\n");
+        m_work.Write(L"p.mxov", "the old one");
+    }
+    void TearDown() override {
+        SetNoticeSink(nullptr);
+        CoUninitialize();
+    }
+
+    void WriteMuch(int files) const {
+        std::mt19937 generator(5);
+        std::string noise(4'000'000, '\0');
+        for (int i = 0; i < files; ++i) {
+            for (char& byte : noise)
+                byte = static_cast<char>(generator());
+            m_folder.Write(std::to_wstring(i) + L".bin", noise);
+        }
+    }
+
+    bool Save(bool cancel) {
+        DialogWatcher watcher(cancel);
+        Utils::ReGenerateOrvandoFile(m_folder.PathWithSeparator(), m_work / L"p.mxov", L"Edited");
+        return watcher.HasSeen();
+    }
+
+    TempFolder m_folder;
+    TempFolder m_work;
+};
+
+TEST_F(SaveProgressTest, ShowsNothingForAShortSave) {
+    const ULONGLONG start = GetTickCount64();
+    const bool seen = Save(false);
+    EXPECT_TRUE(!seen || GetTickCount64() - start >= 500);
+    EXPECT_TRUE(notices.empty());
+    EXPECT_TRUE(VerifyPackage(m_work / L"p.mxov").ok);
+}
+
+TEST_F(SaveProgressTest, ShowsADialogForALongSave) {
+    WriteMuch(30);
+    EXPECT_TRUE(Save(false));
+    EXPECT_TRUE(notices.empty());
+    EXPECT_TRUE(VerifyPackage(m_work / L"p.mxov").ok);
+    EXPECT_EQ(FindWindowW(L"#32770", L"Maxtrel Orvando Document Manager"), nullptr);
+}
+
+TEST_F(SaveProgressTest, IsCancelledByTheUserWithoutATrace) {
+    WriteMuch(40);
+    EXPECT_TRUE(Save(true));
+    ASSERT_EQ(notices.size(), 1u);
+    EXPECT_NE(notices[0].find(L"You cancelled it"), std::wstring::npos);
+    EXPECT_EQ(m_work.Read(L"p.mxov"), "the old one");
+    EXPECT_EQ(m_work.EntryCount(), 1);
+    EXPECT_EQ(m_folder.Read(L"mxinfo.ini"), "[FILEINFO]\r\n");
+}
+
+} // namespace
