@@ -71,10 +71,6 @@ void Row(int count, const char* what, double milliseconds, double limit = 0) {
 int main() {
     ComApartment apartment;
     ControlClient client;
-    if (!client.Automation()) {
-        std::fprintf(stderr, "catalogue_bench: the control is not registered\n");
-        return 1;
-    }
     std::map<int, double> loads;
     for (const int count : kCounts) {
         CatalogueFolder folder(count);

@@ -1,4 +1,5 @@
-// Package files for hosts and tools: create, list, unpack, verify. Nothing here throws; no handle is left open.
+// Package files for hosts and tools: create, list, unpack, verify. Nothing here throws; no handle is left
+// open.
 #pragma once
 
 #include "mxovshare.h"
@@ -10,16 +11,16 @@ namespace mxovshare {
 
 /// One file or folder inside a package.
 struct PackageEntry {
-    std::wstring name;              ///< relative, separated by "\", as it would be unpacked
-    std::uint64_t size = 0;         ///< bytes, unpacked
-    std::uint64_t packedSize = 0;   ///< bytes inside the package
-    std::uint32_t crc32 = 0;        ///< of the unpacked bytes
-    FILETIME modified = {};         ///< last write, UTC
+    std::wstring name;            ///< relative, separated by "\", as it would be unpacked
+    std::uint64_t size = 0;       ///< bytes, unpacked
+    std::uint64_t packedSize = 0; ///< bytes inside the package
+    std::uint32_t crc32 = 0;      ///< of the unpacked bytes
+    FILETIME modified = {};       ///< last write, UTC
     bool isFolder = false;
 };
 
-/// How an operation ended. `message` is one line that names the file or entry and the reason; empty on success
-/// and after a cancel.
+/// How an operation ended. `message` is one line that names the file or entry and the reason; empty on
+/// success and after a cancel.
 struct PackageResult {
     bool ok = false;
     bool cancelled = false;
@@ -45,14 +46,17 @@ MXOVSHARE_API PackageResult CreatePackage(const std::wstring& folder, const std:
                                           PackageProgress* progress = nullptr) noexcept;
 
 /// Lists a package's entries in their order. Refuses what cannot be unpacked safely.
-MXOVSHARE_API PackageResult ListPackage(const std::wstring& file, std::vector<PackageEntry>& entries) noexcept;
+MXOVSHARE_API PackageResult ListPackage(const std::wstring& file,
+                                        std::vector<PackageEntry>& entries) noexcept;
 
-/// Unpacks a package into `folder`, which must not exist or be empty. On failure or cancel nothing is left behind.
+/// Unpacks a package into `folder`, which must not exist or be empty. On failure or cancel nothing is left
+/// behind.
 MXOVSHARE_API PackageResult UnpackPackage(const std::wstring& file, const std::wstring& folder,
                                           PackageProgress* progress = nullptr) noexcept;
 
 /// Reads and checks every entry without writing anything.
-MXOVSHARE_API PackageResult VerifyPackage(const std::wstring& file, PackageProgress* progress = nullptr) noexcept;
+MXOVSHARE_API PackageResult VerifyPackage(const std::wstring& file,
+                                          PackageProgress* progress = nullptr) noexcept;
 
 /// Reads the package's information file ("mxinfo.ini", else "Private\mxinfo.ini") without unpacking anything.
 /// A package without one gives no sections and succeeds.

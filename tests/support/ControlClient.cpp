@@ -96,16 +96,18 @@ ControlClient::ControlClient(int width, int height) {
         control->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&m_automation));
         control->Release();
     }
+    if (!m_automation) {
+        DestroyWindow(m_frame);
+        throw std::runtime_error("the control cannot be created; is it registered?");
+    }
     ShowWindow(m_frame, SW_SHOW);
     SetForegroundWindow(m_frame);
     Resize(width, height);
 }
 
 ControlClient::~ControlClient() {
-    if (m_automation)
-        m_automation->Release();
-    if (m_frame)
-        DestroyWindow(m_frame);
+    m_automation->Release();
+    DestroyWindow(m_frame);
     Settle();
 }
 

@@ -35,7 +35,7 @@ public:
     ControlClient(const ControlClient&) = delete;
     ControlClient& operator=(const ControlClient&) = delete;
 
-    /// The control's automation interface; owned by this object. Null when the control was not created.
+    /// The control's automation interface; owned by this object.
     [[nodiscard]] IDispatch* Automation() const { return m_automation; }
 
     /// Calls a method by name with strings; gives what `Invoke` returned.
