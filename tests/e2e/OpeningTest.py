@@ -7,7 +7,7 @@ import zipfile
 
 import dragsource
 from viewercase import ADD, DELETE, MISSING, PREFIX, ViewerCase, information, packed_rows, session_entries
-from viewerdriver import BUILD, PROGRAM, Viewer, windows_path
+from viewerdriver import PROGRAM, Viewer, windows_path
 
 
 class OpeningTest(ViewerCase):
@@ -135,19 +135,6 @@ class OpeningTest(ViewerCase):
         self.assertTrue(set(left) < set(session_entries()))
         self.assertEqual(viewer.close(), 0)
         self.assertEqual(session_entries(), left)
-
-    def test_without_the_control_it_says_how_to_register_it(self):
-        control = windows_path(BUILD / 'bin/MXOVDocViewCtrl.ocx')
-        subprocess.run(['wine', 'regsvr32', '/s', '/u', control], check=True)
-        self.addCleanup(subprocess.run, ['wine', 'regsvr32', '/s', control], check=True)
-        viewer = self.use(Viewer(windows_path(self.sample)))
-        shown = viewer.wait_for_dialog('the message')
-        self.assertIn(f'regsvr32 "{control}"', shown.texts())
-        self.assertFalse(shown.frame.visible)
-        viewer.photograph('e2e-not-registered')
-        viewer.press('Return')
-        self.assertEqual(viewer.process.wait(30), 1)
-        self.assertEqual(session_entries(), [])
 
 
 if __name__ == '__main__':
