@@ -5,7 +5,7 @@
 #define SI_IMPLEMENTATION // Debian's header leaves the definitions out without it
 #include <SimpleIni.h>
 
-#include <cstring>
+#include <cwchar>
 #include <string_view>
 #include <unordered_map>
 
@@ -35,11 +35,9 @@ std::wstring Section(int number) {
 size_t ScanBytes(const std::wstring& file) {
     const std::string bytes = ReadBytes(file);
     size_t lines = 0;
-    for (const char* at = bytes.data();
-         (at = static_cast<const char*>(
-              std::memchr(at, '\n', bytes.size() - static_cast<size_t>(at - bytes.data()))));
-         ++at)
+    for (size_t end = bytes.find('\n'); end != bytes.npos; end = bytes.find('\n', end + 1)) {
         ++lines;
+    }
     return lines;
 }
 

@@ -136,6 +136,7 @@ HRESULT ControlClient::Invoke(const wchar_t* name, WORD flags, std::vector<VARIA
 
 HRESULT ControlClient::Call(const wchar_t* method, std::initializer_list<std::wstring> strings) {
     std::vector<VARIANT> arguments;
+    arguments.reserve(strings.size());
     for (auto text = std::rbegin(strings); text != std::rend(strings); ++text)
         arguments.push_back(Text(*text));
     return Invoke(method, DISPATCH_METHOD, arguments, nullptr);
@@ -143,6 +144,7 @@ HRESULT ControlClient::Call(const wchar_t* method, std::initializer_list<std::ws
 
 HRESULT ControlClient::CallNumbers(const wchar_t* method, std::initializer_list<int> numbers) {
     std::vector<VARIANT> arguments;
+    arguments.reserve(numbers.size());
     for (auto number = std::rbegin(numbers); number != std::rend(numbers); ++number)
         arguments.push_back(Number(*number));
     return Invoke(method, DISPATCH_METHOD, arguments, nullptr);
@@ -193,6 +195,7 @@ std::vector<ShownRow> ControlClient::Rows(int listId) const {
     const HWND list = Item(listId);
     std::vector<ShownRow> rows;
     const auto count = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+    rows.reserve(static_cast<size_t>(count));
     for (int item = 0; item < count; ++item)
         rows.push_back({ItemText(list, item, 0), ItemText(list, item, 1), ItemText(list, item, 2),
                         ItemImage(list, item)});
