@@ -6,6 +6,7 @@ import json
 import os
 import pathlib
 import subprocess
+import tempfile
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -20,6 +21,15 @@ PATIENCE = 60  # seconds
 def windows_path(path):
     """The name under which a Wine program sees a file of this system."""
     return 'Z:' + str(pathlib.Path(path).absolute()).replace('/', '\\')
+
+
+def run_wine(*words):
+    """Runs a Wine program to its end; gives its exit code and output. Through a file: services that Wine starts on
+    the way would hold a pipe open for ever."""
+    with tempfile.TemporaryFile() as output:
+        code = subprocess.run(['wine', *words], stdout=output, stderr=subprocess.DEVNULL, check=False).returncode
+        output.seek(0)
+        return code, output.read().decode('utf-8', 'replace').replace('\r\n', '\n')
 
 
 class Window:
@@ -98,9 +108,9 @@ class Viewer:
 
     @staticmethod
     def dump(*words):
-        run = subprocess.run(['wine', windows_path(BUILD / 'tests/WindowDump.exe'), *words], capture_output=True,
-                             check=False)
-        return run.stdout.decode('utf-8').replace('\r\n', '\n') if run.returncode == 0 else None
+        """What WindowDump prints; None when it fails."""
+        code, output = run_wine(windows_path(BUILD / 'tests/WindowDump.exe'), *words)
+        return output if code == 0 else None
 
     def snapshot(self):
         """What is shown now; None while there is no window."""

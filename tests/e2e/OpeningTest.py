@@ -1,13 +1,12 @@
 #!/usr/bin/env python3
 """Opening packages in every way, and what cannot be opened."""
 import pathlib
-import subprocess
 import unittest
 import zipfile
 
 import dragsource
 from viewercase import ADD, DELETE, MISSING, PREFIX, ViewerCase, information, packed_rows, session_entries
-from viewerdriver import PROGRAM, Viewer, windows_path
+from viewerdriver import PROGRAM, Viewer, run_wine, windows_path
 
 
 class OpeningTest(ViewerCase):
@@ -53,8 +52,7 @@ class OpeningTest(ViewerCase):
         self.assertIn('bracket.mxov', shown.texts())
         viewer.press('Return')
         viewer.wait_for_package('legacy.mxov')
-        recent = subprocess.run(['wine', 'reg', 'query', r'HKCU\Software\MXOVDocView\Viewer', '/v', 'RecentPackages'],
-                                capture_output=True, text=True, check=True).stdout
+        _, recent = run_wine('reg', 'query', r'HKCU\Software\MXOVDocView\Viewer', '/v', 'RecentPackages')
         self.assertIn('legacy.mxov', recent)
         self.assertNotIn('bracket.mxov', recent)
         self.finish(viewer)

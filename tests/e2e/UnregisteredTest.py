@@ -1,17 +1,16 @@
 #!/usr/bin/env python3
 """The viewer on a computer that does not know the control."""
-import subprocess
 import unittest
 
 from viewercase import ViewerCase, session_entries
-from viewerdriver import BUILD, Viewer, windows_path
+from viewerdriver import BUILD, Viewer, run_wine, windows_path
 
 
 class UnregisteredTest(ViewerCase):
     def test_without_the_control_it_says_how_to_register_it(self):
         control = windows_path(BUILD / 'bin/MXOVDocViewCtrl.ocx')
-        subprocess.run(['wine', 'regsvr32', '/s', '/u', control], check=True)
-        self.addCleanup(subprocess.run, ['wine', 'regsvr32', '/s', control], check=True)
+        self.assertEqual(run_wine('regsvr32', '/s', '/u', control)[0], 0)
+        self.addCleanup(run_wine, 'regsvr32', '/s', control)
         viewer = self.use(Viewer(windows_path(self.sample)))
         shown = viewer.wait_for_dialog('the message')
         self.assertIn(f'regsvr32 "{control}"', shown.texts())

@@ -14,7 +14,7 @@ import zipfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
 
-from viewerdriver import BUILD, ROOT, Viewer, windows_path  # noqa: E402
+from viewerdriver import BUILD, ROOT, Viewer, run_wine, windows_path  # noqa: E402
 
 PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
 HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
@@ -73,8 +73,7 @@ class ViewerCase(unittest.TestCase):
         subprocess.run([ROOT / 'tools/install-in-prefix'], check=True)
 
     def setUp(self):
-        subprocess.run(['wine', 'reg', 'delete', r'HKCU\Software\MXOVDocView', '/f'], check=False,
-                       capture_output=True)
+        run_wine('reg', 'delete', r'HKCU\Software\MXOVDocView', '/f')
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix='mxov-e2e-'))
         self.addCleanup(shutil.rmtree, self.folder)
         self.sample = shutil.copy2(BUILD / 'bin/bracket.mxov', self.folder)
