@@ -1,6 +1,7 @@
 #pragma once
 
-// Resource numbers of the module. They are part of what hosts and dialogs know: none is ever changed or used again.
+// Resource numbers of the module. They are part of what hosts and dialogs know: none is ever changed or used
+// again.
 
 #define IDD_DOCUMENT_PROPERTIES 216
 

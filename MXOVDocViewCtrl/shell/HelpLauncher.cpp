@@ -16,7 +16,6 @@ constexpr DWORD kSecondaryTopic = 7806;
 constexpr UINT kShowContext = 15;
 constexpr WORD kHtmlHelpOrdinal = 15;
 constexpr char kEngineKey[] = "CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
-constexpr char kEngineName[] = "hhctrl.ocx";
 
 constexpr wchar_t kMainFolder[] = L"\\plugins\\etc\\mx\\lang\\";
 constexpr wchar_t kMainFile[] = L"\\Orvando.chm";
@@ -101,7 +100,7 @@ void HtmlHelpEngine::Load() {
         m_module = LoadLibraryExA(path, nullptr, 0);
     }
     if (!m_module) {
-        m_module = LoadLibraryExA(kEngineName, nullptr, 0);
+        m_module = LoadLibraryExA(m_fallback, nullptr, 0);
     }
     if (m_module) {
         const FARPROC entry = GetProcAddress(m_module, MAKEINTRESOURCEA(kHtmlHelpOrdinal));

@@ -22,6 +22,9 @@ bool FindRegisteredHelpEngine(char (&path)[MAX_PATH]);
 /// The system's help engine, loaded at the first use and never unloaded. A failure is final.
 class HtmlHelpEngine {
 public:
+    /// `fallback`: the library that is loaded when none is registered; kept, not copied.
+    explicit HtmlHelpEngine(const char* fallback = "hhctrl.ocx") : m_fallback(fallback) {}
+
     /// Same arguments and result as the system's HtmlHelpW; null without an engine.
     HWND Call(HWND caller, const wchar_t* file, UINT command, DWORD_PTR data);
 
@@ -30,6 +33,7 @@ private:
 
     void Load();
 
+    const char* m_fallback;
     HMODULE m_module = nullptr;
     Entry m_entry = nullptr;
     bool m_failed = false;

@@ -1,0 +1,227 @@
+// What closes the popup, worked with the system's own mouse, and what remains then.
+#include "PopupFixture.h"
+
+#include "GdiObjectCount.h"
+#include "package/RecordLists.h"
+#include "RealMouse.h"
+
+#include <thread>
+
+namespace {
+
+class MXOVPopupClosingTest : public PopupFixture {
+protected:
+    /// Presses and releases a button at a point of a window and awaits both.
+    void Click(HWND window, POINT client, DWORD down = MOUSEEVENTF_LEFTDOWN, DWORD up = MOUSEEVENTF_LEFTUP) {
+        const RealMouse mouse;
+        mouse.MoveTo(window, client);
+        ASSERT_TRUE(PumpUntil([&] { return mouse.Reached(window); }));
+        INPUT inputs[2] = {};
+        inputs[0].type = inputs[1].type = INPUT_MOUSE;
+        inputs[0].mi.dwFlags = down;
+        inputs[1].mi.dwFlags = up;
+        SendInput(2, inputs, sizeof inputs[0]);
+        // A popup that closed under the mouse leaves the release to whatever lies below it.
+        ASSERT_TRUE(PumpUntil([&] { return mouse.Delivered(1); }));
+        HandleMessages();
+    }
+
+    void Key(WORD key) {
+        INPUT inputs[2] = {};
+        inputs[0].type = inputs[1].type = INPUT_KEYBOARD;
+        inputs[0].ki.wVk = inputs[1].ki.wVk = key;
+        inputs[1].ki.dwFlags = KEYEVENTF_KEYUP;
+        SendInput(2, inputs, sizeof inputs[0]);
+    }
+
+    /// A point of the popup's client area, on the screen.
+    POINT OnScreen(POINT client) const {
+        ClientToScreen(Popup(), &client);
+        return client;
+    }
+
+    /// Hands a mouse message of the test's own to the hooks of this thread, in place of a real movement: a
+    /// caption is the window manager's, and it keeps what happens there.
+    bool PassToHooks(WPARAM message, POINT screen) {
+        substitute = {message, screen, false};
+        const RealMouse mouse; // has hooks of its own
+        const HHOOK hook = SetWindowsHookExW(WH_MOUSE, Substitute, nullptr, GetCurrentThreadId());
+        mouse.MoveTo(m_owner.Other(), {5, 5});
+        const bool passed = PumpUntil([] { return substitute.passed; });
+        UnhookWindowsHookEx(hook);
+        return passed;
+    }
+
+    POINT Middle(HWND window) const {
+        RECT client = {};
+        GetClientRect(window, &client);
+        return {client.right / 2, client.bottom / 2};
+    }
+
+private:
+    struct Substitution {
+        WPARAM message;
+        POINT screen;
+        bool passed;
+    };
+
+    static LRESULT CALLBACK Substitute(int code, WPARAM message, LPARAM info) {
+        if (substitute.passed) {
+            return CallNextHookEx(nullptr, code, message, info);
+        }
+        substitute.passed = true;
+        MOUSEHOOKSTRUCT record = *reinterpret_cast<const MOUSEHOOKSTRUCT*>(info);
+        record.pt = substitute.screen;
+        return CallNextHookEx(nullptr, code, substitute.message, reinterpret_cast<LPARAM>(&record));
+    }
+
+    static inline Substitution substitute{};
+};
+
+} // namespace
+
+TEST_F(MXOVPopupClosingTest, APressInsideLeavesIt) {
+    Show(DocumentCategory::PartAssembly);
+    for (const int id : {IDC_DESCRIPTION, IDC_HISTORY}) {
+        Click(Item(id), Middle(Item(id)));
+        ASSERT_TRUE(Popup());
+    }
+    Click(Popup(), {3, 3});
+    EXPECT_TRUE(Popup());
+}
+
+TEST_F(MXOVPopupClosingTest, APressOutsideClosesItAndReachesItsTarget) {
+    Show(DocumentCategory::PartAssembly);
+    const HWND window = Popup();
+    Click(m_owner.Other(), Middle(m_owner.Other()));
+    EXPECT_FALSE(Popup());
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_TRUE(PumpUntil([&] { return m_owner.otherClicks == 1; }));
+    EXPECT_EQ(m_owner.updates, 0) << "nothing was edited";
+}
+
+TEST_F(MXOVPopupClosingTest, OtherButtonsCloseItToo) {
+    const DWORD buttons[][2] = {{MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP},
+                                {MOUSEEVENTF_MIDDLEDOWN, MOUSEEVENTF_MIDDLEUP}};
+    for (const auto& button : buttons) {
+        Show(DocumentCategory::PartAssembly);
+        Click(m_owner.Other(), Middle(m_owner.Other()), button[0], button[1]);
+        EXPECT_FALSE(Popup());
+    }
+}
+
+TEST_F(MXOVPopupClosingTest, MovingOutsideLeavesIt) {
+    Show(DocumentCategory::PartAssembly);
+    const RealMouse mouse;
+    mouse.MoveTo(m_owner.Other(), {5, 5});
+    ASSERT_TRUE(PumpUntil([&] { return mouse.Reached(m_owner.Other()); }));
+    EXPECT_TRUE(Popup());
+}
+
+TEST_F(MXOVPopupClosingTest, ItsCaptionClosesIt) {
+    Show(DocumentCategory::PartAssembly);
+    const HWND window = Popup();
+    ASSERT_TRUE(PassToHooks(WM_NCLBUTTONDOWN, OnScreen({20, -8})));
+    EXPECT_FALSE(Popup());
+    EXPECT_FALSE(IsWindow(window));
+}
+
+TEST_F(MXOVPopupClosingTest, OnlySevenMessagesCloseIt) {
+    const POINT outside = {5, 5};
+    for (const UINT message : {WM_MOUSEMOVE, WM_LBUTTONUP, WM_RBUTTONUP, WM_MBUTTONUP, WM_MOUSEWHEEL,
+                               WM_NCMOUSEMOVE, WM_NCRBUTTONDOWN, WM_NCLBUTTONDBLCLK, WM_XBUTTONDOWN}) {
+        Show(DocumentCategory::PartAssembly);
+        ASSERT_TRUE(PassToHooks(message, outside));
+        EXPECT_TRUE(Popup()) << message;
+    }
+    for (const UINT message : {WM_LBUTTONDOWN, WM_NCLBUTTONDOWN, WM_LBUTTONDBLCLK, WM_RBUTTONDOWN,
+                               WM_RBUTTONDBLCLK, WM_MBUTTONDOWN, WM_MBUTTONDBLCLK}) {
+        Show(DocumentCategory::PartAssembly);
+        ASSERT_TRUE(PassToHooks(message, OnScreen({10, 10})));
+        EXPECT_TRUE(Popup()) << message << " inside";
+        ASSERT_TRUE(PassToHooks(message, outside));
+        EXPECT_FALSE(Popup()) << message;
+    }
+}
+
+TEST_F(MXOVPopupClosingTest, AnEditedOneSaysSoOnceMore) {
+    Show(DocumentCategory::PartAssembly);
+    Type(L"!");
+    HandleMessages();
+    EXPECT_EQ(m_owner.updates, 1);
+    Click(m_owner.Other(), Middle(m_owner.Other()));
+    EXPECT_FALSE(Popup());
+    EXPECT_TRUE(PumpUntil([&] { return m_owner.updates == 2; }));
+    HandleMessages();
+    EXPECT_EQ(m_owner.updates, 2);
+}
+
+TEST_F(MXOVPopupClosingTest, TheHooksThatRemainDoNothing) {
+    for (int i = 0; i < 3; ++i) {
+        Show(DocumentCategory::PartAssembly);
+        Click(m_owner.Other(), Middle(m_owner.Other()));
+        ASSERT_FALSE(Popup());
+    }
+    Click(m_owner.Other(), Middle(m_owner.Other()));
+    EXPECT_TRUE(PumpUntil([&] { return m_owner.otherClicks == 4; }));
+    Show(DocumentCategory::GCode);
+    Click(Item(IDC_DESCRIPTION), Middle(Item(IDC_DESCRIPTION)));
+    EXPECT_TRUE(Popup());
+}
+
+TEST_F(MXOVPopupClosingTest, ItGoesWithItsOwner) {
+    Show(DocumentCategory::PartAssembly);
+    const HWND window = Popup();
+    m_owner.DestroyWindow();
+    EXPECT_FALSE(Popup());
+    EXPECT_FALSE(IsWindow(window));
+}
+
+TEST_F(MXOVPopupClosingTest, OnlyItsOwnerClosesIt) {
+    Show(DocumentCategory::PartAssembly);
+    CWnd stranger;
+    MXOVPopupDlg::CloseOf(stranger);
+    EXPECT_TRUE(Popup());
+    MXOVPopupDlg::CloseOf(m_owner);
+    EXPECT_FALSE(Popup());
+}
+
+TEST_F(MXOVPopupClosingTest, DialogKeysWorkInAnyMessageLoop) {
+    Show(DocumentCategory::PartAssembly);
+    SetForegroundWindow(Popup());
+    SetFocus(Item(IDC_DOCUMENT_PATH));
+    Key(VK_TAB);
+    EXPECT_TRUE(PumpUntil([&] { return GetFocus() == Item(IDC_BROWSE); }));
+    Key(VK_TAB);
+    EXPECT_TRUE(PumpUntil([&] { return GetFocus() == Item(IDC_DESCRIPTION); }));
+    SendMessageW(Item(IDC_DESCRIPTION), EM_SETSEL, 0, 0);
+    Key(VK_RETURN);
+    EXPECT_TRUE(PumpUntil([&] { return Text(IDC_DESCRIPTION) == L"\r\nThe part"; }));
+    EXPECT_EQ(Value(L"FILEINFO", L"CADFileDescription"), L"\r\nThe part");
+    Key(VK_ESCAPE);
+    Key(VK_TAB);
+    EXPECT_TRUE(PumpUntil([&] { return GetFocus() != Item(IDC_DESCRIPTION); }));
+    EXPECT_TRUE(Popup()) << "Escape";
+    EXPECT_TRUE(IsWindowVisible(Popup()));
+}
+
+TEST(MXOVPopupCycles, LeaveNoGdiObjects) {
+    // On a thread of its own: the hooks that remain end with it.
+    std::thread([] {
+        class Cycles : public PopupFixture {
+        public:
+            void TestBody() override {}
+            void Run(int count) {
+                for (int i = 0; i < count; ++i) {
+                    Fill(DocumentCategory::PartAssembly);
+                    MXOVPopupDlg::Current()->ShowWindow(SW_SHOW);
+                    MXOVPopupDlg::CloseOf(m_owner);
+                }
+            }
+        } cycles;
+        cycles.Run(5);
+        const int before = GdiObjectCount();
+        cycles.Run(100);
+        EXPECT_NEAR(GdiObjectCount(), before, 3);
+    }).join();
+}
