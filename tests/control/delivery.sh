@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# The delivered control is one self-contained file: at most 1 MB, system libraries and the host's library apart.
+set -uo pipefail
+. "$(dirname "$0")/../../tools/env.sh"
+control=$MXOV_BUILD/bin/MXOVDocViewCtrl.ocx
+system='advapi32|comctl32|comdlg32|gdi32|kernel32|msvcrt|ole32|oleaut32|shell32|shlwapi|user32|uuid'
+failures=0
+
+size=$(stat -c %s "$control")
+[ "$size" -le 1048576 ] || { echo "FAILED: $size bytes"; failures=$((failures + 1)); }
+foreign=$(x86_64-w64-mingw32-objdump -p "$control" | sed -n 's/^\s*DLL Name: //p' | grep -viE "^($system|mxovshare)\.dll$")
+[ -z "$foreign" ] || { echo "FAILED: imports $foreign"; failures=$((failures + 1)); }
+exports=$(x86_64-w64-mingw32-objdump -p "$control" | sed -n '/Ordinal\/Name Pointer/,/^$/p' | grep -oE 'Dll[A-Za-z]+' | sort | tr '\n' ' ')
+[ "$exports" = 'DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer ' ] ||
+    { echo "FAILED: exports $exports"; failures=$((failures + 1)); }
+echo "$size bytes, $failures failed"
+[ "$failures" -eq 0 ]
