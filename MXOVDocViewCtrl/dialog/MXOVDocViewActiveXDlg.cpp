@@ -28,7 +28,12 @@ BEGIN_MESSAGE_MAP(MXOVDocViewActiveXDlg, CDialog)
     ON_NOTIFY(NM_CLICK, IDC_GCODE_LIST, &MXOVDocViewActiveXDlg::OnClickGCode)
     ON_NOTIFY(NM_CLICK, IDC_SETUP_LIST, &MXOVDocViewActiveXDlg::OnClickSetup)
     ON_NOTIFY(NM_CLICK, IDC_ADDITIONAL_LIST, &MXOVDocViewActiveXDlg::OnClickAdditional)
+    ON_NOTIFY(NM_DBLCLK, IDC_GCODE_LIST, &MXOVDocViewActiveXDlg::OnDoubleClickGCode)
+    ON_NOTIFY(NM_DBLCLK, IDC_SETUP_LIST, &MXOVDocViewActiveXDlg::OnDoubleClickSetup)
+    ON_NOTIFY(NM_DBLCLK, IDC_ADDITIONAL_LIST, &MXOVDocViewActiveXDlg::OnDoubleClickAdditional)
     ON_NOTIFY(NM_KILLFOCUS, IDC_ADDITIONAL_LIST, &MXOVDocViewActiveXDlg::OnKillFocusAdditional)
+    ON_BN_CLICKED(IDC_ADD, &MXOVDocViewActiveXDlg::OnAdd)
+    ON_BN_CLICKED(IDC_DELETE, &MXOVDocViewActiveXDlg::OnDelete)
     ON_BN_CLICKED(IDC_SAVE, &MXOVDocViewActiveXDlg::OnSave)
     ON_BN_CLICKED(IDC_UPDATE, &MXOVDocViewActiveXDlg::OnUpdate)
 END_MESSAGE_MAP()
@@ -106,8 +111,34 @@ void MXOVDocViewActiveXDlg::OnClickAdditional(NMHDR* /*header*/, LRESULT* result
     *result = 0;
 }
 
+void MXOVDocViewActiveXDlg::OnDoubleClickGCode(NMHDR* /*header*/, LRESULT* result) {
+    OpenSelectedDocument(DocumentCategory::GCode);
+    *result = 0;
+}
+
+void MXOVDocViewActiveXDlg::OnDoubleClickSetup(NMHDR* /*header*/, LRESULT* result) {
+    OpenSelectedDocument(DocumentCategory::SetupSheets);
+    *result = 0;
+}
+
+void MXOVDocViewActiveXDlg::OnDoubleClickAdditional(NMHDR* /*header*/, LRESULT* result) {
+    if (SelectedItem(m_additionalList) >= 0) {
+        EnableDeleteButton(true);
+    }
+    OpenSelectedDocument(DocumentCategory::AdditionalDocument);
+    *result = 0;
+}
+
 void MXOVDocViewActiveXDlg::OnKillFocusAdditional(NMHDR* /*header*/, LRESULT* result) {
     *result = 0;
+}
+
+void MXOVDocViewActiveXDlg::OnAdd() {
+    AddAdditionalDocument();
+}
+
+void MXOVDocViewActiveXDlg::OnDelete() {
+    DeleteAdditionalDocument();
 }
 
 void MXOVDocViewActiveXDlg::OnSave() {

@@ -12,7 +12,7 @@
 #include <vector>
 
 /// The whole visible face of the control. Loading works without a window too: the records are then there and
-/// nothing shows them. Its members are spread over sources by subject: lists, catalogue, saving.
+/// nothing shows them. Its members are spread over sources by subject: lists, catalogue, actions, saving.
 class MXOVDocViewActiveXDlg : public CDialog {
 public:
     enum { IDD = IDD_MAIN };
@@ -53,7 +53,12 @@ protected:
     afx_msg void OnClickGCode(NMHDR* header, LRESULT* result);
     afx_msg void OnClickSetup(NMHDR* header, LRESULT* result);
     afx_msg void OnClickAdditional(NMHDR* header, LRESULT* result);
+    afx_msg void OnDoubleClickGCode(NMHDR* header, LRESULT* result);
+    afx_msg void OnDoubleClickSetup(NMHDR* header, LRESULT* result);
+    afx_msg void OnDoubleClickAdditional(NMHDR* header, LRESULT* result);
     afx_msg void OnKillFocusAdditional(NMHDR* header, LRESULT* result);
+    afx_msg void OnAdd();
+    afx_msg void OnDelete();
     afx_msg void OnSave();
     afx_msg void OnUpdate();
     DECLARE_MESSAGE_MAP()
@@ -75,6 +80,14 @@ private:
     void ReadPackageSummary();
     void FillLists(std::vector<CatalogueItem> items);
     void AddItemToList(const CatalogueItem& item);
+
+    // Actions
+    void OpenSelectedDocument(DocumentCategory category);
+    void OpenDocument(const DocumentRecord& record);
+    void AddAdditionalDocument();
+    void WriteAdditionalDocument(const DocumentRecord& record);
+    void DeleteAdditionalDocument();
+    void RemoveAdditionalDocument(const DocumentRecord& record);
 
     // Saving
     void SetModified(bool modified);

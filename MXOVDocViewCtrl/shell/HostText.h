@@ -21,6 +21,7 @@ inline constexpr UINT kDescriptionLabel = 147;
 inline constexpr UINT kRegenerateOperation = 148;
 inline constexpr UINT kAskSave = 149;
 inline constexpr UINT kNoPreview = 150;
+inline constexpr UINT kLinkFile = 151;
 inline constexpr UINT kLinkNotFound = 152;
 } // namespace hosttext
 

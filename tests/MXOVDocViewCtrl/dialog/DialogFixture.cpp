@@ -122,7 +122,7 @@ void MessageBoxAnswer::Read(HWND box) {
     constexpr int kMessageText = 0xffff;
     wchar_t name[16] = L"";
     GetClassNameW(box, name, ARRAYSIZE(name));
-    if (std::wstring(name) != L"#32770" || !GetDlgItem(box, m_button)) {
+    if (std::wstring(name) != L"#32770" || !GetDlgItem(box, m_button) || !GetDlgItem(box, kMessageText)) {
         return;
     }
     ++count;

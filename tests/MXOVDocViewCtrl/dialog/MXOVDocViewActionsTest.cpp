@@ -1,0 +1,281 @@
+#include "DialogFixture.h"
+
+#include "FileDialogDriver.h"
+#include "package/RecordLists.h"
+#include "RealMouse.h"
+#include "shell/HostText.h"
+
+#include <commctrl.h>
+#include <mxovshare.h>
+#include <ole2.h>
+
+namespace {
+
+constexpr const wchar_t* kExtensionKey = L".mxovtest";
+constexpr const wchar_t* kTypeKey = L"mxovtest.document";
+
+/// The program that the desktop associates with ".mxovtest": it copies the document it is given to a known
+/// place.
+class TestAssociation {
+public:
+    explicit TestAssociation(const std::wstring& target) {
+        const std::wstring command = L"cmd.exe /c copy /y \"%1\" \"" + target + L"\"";
+        Write(kExtensionKey, L"mxovtest.document");
+        Write(std::wstring(kTypeKey) + L"\\shell\\open\\command", command);
+    }
+    ~TestAssociation() {
+        RegDeleteTreeW(HKEY_CLASSES_ROOT, kExtensionKey);
+        RegDeleteTreeW(HKEY_CLASSES_ROOT, kTypeKey);
+    }
+    TestAssociation(const TestAssociation&) = delete;
+    TestAssociation& operator=(const TestAssociation&) = delete;
+
+private:
+    static void Write(const std::wstring& key, const std::wstring& value) {
+        EXPECT_EQ(RegSetKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, REG_SZ, value.c_str(),
+                                  static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))),
+                  ERROR_SUCCESS);
+    }
+};
+
+class MXOVDocViewActionsTest : public DialogFixture {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(SUCCEEDED(OleInitialize(nullptr)));
+        Create();
+    }
+    void TearDown() override { OleUninitialize(); }
+
+    /// Double-clicks an item as the list view reports it.
+    void DoubleClick(int list, int item) {
+        Select(list, item);
+        Notify(list, NM_DBLCLK);
+    }
+
+    /// Waits until the associated program has been given a document with this content.
+    bool WasOpened(const std::string& content) {
+        return PumpUntil([&] { return m_elsewhere.Read(L"opened") == content; });
+    }
+
+    /// Presses "+" and chooses a file.
+    void Add(const std::wstring& path, bool linked) {
+        const FileDialogDriver driver([&](HWND dialog) {
+            const HWND box = FileDialogDriver::CheckBox(dialog, HostText(151));
+            if ((SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED) != linked) {
+                SendMessageW(box, BM_CLICK, 0, 0);
+            }
+            FileDialogDriver::Choose(dialog, path);
+        });
+        Command(IDC_ADD);
+    }
+
+    void RemoveAdditional(int item) {
+        Select(IDC_ADDITIONAL_LIST, item);
+        Notify(IDC_ADDITIONAL_LIST, NM_CLICK);
+        Command(IDC_DELETE);
+    }
+
+    std::wstring Stored(const std::wstring& section, const std::wstring& key) const {
+        return mxovshare::INIFile::GetKeyValueFromINI(section, key, m_package / L"mxinfo.ini");
+    }
+    std::vector<std::wstring> Sections() const {
+        return mxovshare::INIFile::GetSectionNamesFromINI(L"REFERANCE_FILE", m_package / L"mxinfo.ini");
+    }
+    bool Exists(const std::wstring& name) const {
+        return GetFileAttributesW((m_package / name).c_str()) != INVALID_FILE_ATTRIBUTES;
+    }
+
+    TempFolder m_elsewhere;
+};
+
+TEST_F(MXOVDocViewActionsTest, DoubleClickOpensDocumentsOfTheThreeLists) {
+    const TestAssociation association(m_elsewhere / L"opened");
+    m_package.Write(L"NC\\code.mxovtest", "code");
+    m_package.Write(L"ReferanceFiles\\copy.mxovtest", "copy");
+    m_elsewhere.Write(L"link.mxovtest", "link");
+    const std::wstring linked = m_elsewhere / L"link.mxovtest";
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\nGCode=NC\\a\n"
+             "[REFERANCE_FILE_1]\nIsReferencedFile=NO\nFilePath=ReferanceFiles\\copy.mxovtest\n"
+             "[REFERANCE_FILE_2]\nFilePath=" +
+             std::string(linked.begin(), linked.end()) + "\n");
+    Load();
+    DoubleClick(IDC_GCODE_LIST, 0);
+    EXPECT_TRUE(WasOpened("code"));
+    EXPECT_FALSE(IsEnabled(IDC_DELETE));
+    DoubleClick(IDC_ADDITIONAL_LIST, 0);
+    EXPECT_TRUE(WasOpened("copy"));
+    EXPECT_TRUE(IsEnabled(IDC_DELETE));
+    DoubleClick(IDC_ADDITIONAL_LIST, 1);
+    EXPECT_TRUE(WasOpened("link"));
+}
+
+TEST_F(MXOVDocViewActionsTest, DoubleClickOnThePartOpensNothing) {
+    const TestAssociation association(m_elsewhere / L"opened");
+    m_package.Write(L"NC\\code.mxovtest", "code");
+    Describe("[FILEINFO]\nCADFilePath=C:\\gone.mxovtest\nGCode=NC\\a\n");
+    Load();
+    const MessageBoxAnswer answer(IDOK);
+    DoubleClick(IDC_PART_LIST, 0);
+    DoubleClick(IDC_GCODE_LIST, 0);
+    EXPECT_TRUE(WasOpened("code"));
+    EXPECT_EQ(answer.count, 0);
+}
+
+TEST_F(MXOVDocViewActionsTest, MissingLinkedDocumentIsToldAndMissingCopyIsNot) {
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n"
+             "[REFERANCE_FILE_1]\nIsReferencedFile=NO\nFilePath=ReferanceFiles\\gone.txt\n"
+             "[REFERANCE_FILE_2]\nFilePath=C:\\gone\\lost.txt\n");
+    Load();
+    const MessageBoxAnswer answer(IDOK);
+    DoubleClick(IDC_ADDITIONAL_LIST, 0);
+    EXPECT_EQ(answer.count, 0);
+    DoubleClick(IDC_ADDITIONAL_LIST, 1);
+    EXPECT_EQ(answer.count, 1);
+    EXPECT_EQ(answer.title, L"Maxtrel Orvando Document Manager");
+    EXPECT_EQ(answer.text, HostText(152));
+    EXPECT_FALSE(answer.text.empty());
+}
+
+TEST_F(MXOVDocViewActionsTest, DoubleClickBesideTheItemsDoesNothing) {
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n[REFERANCE_FILE_1]\nFilePath=C:\\gone\\lost.txt\n");
+    Load();
+    const MessageBoxAnswer answer(IDOK);
+    Notify(IDC_ADDITIONAL_LIST, NM_DBLCLK);
+    Notify(IDC_GCODE_LIST, NM_DBLCLK);
+    Notify(IDC_SETUP_LIST, NM_DBLCLK);
+    EXPECT_EQ(answer.count, 0);
+    EXPECT_FALSE(IsEnabled(IDC_DELETE));
+}
+
+TEST_F(MXOVDocViewActionsTest, AddsALinkedDocument) {
+    Describe("[REFERANCE_FILE_1]\nFilePath=C:\\a\\x\n[REFERANCE_FILE_3]\nFilePath=C:\\a\\y\n");
+    Load();
+    const std::wstring path = m_elsewhere.WriteSized(L"notes.txt", 1025);
+    m_elsewhere.SetTime(L"notes.txt", {2024, 1, 0, 1, 9, 5, 3, 0});
+    Add(path, true);
+    const std::vector<Row> rows = Rows(IDC_ADDITIONAL_LIST);
+    ASSERT_EQ(rows.size(), 3U);
+    EXPECT_EQ(rows[2], (Row{L"notes.txt", L"2 KB", L"2024-01-01 09:05:03", 0}));
+    EXPECT_EQ(additionalRecords[2].sectionName, L"REFERANCE_FILE");
+    EXPECT_EQ(additionalRecords[2].filePath, path);
+    EXPECT_EQ(additionalRecords[2].isAdditional, 1);
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_4", L"IsReferencedFile"), L"YES");
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_4", L"Description"), L"-");
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_4", L"Timestamp"), L"2024-01-01 09:05:03");
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_4", L"FilePath"), path);
+    EXPECT_TRUE(IsEnabled(IDC_SAVE));
+    EXPECT_FALSE(Exists(L"ReferanceFiles"));
+}
+
+TEST_F(MXOVDocViewActionsTest, AddsACopyOverAnOlderOneAndShowsItAgainAfterALoad) {
+    m_package.Write(L"ReferanceFiles\\notes.txt", "older");
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n");
+    Load();
+    const std::wstring path = m_elsewhere.Write(L"notes.txt", "newer");
+    Add(path, false);
+    EXPECT_EQ(m_package.Read(L"ReferanceFiles\\notes.txt"), "newer");
+    ASSERT_EQ(Rows(IDC_ADDITIONAL_LIST).size(), 1U);
+    EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST)[0].image, 2);
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_1", L"IsReferencedFile"), L"NO");
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_1", L"FilePath"), L"ReferanceFiles\\notes.txt");
+    EXPECT_EQ(additionalRecords[0].filePath, path);
+    Load();
+    ASSERT_EQ(additionalRecords.size(), 1U);
+    EXPECT_EQ(additionalRecords[0].sectionName, L"REFERANCE_FILE_1");
+    EXPECT_EQ(additionalRecords[0].filePath, L"ReferanceFiles\\notes.txt");
+    EXPECT_EQ(additionalRecords[0].description, L"-");
+}
+
+TEST_F(MXOVDocViewActionsTest, CopyWithoutTheFolderFailsSilently) {
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n");
+    Load();
+    const MessageBoxAnswer answer(IDOK);
+    Add(m_elsewhere.Write(L"notes.txt", "x"), false);
+    EXPECT_EQ(answer.count, 0);
+    EXPECT_FALSE(Exists(L"ReferanceFiles"));
+    EXPECT_EQ(Sections(), (std::vector<std::wstring>{L"REFERANCE_FILE_1"}));
+}
+
+TEST_F(MXOVDocViewActionsTest, CancelledAddChangesNothing) {
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n");
+    Load();
+    const std::string before = m_package.Read(L"mxinfo.ini");
+    {
+        const FileDialogDriver driver(FileDialogDriver::Cancel);
+        Command(IDC_ADD);
+    }
+    EXPECT_TRUE(Rows(IDC_ADDITIONAL_LIST).empty());
+    EXPECT_FALSE(IsEnabled(IDC_SAVE));
+    EXPECT_EQ(m_package.Read(L"mxinfo.ini"), before);
+}
+
+TEST_F(MXOVDocViewActionsTest, DeleteRemovesSectionCopyItemAndRecord) {
+    m_package.Write(L"ReferanceFiles\\copy.txt", "x");
+    Describe("[REFERANCE_FILE_1]\nFilePath=C:\\a\\one\n"
+             "[REFERANCE_FILE_2]\nIsReferencedFile=NO\nFilePath=ReferanceFiles\\copy.txt\n"
+             "[REFERANCE_FILE_3]\nFilePath=C:\\a\\three\n");
+    Load();
+    RemoveAdditional(1);
+    EXPECT_EQ(Sections(), (std::vector<std::wstring>{L"REFERANCE_FILE_1", L"REFERANCE_FILE_3"}));
+    EXPECT_FALSE(Exists(L"ReferanceFiles\\copy.txt"));
+    const std::vector<Row> rows = Rows(IDC_ADDITIONAL_LIST);
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[0].name, L"one");
+    EXPECT_EQ(rows[1].name, L"three");
+    ASSERT_EQ(additionalRecords.size(), 2U);
+    EXPECT_EQ(additionalRecords[1].fileName, L"three");
+    EXPECT_TRUE(IsEnabled(IDC_SAVE));
+    EXPECT_FALSE(IsEnabled(IDC_DELETE));
+}
+
+TEST_F(MXOVDocViewActionsTest, DeleteLeavesTheFileOfALinkedDocument) {
+    const std::wstring path = m_elsewhere.Write(L"link.txt", "x");
+    Describe("[REFERANCE_FILE_1]\nFilePath=" + std::string(path.begin(), path.end()) + "\n");
+    Load();
+    RemoveAdditional(0);
+    EXPECT_TRUE(Sections().empty());
+    EXPECT_EQ(m_elsewhere.Read(L"link.txt"), "x");
+}
+
+TEST_F(MXOVDocViewActionsTest, DeleteWithoutASelectionDoesNothing) {
+    Describe("[REFERANCE_FILE_1]\nFilePath=C:\\a\\one\n");
+    Load();
+    Command(IDC_DELETE);
+    EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST).size(), 1U);
+    EXPECT_EQ(Sections().size(), 1U);
+    EXPECT_FALSE(IsEnabled(IDC_SAVE));
+}
+
+TEST_F(MXOVDocViewActionsTest, ADocumentDeletedInTheLoadThatAddedItComesBack) {
+    m_package.Write(L"ReferanceFiles\\other", "");
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n");
+    Load();
+    Add(m_elsewhere.Write(L"notes.txt", "x"), false);
+    RemoveAdditional(0);
+    EXPECT_TRUE(Rows(IDC_ADDITIONAL_LIST).empty());
+    EXPECT_EQ(m_package.Read(L"ReferanceFiles\\notes.txt"), "x");
+    EXPECT_EQ(m_elsewhere.Read(L"notes.txt"), "x");
+    Load();
+    EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST).size(), 1U);
+}
+
+TEST_F(MXOVDocViewActionsTest, TwoCopiesOfOneFileShareItAndLoseItTogether) {
+    m_package.Write(L"ReferanceFiles\\other", "");
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n");
+    Load();
+    const std::wstring path = m_elsewhere.Write(L"notes.txt", "x");
+    Add(path, false);
+    Add(path, false);
+    EXPECT_EQ(Sections(), (std::vector<std::wstring>{L"REFERANCE_FILE_1", L"REFERANCE_FILE_2"}));
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_2", L"FilePath"), L"ReferanceFiles\\notes.txt");
+    Load();
+    RemoveAdditional(0);
+    EXPECT_FALSE(Exists(L"ReferanceFiles\\notes.txt"));
+    ASSERT_EQ(Rows(IDC_ADDITIONAL_LIST).size(), 1U);
+    EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST)[0].image, 2);
+    const MessageBoxAnswer answer(IDOK);
+    DoubleClick(IDC_ADDITIONAL_LIST, 0);
+    EXPECT_EQ(answer.count, 0);
+}
+
+} // namespace
