@@ -129,10 +129,11 @@ void MXOVPopupDlg::ShowHistory(const std::vector<HistoryEntry>& history) {
     m_history.SetExtendedStyle(m_history.GetExtendedStyle() | LVS_EX_FULLROWSELECT);
     m_history.DeleteAllItems();
     m_history.SendMessage(LVM_SETITEMCOUNT, history.size()); // only makes room
-    for (const HistoryEntry& entry : history) {
-        const int place = m_history.InsertItem(m_history.GetItemCount(), entry.operation.c_str());
+    for (int place = 0; const HistoryEntry& entry : history) {
+        m_history.InsertItem(place, entry.operation.c_str());
         m_history.SetItemText(place, kTimeColumn, entry.time.c_str());
         m_history.SetItemText(place, kByColumn, entry.by.c_str());
+        ++place;
     }
 }
 
