@@ -2,7 +2,7 @@
 #include "CommandLine.h"
 #include "Handles.h"
 #include "MainWindow.h"
-#include "mxovshare.h"
+#include "mxovlanguage.h"
 #include "PackageSession.h"
 
 #include <commctrl.h>
@@ -69,7 +69,7 @@ int Run(int show) {
         return line.help ? kDone : kWrongUsage;
     }
     if (!line.language.empty())
-        mxovshare::OVApplication::mxLanguageName = line.language;
+        mxovshare::UseLanguage(line.language);
     constexpr INITCOMMONCONTROLSEX kControls = {sizeof kControls,
                                                 ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_PROGRESS_CLASS};
     InitCommonControlsEx(&kControls);
