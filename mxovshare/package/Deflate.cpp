@@ -1,5 +1,6 @@
 #include "package/Deflate.h"
 
+#include <algorithm>
 #include <new>
 
 #include <zlib.h>
@@ -13,10 +14,9 @@ constexpr int kMemoryLevel = 8;
 
 class Deflater {
 public:
-    explicit Deflater(DeflateEffort effort) {
+    explicit Deflater(DeflateEffort effort, int level = Z_DEFAULT_COMPRESSION) {
         const int strategy = effort == DeflateEffort::Normal ? Z_DEFAULT_STRATEGY : Z_HUFFMAN_ONLY;
-        if (deflateInit2(&m_stream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, kRawWindow, kMemoryLevel, strategy) !=
-            Z_OK)
+        if (deflateInit2(&m_stream, level, Z_DEFLATED, kRawWindow, kMemoryLevel, strategy) != Z_OK)
             throw std::bad_alloc();
     }
     ~Deflater() { deflateEnd(&m_stream); }
@@ -30,12 +30,7 @@ private:
     z_stream m_stream = {};
 };
 
-} // namespace
-
-std::vector<std::uint8_t> DeflatePiece(Bytes piece, Bytes dictionary, bool last, DeflateEffort effort) {
-    Deflater stream(effort);
-    if (!dictionary.empty())
-        deflateSetDictionary(stream.Get(), dictionary.data(), static_cast<uInt>(dictionary.size()));
+std::vector<std::uint8_t> Run(Deflater& stream, Bytes piece, int flush) {
     // The end of a flushed block takes a few bytes beyond the bound.
     constexpr std::size_t kFlushRoom = 16;
     std::vector<std::uint8_t> packed(deflateBound(stream.Get(), static_cast<uLong>(piece.size())) +
@@ -44,8 +39,60 @@ std::vector<std::uint8_t> DeflatePiece(Bytes piece, Bytes dictionary, bool last,
     stream->avail_in = static_cast<uInt>(piece.size());
     stream->next_out = packed.data();
     stream->avail_out = static_cast<uInt>(packed.size());
-    deflate(stream.Get(), last ? Z_FINISH : Z_SYNC_FLUSH);
+    deflate(stream.Get(), flush);
     packed.resize(packed.size() - stream->avail_out);
+    return packed;
+}
+
+// Whether a quick look at two places finds nothing to gain: pictures, archives, encrypted data.
+bool IsIncompressible(Bytes piece) {
+    constexpr std::size_t kSample = std::size_t{16} << 10;
+    if (piece.size() < 8 * kSample)
+        return false;
+    constexpr std::size_t kGain = kSample / 64;
+    const auto gains = [piece](std::size_t place) {
+        Deflater stream(DeflateEffort::Normal, Z_BEST_SPEED);
+        return Run(stream, piece.subspan(place, kSample), Z_FINISH).size() + kGain < kSample;
+    };
+    return !gains(0) && !gains(piece.size() / 2) && !gains(piece.size() - kSample);
+}
+
+} // namespace
+
+std::vector<std::uint8_t> DeflatePiece(Bytes piece, Bytes dictionary, bool last, DeflateEffort effort) {
+    Deflater stream(effort);
+    if (!dictionary.empty())
+        deflateSetDictionary(stream.Get(), dictionary.data(), static_cast<uInt>(dictionary.size()));
+    return Run(stream, piece, last ? Z_FINISH : Z_SYNC_FLUSH);
+}
+
+std::vector<std::uint8_t> StoredPiece(Bytes piece, bool last) {
+    constexpr std::size_t kLongestBlock = 0xFFFF;
+    std::vector<std::uint8_t> stored;
+    stored.reserve(piece.size() + 5 * (piece.size() / kLongestBlock + 1));
+    do {
+        const Bytes block = piece.first(std::min(piece.size(), kLongestBlock));
+        piece = piece.subspan(block.size());
+        const auto length = static_cast<unsigned>(block.size());
+        stored.push_back(last && piece.empty() ? 1 : 0);
+        for (const unsigned value : {length, ~length}) {
+            stored.push_back(static_cast<std::uint8_t>(value));
+            stored.push_back(static_cast<std::uint8_t>(value >> 8));
+        }
+        stored.insert(stored.end(), block.begin(), block.end());
+    } while (!piece.empty());
+    return stored;
+}
+
+PackedPiece PackPiece(Bytes piece, Bytes dictionary, bool last) {
+    PackedPiece packed;
+    packed.size = piece.size();
+    packed.crc32 = static_cast<std::uint32_t>(crc32_z(crc32_z(0, nullptr, 0), piece.data(), piece.size()));
+    if (!IsIncompressible(piece))
+        packed.bytes = DeflatePiece(piece, dictionary, last, DeflateEffort::Normal);
+    packed.isRaw = packed.bytes.empty() || packed.bytes.size() >= piece.size();
+    if (packed.isRaw)
+        packed.bytes.assign(piece.begin(), piece.end());
     return packed;
 }
 

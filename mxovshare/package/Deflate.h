@@ -22,4 +22,18 @@ enum class DeflateEffort {
 /// it.
 std::vector<std::uint8_t> DeflatePiece(Bytes piece, Bytes dictionary, bool last, DeflateEffort effort);
 
+/// A deflate stream's form of a piece that stays as it is.
+std::vector<std::uint8_t> StoredPiece(Bytes piece, bool last);
+
+/// A piece in the shorter of two forms.
+struct PackedPiece {
+    std::vector<std::uint8_t> bytes;
+    bool isRaw = false; ///< `bytes` are the piece itself, since compressing it does not pay
+    std::size_t size = 0;
+    std::uint32_t crc32 = 0;
+};
+
+/// Packs a piece as DeflatePiece does, unless it is as good as incompressible.
+PackedPiece PackPiece(Bytes piece, Bytes dictionary, bool last);
+
 } // namespace mxovshare

@@ -2,6 +2,8 @@
 
 #include "host/LongPath.h"
 
+#include <windows.h>
+
 namespace mxovshare {
 
 namespace {
@@ -17,6 +19,10 @@ std::wstring FolderPath(const std::wstring& folder) {
     while (path.size() > 1 && IsSeparator(path.back()) && path[path.size() - 2] != L':')
         path.pop_back();
     return path;
+}
+
+bool IsSamePath(const std::wstring& left, const std::wstring& right) {
+    return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
 std::wstring JoinPath(const std::wstring& folder, const std::wstring& name) {

@@ -66,13 +66,12 @@ std::string ToUtf8(const wchar_t* text) {
     return utf8;
 }
 
-bool IsSamePath(const std::wstring& left, const std::wstring& right) {
-    return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_EQUAL;
-}
-
 class Scanner {
 public:
-    explicit Scanner(const std::wstring& except) : m_except(LongPath(except)) {}
+    explicit Scanner(const std::vector<std::wstring>& except) {
+        for (const std::wstring& path : except)
+            m_except.push_back(LongPath(path));
+    }
 
     std::vector<FolderItem> Scan(const std::wstring& folder) {
         m_folders.push_back({.item = {}, .path = folder, .isFolder = true});
@@ -107,7 +106,7 @@ private:
         found.path = JoinPath(folder.path, data.cFileName);
         found.isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         found.size = static_cast<std::uint64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
-        if (!m_except.empty() && IsSamePath(LongPath(found.path), m_except))
+        if (IsExcepted(LongPath(found.path)))
             return;
         if (IsLink(data))
             Refuse(found.path, L"it is a link");
@@ -123,11 +122,16 @@ private:
         (found.isFolder ? m_folders : m_items).push_back(std::move(found));
     }
 
+    bool IsExcepted(const std::wstring& path) const {
+        return std::ranges::any_of(m_except,
+                                   [&path](const std::wstring& other) { return IsSamePath(path, other); });
+    }
+
     [[noreturn]] static void Refuse(const std::wstring& path, const std::wstring& reason) {
         throw FileFailure{L"cannot pack \"" + path + L"\": " + reason};
     }
 
-    std::wstring m_except;
+    std::vector<std::wstring> m_except;
     std::vector<FolderItem> m_folders; // still to be scanned
     std::vector<FolderItem> m_items;
 };
@@ -163,7 +167,7 @@ std::vector<FolderItem> Sorted(std::vector<FolderItem> items) {
 
 } // namespace
 
-std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::wstring& except) {
+std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::vector<std::wstring>& except) {
     const DWORD attributes = GetFileAttributesW(LongPath(folder).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES)
         ThrowFileFailure(L"cannot open folder", folder, GetLastError());

@@ -2,6 +2,8 @@
 
 #include "package/PackageError.h"
 
+#include <algorithm>
+#include <bit>
 #include <new>
 
 namespace mxovshare {
@@ -50,13 +52,21 @@ PackageResult RunPackageWork(const std::wstring& file, const std::function<void(
     return result;
 }
 
+unsigned ProcessorCount() {
+    DWORD_PTR process = 0;
+    DWORD_PTR system = 0;
+    if (!GetProcessAffinityMask(GetCurrentProcess(), &process, &system))
+        return 1;
+    return static_cast<unsigned>(std::max(1, std::popcount(process)));
+}
+
 void ProgressMeter::Begin(std::wstring name) {
     m_name = std::move(name);
     Tell();
 }
 
 void ProgressMeter::Advance(std::uint64_t bytes) {
-    m_done += bytes;
+    m_done = std::min(m_total, m_done + bytes);
     Tell();
 }
 

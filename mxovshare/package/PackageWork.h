@@ -28,6 +28,9 @@ std::wstring SystemReason(DWORD error);
 /// Runs `work` and turns whatever it throws into a result. A PackageError is told about `file`.
 PackageResult RunPackageWork(const std::wstring& file, const std::function<void()>& work) noexcept;
 
+/// How many processors this process may use.
+unsigned ProcessorCount();
+
 /// Counts finished bytes and throws Cancelled as soon as the listener wants no more.
 class ProgressMeter {
 public:
@@ -35,10 +38,10 @@ public:
 
     void Begin(std::wstring name);
     void Advance(std::uint64_t bytes);
-
-private:
+    /// Asks the listener again without any progress.
     void Tell();
 
+private:
     PackageProgress* m_listener;
     std::uint64_t m_total;
     std::uint64_t m_done = 0;

@@ -1,6 +1,8 @@
 #include "mxovshare.h"
 
 #include "host/LongPath.h"
+#include "ini/AtomicFile.h"
+#include "ini/IniDocument.h"
 #include "ini/IniStore.h"
 #include "package/FolderPath.h"
 #include "package/Notice.h"
@@ -9,6 +11,7 @@
 #include "package/ProgressWindow.h"
 
 #include <cwchar>
+#include <optional>
 
 #include <lmcons.h>
 
@@ -47,45 +50,74 @@ std::wstring UserName() {
     return GetUserNameW(name, &size) ? std::wstring(name) : std::wstring();
 }
 
-// A new history section, taken back again unless it is kept.
-class HistoryEntry {
-public:
-    HistoryEntry(const std::wstring& operation, const std::wstring& information)
-        : m_information(information) {
-        IniStore& store = IniStore::Instance();
-        m_section =
-            std::wstring(kHistory) + L"_" + std::to_wstring(store.LastIndex(kHistory, information) + 1);
-        const DWORD error = store.SetValues(
-            m_section,
-            {{L"Operation", operation}, {L"Time", LocalTimeText()}, {L"By", UserName()}, {L"Remarks", L""}},
-            information);
-        if (error != ERROR_SUCCESS) {
-            TakeBack();
-            ThrowFileFailure(L"cannot write", information, error);
-        }
-    }
-    ~HistoryEntry() {
-        if (!m_kept)
-            TakeBack();
-    }
-    HistoryEntry(const HistoryEntry&) = delete;
-    HistoryEntry& operator=(const HistoryEntry&) = delete;
+IniValues HistoryEntry(const std::wstring& operation) {
+    return {{L"Operation", operation}, {L"Time", LocalTimeText()}, {L"By", UserName()}, {L"Remarks", L""}};
+}
 
-    void Keep() { m_kept = true; }
+// The information file with a new history entry, as a file beside it that takes its place when the package
+// has been saved: a save that does not come to its end leaves no entry.
+class NewInformation {
+public:
+    NewInformation(const std::wstring& path, const std::wstring& operation)
+        : m_path(path), m_values(HistoryEntry(operation)) {
+        // What could not be written so far goes first.
+        DWORD error = IniStore::Instance().SetValues({}, {}, path);
+        if (error == ERROR_SUCCESS) {
+            const std::string bytes = Extended();
+            m_file.emplace(path);
+            if (m_file->Write(bytes.data(), bytes.size())) {
+                m_size = bytes.size();
+                GetSystemTimeAsFileTime(&m_modified);
+                SetFileTime(m_file->Handle(), nullptr, nullptr, &m_modified);
+            }
+            error = m_file->Error();
+        }
+        if (error != ERROR_SUCCESS)
+            ThrowFileFailure(L"cannot write", path, error);
+    }
+
+    Substitute ForPackage() const {
+        return {.path = m_path,
+                .content = AtomicFile::TemporaryPath(m_path),
+                .size = m_size,
+                .modified = m_modified};
+    }
+
+    // Should the file have got locked meanwhile, the entry is kept and goes out with the next change.
+    void Commit() {
+        if (!m_file->Commit())
+            IniStore::Instance().SetValues(m_section, m_values, m_path);
+    }
 
 private:
-    void TakeBack() const { INIFile::RemoveSectionFromINI(m_section, m_information); }
+    std::string Extended() {
+        const SystemText text;
+        std::string bytes;
+        FileStamp stamp;
+        if (ReadWholeFile(m_path, IniDocument::kMaxBytes, bytes, stamp) != FileReading::Done)
+            ThrowFileFailure(L"cannot read", m_path, ERROR_OPEN_FAILED);
+        IniDocument document(text, std::move(bytes));
+        const std::u16string prefix = ToUtf16(kHistory);
+        m_section = std::wstring(kHistory) + L"_" + std::to_wstring(document.LastIndex(prefix) + 1);
+        for (const auto& [key, value] : m_values)
+            document.SetValue(ToUtf16(m_section), ToUtf16(key), ToUtf16(value));
+        return document.Bytes();
+    }
 
-    std::wstring m_information;
+    std::wstring m_path;
+    IniValues m_values;
     std::wstring m_section;
-    bool m_kept = false;
+    std::optional<AtomicFile> m_file;
+    std::uint64_t m_size = 0;
+    FILETIME m_modified = {};
 };
 
 void Save(const std::wstring& folder, const std::wstring& file, const std::wstring& operation) {
-    HistoryEntry entry(operation, FindInformation(folder));
+    NewInformation information(FindInformation(folder), operation);
+    const Substitute substitute = information.ForPackage();
     ProgressWindow progress(L"Saving " + file);
-    PackFolder(folder, file, &progress);
-    entry.Keep();
+    PackFolder(folder, file, &progress, &substitute);
+    information.Commit();
 }
 
 } // namespace

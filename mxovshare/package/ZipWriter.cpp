@@ -14,7 +14,7 @@ using namespace zip;
 
 namespace {
 
-constexpr std::size_t kPendingLimit = std::size_t{256} << 10;
+constexpr std::size_t kPendingLimit = std::size_t{2} << 20;
 // An entry below this size cannot bring a package out of proportion.
 constexpr std::uint64_t kExpansionFree = std::uint64_t{16} << 10;
 // Made on a DOS-like file system, so that the attributes are read as such.
@@ -34,51 +34,88 @@ bool ExpandsTooMuch(const ZipEntry& entry) {
 
 } // namespace
 
-void ZipWriter::AddFile(const ZipItem& item, const ByteSource& content,
-                        const std::function<void(std::uint64_t)>& advance) {
-    ZipEntry entry;
+void ZipWriter::BeginFile(const ZipItem& item, std::uint64_t size) {
+    ZipEntry& entry = m_entries.emplace_back();
     static_cast<ZipItem&>(entry) = item;
-    entry.size = content.Size();
+    entry.size = m_left = size;
     entry.headerOffset = Position();
-    entry.method = entry.size > 0 ? kMethodDeflated : kMethodStored;
+    entry.method = kMethodStored;
     // The final header is as long as this one, which keeps its place.
     Append(LocalHeader(entry));
     entry.dataOffset = Position();
-    WriteData(entry, content, entry.size > 0 ? Packing::Deflate : Packing::Store, advance);
-    if (entry.packedSize >= entry.size && entry.size > 0)
-        WriteData(entry, content, Packing::Store, [](std::uint64_t) {});
-    else if (ExpandsTooMuch(entry))
-        WriteData(entry, content, Packing::EntropyOnly, [](std::uint64_t) {});
+}
+
+void ZipWriter::AddPiece(const PackedPiece& piece, const ByteSource& content) {
+    ZipEntry& entry = m_entries.back();
+    const std::uint64_t done = entry.size - m_left;
+    m_left -= piece.size;
+    if (entry.method == kMethodStored && !piece.isRaw) {
+        if (done > 0)
+            Repack(content, done, Packing::StoredBlocks);
+        entry.method = kMethodDeflated;
+    }
+    if (piece.isRaw && entry.method == kMethodDeflated)
+        Append(StoredPiece(piece.bytes, m_left == 0));
+    else
+        Append(piece.bytes);
+    entry.crc32 =
+        static_cast<std::uint32_t>(crc32_combine(entry.crc32, piece.crc32, static_cast<z_off_t>(piece.size)));
+    if (m_left == 0)
+        EndFile(content);
+}
+
+void ZipWriter::EndFile(const ByteSource& content) {
+    ZipEntry& entry = m_entries.back();
+    entry.packedSize = Position() - entry.dataOffset;
+    if (entry.method == kMethodDeflated && entry.packedSize >= entry.size) {
+        Repack(content, entry.size, Packing::Store);
+        entry.method = kMethodStored;
+    } else if (ExpandsTooMuch(entry)) {
+        Repack(content, entry.size, Packing::EntropyOnly);
+    }
+    entry.packedSize = Position() - entry.dataOffset;
     Patch(entry.headerOffset, LocalHeader(entry));
+}
+
+// Writes the data of the open file up to `size` anew.
+void ZipWriter::Repack(const ByteSource& content, std::uint64_t size, Packing packing) {
+    const ZipEntry& entry = m_entries.back();
+    Rewind(entry.dataOffset);
+    std::vector<std::uint8_t> piece;
+    for (std::uint64_t done = 0; done < size;) {
+        piece.resize(static_cast<std::size_t>(std::min<std::uint64_t>(kDeflatePiece, size - done)));
+        content.Read(done, piece);
+        done += piece.size();
+        const bool last = done == entry.size;
+        if (packing == Packing::Store)
+            Append(piece);
+        else if (packing == Packing::StoredBlocks)
+            Append(StoredPiece(piece, last));
+        else
+            Append(DeflatePiece(piece, {}, last, DeflateEffort::EntropyOnly));
+    }
+}
+
+void ZipWriter::AddPacked(const ZipItem& item, const ByteSource& source, const ZipEntry& packed) {
+    ZipEntry entry = packed;
+    static_cast<ZipItem&>(entry) = item;
+    entry.headerOffset = Position();
+    Append(LocalHeader(entry));
+    entry.dataOffset = Position();
+    for (std::uint64_t done = 0; done < entry.packedSize;) {
+        const auto size =
+            static_cast<std::size_t>(std::min<std::uint64_t>(kPendingLimit, entry.packedSize - done));
+        const std::size_t place = m_pending.size();
+        m_pending.resize(place + size);
+        source.Read(packed.dataOffset + done, std::span(m_pending).subspan(place));
+        done += size;
+        FlushWhenFull();
+    }
     m_entries.push_back(std::move(entry));
 }
 
-void ZipWriter::WriteData(ZipEntry& entry, const ByteSource& content, Packing packing,
-                          const std::function<void(std::uint64_t)>& advance) {
-    Rewind(entry.dataOffset);
-    entry.method = packing == Packing::Store ? kMethodStored : kMethodDeflated;
-    std::vector<std::uint8_t> buffer;
-    std::size_t dictionary = 0; // bytes of the previous piece at the front of the buffer
-    uLong crc = crc32_z(0, nullptr, 0);
-    for (std::uint64_t done = 0; done < entry.size;) {
-        const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(kDeflatePiece, entry.size - done));
-        buffer.resize(dictionary + size);
-        const std::span<std::uint8_t> piece = std::span(buffer).subspan(dictionary);
-        content.Read(done, piece);
-        done += size;
-        crc = crc32_z(crc, piece.data(), piece.size());
-        if (packing == Packing::Store)
-            Append(piece);
-        else
-            Append(DeflatePiece(piece, Bytes(buffer).first(dictionary), done == entry.size,
-                                packing == Packing::Deflate ? DeflateEffort::Normal
-                                                            : DeflateEffort::EntropyOnly));
-        dictionary = std::min(kDeflateDictionary, buffer.size());
-        std::copy(buffer.end() - static_cast<std::ptrdiff_t>(dictionary), buffer.end(), buffer.begin());
-        advance(size);
-    }
-    entry.crc32 = static_cast<std::uint32_t>(crc);
-    entry.packedSize = Position() - entry.dataOffset;
+bool ZipWriter::CanAddPacked(const ZipEntry& entry) {
+    return !entry.isFolder && !ExpandsTooMuch(entry);
 }
 
 void ZipWriter::AddFolder(const ZipItem& item) {
@@ -163,6 +200,10 @@ void ZipWriter::Finish() {
 
 void ZipWriter::Append(Bytes bytes) {
     m_pending.insert(m_pending.end(), bytes.begin(), bytes.end());
+    FlushWhenFull();
+}
+
+void ZipWriter::FlushWhenFull() {
     if (m_pending.size() >= kPendingLimit)
         Flush();
 }

@@ -5,7 +5,6 @@
 #include "package/Deflate.h"
 #include "package/ZipEntry.h"
 
-#include <functional>
 #include <vector>
 
 namespace mxovshare {
@@ -18,20 +17,28 @@ public:
     explicit ZipWriter(ByteSink& sink, std::uint64_t wideFrom = 0xFFF00000)
         : m_sink(sink), m_wideFrom(wideFrom) {}
 
-    /// Adds the content, compressed where that makes it smaller. `advance` is told the bytes that were read.
-    void AddFile(
-        const ZipItem& item, const ByteSource& content,
-        const std::function<void(std::uint64_t)>& advance = [](std::uint64_t) {});
+    /// Begins a file. AddPiece follows for every kDeflatePiece bytes of it, in order, once for an empty file.
+    void BeginFile(const ZipItem& item, std::uint64_t size);
+    /// Adds what PackPiece made of the next bytes of `content`, the whole file. The last one ends the file;
+    /// it is read again when another form suits the whole better.
+    void AddPiece(const PackedPiece& piece, const ByteSource& content);
+
+    /// Adds a file whose data is that of `entry` in the package `source`, as it is packed there.
+    void AddPacked(const ZipItem& item, const ByteSource& source, const ZipEntry& entry);
+
+    /// Whether an entry may be added as it is packed: it does not expand out of proportion.
+    static bool CanAddPacked(const ZipEntry& entry);
+
     void AddFolder(const ZipItem& item);
 
     /// Writes the directory.
     void Finish();
 
 private:
-    enum class Packing { Deflate, EntropyOnly, Store };
+    enum class Packing { EntropyOnly, Store, StoredBlocks };
 
-    void WriteData(ZipEntry& entry, const ByteSource& content, Packing packing,
-                   const std::function<void(std::uint64_t)>& advance);
+    void Repack(const ByteSource& content, std::uint64_t size, Packing packing);
+    void EndFile(const ByteSource& content);
     std::vector<std::uint8_t> LocalHeader(const ZipEntry& entry) const;
     void AppendCentralHeader(const ZipEntry& entry);
     void AppendEnd(std::uint64_t directoryOffset);
@@ -43,11 +50,13 @@ private:
     void Append(Bytes bytes);
     void Patch(std::uint64_t offset, Bytes bytes);
     void Rewind(std::uint64_t offset);
+    void FlushWhenFull();
     void Flush();
 
     ByteSink& m_sink;
     std::uint64_t m_wideFrom;
-    std::vector<ZipEntry> m_entries;
+    std::vector<ZipEntry> m_entries;     ///< the last one is open while m_left is not 0
+    std::uint64_t m_left = 0;            ///< bytes of the open file that are still to come
     std::vector<std::uint8_t> m_pending; ///< not yet handed to the sink
     std::uint64_t m_flushed = 0;         ///< where m_pending belongs
 };

@@ -73,6 +73,19 @@ TEST_F(RegenerateTest, AddsAHistoryEntryAndPacksTheFolder) {
     EXPECT_EQ(m_folder.Read(L"mxinfo.ini").find(kInformation), 0u);
 }
 
+TEST_F(RegenerateTest, LeavesNothingOfItsOwnInTheFolder) {
+    const std::wstring temporary = m_folder / L"mxinfo.ini.mxov-new";
+    m_folder.Write(L"mxinfo.ini.mxov-new", "left behind by a crash");
+    Regenerate();
+    EXPECT_TRUE(notices.empty());
+    EXPECT_FALSE(std::filesystem::exists(temporary));
+    EXPECT_EQ(m_folder.EntryCount(), 2);
+    EXPECT_EQ(m_work.EntryCount(), 1);
+    std::vector<PackageEntry> entries;
+    ASSERT_TRUE(ListPackage(Package(), entries).ok);
+    EXPECT_EQ(entries.size(), 2u);
+}
+
 TEST_F(RegenerateTest, CountsOnFromTheHighestEntry) {
     Regenerate();
     Regenerate();

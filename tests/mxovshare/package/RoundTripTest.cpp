@@ -150,7 +150,7 @@ TEST(PackageRoundTrip, TellsItsProgressToTheEnd) {
     ExpectDone(UnpackPackage(work / L"p.mxov", work / L"out", &unpacking));
     ExpectDone(VerifyPackage(work / L"p.mxov", &verifying));
     for (const RecordingProgress* progress : {&packing, &unpacking, &verifying}) {
-        ASSERT_GT(progress->calls.size(), 4u);
+        ASSERT_GE(progress->calls.size(), 4u);
         EXPECT_EQ(progress->calls.back().done, progress->calls.back().total);
         for (std::size_t i = 1; i < progress->calls.size(); ++i) {
             EXPECT_GE(progress->calls[i].done, progress->calls[i - 1].done);

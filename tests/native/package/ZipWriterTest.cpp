@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 using namespace mxovshare;
@@ -35,11 +36,26 @@ struct Item {
     std::string content;
 };
 
+void AddFile(ZipWriter& writer, const ZipItem& item, const std::string& content) {
+    const MemoryFile file(content);
+    const Bytes bytes(reinterpret_cast<const std::uint8_t*>(content.data()), content.size());
+    writer.BeginFile(item, content.size());
+    std::size_t done = 0;
+    do {
+        const std::size_t size = std::min(kDeflatePiece, bytes.size() - done);
+        const std::size_t front = std::min(kDeflateDictionary, done);
+        const Bytes piece = bytes.subspan(done, size);
+        writer.AddPiece(PackPiece(piece, bytes.subspan(done - front, front), done + size == bytes.size()),
+                        file);
+        done += size;
+    } while (done < bytes.size());
+}
+
 MemoryFile Pack(const std::vector<Item>& items, std::uint64_t wideFrom = 0xFFF00000) {
     MemoryFile file;
     ZipWriter writer(file, wideFrom);
     for (const Item& item : items)
-        writer.AddFile({.name = item.name, .modified = {}, .attributes = 0}, MemoryFile(item.content));
+        AddFile(writer, {.name = item.name, .modified = {}, .attributes = 0}, item.content);
     writer.Finish();
     return file;
 }
@@ -119,7 +135,7 @@ TEST(ZipWriter, WritesMoreThan65535Entries) {
     MemoryFile file;
     ZipWriter writer(file);
     for (int i = 0; i < 70'000; ++i)
-        writer.AddFile({.name = "f" + std::to_string(i), .modified = {}, .attributes = 0}, MemoryFile());
+        AddFile(writer, {.name = "f" + std::to_string(i), .modified = {}, .attributes = 0}, "");
     writer.Finish();
     const auto entries = ReadZipDirectory(file);
     ASSERT_EQ(entries.size(), 70'000u);
@@ -131,8 +147,7 @@ TEST(ZipWriter, KeepsTimesAttributesAndFolders) {
     ZipWriter writer(file);
     const ZipTime time = {.fileTime = 133'444'736'001'234'567, .dosTime = 0x58216000};
     writer.AddFolder({.name = "a/b", .modified = time, .attributes = kAttributeHidden});
-    writer.AddFile({.name = "c", .modified = time, .attributes = kAttributeHidden | kAttributeReadOnly},
-                   MemoryFile());
+    AddFile(writer, {.name = "c", .modified = time, .attributes = kAttributeHidden | kAttributeReadOnly}, "");
     writer.Finish();
     const auto entries = ReadZipDirectory(file);
     ASSERT_EQ(entries.size(), 2u);
@@ -144,13 +159,39 @@ TEST(ZipWriter, KeepsTimesAttributesAndFolders) {
     EXPECT_EQ(entries[1].attributes, kAttributeHidden | kAttributeReadOnly);
 }
 
-TEST(ZipWriter, TellsEveryByteThatItReadOnce) {
+TEST(ZipWriter, RoundTripsFilesWhosePiecesDiffer) {
+    const std::string noise = Random(kDeflatePiece);
+    const std::string text = Text(kDeflatePiece);
+    ExpectRoundTrip({{"noiseFirst", noise + noise + text + noise},
+                     {"textFirst", text + noise + text},
+                     {"textLast", noise + text},
+                     {"noiseLast", text + noise}});
+    const auto entries = ReadZipDirectory(Pack({{"a", noise + text + noise}, {"b", noise + noise}}));
+    EXPECT_LT(entries[0].packedSize, 2 * noise.size() + text.size() / 3);
+    EXPECT_EQ(entries[1].packedSize, 2 * noise.size());
+}
+
+TEST(ZipWriter, FindsWhatCanBeCompressedBehindNoise) {
+    const std::string content = Random(200'000) + Text(200'000) + Random(200'000);
+    EXPECT_LT(ReadZipDirectory(Pack({{"a", content}}))[0].packedSize, 500'000u);
+}
+
+TEST(ZipWriter, CopiesWhatIsPackedAlready) {
+    const MemoryFile old = Pack({{"text", Text(2'500'000)}, {"random", Random(100'000)}, {"empty", ""}});
     MemoryFile file;
     ZipWriter writer(file);
-    std::uint64_t told = 0;
-    writer.AddFile({.name = "a", .modified = {}, .attributes = 0}, MemoryFile(Random(2'500'000)),
-                   [&told](std::uint64_t bytes) { told += bytes; });
-    EXPECT_EQ(told, 2'500'000u);
+    for (const ZipEntry& entry : ReadZipDirectory(old)) {
+        ASSERT_TRUE(ZipWriter::CanAddPacked(entry));
+        writer.AddPacked({.name = "new/" + entry.name, .modified = {}, .attributes = 0}, old, entry);
+    }
+    writer.Finish();
+    const auto entries = ReadZipDirectory(file);
+    ASSERT_EQ(entries.size(), 3u);
+    EXPECT_EQ(entries[0].name, "new/text");
+    EXPECT_EQ(entries[0].packedSize, ReadZipDirectory(old)[0].packedSize);
+    EXPECT_EQ(Content(file, entries[0]), Text(2'500'000));
+    EXPECT_EQ(Content(file, entries[1]), Random(100'000));
+    EXPECT_EQ(Content(file, entries[2]), "");
 }
 
 } // namespace
