@@ -90,7 +90,7 @@ TEST_F(SaveProgressTest, ShowsNothingForAShortSave) {
 }
 
 TEST_F(SaveProgressTest, ShowsADialogForALongSave) {
-    WriteMuch(30);
+    WriteMuch(20);
     EXPECT_TRUE(Save(false));
     EXPECT_TRUE(notices.empty());
     EXPECT_TRUE(VerifyPackage(m_work / L"p.mxov").ok);
@@ -98,7 +98,7 @@ TEST_F(SaveProgressTest, ShowsADialogForALongSave) {
 }
 
 TEST_F(SaveProgressTest, IsCancelledByTheUserWithoutATrace) {
-    WriteMuch(40);
+    WriteMuch(30);
     EXPECT_TRUE(Save(true));
     ASSERT_EQ(notices.size(), 1u);
     EXPECT_NE(notices[0].find(L"You cancelled it"), std::wstring::npos);

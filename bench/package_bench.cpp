@@ -1,0 +1,198 @@
+// Saving, packing and reading a package of 200 files and 100 MB, and one keystroke in its information file.
+#include "mxovpackage.h"
+#include "package/DiskFile.h"
+#include "package/EntryReader.h"
+#include "package/ZipDirectory.h"
+#include "PackageFolder.h"
+#include "PackagePeers.h"
+#include "Timing.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+using namespace mxovshare;
+
+namespace {
+
+constexpr int kRuns = 5;
+
+void Row(const char* what, double milliseconds) {
+    std::printf("%-58s %9.1f ms\n", what, milliseconds);
+}
+
+void Compared(const char* what, double milliseconds, double reference, double limit) {
+    std::printf("%-58s %9.1f ms  %6.3f times, limit %.2f\n", what, milliseconds, milliseconds / reference,
+                limit);
+}
+
+void Require(bool done, const char* what) {
+    if (!done) {
+        std::printf("%s failed\n", what);
+        std::exit(1);
+    }
+}
+
+std::uint64_t SizeOf(const std::wstring& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    Require(GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data), "reading a size");
+    return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+}
+
+double PlainCopy(const PackageFolder& folder) {
+    std::unique_ptr<TempFolder> target;
+    return bench::Median(
+        kRuns,
+        [&target] {
+            target = std::make_unique<TempFolder>();
+            target->Write(L"GCode\\x", "");
+            target->Write(L"ReferanceFiles\\x", "");
+        },
+        [&] {
+            for (const std::wstring& name : folder.Names())
+                Require(CopyFileW((folder.Path() + L"\\" + name).c_str(), (*target / name).c_str(), FALSE),
+                        "copying");
+        });
+}
+
+void Saving(PackageFolder& folder) {
+    const TempFolder work;
+    const std::wstring package = work / L"p.mxov";
+    Require(CreatePackage(folder.Path(), package).ok, "packing");
+    const double copy = PlainCopy(folder);
+    const double save = bench::Median(
+        kRuns, [&folder] { folder.ChangeOne(); },
+        [&] { Utils::ReGenerateOrvandoFile(folder.Path(), package, L"Edited"); });
+    Require(VerifyPackage(package).ok, "saving");
+    Row("plain copy of the folder", copy);
+    Compared("save after one document changed", save, copy, 0.5);
+    Row("check of the whole package",
+        bench::Median(kRuns, [&] { Require(VerifyPackage(package).ok, "checking"); }));
+
+    const std::string wanted = "GCode/0";
+    std::size_t bytes = 0;
+    const double read = bench::Median(21, [&] {
+        const DiskSource source(package);
+        for (const ZipEntry& entry : ReadZipDirectory(source)) {
+            if (entry.name == wanted)
+                bytes = ReadWholeEntry(source, entry, entry.size).size();
+        }
+    });
+    Require(bytes > 0, "reading");
+    std::printf("%-58s %9.2f ms  limit 5\n", "reading one document out of the package", read);
+}
+
+void Packing(const PackageFolder& folder) {
+    const TempFolder work;
+    const std::wstring package = work / L"p.mxov";
+    const std::wstring cabinet = work / L"p.cab";
+    const auto remove = [&] { DeleteFileW(package.c_str()); };
+    const auto pack = [&] { Require(CreatePackage(folder.Path(), package).ok, "packing"); };
+
+    DWORD_PTR all = 0;
+    DWORD_PTR system = 0;
+    Require(GetProcessAffinityMask(GetCurrentProcess(), &all, &system), "asking for the processors");
+    const double reference =
+        bench::Median(3, [&] { Require(peers::WriteCabinet(folder, cabinet), "writing a cabinet"); });
+    Row("platform's cabinet writer, MSZIP", reference);
+    constexpr struct {
+        int processors;
+        double limit;
+        const char* title;
+    } kLimits[] = {{4, 0.4, "full repack on 4 processors"},
+                   {2, 0.7, "full repack on 2 processors"},
+                   {1, 1.1, "full repack on 1 processor"}};
+    for (const auto& [processors, limit, title] : kLimits) {
+        DWORD_PTR mask = 0;
+        int chosen = 0;
+        for (DWORD_PTR bit = 1; bit != 0 && chosen < processors; bit <<= 1) {
+            if ((all & bit) != 0) {
+                mask |= bit;
+                ++chosen;
+            }
+        }
+        if (chosen == processors && SetProcessAffinityMask(GetCurrentProcess(), mask))
+            Compared(title, bench::Median(kRuns, remove, pack), reference, limit);
+    }
+    SetProcessAffinityMask(GetCurrentProcess(), all);
+    std::printf("%-58s %9llu KB %6.3f times, limit 1.01\n", "size of the package",
+                static_cast<unsigned long long>(SizeOf(package) / 1024),
+                static_cast<double>(SizeOf(package)) / static_cast<double>(SizeOf(cabinet)));
+}
+
+void Peers(const PackageFolder& folder) {
+    const TempFolder work;
+    const std::wstring target = work / L"peer";
+    constexpr struct {
+        const char* title;
+        const char* command;
+    } kPeers[] = {{"zip", "zip -qr \"$TARGET\" . && mv \"$TARGET.zip\" \"$TARGET\""},
+                  {"gcab", "gcab -c -z \"$TARGET\" GCode/* ReferanceFiles/*"},
+                  {"7z, ZIP on all processors", "7z a -tzip \"$TARGET\" ."}};
+    for (const auto& [title, command] : kPeers) {
+        DeleteFileW(target.c_str());
+        const auto time = peers::RunUnix(folder, target, command);
+        if (time)
+            std::printf("%-58s %9.1f ms  %llu KB\n", title, *time,
+                        static_cast<unsigned long long>(SizeOf(target) / 1024));
+        else
+            std::printf("%-58s not installed\n", title);
+    }
+}
+
+// Replaces the bytes of one value and the whole file, as anybody would.
+void Splice(std::string& bytes, const std::wstring& file, int number, bool flush) {
+    const std::string key = "Description=";
+    const std::size_t begin = bytes.find(key, bytes.size() / 2) + key.size();
+    bytes.replace(begin, bytes.find('\r', begin) - begin, "Text " + std::to_string(number));
+    const std::wstring temporary = file + L".new";
+    const HANDLE handle =
+        CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    DWORD written = 0;
+    Require(WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr), "writing");
+    if (flush)
+        FlushFileBuffers(handle);
+    CloseHandle(handle);
+    Require(MoveFileExW(temporary.c_str(), file.c_str(), MOVEFILE_REPLACE_EXISTING), "replacing");
+}
+
+void Keystroke() {
+    constexpr int kDocuments = 10'000;
+    const TempFolder folder;
+    std::string bytes = "[FILEINFO]\r\nMaxtlreVersion=Package Writer 2024\r\n";
+    for (int i = 1; i <= kDocuments; ++i)
+        bytes += "[REFERANCE_FILE_" + std::to_string(i) +
+                 "]\r\nIsReferencedFile=YES\r\nDescription=Document " + std::to_string(i) +
+                 "\r\nTimestamp=2024-01-01 09:05:03\r\nFilePath=C:\\Jobs\\document" + std::to_string(i) +
+                 ".pdf\r\n";
+    const std::wstring file = folder.Write(L"mxinfo.ini", bytes);
+    const std::wstring section = L"REFERANCE_FILE_5000";
+    int number = 0;
+    const auto text = [&number] { return L"Text " + std::to_wstring(++number); };
+    const double own =
+        bench::Median(21, [&] { INIFile::AddRecordToINI(section, L"Description", text(), file); });
+    Require(INIFile::GetKeyValueFromINI(section, L"Description", file) == L"Text " + std::to_wstring(number),
+            "INI");
+    const double profile = bench::Median(5, [&] {
+        Require(WritePrivateProfileStringW(section.c_str(), L"Description", text().c_str(), file.c_str()),
+                "profile");
+    });
+    const double flushed = bench::Median(21, [&] { Splice(bytes, file, ++number, true); });
+    const double plain = bench::Median(21, [&] { Splice(bytes, file, ++number, false); });
+    Row("platform's profile functions: one value of 10000 documents", profile);
+    Row("plain splice, flush and replace", flushed);
+    Row("plain splice and replace without a flush", plain);
+    Compared("INIFile: one value, beside the plain splice and flush", own, flushed, 2);
+    Compared("INIFile: one value, beside the profile functions", own, profile, 0.1);
+}
+
+} // namespace
+
+int main() {
+    PackageFolder folder;
+    Saving(folder);
+    Packing(folder);
+    Peers(folder);
+    Keystroke();
+    return 0;
+}
