@@ -96,6 +96,7 @@ protected:
 
 private:
     friend class OleDispatchPart;
+    friend bool OleIsOnItsThread(const CCmdTarget& target) noexcept;
     OleTargetState& NeedOleState();
 
     std::unique_ptr<OleTargetState, OleTargetStateDeleter> m_ole;

@@ -105,8 +105,9 @@ void COleControl::DoSuperclassPaint(CDC* pDC, const CRect& rcBounds) {
     if (!m_hWnd || !pDC) {
         return;
     }
-    // The class paints its window from the origin.
+    // The class paints its whole window, whatever its size, from the origin.
     const int saved = pDC->SaveDC();
+    ::IntersectClipRect(pDC->m_hDC, rcBounds.left, rcBounds.top, rcBounds.right, rcBounds.bottom);
     POINT origin{};
     ::GetViewportOrgEx(pDC->m_hDC, &origin);
     ::SetViewportOrgEx(pDC->m_hDC, origin.x + rcBounds.left, origin.y + rcBounds.top, nullptr);

@@ -85,9 +85,6 @@ STDMETHODIMP OleDispatchPart::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT co
 
 STDMETHODIMP OleDispatchPart::Invoke(DISPID id, REFIID iid, LCID lcid, WORD flags, DISPPARAMS* params,
                                      VARIANT* result, EXCEPINFO*, UINT* wrongArgument) {
-    if (::GetCurrentThreadId() != m_thread) {
-        return RPC_E_WRONG_THREAD;
-    }
     return OleGuard(m_target, [&]() -> HRESULT {
         if (iid != IID_NULL) {
             return DISP_E_UNKNOWNINTERFACE;

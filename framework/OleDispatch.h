@@ -182,8 +182,7 @@ protected:                                                                      
 /// RPC_E_WRONG_THREAD.
 class OleDispatchPart final : public IDispatch {
 public:
-    explicit OleDispatchPart(CCmdTarget& target) noexcept
-        : m_target(target), m_thread(::GetCurrentThreadId()) {}
+    explicit OleDispatchPart(CCmdTarget& target) noexcept : m_target(target) {}
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
     STDMETHODIMP_(ULONG) AddRef() override;
@@ -203,5 +202,4 @@ private:
                 VARIANT* result, UINT* wrongArgument);
 
     CCmdTarget& m_target;
-    const DWORD m_thread;
 };

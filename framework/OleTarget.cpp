@@ -21,6 +21,10 @@ STDMETHODIMP_(ULONG) OleIdentity::Release() {
     return m_target.InternalRelease();
 }
 
+bool OleIsOnItsThread(const CCmdTarget& target) noexcept {
+    return !target.m_ole || target.m_ole->thread == ::GetCurrentThreadId();
+}
+
 OleTargetState& CCmdTarget::NeedOleState() {
     if (!m_ole) {
         m_ole.reset(new OleTargetState(*this));

@@ -79,6 +79,7 @@ public:
     IUnknown* outer = nullptr;               ///< the aggregating object, which owns this one; no reference
     CTypeLibCache* typeLibCache = nullptr;   ///< locked while set
     std::atomic<LONG> references = 1;        ///< the creator's
+    const DWORD thread = ::GetCurrentThreadId();
     bool aggregatable = false;
 };
 
@@ -112,9 +113,15 @@ HRESULT OleProtect(Body&& body) noexcept {
     }
 }
 
-/// The same, and the object outlives the call.
+/// TRUE on the thread that made the object, the only one of its apartment.
+[[nodiscard]] bool OleIsOnItsThread(const CCmdTarget& target) noexcept;
+
+/// The same, and the object outlives the call. Callers from another thread get RPC_E_WRONG_THREAD.
 template <class Body>
 HRESULT OleGuard(CCmdTarget& target, Body&& body) noexcept {
+    if (!OleIsOnItsThread(target)) {
+        return RPC_E_WRONG_THREAD;
+    }
     return OleProtect([&]() -> HRESULT {
         const OleKeepAlive alive(target);
         return body();

@@ -35,6 +35,9 @@ bool MockContainer::WasCalled(const std::string& name) const {
 
 HRESULT MockContainer::Note(const char* name, HRESULT result) {
     m_calls.emplace_back(name);
+    if (onCall) {
+        onCall(name);
+    }
     return result;
 }
 

@@ -8,6 +8,7 @@
 #include <ole2.h>
 #include <olectl.h>
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -40,7 +41,8 @@ public:
     Habits habits;
     RECT position = {10, 20, 210, 120};
     RECT clip = {10, 20, 210, 120};
-    std::map<DISPID, VARIANT> ambients; ///< the values are not freed
+    std::map<DISPID, VARIANT> ambients;             ///< the values are not freed
+    std::function<void(const std::string&)> onCall; ///< run inside each call that is noted
 
     /// Takes a control: the mock keeps a reference and calls SetClientSite.
     void Embed(IUnknown* control);

@@ -1,0 +1,201 @@
+// The control's state through its four ways of keeping it.
+#include "ControlObject.h"
+
+#include <algorithm>
+#include <map>
+
+namespace {
+
+constexpr SIZEL kExtent = {5432, 6543};
+
+class PersistenceTest : public ControlObjectTest {
+protected:
+    PersistenceTest() : saved(CreateControl()) {
+        SIZEL extent = kExtent;
+        As<IPersistStreamInit>(saved.Get(), IID_IPersistStreamInit)->InitNew();
+        As<IOleObject>(saved.Get(), IID_IOleObject)->SetExtent(DVASPECT_CONTENT, &extent);
+    }
+
+    void TearDown() override {
+        saved.Reset();
+        ControlObjectTest::TearDown();
+    }
+
+    static SIZEL Extent(IUnknown* control) {
+        SIZEL extent = {};
+        As<IOleObject>(control, IID_IOleObject)->GetExtent(DVASPECT_CONTENT, &extent);
+        return extent;
+    }
+
+    static void ExpectSaved(IUnknown* control) {
+        EXPECT_EQ(kExtent.cx, Extent(control).cx);
+        EXPECT_EQ(kExtent.cy, Extent(control).cy);
+    }
+
+    /// The state as bytes.
+    std::vector<BYTE> State() {
+        const auto memory = As<IPersistMemory>(saved.Get(), IID_IPersistMemory);
+        ULONG size = 0;
+        EXPECT_EQ(S_OK, memory->GetSizeMax(&size));
+        std::vector<BYTE> bytes(size);
+        EXPECT_EQ(S_OK, memory->Save(bytes.data(), FALSE, size));
+        return bytes;
+    }
+
+    static HRESULT Load(IUnknown* control, const std::vector<BYTE>& bytes, size_t length) {
+        BYTE buffer[64] = {};
+        std::copy_n(bytes.begin(), length, buffer);
+        return As<IPersistMemory>(control, IID_IPersistMemory)->Load(buffer, static_cast<ULONG>(length));
+    }
+    static HRESULT Load(IUnknown* control, const std::vector<BYTE>& bytes) {
+        return Load(control, bytes, bytes.size());
+    }
+
+    ComPtr<IUnknown> saved;
+};
+
+/// Keeps named values; lives on the stack.
+class Bag final : public IPropertyBag {
+public:
+    ~Bag() {
+        for (auto& [name, value] : values)
+            VariantClear(&value);
+    }
+    STDMETHODIMP QueryInterface(REFIID, void** object) override {
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override {
+        const auto found = values.find(name);
+        return found == values.end() ? E_INVALIDARG : VariantCopy(value, &found->second);
+    }
+    STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override { return VariantCopy(&values[name], value); }
+
+    std::map<std::wstring, VARIANT> values;
+};
+
+ComPtr<IStream> Stream(const std::vector<BYTE>& bytes = {}) {
+    ComPtr<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, &stream);
+    stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    return stream;
+}
+
+} // namespace
+
+TEST_F(PersistenceTest, StreamRoundTrip) {
+    const auto from = As<IPersistStreamInit>(saved.Get(), IID_IPersistStreamInit);
+    const auto stream = Stream();
+    ULARGE_INTEGER size = {};
+    EXPECT_EQ(S_OK, from->GetSizeMax(&size));
+    ASSERT_EQ(S_OK, from->Save(stream.Get(), TRUE));
+    EXPECT_EQ(S_FALSE, from->IsDirty());
+    STATSTG written = {};
+    stream->Stat(&written, STATFLAG_NONAME);
+    EXPECT_EQ(size.QuadPart, written.cbSize.QuadPart);
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    const auto control = CreateControl();
+    ASSERT_EQ(S_OK, As<IPersistStreamInit>(control.Get(), IID_IPersistStreamInit)->Load(stream.Get()));
+    ExpectSaved(control.Get());
+    EXPECT_EQ(E_POINTER, from->Load(nullptr));
+    EXPECT_EQ(E_POINTER, from->Save(nullptr, TRUE));
+}
+
+TEST_F(PersistenceTest, StorageRoundTrip) {
+    ComPtr<IStorage> storage;
+    ASSERT_EQ(S_OK, StgCreateDocfile(
+                        nullptr, STGM_READWRITE | STGM_SHARE_EXCLUSIVE | STGM_CREATE | STGM_DELETEONRELEASE,
+                        0, &storage));
+    const auto from = As<IPersistStorage>(saved.Get(), IID_IPersistStorage);
+    ASSERT_EQ(S_OK, from->Save(storage.Get(), TRUE));
+    EXPECT_EQ(S_OK, from->SaveCompleted(nullptr));
+    EXPECT_EQ(S_OK, from->HandsOffStorage());
+    CLSID clsid = {};
+    EXPECT_EQ(S_OK, ReadClassStg(storage.Get(), &clsid));
+    EXPECT_EQ(kControlClass, clsid);
+    const auto control = CreateControl();
+    ASSERT_EQ(S_OK, As<IPersistStorage>(control.Get(), IID_IPersistStorage)->Load(storage.Get()));
+    ExpectSaved(control.Get());
+    EXPECT_EQ(CO_E_ALREADYINITIALIZED,
+              As<IPersistStorage>(control.Get(), IID_IPersistStorage)->Load(storage.Get()));
+}
+
+TEST_F(PersistenceTest, StorageWithoutTheStateIsRefused) {
+    ComPtr<IStorage> storage;
+    ASSERT_EQ(S_OK, StgCreateDocfile(
+                        nullptr, STGM_READWRITE | STGM_SHARE_EXCLUSIVE | STGM_CREATE | STGM_DELETEONRELEASE,
+                        0, &storage));
+    EXPECT_EQ(STG_E_FILENOTFOUND, As<IPersistStorage>(saved.Get(), IID_IPersistStorage)->Load(storage.Get()));
+}
+
+TEST_F(PersistenceTest, PropertyBagRoundTrip) {
+    Bag bag;
+    ASSERT_EQ(S_OK, As<IPersistPropertyBag>(saved.Get(), IID_IPersistPropertyBag)->Save(&bag, TRUE, TRUE));
+    EXPECT_EQ(1U, bag.values.count(L"_Version"));
+    const auto control = CreateControl();
+    ASSERT_EQ(S_OK, As<IPersistPropertyBag>(control.Get(), IID_IPersistPropertyBag)->Load(&bag, nullptr));
+    ExpectSaved(control.Get());
+}
+
+TEST_F(PersistenceTest, EmptyPropertyBagGivesADefaultControl) {
+    Bag bag;
+    const SIZEL initial = Extent(CreateControl().Get());
+    EXPECT_EQ(S_OK, As<IPersistPropertyBag>(saved.Get(), IID_IPersistPropertyBag)->Load(&bag, nullptr));
+    EXPECT_EQ(initial.cx, Extent(saved.Get()).cx);
+}
+
+TEST_F(PersistenceTest, MemoryRoundTrip) {
+    const std::vector<BYTE> bytes = State();
+    const auto control = CreateControl();
+    ASSERT_EQ(S_OK, Load(control.Get(), bytes));
+    ExpectSaved(control.Get());
+    std::vector<BYTE> small(bytes.size() - 1);
+    EXPECT_EQ(STG_E_MEDIUMFULL, As<IPersistMemory>(control.Get(), IID_IPersistMemory)
+                                    ->Save(small.data(), TRUE, static_cast<ULONG>(small.size())));
+}
+
+TEST_F(PersistenceTest, StateOfAnotherVersionIsRefused) {
+    std::vector<BYTE> bytes = State();
+    ASSERT_GE(bytes.size(), sizeof(DWORD));
+    DWORD version = 0;
+    CopyMemory(&version, bytes.data(), sizeof version);
+    EXPECT_EQ(0x10000U, version) << "major 1, minor 0";
+    for (const DWORD other : {0U, 0x10001U, 0x20000U, 0xffffffffU}) {
+        CopyMemory(bytes.data(), &other, sizeof other);
+        const auto control = CreateControl();
+        EXPECT_TRUE(FAILED(Load(control.Get(), bytes))) << other;
+        EXPECT_NE(kExtent.cx, Extent(control.Get()).cx);
+        EXPECT_TRUE(
+            FAILED(As<IPersistStreamInit>(control.Get(), IID_IPersistStreamInit)->Load(Stream(bytes).Get())));
+        Bag bag;
+        Value number(static_cast<LONG>(other));
+        bag.Write(L"_Version", &number.Get());
+        EXPECT_TRUE(
+            FAILED(As<IPersistPropertyBag>(control.Get(), IID_IPersistPropertyBag)->Load(&bag, nullptr)));
+    }
+}
+
+TEST_F(PersistenceTest, CutOffStateIsRefusedAtEveryLength) {
+    const std::vector<BYTE> bytes = State();
+    for (size_t length = 0; length < bytes.size(); ++length) {
+        const auto control = CreateControl();
+        const SIZEL initial = Extent(control.Get());
+        EXPECT_TRUE(FAILED(Load(control.Get(), bytes, length))) << length;
+        EXPECT_EQ(initial.cx, Extent(control.Get()).cx);
+        EXPECT_EQ(initial.cy, Extent(control.Get()).cy);
+    }
+}
+
+TEST_F(PersistenceTest, TheParameterIsNotPartOfTheState) {
+    Value text(L"Q:\\somewhere");
+    Invoke(Automation(saved.Get()).Get(), kInputParameter, DISPATCH_PROPERTYPUT, {text.Get()});
+    const std::vector<BYTE> bytes = State();
+    const auto control = CreateControl();
+    ASSERT_EQ(S_OK, Load(control.Get(), bytes));
+    EXPECT_EQ(L"", InputParameter(Automation(control.Get()).Get()));
+    EXPECT_EQ(S_OK, As<IPersistMemory>(saved.Get(), IID_IPersistMemory)->IsDirty())
+        << "saved without clearing";
+}

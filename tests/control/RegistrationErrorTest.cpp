@@ -1,0 +1,101 @@
+// Registration when the registry does not play along. Everything under HKEY_CLASSES_ROOT is a key of the
+// test's own; a key that is volatile cannot get the lasting keys that registration makes.
+#include "ControlObject.h"
+
+#include <stdexcept>
+
+namespace {
+
+constexpr wchar_t kTestRoot[] = L"Software\\MxovRegistrationTest";
+constexpr wchar_t kControlKey[] = L"CLSID\\{6406FF95-0F04-4382-852B-89E0979EAEE8}";
+constexpr wchar_t kPageKey[] = L"CLSID\\{D282CB0E-7C46-48A7-B12A-E3137955F8C1}";
+constexpr wchar_t kLibraryKey[] = L"TypeLib\\{D14D7A76-F727-49FE-ADA4-641D4B61ED73}";
+constexpr wchar_t kProgId[] = L"MXOVTREETAB.MXOVDocViewCtrlVS2015.13";
+
+class RegistrationErrorTest : public testing::Test {
+protected:
+    RegistrationErrorTest() {
+        RegDeleteTreeW(HKEY_CURRENT_USER, kTestRoot);
+        if (RegCreateKeyExW(HKEY_CURRENT_USER, kTestRoot, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &m_root,
+                            nullptr) ||
+            RegOverridePredefKey(HKEY_CLASSES_ROOT, m_root))
+            throw std::runtime_error("no private registry");
+    }
+    ~RegistrationErrorTest() override {
+        RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
+        RegCloseKey(m_root);
+        RegDeleteTreeW(HKEY_CURRENT_USER, kTestRoot);
+    }
+
+    static bool Exists(const std::wstring& path) {
+        HKEY key = nullptr;
+        if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_READ, &key))
+            return false;
+        RegCloseKey(key);
+        return true;
+    }
+
+    /// A key below which nothing lasting can be made.
+    static void Block(const wchar_t* path) {
+        HKEY key = nullptr;
+        ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExW(HKEY_CLASSES_ROOT, path, 0, nullptr, REG_OPTION_VOLATILE,
+                                                 KEY_ALL_ACCESS, nullptr, &key, nullptr));
+        RegCloseKey(key);
+    }
+
+    [[nodiscard]] HRESULT Register() const { return m_module.Call("DllRegisterServer"); }
+    [[nodiscard]] HRESULT Unregister() const { return m_module.Call("DllUnregisterServer"); }
+
+    static void ExpectClasses(bool there) {
+        EXPECT_EQ(there, Exists(kControlKey));
+        EXPECT_EQ(there, Exists(kPageKey));
+        EXPECT_EQ(there, Exists(kProgId));
+    }
+
+private:
+    HKEY m_root = nullptr;
+    ControlModule m_module;
+};
+
+} // namespace
+
+TEST_F(RegistrationErrorTest, RegistersAndUnregistersWithoutTrace) {
+    EXPECT_EQ(S_OK, Register());
+    ExpectClasses(true);
+    EXPECT_TRUE(Exists(kLibraryKey));
+    EXPECT_EQ(S_OK, Unregister());
+    ExpectClasses(false);
+    EXPECT_FALSE(Exists(kLibraryKey));
+}
+
+TEST_F(RegistrationErrorTest, TypeLibraryThatCannotBeRegisteredStopsIt) {
+    Block(L"TypeLib");
+    EXPECT_EQ(SELFREG_E_TYPELIB, Register());
+    ExpectClasses(false);
+}
+
+TEST_F(RegistrationErrorTest, ClassThatCannotBeRegisteredIsTold) {
+    Block(L"CLSID");
+    EXPECT_EQ(SELFREG_E_CLASS, Register());
+    ExpectClasses(false);
+    EXPECT_TRUE(Exists(kLibraryKey)) << "the type library stays registered";
+}
+
+TEST_F(RegistrationErrorTest, ClassThatFailsHalfwayLeavesNothingOfItself) {
+    Block(kProgId);
+    EXPECT_EQ(SELFREG_E_CLASS, Register());
+    EXPECT_FALSE(Exists(kControlKey));
+}
+
+TEST_F(RegistrationErrorTest, UnregisteringTwiceFailsAtTheTypeLibrary) {
+    ASSERT_EQ(S_OK, Register());
+    ASSERT_EQ(S_OK, Unregister());
+    EXPECT_EQ(SELFREG_E_TYPELIB, Unregister());
+}
+
+TEST_F(RegistrationErrorTest, UnregisteringWithoutTheTypeLibraryLeavesTheClasses) {
+    ASSERT_EQ(S_OK, Register());
+    ASSERT_EQ(ERROR_SUCCESS, RegDeleteTreeW(HKEY_CLASSES_ROOT, kLibraryKey));
+    EXPECT_EQ(SELFREG_E_TYPELIB, Unregister());
+    ExpectClasses(true);
+}

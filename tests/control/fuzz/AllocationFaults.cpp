@@ -1,0 +1,272 @@
+#include "Fuzz.h"
+#include "HostedControl.h"
+#include "ImportHook.h"
+#include "PackageBuilder.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+
+namespace {
+
+/// Allocations of the module are counted; the one with this number fails.
+uint64_t allocation = 0;
+uint64_t failing = 0; // 0: none
+bool counting = false;
+int64_t outstanding = 0; // blocks of the module's own heap
+
+bool Fails() {
+    return counting && ++allocation == failing;
+}
+
+decltype(&std::malloc) realMalloc;
+decltype(&std::calloc) realCalloc;
+decltype(&std::realloc) realRealloc;
+decltype(&std::free) realFree;
+decltype(&CoTaskMemAlloc) realTaskAlloc;
+decltype(&SysAllocString) realSysAllocString;
+decltype(&SysAllocStringLen) realSysAllocStringLen;
+
+void* FailingMalloc(size_t size) {
+    void* const block = Fails() ? nullptr : realMalloc(size);
+    outstanding += block != nullptr;
+    return block;
+}
+void* FailingCalloc(size_t count, size_t size) {
+    void* const block = Fails() ? nullptr : realCalloc(count, size);
+    outstanding += block != nullptr;
+    return block;
+}
+void* FailingRealloc(void* old, size_t size) {
+    void* const block = Fails() ? nullptr : realRealloc(old, size);
+    outstanding += block && !old;
+    return block;
+}
+void CountedFree(void* block) {
+    outstanding -= block != nullptr;
+    realFree(block);
+}
+LPVOID WINAPI FailingTaskAlloc(SIZE_T size) {
+    return Fails() ? nullptr : realTaskAlloc(size);
+}
+BSTR WINAPI FailingSysAllocString(const OLECHAR* text) {
+    return Fails() ? nullptr : realSysAllocString(text);
+}
+BSTR WINAPI FailingSysAllocStringLen(const OLECHAR* text, UINT length) {
+    return Fails() ? nullptr : realSysAllocStringLen(text, length);
+}
+
+template <class Function>
+void Hook(HMODULE module, const char* name, Function* replacement, Function*& real) {
+    real = reinterpret_cast<Function*>(HookImport(module, name, reinterpret_cast<void*>(replacement)));
+    if (!real)
+        throw std::runtime_error(std::string("the module does not import ") + name);
+}
+
+void HookAllocations(HMODULE module) {
+    Hook(module, "malloc", FailingMalloc, realMalloc);
+    Hook(module, "calloc", FailingCalloc, realCalloc);
+    Hook(module, "realloc", FailingRealloc, realRealloc);
+    Hook(module, "free", CountedFree, realFree);
+    Hook(module, "CoTaskMemAlloc", FailingTaskAlloc, realTaskAlloc);
+    Hook(module, "SysAllocString", FailingSysAllocString, realSysAllocString);
+    Hook(module, "SysAllocStringLen", FailingSysAllocStringLen, realSysAllocStringLen);
+}
+
+struct Method {
+    const char* name;
+    bool active; // on a control with a window
+    std::function<HRESULT(HostedControl&)> call;
+};
+
+template <class Interface>
+ComPtr<Interface> As(const HostedControl& control, REFIID iid) {
+    ComPtr<Interface> found;
+    control.Automation()->QueryInterface(iid, reinterpret_cast<void**>(found.GetAddressOf()));
+    return found;
+}
+
+HRESULT SaveAndLoad(HostedControl& control, bool load) {
+    ComPtr<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, &stream);
+    const auto persist = As<IPersistStreamInit>(control, IID_IPersistStreamInit);
+    const HRESULT saved = persist->Save(stream.Get(), TRUE);
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    return load && SUCCEEDED(saved) ? persist->Load(stream.Get()) : saved;
+}
+
+HRESULT Draw(HostedControl& control) {
+    const HDC screen = GetDC(nullptr);
+    const HDC dc = CreateEnhMetaFileW(screen, nullptr, nullptr, nullptr);
+    const RECTL bounds = {0, 0, 50, 50};
+    const HRESULT drawn =
+        As<IViewObject2>(control, IID_IViewObject2)
+            ->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &bounds, &bounds, nullptr, 0);
+    DeleteEnhMetaFile(CloseEnhMetaFile(dc));
+    ReleaseDC(nullptr, screen);
+    return drawn;
+}
+
+HRESULT Connect(HostedControl& control) {
+    MockSink sink(kEventInterface);
+    ComPtr<IConnectionPoint> point;
+    const HRESULT found = As<IConnectionPointContainer>(control, IID_IConnectionPointContainer)
+                              ->FindConnectionPoint(kEventInterface, &point);
+    if (FAILED(found))
+        return found;
+    DWORD cookie = 0;
+    const HRESULT connected = point->Advise(static_cast<IDispatch*>(&sink), &cookie);
+    if (FAILED(connected))
+        return connected;
+    ComPtr<IEnumConnections> connections;
+    const HRESULT listed = point->EnumConnections(&connections);
+    connections.Reset();
+    point->Unadvise(cookie);
+    return listed;
+}
+
+HRESULT Names(HostedControl& control) {
+    wchar_t name[] = L"LoadFile";
+    wchar_t folder[] = L"bstrExtractedFolderPath";
+    LPOLESTR names[] = {name, folder};
+    DISPID ids[2] = {};
+    return control.Automation()->GetIDsOfNames(IID_NULL, names, 2, LOCALE_USER_DEFAULT, ids);
+}
+
+HRESULT UserType(HostedControl& control) {
+    LPOLESTR type = nullptr;
+    const HRESULT given = As<IOleObject>(control, IID_IOleObject)->GetUserType(USERCLASSTYPE_FULL, &type);
+    CoTaskMemFree(type);
+    return given;
+}
+
+HRESULT Pages(HostedControl& control) {
+    CAUUID pages = {};
+    const HRESULT given = As<ISpecifyPropertyPages>(control, IID_ISpecifyPropertyPages)->GetPages(&pages);
+    CoTaskMemFree(pages.pElems);
+    return given;
+}
+
+HRESULT Verbs(HostedControl& control) {
+    ComPtr<IEnumOLEVERB> verbs;
+    return As<IOleObject>(control, IID_IOleObject)->EnumVerbs(&verbs);
+}
+
+HRESULT Formats(HostedControl& control) {
+    ComPtr<IEnumFORMATETC> formats;
+    return As<IDataObject>(control, IID_IDataObject)->EnumFormatEtc(DATADIR_GET, &formats);
+}
+
+std::vector<Method> Methods(VARIANT folder) {
+    const auto member = [](DISPID id, std::vector<VARIANT> arguments, WORD flags = DISPATCH_METHOD) {
+        return [=](HostedControl& control) { return Invoke(control.Automation(), id, flags, arguments); };
+    };
+    Value number(100L);
+    std::vector<Method> methods;
+    for (const bool active : {false, true}) {
+        methods.insert(
+            methods.end(),
+            {{"LoadFile", active, member(kLoadFile, {folder, folder})},
+             {"InputParameter (put)", active, member(kInputParameter, {folder}, DISPATCH_PROPERTYPUT)},
+             {"InputParameter (get)", active,
+              [](HostedControl& control) {
+                  Value value;
+                  return Invoke(control.Automation(), kInputParameter, DISPATCH_PROPERTYGET, {},
+                                &value.Get());
+              }},
+             {"OnSizeChange", active, member(kOnSizeChange, {number.Get(), number.Get()})},
+             {"ClearAllData", active, member(kClearAllData, {})},
+             {"Close", active, member(kClose, {})},
+             {"AboutBox", active, member(kAboutBox, {})},
+             {"GetIDsOfNames", active, Names},
+             {"IPersistStreamInit::Save", active,
+              [](HostedControl& control) { return SaveAndLoad(control, false); }},
+             {"IPersistStreamInit::Load", active,
+              [](HostedControl& control) { return SaveAndLoad(control, true); }},
+             {"IViewObject::Draw", active, Draw},
+             {"IConnectionPoint", active, Connect},
+             {"IOleObject::GetUserType", active, UserType},
+             {"IOleObject::EnumVerbs", active, Verbs},
+             {"ISpecifyPropertyPages::GetPages", active, Pages},
+             {"IDataObject::EnumFormatEtc", active, Formats},
+             {"IOleObject::DoVerb", active, [](HostedControl& control) { return control.Activate(); }},
+             {"IOleObject::Close", active, [](HostedControl& control) {
+                  return As<IOleObject>(control, IID_IOleObject)->Close(OLECLOSE_NOSAVE);
+              }}});
+    }
+    return methods;
+}
+
+/// One call with the given allocation failing. FALSE when the call made fewer allocations.
+bool CallWithFault(const Method& method, uint64_t number, Plant plant) {
+    HostedControl control;
+    if (method.active && control.Activate() != S_OK)
+        throw std::runtime_error(std::string(method.name) + ": a sound activation failed");
+    allocation = 0;
+    failing = number;
+    counting = true;
+    const HRESULT result = method.call(control);
+    if (number == 3)
+        Spring(plant);
+    counting = false;
+    const bool reached = allocation >= number;
+    HostedControl::Pump();
+    if (!reached && FAILED(result))
+        throw std::runtime_error(std::string(method.name) + ": fails without a fault");
+    // Whatever failed, the next call works.
+    Value number1(1L);
+    if (Invoke(control.Automation(), kOnSizeChange, DISPATCH_METHOD, {number1.Get(), number1.Get()}) != S_OK)
+        throw std::runtime_error(std::string(method.name) + ": the control is of no use afterwards");
+    return reached;
+}
+
+void CreateWithFaults(const ControlModule& module, uint64_t& faults) {
+    for (uint64_t number = 1;; ++number) {
+        ComPtr<IUnknown> control;
+        allocation = 0;
+        failing = number;
+        counting = true;
+        const HRESULT created = CoCreateInstance(kControlClass, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
+                                                 reinterpret_cast<void**>(control.GetAddressOf()));
+        counting = false;
+        if (allocation < number)
+            return;
+        ++faults;
+        if (SUCCEEDED(created) != (control.Get() != nullptr))
+            throw std::runtime_error("creation tells what is not so");
+        control.Reset();
+        if (module.Call("DllCanUnloadNow") != S_OK)
+            throw std::runtime_error("a control that was not made holds the module");
+    }
+}
+
+} // namespace
+
+std::string FailAllocations(Plant plant) {
+    const PackageBuilder package;
+    const ControlModule module;
+    Value folder(package.Path());
+    const std::vector<Method> methods = Methods(folder.Get());
+    for (const Method& method : methods) // fills the caches that last as long as the module
+        CallWithFault(method, ~uint64_t{0}, Plant::kNone);
+    HookAllocations(module.Handle());
+    std::string found;
+    uint64_t faults = 0;
+    CreateWithFaults(module, faults);
+    for (const Method& method : methods) {
+        const int64_t before = outstanding;
+        uint64_t number = 1;
+        while (CallWithFault(method, number, plant))
+            ++number;
+        faults += number - 1;
+        const int64_t left = outstanding - before;
+        std::printf("%s%s: %llu allocations, %lld blocks left\n", method.name,
+                    method.active ? " (active)" : "", static_cast<unsigned long long>(number - 1),
+                    static_cast<long long>(left));
+        std::fflush(stdout);
+        if (left > 0)
+            found += std::string(method.name) + " leaks; ";
+    }
+    std::printf("%llu faults\n", static_cast<unsigned long long>(faults));
+    return found;
+}

@@ -1,0 +1,93 @@
+// control_fuzz RUN [COUNT] [SEED] [crash|leak|hang]: hammers the registered control. Prints "done" and ends
+// with 0 when nothing was found, with 3 when something was; a crash ends it with 99.
+#include "Fuzz.h"
+
+#include <windows.h>
+
+#include <ole2.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+
+namespace {
+
+constexpr int kFound = 3;
+constexpr int kUsage = 2;
+constexpr UINT kCrashed = 99;
+
+LONG WINAPI ReportCrash(EXCEPTION_POINTERS* info) {
+    const auto* address = static_cast<const BYTE*>(info->ExceptionRecord->ExceptionAddress);
+    HMODULE module = nullptr;
+    char name[MAX_PATH] = "?";
+    if (GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                               GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                           reinterpret_cast<LPCSTR>(address), &module))
+        GetModuleFileNameA(module, name, MAX_PATH);
+    std::printf("crashed: code %08lx at %s + %llx\n", info->ExceptionRecord->ExceptionCode, name,
+                static_cast<unsigned long long>(address - reinterpret_cast<BYTE*>(module)));
+    std::fflush(stdout);
+    TerminateProcess(GetCurrentProcess(), kCrashed);
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+
+Plant PlantOf(const char* name) {
+    if (!std::strcmp(name, "crash"))
+        return Plant::kCrash;
+    if (!std::strcmp(name, "leak"))
+        return Plant::kLeak;
+    return std::strcmp(name, "hang") ? Plant::kNone : Plant::kHang;
+}
+
+std::string Run(const std::string& run, uint64_t count, uint32_t seed, Plant plant) {
+    if (run == "invoke")
+        return FuzzInvoke(count, seed, plant);
+    if (run == "messages")
+        return FuzzMessages(count, seed, plant);
+    if (run == "allocations")
+        return FailAllocations(plant);
+    if (run == "cycles")
+        return RunCycles(count, plant);
+    return "no such run: " + run;
+}
+
+} // namespace
+
+void Spring(Plant plant) {
+    if (plant == Plant::kCrash)
+        RaiseException(EXCEPTION_ACCESS_VIOLATION, 0, 0, nullptr);
+    if (plant == Plant::kHang)
+        Sleep(INFINITE);
+    if (plant == Plant::kLeak) {
+        constexpr size_t kBytes = 4096;
+        HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, kBytes);
+        CreateSolidBrush(RGB(1, 2, 3));
+    }
+}
+
+int main(int argc, char** argv) {
+    SetUnhandledExceptionFilter(ReportCrash);
+    if (argc < 2) {
+        std::puts("control_fuzz invoke|messages|allocations|cycles [COUNT] [SEED] [crash|leak|hang]");
+        return kUsage;
+    }
+    const uint64_t count = argc > 2 ? std::strtoull(argv[2], nullptr, 10) : 1000;
+    const auto seed = static_cast<uint32_t>(argc > 3 ? std::strtoul(argv[3], nullptr, 10) : 1);
+    std::string found;
+    OleInitialize(nullptr);
+    const ULONGLONG start = GetTickCount64();
+    try {
+        found = Run(argv[1], count, seed, PlantOf(argc > 4 ? argv[4] : ""));
+    } catch (const std::exception& error) {
+        found = error.what();
+    }
+    OleUninitialize();
+    std::printf("%s: %llu ms, seed %u\n", argv[1], GetTickCount64() - start, seed);
+    if (!found.empty()) {
+        std::printf("found: %s\n", found.c_str());
+        return kFound;
+    }
+    std::puts("done");
+    return 0;
+}

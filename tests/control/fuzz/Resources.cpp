@@ -1,0 +1,85 @@
+#include "Resources.h"
+
+#include "GdiObjectCount.h"
+
+#include <windows.h>
+
+#include <winternl.h>
+
+#include <array>
+#include <vector>
+
+namespace {
+
+/// User objects that can still be made tell how many there are.
+int UserObjects() {
+    constexpr int kAll = 0x10000;
+    std::vector<HMENU> menus;
+    while (const HMENU menu = CreateMenu())
+        menus.push_back(menu);
+    for (const HMENU menu : menus)
+        DestroyMenu(menu);
+    return kAll - static_cast<int>(menus.size());
+}
+
+int Handles() {
+    struct Handle {
+        ULONG process;
+        BYTE type;
+        BYTE flags;
+        USHORT value;
+        void* object;
+        ULONG access;
+    };
+    struct Table {
+        ULONG count;
+        Handle handles[1];
+    };
+    constexpr auto kHandleInformation = static_cast<SYSTEM_INFORMATION_CLASS>(16);
+    std::vector<BYTE> buffer(1 << 16);
+    ULONG needed = 0;
+    while (NtQuerySystemInformation(kHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()),
+                                    &needed) != 0)
+        buffer.resize(buffer.size() * 2);
+    const auto& table = *reinterpret_cast<const Table*>(buffer.data());
+    const Handle* const handles = table.handles;
+    int count = 0;
+    for (ULONG i = 0; i < table.count; ++i)
+        count += handles[i].process == GetCurrentProcessId();
+    return count;
+}
+
+size_t HeapBytes() {
+    constexpr DWORD kMost = 64;
+    std::array<HANDLE, kMost> heaps = {};
+    const DWORD count = GetProcessHeaps(kMost, heaps.data());
+    size_t bytes = 0;
+    for (DWORD i = 0; i < count && i < kMost; ++i) {
+        PROCESS_HEAP_ENTRY entry = {};
+        HeapLock(heaps[i]);
+        while (HeapWalk(heaps[i], &entry))
+            bytes += entry.wFlags & PROCESS_HEAP_ENTRY_BUSY ? entry.cbData : 0;
+        HeapUnlock(heaps[i]);
+    }
+    return bytes;
+}
+
+} // namespace
+
+Resources Resources::Count() {
+    return {GdiObjectCount(), UserObjects(), Handles(), HeapBytes()};
+}
+
+std::string Resources::GrowthSince(const Resources& before, size_t slack) const {
+    std::string growth;
+    const auto note = [&](const char* what, size_t then, size_t now) {
+        if (now > then)
+            growth += std::string(what) + ": " + std::to_string(then) + " to " + std::to_string(now) + "; ";
+    };
+    note("GDI objects", static_cast<size_t>(before.gdiObjects), static_cast<size_t>(gdiObjects));
+    note("user objects", static_cast<size_t>(before.userObjects), static_cast<size_t>(userObjects));
+    note("handles", static_cast<size_t>(before.handles), static_cast<size_t>(handles));
+    if (heapBytes > before.heapBytes + slack)
+        note("heap bytes", before.heapBytes, heapBytes);
+    return growth;
+}
