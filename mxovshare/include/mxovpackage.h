@@ -63,4 +63,16 @@ MXOVSHARE_API PackageResult VerifyPackage(const std::wstring& file,
 MXOVSHARE_API PackageResult ReadInformation(const std::wstring& file,
                                             std::vector<InformationSection>& sections) noexcept;
 
+/// What the package file was when `folder` was last unpacked from it or saved to it, as one word to keep with
+/// the folder; empty for a folder that this process knows nothing of.
+MXOVSHARE_API std::wstring StampOfFolder(const std::wstring& folder) noexcept;
+
+/// Continues with a folder that another process unpacked from `file`, with the stamp kept then. Saving asks
+/// before it replaces a file of another stamp.
+MXOVSHARE_API void ResumeFolder(const std::wstring& folder, const std::wstring& file,
+                                const std::wstring& stamp) noexcept;
+
+/// Whether a save of `folder` failed or was cancelled since this was last asked or the folder was last saved.
+[[nodiscard]] MXOVSHARE_API bool TakeSaveFailure(const std::wstring& folder) noexcept;
+
 } // namespace mxovshare

@@ -5,6 +5,7 @@
 #include "package/DiskFile.h"
 #include "package/EntryReader.h"
 #include "package/FileTimes.h"
+#include "package/OpenFolders.h"
 #include "package/PackageContent.h"
 #include "package/PackFolder.h"
 #include "package/Unpack.h"
@@ -53,7 +54,11 @@ PackageResult ListPackage(const std::wstring& file, std::vector<PackageEntry>& e
 
 PackageResult UnpackPackage(const std::wstring& file, const std::wstring& folder,
                             PackageProgress* progress) noexcept {
-    return RunPackageWork(file, [&] { UnpackInto(file, folder, progress); });
+    return RunPackageWork(file, [&] {
+        const std::wstring stamp = StampOfPackage(file);
+        UnpackInto(file, folder, progress);
+        NoteFolder(folder, file, stamp);
+    });
 }
 
 PackageResult VerifyPackage(const std::wstring& file, PackageProgress* progress) noexcept {

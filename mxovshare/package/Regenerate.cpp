@@ -6,6 +6,7 @@
 #include "ini/IniStore.h"
 #include "package/FolderPath.h"
 #include "package/Notice.h"
+#include "package/OpenFolders.h"
 #include "package/PackageWork.h"
 #include "package/PackFolder.h"
 #include "package/ProgressWindow.h"
@@ -123,14 +124,19 @@ void Save(const std::wstring& folder, const std::wstring& file, const std::wstri
 } // namespace
 
 void Utils::ReGenerateOrvandoFile(std::wstring packageFolder, std::wstring packageFile, std::wstring text) {
-    const PackageResult result = RunPackageWork(packageFile, [&] { Save(packageFolder, packageFile, text); });
-    if (result.ok)
-        return;
+    const PackageResult result = RunPackageWork(packageFile, [&] {
+        ConfirmReplacement(packageFolder, packageFile);
+        Save(packageFolder, packageFile, text);
+    });
     RunPackageWork(packageFile, [&] {
+        if (result.ok)
+            return;
         const std::wstring reason = result.cancelled ? L"You cancelled it" : result.message;
         TellUser(L"The package \"" + packageFile + L"\" was not saved:\n\n" + reason +
                  L".\n\nThe package file is as it was before. Your changes are still in the open package.");
     });
+    // Hosts look at it at any time: not before the user has read the message.
+    RunPackageWork(packageFile, [&] { NoteSave(packageFolder, packageFile, result.ok); });
 }
 
 } // namespace mxovshare

@@ -5,7 +5,7 @@ foreach(name ByteSource CaseFold Deflate EntryName EntryReader JobQueue PackageE
     list(APPEND ZIP_SOURCES ${CMAKE_CURRENT_LIST_DIR}/${name}.cpp)
 endforeach()
 set(MXOV_PACKAGE_SOURCES ${ZIP_SOURCES})
-foreach(name DiskFile FilePieces FileTimes FolderPath FolderScan Notice PackageApi PackageContent PackageWork PackFolder
-             ProgressWindow Regenerate Unchanged Unpack)
+foreach(name DiskFile FilePieces FileTimes FolderPath FolderScan Notice OpenFolders PackageApi PackageContent
+             PackageWork PackFolder ProgressWindow Regenerate Unchanged Unpack)
     list(APPEND MXOV_PACKAGE_SOURCES ${CMAKE_CURRENT_LIST_DIR}/${name}.cpp)
 endforeach()

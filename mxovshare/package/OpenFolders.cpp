@@ -1,0 +1,118 @@
+#include "package/OpenFolders.h"
+
+#include "host/FileHandle.h"
+#include "host/LongPath.h"
+#include "package/FolderPath.h"
+#include "package/Notice.h"
+#include "package/PackageWork.h"
+
+#include <algorithm>
+#include <mutex>
+#include <utility>
+
+namespace mxovshare {
+
+namespace {
+
+struct OpenFolder {
+    std::wstring folder;
+    std::wstring file;
+    std::wstring stamp;
+    bool saveFailed = false;
+};
+
+// Packages are unpacked and saved on several threads.
+std::mutex g_lock;
+std::vector<OpenFolder> g_folders;
+
+// The entry of a folder, or null; under the lock.
+OpenFolder* Find(const std::wstring& folder) {
+    const std::wstring path = FolderPath(folder);
+    const auto found = std::ranges::find_if(
+        g_folders, [&path](const OpenFolder& entry) { return IsSamePath(entry.folder, path); });
+    return found != g_folders.end() ? &*found : nullptr;
+}
+
+OpenFolder& FindOrAdd(const std::wstring& folder) {
+    if (OpenFolder* entry = Find(folder))
+        return *entry;
+    g_folders.push_back({.folder = FolderPath(folder), .file = {}, .stamp = {}});
+    return g_folders.back();
+}
+
+bool IsChangedByOthers(const std::wstring& folder, const std::wstring& file) {
+    const std::wstring now = StampOfPackage(file);
+    const std::lock_guard guard(g_lock);
+    const OpenFolder* entry = Find(folder);
+    return entry != nullptr && !now.empty() && !entry->stamp.empty() && now != entry->stamp &&
+           IsSamePath(FolderPath(entry->file), FolderPath(file));
+}
+
+} // namespace
+
+std::wstring StampOfPackage(const std::wstring& file) {
+    constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const FileHandle handle(CreateFileW(LongPath(file).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
+                                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    BY_HANDLE_FILE_INFORMATION about = {};
+    if (!handle || GetFileInformationByHandle(handle.Get(), &about) == FALSE)
+        return {};
+    std::wstring stamp;
+    for (const DWORD part : {about.nFileSizeHigh, about.nFileSizeLow, about.ftLastWriteTime.dwHighDateTime,
+                             about.ftLastWriteTime.dwLowDateTime, about.dwVolumeSerialNumber,
+                             about.nFileIndexHigh, about.nFileIndexLow})
+        stamp += (stamp.empty() ? L"" : L"-") + std::to_wstring(part);
+    return stamp;
+}
+
+void NoteFolder(const std::wstring& folder, const std::wstring& file, const std::wstring& stamp) {
+    const std::lock_guard guard(g_lock);
+    OpenFolder& entry = FindOrAdd(folder);
+    entry.file = file;
+    entry.stamp = stamp;
+    entry.saveFailed = false;
+}
+
+void NoteSave(const std::wstring& folder, const std::wstring& file, bool ok) {
+    if (ok) {
+        NoteFolder(folder, file, StampOfPackage(file));
+        return;
+    }
+    const std::lock_guard guard(g_lock);
+    FindOrAdd(folder).saveFailed = true;
+}
+
+void ConfirmReplacement(const std::wstring& folder, const std::wstring& file) {
+    if (IsChangedByOthers(folder, file) &&
+        !AskUser(
+            L"The package \"" + file +
+            L"\" was changed by somebody else since it was opened here.\n\nDo you want to replace it with "
+            L"your own state? What the other one changed is then lost."))
+        throw Cancelled();
+}
+
+std::wstring StampOfFolder(const std::wstring& folder) noexcept {
+    std::wstring stamp;
+    RunPackageWork(folder, [&] {
+        const std::lock_guard guard(g_lock);
+        if (const OpenFolder* entry = Find(folder))
+            stamp = entry->stamp;
+    });
+    return stamp;
+}
+
+void ResumeFolder(const std::wstring& folder, const std::wstring& file, const std::wstring& stamp) noexcept {
+    RunPackageWork(file, [&] { NoteFolder(folder, file, stamp); });
+}
+
+bool TakeSaveFailure(const std::wstring& folder) noexcept {
+    bool failed = false;
+    RunPackageWork(folder, [&] {
+        const std::lock_guard guard(g_lock);
+        if (OpenFolder* entry = Find(folder))
+            failed = std::exchange(entry->saveFailed, false);
+    });
+    return failed;
+}
+
+} // namespace mxovshare

@@ -1,0 +1,123 @@
+// Package files that somebody else changes while they are open here, and saves that fail.
+#include "package/OpenFolders.h"
+#include "mxovpackage.h"
+#include "package/Notice.h"
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace mxovshare;
+
+namespace {
+
+int questions = 0;
+bool answer = false;
+std::vector<std::wstring> notices;
+
+class OpenFoldersTest : public testing::Test {
+protected:
+    void SetUp() override {
+        questions = 0;
+        answer = false;
+        notices.clear();
+        SetNoticeSink([](const std::wstring& text) { notices.push_back(text); });
+        SetQuestionSink([](const std::wstring& text) {
+            EXPECT_NE(text.find(L"p.mxov"), std::wstring::npos);
+            ++questions;
+            return answer;
+        });
+        m_source.Write(L"mxinfo.ini", "[FILEINFO]\r\nGCode=GCode\\a.nc\r\n");
+        m_source.Write(L"a.txt", "mine");
+        ASSERT_TRUE(CreatePackage(m_source.Path(), Package()).ok);
+        ASSERT_TRUE(UnpackPackage(Package(), Folder()).ok);
+    }
+    void TearDown() override {
+        SetNoticeSink(nullptr);
+        SetQuestionSink(nullptr);
+    }
+
+    std::wstring Package() const { return m_work / L"p.mxov"; }
+    std::wstring Folder() const { return m_work / L"open"; }
+    void Save() const { Utils::ReGenerateOrvandoFile(Folder() + L"\\", Package(), L"Edited"); }
+    void ChangeAsAnother() const {
+        m_source.Write(L"b.txt", "theirs");
+        ASSERT_TRUE(CreatePackage(m_source.Path(), Package()).ok);
+    }
+    bool Holds(const std::wstring& name) const {
+        std::vector<PackageEntry> entries;
+        EXPECT_TRUE(ListPackage(Package(), entries).ok);
+        return std::ranges::any_of(entries, [&](const PackageEntry& entry) { return entry.name == name; });
+    }
+
+    TempFolder m_source;
+    TempFolder m_work;
+};
+
+TEST_F(OpenFoldersTest, OwnSavesAreNotAskedAbout) {
+    Save();
+    Save();
+    EXPECT_EQ(questions, 0);
+    EXPECT_TRUE(notices.empty());
+    EXPECT_FALSE(TakeSaveFailure(Folder()));
+}
+
+TEST_F(OpenFoldersTest, NoKeepsWhatTheOtherOneSaved) {
+    ChangeAsAnother();
+    Save();
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(notices.size(), 1u);
+    EXPECT_TRUE(Holds(L"b.txt"));
+    EXPECT_TRUE(INIFile::GetSectionNamesFromINI(L"FILE_HISTORY", Folder() + L"\\mxinfo.ini").empty());
+    EXPECT_TRUE(TakeSaveFailure(Folder()));
+    EXPECT_FALSE(TakeSaveFailure(Folder()));
+}
+
+TEST_F(OpenFoldersTest, YesReplacesItAndIsNotAskedAgain) {
+    ChangeAsAnother();
+    answer = true;
+    Save();
+    EXPECT_FALSE(Holds(L"b.txt"));
+    Save();
+    EXPECT_EQ(questions, 1);
+}
+
+TEST_F(OpenFoldersTest, AnotherFileOfTheSameSizeAndTimeIsNoticed) {
+    ASSERT_TRUE(CopyFileW(Package().c_str(), (m_work / L"copy").c_str(), TRUE));
+    ASSERT_TRUE(MoveFileExW((m_work / L"copy").c_str(), Package().c_str(), MOVEFILE_REPLACE_EXISTING));
+    Save();
+    EXPECT_EQ(questions, 1);
+}
+
+TEST_F(OpenFoldersTest, AMissingPackageAndAnotherOneAreWrittenWithoutAsking) {
+    ASSERT_TRUE(DeleteFileW(Package().c_str()));
+    Save();
+    m_work.Write(L"other.mxov", "something");
+    Utils::ReGenerateOrvandoFile(Folder(), m_work / L"other.mxov", L"Copied");
+    EXPECT_EQ(questions, 0);
+    EXPECT_TRUE(notices.empty());
+}
+
+TEST_F(OpenFoldersTest, AResumedFolderIsGuardedByTheKeptStamp) {
+    const std::wstring stamp = StampOfFolder(Folder() + L"\\");
+    EXPECT_EQ(stamp, StampOfPackage(Package()));
+    ResumeFolder(m_source.Path(), Package(), stamp);
+    EXPECT_EQ(StampOfFolder(m_source.Path()), stamp);
+    Save(); // from elsewhere
+    Utils::ReGenerateOrvandoFile(m_source.Path(), Package(), L"Edited");
+    EXPECT_EQ(questions, 1);
+}
+
+TEST_F(OpenFoldersTest, AFailedSaveIsKnownUntilItIsTakenOrMendedBySaving) {
+    const std::wstring hindrance = m_work / L"none\\p.mxov";
+    Utils::ReGenerateOrvandoFile(Folder(), hindrance, L"Edited");
+    EXPECT_EQ(notices.size(), 1u);
+    Save();
+    EXPECT_FALSE(TakeSaveFailure(Folder()));
+    Utils::ReGenerateOrvandoFile(Folder(), hindrance, L"Edited");
+    EXPECT_TRUE(TakeSaveFailure(Folder()));
+    EXPECT_TRUE(StampOfFolder(m_work / L"unknown").empty());
+}
+
+} // namespace
