@@ -1,11 +1,8 @@
 // What closes the popup, worked with the system's own mouse, and what remains then.
 #include "PopupFixture.h"
 
-#include "GdiObjectCount.h"
 #include "package/RecordLists.h"
 #include "RealMouse.h"
-
-#include <thread>
 
 namespace {
 
@@ -203,25 +200,4 @@ TEST_F(MXOVPopupClosingTest, DialogKeysWorkInAnyMessageLoop) {
     EXPECT_TRUE(PumpUntil([&] { return GetFocus() != Item(IDC_DESCRIPTION); }));
     EXPECT_TRUE(Popup()) << "Escape";
     EXPECT_TRUE(IsWindowVisible(Popup()));
-}
-
-TEST(MXOVPopupCycles, LeaveNoGdiObjects) {
-    // On a thread of its own: the hooks that remain end with it.
-    std::thread([] {
-        class Cycles : public PopupFixture {
-        public:
-            void TestBody() override {}
-            void Run(int count) {
-                for (int i = 0; i < count; ++i) {
-                    Fill(DocumentCategory::PartAssembly);
-                    MXOVPopupDlg::Current()->ShowWindow(SW_SHOW);
-                    MXOVPopupDlg::CloseOf(m_owner);
-                }
-            }
-        } cycles;
-        cycles.Run(5);
-        const int before = GdiObjectCount();
-        cycles.Run(100);
-        EXPECT_NEAR(GdiObjectCount(), before, 3);
-    }).join();
 }

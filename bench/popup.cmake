@@ -1,0 +1,6 @@
+# The properties popup; its owner window and documents are those of the tests.
+set(popup_test_folder ${CMAKE_SOURCE_DIR}/tests/MXOVDocViewCtrl/popup)
+mxov_bench(popup_bench
+    SOURCES popup_bench.cpp ${popup_test_folder}/PopupFixture.cpp
+    LIBRARIES mxov_popup mxov_resources)
+target_include_directories(popup_bench PRIVATE ${popup_test_folder})
