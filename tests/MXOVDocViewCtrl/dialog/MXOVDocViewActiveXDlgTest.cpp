@@ -1,6 +1,6 @@
 #include "DialogFixture.h"
 
-#include "package/RecordLists.h"
+#include "GdiObjectCount.h"
 
 #include <commctrl.h>
 
@@ -167,6 +167,21 @@ TEST_F(MXOVDocViewActiveXDlgTest, CanBeCreatedAgain) {
     const auto images =
         reinterpret_cast<HIMAGELIST>(SendMessageW(Item(IDC_PART_LIST), LVM_GETIMAGELIST, LVSIL_SMALL, 0));
     EXPECT_EQ(ImageList_GetImageCount(images), 3);
+}
+
+TEST_F(MXOVDocViewActiveXDlgTest, LeavesNoGdiObjectsBehind) {
+    const auto cycle = [this] {
+        m_dialog.DestroyWindow();
+        Create();
+        Load();
+    };
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n[REFERANCE_FILE_1]\nFilePath=C:\\a.txt\n");
+    cycle(); // whatever is made once exists now
+    const int before = GdiObjectCount();
+    for (int i = 0; i < 10; ++i) {
+        cycle();
+    }
+    EXPECT_EQ(GdiObjectCount(), before);
 }
 
 } // namespace
