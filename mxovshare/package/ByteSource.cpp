@@ -6,18 +6,12 @@
 
 namespace mxovshare {
 
-namespace {
-
-constexpr std::uint64_t kWindow = std::uint64_t{16} << 10;
-
-} // namespace
-
 Bytes ByteWindow::View(std::uint64_t offset, std::size_t size) {
     const std::uint64_t end = m_source.Size();
     if (offset > end || size > end - offset)
         throw PackageError("the file is cut off");
     if (offset < m_offset || offset + size > m_offset + m_buffer.size()) {
-        m_buffer.resize(std::min(std::max<std::uint64_t>(size, kWindow), end - offset));
+        m_buffer.resize(std::min(std::max<std::uint64_t>(size, m_ahead), end - offset));
         m_offset = offset;
         m_source.Read(offset, m_buffer);
     }

@@ -11,10 +11,12 @@ namespace {
 
 constexpr int kRawWindow = -MAX_WBITS;
 constexpr int kMemoryLevel = 8;
+// Twice as fast as the next one, for one or two bytes in a hundred.
+constexpr int kUsualLevel = 5;
 
 class Deflater {
 public:
-    explicit Deflater(DeflateEffort effort, int level = Z_DEFAULT_COMPRESSION) {
+    explicit Deflater(DeflateEffort effort, int level = kUsualLevel) {
         const int strategy = effort == DeflateEffort::Normal ? Z_DEFAULT_STRATEGY : Z_HUFFMAN_ONLY;
         if (deflateInit2(&m_stream, level, Z_DEFLATED, kRawWindow, kMemoryLevel, strategy) != Z_OK)
             throw std::bad_alloc();

@@ -21,6 +21,7 @@ constexpr std::uint32_t kUnixTypeMask = 0170000;
 constexpr std::uint32_t kUnixFile = 0100000;
 constexpr std::uint32_t kUnixFolder = 0040000;
 constexpr std::uint32_t kReparsePoint = 0x400;
+constexpr std::size_t kDirectoryWindow = std::size_t{64} << 10;
 // No deflated byte stands for more than this many bytes.
 constexpr std::uint64_t kDeflateExpansion = 1032;
 
@@ -28,7 +29,7 @@ constexpr std::uint64_t kDeflateExpansion = 1032;
 class CentralReader {
 public:
     CentralReader(const ByteSource& source, const DirectoryPlace& place)
-        : m_window(source), m_offset(place.offset), m_end(place.offset + place.size) {}
+        : m_window(source, kDirectoryWindow), m_offset(place.offset), m_end(place.offset + place.size) {}
 
     ZipEntry Next();
     bool AtEnd() const { return m_offset == m_end; }

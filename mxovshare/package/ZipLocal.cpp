@@ -13,6 +13,8 @@ using namespace zip;
 
 namespace {
 
+// A header with its name and times; the next one is behind the data.
+constexpr std::size_t kHeaderWindow = 512;
 constexpr std::uint16_t kComparedFlags = kFlagEncrypted | kFlagDescriptor | kFlagStrongEncryption;
 
 struct LocalHeader {
@@ -112,7 +114,7 @@ void SettleData(const ByteSource& source, std::uint64_t directoryOffset, std::ve
     for (ZipEntry& entry : entries)
         order.push_back(&entry);
     std::ranges::sort(order, {}, &ZipEntry::headerOffset);
-    ByteWindow window(source);
+    ByteWindow window(source, kHeaderWindow);
     for (std::size_t i = 0; i < order.size(); ++i) {
         const std::uint64_t limit = i + 1 < order.size() ? order[i + 1]->headerOffset : directoryOffset;
         SettleEntry(window, std::min(limit, directoryOffset), *order[i]);

@@ -1,0 +1,303 @@
+#!/usr/bin/env python3
+"""Power cuts, full disks and input errors at every step of editing and saving a package.
+
+A library preloaded into Wine (Shim.c) spoils one chosen file system call of the driver; what is on the disk
+afterwards is judged by Python alone.
+"""
+import ctypes
+import mmap
+import os
+import pathlib
+import random
+import shutil
+import subprocess
+import tempfile
+import unittest
+import zipfile
+
+HERE = pathlib.Path(__file__).resolve().parent
+BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
+DRIVER = BUILD / 'tests' / 'fault_driver.exe'
+COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY = range(7)
+ACTIONS = ('edit', 'attach', 'remove', 'save')
+
+INFORMATION = (b'; by hand\r\n[FILEINFO]\r\nGCode=GCode\\a.nc\r\n[FILE_HISTORY_1]\r\nOperation=Created\r\n'
+               b'[REFERANCE_FILE_1]\r\nDescription=old text\r\nFilePath=ReferanceFiles\\a.txt\r\n')
+REMOVED = INFORMATION[:INFORMATION.index(b'[REFERANCE')]
+EDITED = INFORMATION.replace(b'old text', b'a new text')
+ATTACHED = [INFORMATION]
+for line in (b'[REFERANCE_FILE_2]\r\nIsReferencedFile=NO\r\n', b'Description=\r\n', b'Timestamp=2024-05-15 07:31:50\r\n',
+             b'FilePath=ReferanceFiles\\copy.txt\r\n'):
+    ATTACHED.append(ATTACHED[-1] + line)
+STATES = {'edit': {INFORMATION, EDITED}, 'attach': set(ATTACHED), 'remove': {INFORMATION, REMOVED}}
+DOCUMENTS = {'GCode/a.nc': b'G0 X1\r\n' * 20_000, 'ReferanceFiles/a.txt': random.Random(3).randbytes(300_000)}
+HISTORY = b'[FILE_HISTORY_'
+
+
+class Control(ctypes.Structure):
+    _fields_ = [(name, ctypes.c_int32) for name in ('armed', 'target', 'mode', 'count', 'fired', 'victim')]
+
+
+def windows(path):
+    return 'Z:' + str(path).replace('/', '\\')
+
+
+class Laboratory:
+    """A Wine prefix of its own with the shim in its server, and a folder in which things go wrong."""
+
+    def __init__(self):
+        self.home = pathlib.Path(tempfile.mkdtemp(prefix='mxov-faults-'))
+        self.root = self.home / 'root'
+        self.root.mkdir()
+        shim = self.home / 'shim.so'
+        subprocess.run(['clang', '-shared', '-fPIC', '-O1', '-o', shim, HERE / 'Shim.c', '-ldl'], check=True)
+        self.make_prefix()
+        self.control_file = self.home / 'control'
+        self.control_file.write_bytes(bytes(ctypes.sizeof(Control)))
+        with open(self.control_file, 'r+b') as file:
+            self.memory = mmap.mmap(file.fileno(), 0)
+        self.control = Control.from_buffer(self.memory)
+        self.environment = dict(os.environ, WINEPREFIX=str(self.home / 'wine'), LD_PRELOAD=str(shim),
+                                MXOV_FAULT_CONTROL=str(self.control_file), MXOV_FAULT_ROOT=str(self.root))
+        self.environment.pop('DISPLAY', None)
+        subprocess.run(['wineserver', '-p'], env=self.environment, check=True)
+        self.source = self.home / 'source.txt'
+        self.source.write_bytes(b'a document to attach\r\n' * 1000)
+
+    def make_prefix(self):
+        """The build tree's prefix with a registry, and so a server, of its own."""
+        prefix = self.home / 'wine'
+        shutil.copytree(BUILD / 'wine' / 'dosdevices', prefix / 'dosdevices', symlinks=True)
+        (prefix / 'drive_c').symlink_to(BUILD / 'wine' / 'drive_c')
+        for name in ('system.reg', 'user.reg', 'userdef.reg', '.update-timestamp'):
+            shutil.copy(BUILD / 'wine' / name, prefix)
+
+    def close(self):
+        subprocess.run(['wineserver', '-k'], env=self.environment, check=False)
+        subprocess.run(['wineserver', '-w'], env=self.environment, check=False)
+        shutil.rmtree(self.home, ignore_errors=True)
+
+    def arm(self, mode, target):
+        self.control.target, self.control.mode, self.control.count, self.control.fired = target, mode, 0, 0
+        self.control.armed = 1
+
+    def drive(self, action, folder, package, *faults):
+        """Runs the driver; gives its lines."""
+        environment = dict(self.environment, MXOV_FAULT_VICTIM='1')
+        run = subprocess.run(
+            ['wine', str(DRIVER), windows(self.control_file), action, windows(folder), windows(package),
+             windows(self.source), *map(str, faults)],
+            env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=300)
+        self.control.armed = 0
+        return run.stdout.decode().split('\r\n')[:-1]
+
+
+def make_folder(folder, documents=None):
+    for name, content in (documents or DOCUMENTS).items():
+        path = folder / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(content)
+    (folder / 'mxinfo.ini').write_bytes(INFORMATION)
+
+
+def contents(package):
+    """Everything in a package; fails when anything of it is damaged."""
+    with zipfile.ZipFile(package) as file:
+        assert file.testzip() is None
+        return {name: file.read(name) for name in file.namelist()}
+
+
+class FaultTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.lab = Laboratory()
+        cls.addClassCleanup(cls.lab.close)
+        cls.package = cls.lab.home / 'old.mxov'
+        template = cls.lab.home / 'template'
+        make_folder(template)
+        assert cls.lab.drive('save', template, cls.package) == ['done 0']
+        cls.old_package = cls.package.read_bytes()
+
+    def scene(self, number):
+        """A folder that was edited since it was unpacked, and its package."""
+        place = self.lab.root / f'{self.id().split(".")[-1]}'
+        place.mkdir(exist_ok=True)
+        folder, package = place / f'folder-{number}', place / f'p.mxov-{number}'
+        make_folder(folder, {**DOCUMENTS, 'GCode/a.nc': b'G1 X2\r\n' * 20_000})
+        package.write_bytes(self.old_package)
+        return folder, package
+
+    def points(self, action):
+        """How many calls there are to spoil."""
+        folder, package = self.scene('count')
+        self.lab.arm(COUNT, 0)
+        self.assertEqual(self.lab.drive(action, folder, package), ['done 0'])
+        self.assertGreaterEqual(self.lab.control.count, 4)
+        return self.lab.control.count
+
+    def check_information(self, action, content):
+        if action != 'save':
+            self.assertIn(content, STATES[action])
+        elif content != INFORMATION:
+            self.assertTrue(content.startswith(INFORMATION + HISTORY + b'2]\r\nOperation=Edited\r\nTime='))
+            self.assertTrue(content.endswith(b'Remarks=\r\n'))
+
+    def check_package(self, path, information):
+        """Gives whether the package is the new one."""
+        if path.read_bytes() == self.old_package:
+            return False
+        inside = contents(path)
+        self.assertEqual(inside.pop('GCode/a.nc'), b'G1 X2\r\n' * 20_000)
+        self.assertEqual(inside.pop('ReferanceFiles/a.txt'), DOCUMENTS['ReferanceFiles/a.txt'])
+        saved = inside.pop('mxinfo.ini')
+        self.assertEqual(inside, {})
+        self.check_information('save', saved)
+        self.assertNotEqual(saved, INFORMATION)
+        # The folder follows the package, never the other way round.
+        self.assertIn(information, (INFORMATION, saved))
+        return True
+
+    def check_kept(self, action, folder, package):
+        information = (folder / 'mxinfo.ini').read_bytes()
+        self.check_information(action, information)
+        if not self.check_package(package, information) and action == 'save':
+            self.assertEqual(information, INFORMATION)
+
+    def check_clean(self, action, folder, package):
+        """Everything is done and nothing else is left."""
+        names = {path.relative_to(folder).as_posix() for path in folder.rglob('*') if path.is_file()}
+        expected = {'mxinfo.ini', *DOCUMENTS} | ({'ReferanceFiles/copy.txt'} if action == 'attach' else set())
+        self.assertEqual(names, expected)
+        information = (folder / 'mxinfo.ini').read_bytes()
+        self.assertFalse(package.with_name(package.name + '.mxov-new').exists())
+        if action == 'edit':
+            self.assertIn(b'Description=a new text\r\n', information)
+            self.assertIn(b'Again=a new text\r\n', information)
+        elif action == 'attach':
+            self.assertEqual(information, ATTACHED[-1])
+        elif action == 'remove':
+            self.assertEqual(information, REMOVED)
+        else:
+            self.assertEqual(contents(package)['mxinfo.ini'], information)
+
+    def kill_at_every_call(self, action):
+        count = self.points(action)
+        killed = 0
+        for mode in (KILL, HALF_AND_KILL):
+            for target in range(1, count + 1):
+                folder, package = self.scene(killed)
+                self.lab.arm(mode, target)
+                lines = self.lab.drive(action, folder, package)
+                if not self.lab.control.fired:
+                    self.assertEqual(mode, HALF_AND_KILL, f'call {target} of {count} never came')
+                    shutil.rmtree(folder)
+                    continue
+                with self.subTest(action=action, mode=mode, target=target):
+                    self.assertEqual(lines, [])
+                    self.check_kept(action, folder, package)
+                killed += 1
+        self.assertGreater(killed, count)
+        # The next program that writes there cleans up.
+        place = folder.parent
+        lines = self.lab.drive(action, place / 'folder', place / 'p.mxov', *(COUNT, 0) * killed)
+        self.assertEqual(lines, ['0 0 0'] * killed)
+        for number in range(killed):
+            with self.subTest(action=action, number=number):
+                self.check_clean(action, place / f'folder-{number}', place / f'p.mxov-{number}')
+        print(f'{action}: {count} calls, killed {killed} times', end=' ... ', flush=True)
+
+    def fail_at_every_call(self, action):
+        count = self.points(action)
+        faults = [(mode, target) for mode in (NO_SPACE, IO_ERROR, SHORT) for target in range(1, count + 1)]
+        faults.append((READ_ONLY, 0))
+        for number in range(len(faults)):
+            place = self.scene(number)[0].parent
+        lines = self.lab.drive(action, place / 'folder', place / 'p.mxov', *(word for fault in faults for word in fault))
+        self.assertEqual(len(lines), len(faults))
+        print(f'{action}: {count} calls, {len(faults)} faults', end=' ... ', flush=True)
+        for number, (fault, line) in enumerate(zip(faults, lines)):
+            with self.subTest(action=action, fault=fault):
+                fired, told, told_again = map(int, line.split())
+                self.assertTrue(fired or fault[0] == SHORT)
+                folder, package = place / f'folder-{number}', place / f'p.mxov-{number}'
+                information = pathlib.Path(f'{folder}.first.ini').read_bytes()
+                self.check_information(action, information)
+                saved = self.check_package(pathlib.Path(f'{package}.first'), information)
+                if action == 'save':
+                    self.assertEqual(told, 0 if saved else 1)
+                    self.assertEqual(information == INFORMATION, not saved)
+                if fault[0] == READ_ONLY:
+                    self.assertEqual(information, INFORMATION)
+                self.assertEqual(told_again, 0)
+                self.check_clean(action, folder, package)
+
+    def test_a_program_that_dies_while_it_edits(self):
+        self.kill_at_every_call('edit')
+
+    def test_a_program_that_dies_while_it_attaches(self):
+        self.kill_at_every_call('attach')
+
+    def test_a_program_that_dies_while_it_removes(self):
+        self.kill_at_every_call('remove')
+
+    def test_a_program_that_dies_while_it_saves(self):
+        self.kill_at_every_call('save')
+
+    def test_errors_while_it_edits(self):
+        self.fail_at_every_call('edit')
+
+    def test_errors_while_it_attaches(self):
+        self.fail_at_every_call('attach')
+
+    def test_errors_while_it_removes(self):
+        self.fail_at_every_call('remove')
+
+    def test_errors_while_it_saves(self):
+        self.fail_at_every_call('save')
+
+    def test_a_file_system_of_512_kilobytes(self):
+        small = self.lab.home / 'small'
+        small.mkdir()
+        mount = subprocess.run(['mount', '-t', 'tmpfs', '-o', 'size=512k', 'none', small], capture_output=True, check=False)
+        if mount.returncode != 0:
+            self.skipTest('this user may not mount a small file system')
+        self.addCleanup(subprocess.run, ['umount', small], check=True)
+        package = small / 'p.mxov'
+        package.write_bytes(self.old_package)
+        folder = self.lab.home / 'large'
+        make_folder(folder, {**DOCUMENTS, 'large.bin': random.Random(4).randbytes(600_000)})
+        self.assertEqual(self.lab.drive('save', folder, package), ['done 1'])
+        self.assertEqual(package.read_bytes(), self.old_package)
+        self.assertEqual(list(small.iterdir()), [package])
+        self.assertEqual((folder / 'mxinfo.ini').read_bytes(), INFORMATION)
+        # A file system without a single free block keeps the information file as well.
+        package.unlink()
+        inside = small / 'folder'
+        make_folder(inside, {'a.txt': b'a'})
+        try:
+            with open(small / 'filler', 'wb', buffering=0) as filler:
+                while filler.write(bytes(4096)):
+                    pass
+        except OSError:
+            pass
+        self.lab.drive('edit', inside, package)
+        self.assertEqual((inside / 'mxinfo.ini').read_bytes(), INFORMATION)
+        (small / 'filler').unlink()
+        self.lab.drive('edit', inside, package)
+        self.assertEqual((inside / 'mxinfo.ini').read_bytes(), EDITED)
+        self.assertEqual(self.lab.drive('save', inside, package), ['done 0'])
+        self.assertIn('a.txt', contents(package))
+
+    def test_a_folder_that_vanished(self):
+        folder, package = self.scene('gone')
+        shutil.rmtree(folder)
+        for action in ('edit', 'remove'):
+            self.lab.drive(action, folder, package)
+            self.assertFalse(folder.exists())
+        self.assertEqual(self.lab.drive('save', folder, package), ['done 1'])
+        self.assertEqual(package.read_bytes(), self.old_package)
+        self.assertFalse(folder.exists())
+
+
+if __name__ == '__main__':
+    unittest.main(verbosity=2)
