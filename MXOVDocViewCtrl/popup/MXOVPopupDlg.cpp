@@ -112,6 +112,7 @@ BOOL MXOVPopupDlg::OnInitDialog() {
     m_hook = SetWindowsHookExW(WH_MOUSE, MouseHook, nullptr, GetCurrentThreadId());
     m_keyboard.Start(GetSafeHwnd());
     SetLabels();
+    GetDlgItem(IDC_DESCRIPTION)->SendMessage(EM_SETLIMITTEXT); // none: the usual one cuts long texts
     CBitmap help;
     help.Attach(LoadBitmapW(mxovshare::OVApplication::hMXOVResInstance, MAKEINTRESOURCEW(hostbitmap::kHelp)));
     ShowPicture(IDC_HELP_ICON, m_helpBitmap, std::move(help));

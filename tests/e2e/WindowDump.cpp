@@ -1,11 +1,15 @@
 // Prints what a running viewer shows, seen from outside: `catalogue` its document lists for people, `windows`
 // all its windows as JSON for tests. `press NUMBER` sends the command of a button, a hidden one too, to its
-// dialog. Exit code 1: there is no viewer, or it cannot be read.
+// dialog. `insert NUMBER FILE` replaces what is selected in a field of a popup with the text of a UTF-8 file,
+// as pasting does. Exit code 1: there is no viewer, or it cannot be read.
 #include "RemoteListView.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <map>
 #include <stdexcept>
 #include <string_view>
 
@@ -31,7 +35,8 @@ std::wstring ClassName(HWND window) {
 }
 
 std::wstring Text(HWND window) {
-    wchar_t text[4096] = L"";
+    static wchar_t text[0x10000];
+    *text = L'\0';
     Ask(window, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text));
     return text;
 }
@@ -184,13 +189,36 @@ void PressButton(HWND frame, int id) {
     PostMessageW(GetParent(button), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button));
 }
 
+std::wstring ReadText(const char* file) {
+    std::ifstream in(file, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(in), {}};
+    std::wstring text(bytes.size(), L'\0');
+    text.resize(
+        static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()),
+                                                     text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+void InsertText(HWND frame, int id, const std::wstring& text) {
+    for (const HWND window : TopLevelWindows(frame)) {
+        const HWND field = window == frame ? nullptr : FindDescendant(window, id);
+        if (field) {
+            SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+            return;
+        }
+    }
+    throw std::runtime_error("there is no such field");
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     const std::string_view command = argc > 1 ? argv[1] : "";
-    const int words = command == "press" ? 3 : 2;
-    if ((command != "catalogue" && command != "windows" && command != "press") || argc != words) {
-        std::fputs("usage: WindowDump catalogue | windows | press NUMBER\n", stderr);
+    const std::map<std::string_view, int> words = {
+        {"catalogue", 2}, {"windows", 2}, {"press", 3}, {"insert", 4}};
+    const auto known = words.find(command);
+    if (known == words.end() || argc != known->second) {
+        std::fputs("usage: WindowDump catalogue | windows | press NUMBER | insert NUMBER FILE\n", stderr);
         return 2;
     }
     try {
@@ -201,6 +229,8 @@ int main(int argc, char** argv) {
             PrintWindows(frame);
         else if (command == "press")
             PressButton(frame, static_cast<int>(std::strtol(argv[2], nullptr, 10)));
+        else if (command == "insert")
+            InsertText(frame, static_cast<int>(std::strtol(argv[2], nullptr, 10)), ReadText(argv[3]));
         else
             PrintCatalogue(frame);
         return 0;

@@ -15,7 +15,7 @@ constexpr int kTemplateShare = 10; // one cycle of the template alone for so man
 constexpr int kHistoryEntries = 20;
 // What the system's own caches may take or give back meanwhile, however many cycles there are.
 constexpr int kToleratedObjects = 3;
-constexpr std::int64_t kToleratedBytes = 16 * 1024;
+constexpr std::int64_t kToleratedBytes = 16384;
 
 int WantedCycles() {
     const char* wanted = std::getenv("MXOV_POPUP_CYCLES");

@@ -70,8 +70,8 @@ TEST_F(MXOVPopupSavingTest, FillingWritesNothing) {
 
 TEST_F(MXOVPopupSavingTest, TypedTextSurvives) {
     const std::wstring texts[] = {
-        L"two\r\nlines\r\n",   L"\"quoted\"",        L"  blanks at both ends  ", L"[x] ; = not an INI line",
-        L"\u65e5\u672c\u8a9e", L"\U0001F527 wrench", std::wstring(29000, L'm')};
+        L"two\r\nlines\r\n",    L"\"quoted\"",         L"  blanks at both ends  ", L"[x]",
+        L"; = not an INI line", L"\u65e5\u672c\u8a9e", L"\U0001F527 wrench",       std::wstring(40000, L'm')};
     for (const std::wstring& text : texts) {
         additionalRecords[0].description.clear();
         Fill(DocumentCategory::AdditionalDocument);
