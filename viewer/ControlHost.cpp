@@ -118,6 +118,13 @@ void ControlHost::ClearAllData() {
     Call(L"ClearAllData");
 }
 
+// The command with which the control's own windows tell its content of a change.
+void ControlHost::MarkChanged() {
+    constexpr WPARAM kPackageChanged = 1042;
+    if (const HWND content = GetWindow(ControlWindow(), GW_CHILD))
+        SendMessageW(content, WM_COMMAND, kPackageChanged, 0);
+}
+
 bool ControlHost::TranslateAccelerator(MSG& message) {
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST)
         return false;

@@ -26,6 +26,9 @@ public:
     void ClosePackage();
     void ClearAllData();
 
+    /// Makes the control take its package for changed, so that it offers to save it.
+    void MarkChanged();
+
     /// Offers a keyboard message to the control; true when the control has handled it.
     [[nodiscard]] bool TranslateAccelerator(MSG& message);
 

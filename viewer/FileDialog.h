@@ -1,4 +1,4 @@
-// The system's dialog for choosing a package.
+// The system's dialogs for choosing a package.
 #pragma once
 
 #include <windows.h>
@@ -8,3 +8,6 @@
 
 /// Asks for a package to open; nothing when the user cancels.
 [[nodiscard]] std::optional<std::wstring> AskForPackage(HWND owner);
+
+/// Asks where to save a copy of a package, offering `name`; nothing when the user cancels.
+[[nodiscard]] std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name);

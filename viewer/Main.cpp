@@ -48,7 +48,7 @@ int RunWindow(const CommandLine& line, int show) {
         return kFailed;
     }
     window.Show(show);
-    if (!line.package.empty())
+    if (!window.OfferLeftWork() && !line.package.empty())
         window.OpenPackage(line.package);
     MSG message = {};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {

@@ -110,15 +110,14 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         m_control.SetFocus();
         return 0;
     case WM_TIMER:
-        OnTimer();
+        OnTimer(wParam);
         return 0;
     case kUnpacked:
         OnUnpacked();
         return 0;
     case WM_QUERYENDSESSION:
         CancelOpening();
-        ClosePackage();
-        return TRUE;
+        return ClosePackage();
     case WM_CLOSE:
         OnClose();
         return 0;
@@ -235,7 +234,8 @@ void MainWindow::OnClose() {
     if (m_closing)
         return;
     CancelOpening();
-    ClosePackage();
+    if (!ClosePackage())
+        return;
     StorePlacement(Handle(), kSettingsKey);
     DestroyWindow(Handle());
 }

@@ -36,6 +36,10 @@ public:
     /// package stays as it was.
     void OpenPackage(const std::wstring& path);
 
+    /// Offers to continue with what viewers that did not end properly left. True when the user chose one,
+    /// which is then open.
+    bool OfferLeftWork();
+
     /// Gives keyboard messages to the accelerators, the progress window and the control; true when one took
     /// it.
     [[nodiscard]] bool PreTranslate(MSG& message);
@@ -54,7 +58,9 @@ private:
     void OnCommand(int command);
     void OnDropFiles(HDROP drop);
     void OnActivate(bool active);
-    void OnTimer();
+    void OnTimer(UINT_PTR timer);
+    void OnProgress();
+    void OnWatch();
     void OnUnpacked();
     void OnClose();
 
@@ -63,8 +69,10 @@ private:
     void FillRecentMenu(HMENU menu) const;
     void CancelOpening();
     void SwitchTo(std::unique_ptr<PackageSession> session, const std::wstring& facts);
-    void ClosePackage();
-    void CloseInControl();
+    bool ClosePackage();
+    bool CloseInControl();
+    bool SettleFailedSave();
+    bool SaveCopy();
     void ShowPackage();
     void ShowStatus(const std::wstring& text, const std::wstring& facts);
     void ShowAbout();

@@ -10,7 +10,9 @@
 namespace {
 
 constexpr UINT_PTR kProgressTimer = 1;
+constexpr UINT_PTR kWatchTimer = 2;
 constexpr UINT kProgressDelay = 400;  // milliseconds before the progress window appears
+constexpr UINT kWatchPeriod = 500;    // milliseconds between two looks at the open package
 constexpr UINT kProgressPeriod = 100; // milliseconds between its updates
 
 std::wstring SizeText(std::uint64_t bytes) {
@@ -23,18 +25,6 @@ std::wstring FactsText(const UnpackTask::Outcome& outcome) {
     return std::to_wstring(outcome.files) + (outcome.files == 1 ? L" file, " : L" files, ") +
            SizeText(outcome.bytes);
 }
-
-// True while the object lives.
-class ScopedFlag {
-public:
-    explicit ScopedFlag(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~ScopedFlag() { m_flag = false; }
-    ScopedFlag(const ScopedFlag&) = delete;
-    ScopedFlag& operator=(const ScopedFlag&) = delete;
-
-private:
-    bool& m_flag;
-};
 
 } // namespace
 
@@ -57,7 +47,10 @@ void MainWindow::OpenPackage(const std::wstring& path) {
     // The open package is saved before it is unpacked anew, and must not change in between.
     m_reopening = m_session && SamePath(path, m_session->PackageFile());
     if (m_reopening) {
-        CloseInControl();
+        if (!CloseInControl()) {
+            m_reopening = false;
+            return;
+        }
         m_control.Enable(false);
     }
     ShowStatus(L"Opening " + path, {});
@@ -65,7 +58,14 @@ void MainWindow::OpenPackage(const std::wstring& path) {
     SetTimer(Handle(), kProgressTimer, kProgressDelay, nullptr);
 }
 
-void MainWindow::OnTimer() {
+void MainWindow::OnTimer(UINT_PTR timer) {
+    if (timer == kWatchTimer)
+        OnWatch();
+    else
+        OnProgress();
+}
+
+void MainWindow::OnProgress() {
     if (!m_task)
         return;
     if (!m_progress) {
@@ -101,8 +101,11 @@ void MainWindow::CancelOpening() {
 }
 
 void MainWindow::SwitchTo(std::unique_ptr<PackageSession> session, const std::wstring& facts) {
-    if (!m_reopening)
-        CloseInControl();
+    if (!m_reopening && !CloseInControl()) {
+        ShowPackage();
+        return;
+    }
+    session->Record(mxovshare::StampOfFolder(session->Folder()));
     const std::wstring folder = session->FolderWithSeparator();
     const std::wstring file = session->PackageFile();
     m_control.LoadFile(folder, file);
@@ -110,25 +113,22 @@ void MainWindow::SwitchTo(std::unique_ptr<PackageSession> session, const std::ws
     m_facts = facts;
     m_recent.Add(file);
     m_preview.Show(ReadPackageSummary(folder, file));
+    SetTimer(Handle(), kWatchTimer, kWatchPeriod, nullptr);
     ShowPackage();
 }
 
-void MainWindow::ClosePackage() {
+// False when the user wants to go on with the package.
+bool MainWindow::ClosePackage() {
     if (!m_session || m_closing || IsOpening())
-        return;
-    CloseInControl();
+        return true;
+    if (!CloseInControl())
+        return false;
+    KillTimer(Handle(), kWatchTimer);
     m_control.ClearAllData();
     m_session.reset();
     m_preview.Clear();
     ShowPackage();
-}
-
-// The control may ask whether to save, and messages arrive meanwhile.
-void MainWindow::CloseInControl() {
-    if (!m_session)
-        return;
-    const ScopedFlag closing(m_closing);
-    m_control.ClosePackage();
+    return true;
 }
 
 void MainWindow::ShowPackage() {

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 /// Owns one folder below the user's temporary folder, removed with the object. A session file beside the
 /// folder, held open while the session lives, names the package: a folder whose session file exists but is
@@ -21,6 +22,10 @@ public:
     /// left.
     static void RemoveLeftovers() noexcept;
 
+    /// Takes over the sessions that a crash left with a completely unpacked package, and those that were
+    /// kept. What was left half unpacked is removed.
+    [[nodiscard]] static std::vector<std::unique_ptr<PackageSession>> TakeOver() noexcept;
+
     ~PackageSession();
     PackageSession(const PackageSession&) = delete;
     PackageSession& operator=(const PackageSession&) = delete;
@@ -34,10 +39,22 @@ public:
     /// Full path of the package file.
     [[nodiscard]] const std::wstring& PackageFile() const { return m_packageFile; }
 
+    /// The package file's stamp when the folder last agreed with it, as `Record` was told; empty before.
+    [[nodiscard]] const std::wstring& Stamp() const { return m_stamp; }
+
+    /// Records that the package is unpacked completely and which state of the package file the folder comes
+    /// from.
+    void Record(const std::wstring& stamp);
+
+    /// Leaves folder and session file to a later start of the viewer.
+    void Keep() { m_keep = true; }
+
 private:
     PackageSession(std::wstring packageFile, std::wstring folder, UniqueHandle sessionFile);
 
     std::wstring m_packageFile;
     std::wstring m_folder;
     UniqueHandle m_sessionFile;
+    std::wstring m_stamp;
+    bool m_keep = false;
 };

@@ -15,6 +15,9 @@
 /// Whether a file (not a folder) of that name exists.
 [[nodiscard]] bool FileExists(const std::wstring& path);
 
+/// Whether a folder of that name exists.
+[[nodiscard]] bool FolderExists(const std::wstring& path);
+
 /// Whether both texts name the same path but for case.
 [[nodiscard]] bool SamePath(const std::wstring& left, const std::wstring& right);
 

@@ -124,16 +124,6 @@ class OpeningTest(ViewerCase):
         viewer.do('windowactivate', '--sync', viewer.display_window())
         self.finish(viewer)
 
-    def test_what_a_crash_left_is_kept(self):
-        viewer, _ = self.open_sample()
-        left = session_entries()
-        viewer.process.kill()
-        viewer.process.wait()
-        viewer, _ = self.open_sample()
-        self.assertTrue(set(left) < set(session_entries()))
-        self.assertEqual(viewer.close(), 0)
-        self.assertEqual(session_entries(), left)
-
 
 if __name__ == '__main__':
     unittest.main(verbosity=2)

@@ -18,13 +18,27 @@ from viewerdriver import BUILD, ROOT, Viewer, run_wine, windows_path  # noqa: E4
 
 PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
 HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
+LIST_HEADER, ROW_HEIGHT = 18, 17
 SAVE, ADD, DELETE, UPDATE = 1039, 1040, 1041, 1042
 LINKED, MISSING, PACKAGED = 0, 1, 2
+LINK_LABEL = 'Link instead of copying'
 
 
 def session_entries():
     """What the viewer has in the user's temporary folder."""
     return sorted(path.name for path in PREFIX.glob('drive_c/users/*/**/MXOVViewer/*'))
+
+
+def session_folder():
+    """The folder of the open package."""
+    return next(path for path in PREFIX.glob('drive_c/users/*/**/MXOVViewer/*') if path.is_dir())
+
+
+def profile_value(file, section, key):
+    """A value as the platform's profile functions read it."""
+    code, text = run_wine(windows_path(BUILD / 'tests/ProfileValue.exe'), windows_path(file), section, key)
+    assert code == 0, f'ProfileValue ended with {code}'
+    return text
 
 
 def linked_file(name):
@@ -101,6 +115,42 @@ class ViewerCase(unittest.TestCase):
         viewer.wait_for_dialog('the open dialog')
         viewer.type(windows_path(path))
         viewer.press('Return')
+
+    @staticmethod
+    def click_item(viewer, number):
+        """Clicks in the middle of a control of the embedded dialog."""
+        left, top, right, bottom = viewer.snapshot().item(number).rect
+        viewer.click((left + right) // 2, (top + bottom) // 2)
+
+    @staticmethod
+    def row_place(shown_list, row):
+        """A point on the name in a row of a list that stands at its beginning."""
+        return shown_list.rect[0] + 60, shown_list.top + LIST_HEADER + ROW_HEIGHT * row + ROW_HEIGHT // 2
+
+    def attach(self, viewer, path, linked, key='Return'):
+        """A file attached with the "+" dialog: the path typed, the box clicked for a copy, ended with `key`."""
+        before = len(viewer.snapshot().lists()[3].rows)
+        self.click_item(viewer, ADD)
+        shown = viewer.wait('the "+" dialog', lambda s: s.others and s.dialog().find(text=LINK_LABEL))
+        box = shown.dialog().find(text=LINK_LABEL)
+        if not linked:
+            viewer.click(box.rect[0] + 6, (box.top + box.rect[3]) // 2)
+            edit = next(w for w in shown.dialog().walk() if w.class_name == 'Edit' and w.visible)
+            viewer.click(edit.rect[0] + 20, (edit.top + edit.rect[3]) // 2)
+        viewer.type(windows_path(path))
+        viewer.photograph('e2e-attach')
+        viewer.press(key)
+        rows = before + (key == 'Return')
+        return viewer.wait('the dialog is done', lambda s: not s.others and len(s.lists()[3].rows) == rows)
+
+    def check_package(self, package, *names):
+        """The package is whole by the word of independent programs and holds these entries."""
+        subprocess.run(['unzip', '-tqq', package], check=True, stdout=subprocess.DEVNULL)
+        listed = subprocess.run(['zipinfo', '-1', package], check=True, capture_output=True, text=True).stdout
+        for name in names:
+            self.assertIn(name, listed.splitlines())
+        with zipfile.ZipFile(package) as archive:
+            self.assertIsNone(archive.testzip())
 
     def expected_sample_rows(self):
         sections = information(self.sample)

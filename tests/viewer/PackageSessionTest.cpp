@@ -74,6 +74,36 @@ TEST_F(PackageSessionTest, LeftoversAreRemovedButNotWhatACrashLeftOrAnotherViewe
     EXPECT_NE(GetFileAttributesW(running->Folder().c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
+TEST_F(PackageSessionTest, AKeptSessionIsTakenOverOnceWithWhatWasRecorded) {
+    auto session = PackageSession::Create(L"C:\\jobs\\\u00fc.mxov", m_error);
+    ASSERT_TRUE(session && CreateDirectoryW(session->Folder().c_str(), nullptr));
+    session->Record(L"a stamp longer than the next one");
+    session->Record(L"7-9");
+    const std::wstring folder = session->Folder();
+    EXPECT_TRUE(PackageSession::TakeOver().empty()) << "it is in use";
+    session->Keep();
+    session.reset();
+
+    auto left = PackageSession::TakeOver();
+    ASSERT_EQ(left.size(), 1u);
+    EXPECT_EQ(left[0]->PackageFile(), L"C:\\jobs\\\u00fc.mxov");
+    EXPECT_EQ(left[0]->Folder(), folder);
+    EXPECT_EQ(left[0]->Stamp(), L"7-9");
+    EXPECT_TRUE(PackageSession::TakeOver().empty());
+    left.clear();
+    EXPECT_EQ(m_temporary.EntryCount(), 0);
+}
+
+TEST_F(PackageSessionTest, WhatWasLeftHalfUnpackedIsRemoved) {
+    auto session = PackageSession::Create(L"C:\\a.mxov", m_error);
+    ASSERT_TRUE(session && CreateDirectoryW(session->Folder().c_str(), nullptr));
+    session->Keep();
+    session.reset();
+    EXPECT_EQ(m_temporary.EntryCount(), 1);
+    EXPECT_TRUE(PackageSession::TakeOver().empty());
+    EXPECT_EQ(m_temporary.EntryCount(), 0);
+}
+
 TEST_F(PackageSessionTest, WithoutATemporaryFolderItSaysWhy) {
     SetEnvironmentVariableW(L"TMP", (m_temporary / L"none\\none").c_str());
     EXPECT_EQ(PackageSession::Create(L"C:\\a.mxov", m_error), nullptr);

@@ -1,0 +1,70 @@
+#include "Questions.h"
+
+#include "Paths.h"
+
+#include <commctrl.h>
+
+#include <iterator>
+
+namespace {
+
+constexpr int kFirstAnswer = 100;
+
+// The number of the chosen button, or `cancelled` when the user closes the question.
+template <std::size_t Count>
+int Ask(HWND owner, const std::wstring& instruction, const std::wstring& content,
+        const wchar_t* const (&answers)[Count], int cancelled) {
+    TASKDIALOG_BUTTON buttons[Count] = {};
+    for (std::size_t i = 0; i < Count; ++i)
+        buttons[i] = {kFirstAnswer + static_cast<int>(i), answers[i]};
+    TASKDIALOGCONFIG question = {};
+    question.cbSize = sizeof question;
+    question.hwndParent = owner;
+    question.dwFlags = TDF_ALLOW_DIALOG_CANCELLATION | TDF_POSITION_RELATIVE_TO_WINDOW;
+    question.pszWindowTitle = L"MXOV Viewer";
+    question.pszMainIcon = TD_WARNING_ICON;
+    question.pszMainInstruction = instruction.c_str();
+    question.pszContent = content.c_str();
+    question.cButtons = Count;
+    question.pButtons = buttons;
+    question.nDefaultButton = kFirstAnswer;
+    int chosen = 0;
+    if (FAILED(TaskDialogIndirect(&question, &chosen, nullptr, nullptr)) || chosen < kFirstAnswer)
+        return cancelled;
+    return chosen - kFirstAnswer;
+}
+
+std::wstring LocalTimeText(const FILETIME& time) {
+    SYSTEMTIME utc = {};
+    SYSTEMTIME local = {};
+    wchar_t day[64] = L"";
+    wchar_t clock[64] = L"";
+    if (!FileTimeToSystemTime(&time, &utc) || !SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local))
+        return {};
+    GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_LONGDATE, &local, nullptr, day, ARRAYSIZE(day), nullptr);
+    GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, 0, &local, nullptr, clock, ARRAYSIZE(clock));
+    return std::wstring(day) + L", " + clock;
+}
+
+} // namespace
+
+LeftAnswer AskAboutLeft(HWND owner, const std::wstring& packageFile, const FILETIME& changed) {
+    const wchar_t* const answers[] = {L"&Continue", L"&Discard", L"Ask &later"};
+    constexpr LeftAnswer kMeaning[] = {LeftAnswer::Continue, LeftAnswer::Discard, LeftAnswer::Later};
+    return kMeaning[Ask(owner, L"There are unsaved changes to " + FileName(packageFile),
+                        L"The viewer did not end properly. Your changes, last made on " +
+                            LocalTimeText(changed) + L", are not in the package file:\n\n" + packageFile +
+                            L"\n\nDo you want to continue with them?",
+                        answers, 2)];
+}
+
+UnsavedAnswer AskAboutUnsaved(HWND owner, const std::wstring& packageFile) {
+    const wchar_t* const answers[] = {L"&Go on working", L"Save a &copy...", L"&Keep for later", L"&Discard"};
+    constexpr UnsavedAnswer kMeaning[] = {UnsavedAnswer::GoOn, UnsavedAnswer::SaveCopy, UnsavedAnswer::Keep,
+                                          UnsavedAnswer::Discard};
+    return kMeaning[Ask(
+        owner, L"Your changes to " + FileName(packageFile) + L" are not saved",
+        L"You can save them in another place, or keep them: the viewer then offers them at its "
+        L"next start.",
+        answers, 0)];
+}
