@@ -1,7 +1,7 @@
 #include "PackageInformation.h"
 
 #include <cmath>
-#include <cwchar>
+#include <cstdlib>
 
 #include <shlwapi.h>
 
@@ -14,7 +14,7 @@ constexpr double kFirstRecentYear = 2021.0;
 /// "nan".
 double LeadingNumber(const std::wstring& text) {
     const std::wstring number = text.substr(0, text.find_first_not_of(L"\t0123456789+-.eE"));
-    return std::trunc(std::wcstod(number.c_str(), nullptr));
+    return std::trunc(::_wtof(number.c_str())); // wcstod of this run-time library crashes when memory is out
 }
 
 } // namespace

@@ -73,6 +73,30 @@ void HookAllocations(HMODULE module) {
     Hook(module, "SysAllocStringLen", FailingSysAllocStringLen, realSysAllocStringLen);
 }
 
+void* CountedMalloc(size_t size) {
+    void* const block = realMalloc(size);
+    outstanding += block != nullptr;
+    return block;
+}
+void* CountedCalloc(size_t count, size_t size) {
+    void* const block = realCalloc(count, size);
+    outstanding += block != nullptr;
+    return block;
+}
+void* CountedRealloc(void* old, size_t size) {
+    void* const block = realRealloc(old, size);
+    outstanding += block && !old;
+    return block;
+}
+
+/// Strings that the library makes are freed by the control: they are counted, and never fail.
+void CountBlocks(HMODULE library) {
+    HookImport(library, "malloc", reinterpret_cast<void*>(CountedMalloc));
+    HookImport(library, "calloc", reinterpret_cast<void*>(CountedCalloc));
+    HookImport(library, "realloc", reinterpret_cast<void*>(CountedRealloc));
+    HookImport(library, "free", reinterpret_cast<void*>(CountedFree));
+}
+
 struct Method {
     const char* name;
     bool active; // on a control with a window
@@ -199,6 +223,8 @@ std::vector<Method> Methods(VARIANT folder) {
 
 /// One call with the given allocation failing. FALSE when the call made fewer allocations.
 bool CallWithFault(const Method& method, uint64_t number, Plant plant) {
+    std::snprintf(doing, sizeof doing, "%s, allocation %llu", method.name,
+                  static_cast<unsigned long long>(number));
     HostedControl control;
     if (method.active && control.Activate() != S_OK)
         throw std::runtime_error(std::string(method.name) + ": a sound activation failed");
@@ -250,6 +276,7 @@ std::string FailAllocations(Plant plant) {
     for (const Method& method : methods) // fills the caches that last as long as the module
         CallWithFault(method, ~uint64_t{0}, Plant::kNone);
     HookAllocations(module.Handle());
+    CountBlocks(GetModuleHandleW(L"mxovshare.dll"));
     std::string found;
     uint64_t faults = 0;
     CreateWithFaults(module, faults);

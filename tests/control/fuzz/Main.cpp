@@ -25,8 +25,8 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS* info) {
                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                            reinterpret_cast<LPCSTR>(address), &module))
         GetModuleFileNameA(module, name, MAX_PATH);
-    std::printf("crashed: code %08lx at %s + %llx\n", info->ExceptionRecord->ExceptionCode, name,
-                static_cast<unsigned long long>(address - reinterpret_cast<BYTE*>(module)));
+    std::printf("crashed: code %08lx at %s + %llx in %s\n", info->ExceptionRecord->ExceptionCode, name,
+                static_cast<unsigned long long>(address - reinterpret_cast<BYTE*>(module)), doing);
     std::fflush(stdout);
     TerminateProcess(GetCurrentProcess(), kCrashed);
     return EXCEPTION_EXECUTE_HANDLER;

@@ -7,6 +7,7 @@
 #include <dde.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <random>
 
 namespace {
@@ -80,8 +81,8 @@ bool IsTrusted(UINT message) {
            (message >= WM_DDE_FIRST && message <= WM_DDE_LAST) ||
            (message >= WM_IME_SETCONTEXT && message <= WM_IME_KEYUP) ||
            (message >= WM_CUT && message <= WM_HOTKEY) || // the clipboard's
-           // What Wine's own windows send among themselves.
-           (message >= 0x80000000);
+           // Those of the common controls, whose pointers are followed; a group box is a button.
+           (message >= LVM_FIRST && message < 0x2100);
 }
 
 /// A command that opens a dialog and waits for the user.
@@ -135,6 +136,8 @@ std::string FuzzMessages(uint64_t count, uint32_t seed, Plant plant) {
             const LPARAM lParam = random() % 2 ? static_cast<LPARAM>(random() % 0x01000100) : 0;
             if (IsTrusted(message) || Waits(message, wParam))
                 continue;
+            std::snprintf(doing, sizeof doing, "message %x (%llx, %llx) to window %d", message, wParam,
+                          static_cast<unsigned long long>(lParam), GetDlgCtrlID(window));
             SendMessageW(window, message, wParam, lParam);
             if (i % 1000 == 0)
                 HostedControl::Pump();

@@ -1,0 +1,45 @@
+#!/usr/bin/env bash
+# Runs one kind of fuzzing, or, as "planted", faults that are put in on purpose and must be found.
+set -uo pipefail
+cd "$(dirname "$0")"
+. ../../tools/env.sh
+fuzz=$MXOV_BUILD/tests/control_fuzz.exe
+
+run() { # SECONDS RUN...: what happened, in one word
+    local code limit=$1
+    shift
+    timeout "$limit" ../../tools/wine-run "$fuzz" "$@" >"$log" 2>&1
+    code=$?
+    if [ "$code" -eq 124 ]; then outcome=hang
+    elif grep -q '^crashed' "$log" || [ "$code" -ge 70 ]; then outcome=crash
+    elif [ "$code" -ne 0 ]; then outcome=found
+    elif grep -q '^done' "$log"; then outcome=well
+    else outcome=silent; fi
+}
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+
+if [ "$1" != planted ]; then
+    run 1500 "$@"
+    cat "$log"
+    echo "$outcome"
+    [ "$outcome" = well ]
+    exit
+fi
+failures=0
+expect() { # OUTCOME SECONDS RUN...
+    local expected=$1
+    shift
+    run "$@"
+    if [ "$outcome" = "$expected" ]; then echo "ok: $*: $outcome"; else
+        echo "FAILED: $*: $outcome instead of $expected"
+        failures=$((failures + 1))
+    fi
+}
+for kind in 'invoke 1000 1' 'messages 1000 1' 'cycles 120 1'; do
+    expect crash 120 $kind crash
+    expect found 120 $kind leak
+done
+expect crash 120 allocations 0 1 crash
+expect hang 20 invoke 1000 1 hang
+[ "$failures" -eq 0 ]
