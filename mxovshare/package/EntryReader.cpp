@@ -12,7 +12,7 @@ namespace mxovshare {
 
 namespace {
 
-constexpr std::uint64_t kBuffer = std::uint64_t{256} << 10;
+constexpr std::uint64_t kBuffer = std::uint64_t{128} << 10;
 constexpr int kRawWindow = -MAX_WBITS;
 
 class Inflater {

@@ -17,7 +17,8 @@ struct FilePiece {
 
     bool IsLast() const { return offset + size == file->Size(); }
     /// The piece's bytes behind those of the `before` bytes in front of it, as far as there are so many.
-    std::vector<std::uint8_t> Read(std::size_t before = 0) const;
+    std::vector<std::uint8_t> Read(std::size_t before) const;
+    std::uint32_t Checksum() const;
 };
 
 /// Opens one file after the other and cuts it.

@@ -36,7 +36,7 @@ public:
             const std::lock_guard lock(m_mutex);
             m_stop = true;
         }
-        m_changed.notify_all();
+        m_room.notify_all();
         for (std::thread& thread : m_threads)
             thread.join();
     }
@@ -50,7 +50,7 @@ public:
                 Make(*slot);
         }
         std::unique_lock lock(m_mutex);
-        while (!m_changed.wait_for(lock, kPatience, [this] { return IsFrontMade() || IsAtEnd(); })) {
+        while (!m_made.wait_for(lock, kPatience, [this] { return IsFrontMade() || IsAtEnd(); })) {
             lock.unlock();
             idle();
             lock.lock();
@@ -62,7 +62,7 @@ public:
         }
         std::unique_ptr<Slot> slot = std::move(m_slots.front());
         m_slots.pop_front();
-        m_changed.notify_all();
+        m_room.notify_one();
         return slot;
     }
 
@@ -78,7 +78,7 @@ private:
     // A new slot with a job in it; nullptr when there is no more to do.
     Slot* Claim() noexcept {
         std::unique_lock lock(m_mutex);
-        m_changed.wait(lock, [this] { return m_stop || m_isExhausted || m_slots.size() < m_ahead; });
+        m_room.wait(lock, [this] { return m_stop || m_isExhausted || m_slots.size() < m_ahead; });
         if (m_stop || m_isExhausted)
             return nullptr;
         try {
@@ -92,7 +92,8 @@ private:
             m_nextError = std::current_exception();
         }
         m_isExhausted = true;
-        m_changed.notify_all();
+        m_room.notify_all();
+        m_made.notify_one();
         return nullptr;
     }
 
@@ -104,13 +105,15 @@ private:
         }
         const std::lock_guard lock(m_mutex);
         slot.isMade = true;
-        m_changed.notify_all();
+        if (IsFrontMade())
+            m_made.notify_one();
     }
 
     const NextJob& m_next;
     std::size_t m_ahead;
-    std::mutex m_mutex; // of everything below but the threads
-    std::condition_variable m_changed;
+    std::mutex m_mutex;             // of everything below but the threads
+    std::condition_variable m_made; // the front slot is, or there will be no more
+    std::condition_variable m_room; // for one more slot, or there is nothing more to do
     std::deque<std::unique_ptr<Slot>> m_slots;
     bool m_isExhausted = false;
     std::exception_ptr m_nextError;

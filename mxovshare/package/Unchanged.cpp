@@ -31,10 +31,7 @@ private:
     public:
         PieceJob(Comparison& owner, std::size_t item, FilePiece piece)
             : m_owner(owner), m_item(item), m_piece(std::move(piece)) {}
-        void Make(const std::atomic<bool>&) override {
-            const std::vector<std::uint8_t> bytes = m_piece.Read();
-            m_crc = crc32_z(crc32_z(0, nullptr, 0), bytes.data(), bytes.size());
-        }
+        void Make(const std::atomic<bool>&) override { m_crc = m_piece.Checksum(); }
         void Take() override { m_owner.Take(m_item, m_piece, m_crc); }
 
     private:

@@ -155,6 +155,49 @@ TEST_P(HostilePackage, IsRefusedInOneLineWithoutATrace) {
 INSTANTIATE_TEST_SUITE_P(All, HostilePackage, testing::ValuesIn(All()),
                          [](const auto& info) { return info.param.title; });
 
+// An honest package of two entries, one of them deflated.
+std::string Honest() {
+    return ForgeZip(
+        {MakeEntry("a.txt", std::string(300, 'a') + "end", true), MakeEntry("d/b.txt", "content")});
+}
+
+// Expects the bytes to be refused without a trace in the folder.
+void ExpectRefused(const TempFolder& work, const std::string& bytes, const std::string& what) {
+    const std::wstring package = work.Write(L"p.mxov", bytes);
+    const PackageResult result = UnpackPackage(package, work / L"out");
+    EXPECT_FALSE(result.ok) << what;
+    EXPECT_EQ(result.message.find(L"\"" + package + L"\": "), 0u) << what;
+    EXPECT_EQ(work.EntryCount(), 1) << what;
+}
+
+TEST(HostilePackages, AreRefusedWhenTruncatedAnywhere) {
+    const TempFolder work;
+    const std::string honest = Honest();
+    for (std::size_t size = 0; size < honest.size(); ++size)
+        ExpectRefused(work, honest.substr(0, size), std::to_string(size));
+}
+
+TEST(HostilePackages, NeverUnpackToOtherContentForAFlippedBit) {
+    const TempFolder work;
+    const std::string honest = Honest();
+    int refused = 0;
+    for (std::size_t bit = 0; bit < honest.size() * 8; bit += 3) {
+        std::string bytes = honest;
+        bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << bit % 8));
+        const std::wstring package = work.Write(L"p.mxov", bytes);
+        if (!UnpackPackage(package, work / L"out").ok) {
+            ++refused;
+            EXPECT_EQ(work.EntryCount(), 1) << bit;
+            continue;
+        }
+        // What the bit was in does not matter for the content: times, attributes, versions.
+        for (const auto& [name, file] : TakeSnapshot(work / L"out"))
+            EXPECT_TRUE(file.isFolder || file.content.ends_with("end") || file.content == "content") << bit;
+        RemoveTree(work / L"out");
+    }
+    EXPECT_GT(refused, static_cast<int>(honest.size()));
+}
+
 TEST(HostilePackages, AreManyEnough) {
     EXPECT_GE(All().size(), 40u);
 }
