@@ -130,12 +130,19 @@ protected:
         return lines;
     }
 
-    void ClickOn(int identifier, POINT client) const {
+    /// A click that is no second half of a double click, wherever the pointer is when it arrives.
+    void ClickOn(int identifier, POINT client) {
+        const ULONGLONG now = GetTickCount64();
+        if (now < m_nextClick) {
+            Sleep(static_cast<DWORD>(m_nextClick - now));
+        }
+        m_nextClick = GetTickCount64() + 2 * GetDoubleClickTime();
         m_mouse.MoveTo(Control(identifier), client);
         m_mouse.Click();
     }
 
     RealMouse m_mouse;
+    ULONGLONG m_nextClick = 0; // milliseconds since the system started
     const COLORREF m_normal = GetSysColor(COLOR_INACTIVECAPTION);
     const COLORREF m_hot = GetSysColor(COLOR_ACTIVECAPTION);
 
