@@ -8,7 +8,7 @@ using IdentityTest = ControlObjectTest;
 constexpr DWORD kMiscStatus = 0x20191;
 
 std::wstring Taken(LPOLESTR text) {
-    const std::wstring copy = text ? text : L"";
+    std::wstring copy = text ? text : L"";
     CoTaskMemFree(text);
     return copy;
 }

@@ -243,6 +243,7 @@ bool CallWithFault(const Method& method, uint64_t number, Plant plant) {
     Value number1(1L);
     if (Invoke(control.Automation(), kOnSizeChange, DISPATCH_METHOD, {number1.Get(), number1.Get()}) != S_OK)
         throw std::runtime_error(std::string(method.name) + ": the control is of no use afterwards");
+    Invoke(control.Automation(), kClearAllData, DISPATCH_METHOD); // the records outlive the control
     return reached;
 }
 
