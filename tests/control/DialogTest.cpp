@@ -43,7 +43,7 @@ protected:
         if (now < m_nextClick) {
             Sleep(static_cast<DWORD>(m_nextClick - now));
         }
-        m_nextClick = GetTickCount64() + 2 * GetDoubleClickTime();
+        m_nextClick = GetTickCount64() + 2ULL * GetDoubleClickTime();
         client.Click(client.Item(box), x, y);
     }
 

@@ -136,7 +136,7 @@ protected:
         if (now < m_nextClick) {
             Sleep(static_cast<DWORD>(m_nextClick - now));
         }
-        m_nextClick = GetTickCount64() + 2 * GetDoubleClickTime();
+        m_nextClick = GetTickCount64() + 2ULL * GetDoubleClickTime();
         m_mouse.MoveTo(Control(identifier), client);
         m_mouse.Click();
     }
