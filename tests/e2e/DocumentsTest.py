@@ -48,21 +48,13 @@ class DocumentsTest(ViewerCase):
             time.sleep(0.05)
         raise AssertionError(f'{count} documents opened: not within {PATIENCE} seconds; {lines}')
 
-    def test_programs_sheets_and_documents_open(self):
-        viewer, shown = self.open_sample()
+    def test_a_program_opens(self):
+        viewer, _ = self.open_sample()
         folder = session_folder()
-        sheets = [row[0] for row in shown.lists()[2].rows]
         program = self.double_click(viewer, 1, 0)
-        self.assertEqual(self.opened(1)[0].rsplit('\\', 1)[1], program)
-        sheet = self.double_click(viewer, 2, sheets.index('setup.html'))
-        self.assertEqual(self.opened(2)[1].rsplit('\\', 1)[1], sheet)
-        self.assertIn(folder.name, self.opened(2)[1])
-        certificate = self.double_click(viewer, 3, 0)
-        self.assertEqual(self.opened(3)[2], rf'C:\users\Public\Documents\Bracket\{certificate}'.replace(
-            'users', 'Users'))
-        plan = self.double_click(viewer, 3, 1)
-        self.assertEqual(self.opened(4)[3].rsplit('\\', 1)[1], plan)
-        self.assertIn(folder.name, self.opened(4)[3])
+        opened = self.opened(1)[0]
+        self.assertEqual(opened.rsplit('\\', 1)[1], program)
+        self.assertIn(folder.name, opened)
         self.finish(viewer)
 
     def test_a_missing_link_is_told_and_nothing_opened(self):
