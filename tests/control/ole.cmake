@@ -7,11 +7,14 @@ mxov_test(control_ole_tests DESKTOP
         EventTest.cpp
         IdentityTest.cpp
         ModuleTest.cpp
+        OleViewTest.cpp
         PackageBuilder.cpp
         PersistenceTest.cpp
         RegistrationErrorTest.cpp
         ../support/MockContainer.cpp
     LIBRARIES comctl32 gdi32 ole32 oleaut32 uuid version)
+set_source_files_properties(OleViewTest.cpp PROPERTIES
+    COMPILE_DEFINITIONS MXOV_SHOWN_IDL="Z:${CMAKE_CURRENT_SOURCE_DIR}/MXOVDocView.shown.idl")
 add_dependencies(control_ole_tests MXOVDocViewCtrl mxovshare)
 set_tests_properties(control_ole_tests PROPERTIES FIXTURES_REQUIRED registered_control)
 
