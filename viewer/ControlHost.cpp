@@ -11,6 +11,10 @@ namespace {
 constexpr wchar_t kProgId[] = L"MXOVTREETAB.MXOVDocViewCtrlVS2015.13";
 constexpr wchar_t kContainerClass[] = L"AtlAxWin";
 
+// Commands of the control's content: its button, and what its own windows tell it of a change with.
+constexpr int kSaveButton = 1039;
+constexpr WPARAM kPackageChanged = 1042;
+
 // The two functions of the system's container library that a host needs.
 struct ContainerLibrary {
     BOOL(WINAPI* initialise)() = nullptr;
@@ -118,11 +122,19 @@ void ControlHost::ClearAllData() {
     Call(L"ClearAllData");
 }
 
-// The command with which the control's own windows tell its content of a change.
+bool ControlHost::HasChanges() const {
+    const HWND save = GetDlgItem(Content(), kSaveButton);
+    return save && IsWindowEnabled(save);
+}
+
+void ControlHost::Save() {
+    MarkChanged();
+    SendMessageW(Content(), WM_COMMAND, MAKEWPARAM(kSaveButton, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(Content(), kSaveButton)));
+}
+
 void ControlHost::MarkChanged() {
-    constexpr WPARAM kPackageChanged = 1042;
-    if (const HWND content = GetWindow(ControlWindow(), GW_CHILD))
-        SendMessageW(content, WM_COMMAND, kPackageChanged, 0);
+    SendMessageW(Content(), WM_COMMAND, kPackageChanged, 0);
 }
 
 bool ControlHost::TranslateAccelerator(MSG& message) {
@@ -133,12 +145,11 @@ bool ControlHost::TranslateAccelerator(MSG& message) {
 }
 
 void ControlHost::SetFocus(bool last) {
-    const HWND control = ControlWindow();
-    const HWND content = GetWindow(control, GW_CHILD);
+    const HWND content = Content();
     HWND part = content ? GetNextDlgTabItem(content, nullptr, FALSE) : nullptr;
     if (part && last)
         part = GetNextDlgTabItem(content, part, TRUE);
-    ::SetFocus(part ? part : control);
+    ::SetFocus(part ? part : ControlWindow());
 }
 
 void ControlHost::Call(const wchar_t* member, std::initializer_list<VARIANT> arguments) {
@@ -165,7 +176,7 @@ HWND ControlHost::ControlWindow() const {
 
 // Until its first draw, the control's content has the size that it was designed with.
 SIZE ControlHost::MeasureControl() const {
-    if (const HWND content = GetWindow(ControlWindow(), GW_CHILD))
+    if (const HWND content = Content())
         return WindowSize(content);
     const HDC screen = GetDC(nullptr);
     const LONG dotsPerInch = GetDeviceCaps(screen, LOGPIXELSX);

@@ -26,6 +26,12 @@ public:
     void ClosePackage();
     void ClearAllData();
 
+    /// Whether the control knows of changes to its package and offers to save them.
+    [[nodiscard]] bool HasChanges() const;
+
+    /// Lets the control save its package as its button does, whether it knows of changes or not.
+    void Save();
+
     /// Makes the control take its package for changed, so that it offers to save it.
     void MarkChanged();
 
@@ -42,6 +48,7 @@ public:
 private:
     void Call(const wchar_t* member, std::initializer_list<VARIANT> arguments = {});
     [[nodiscard]] HWND ControlWindow() const;
+    [[nodiscard]] HWND Content() const { return GetWindow(ControlWindow(), GW_CHILD); }
     [[nodiscard]] SIZE MeasureControl() const;
 
     HWND m_container = nullptr;

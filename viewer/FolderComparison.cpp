@@ -1,16 +1,68 @@
 #include "FolderComparison.h"
 
-#include "mxovpackage.h"
+#include "Handles.h"
+#include "Paths.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <optional>
+#include <string_view>
 
 namespace {
 
-using Files = std::filesystem::recursive_directory_iterator;
+using mxovshare::PackageEntry;
+
+struct FolderFile {
+    std::wstring name; // relative to the folder
+    std::uint64_t size = 0;
+    FILETIME modified = {};
+};
+
+bool IsDots(std::wstring_view name) {
+    return name == L"." || name == L"..";
+}
+
+// `below` is empty or ends with a separator. What is found of each file comes with the listing: no file is
+// asked on its own. Links are not followed.
+void AddFiles(const std::wstring& folder, const std::wstring& below, std::vector<FolderFile>& files) {
+    WIN32_FIND_DATAW found = {};
+    const UniqueSearch search =
+        OwnSearch(FindFirstFileExW(LongForm(folder + L"\\" + below + L"*").c_str(), FindExInfoBasic, &found,
+                                   FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
+    if (!search)
+        return;
+    constexpr DWORD kFolderOrLink = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+    do {
+        const std::wstring name = below + found.cFileName;
+        if ((found.dwFileAttributes & kFolderOrLink) != FILE_ATTRIBUTE_DIRECTORY)
+            files.push_back(
+                {name, std::uint64_t{found.nFileSizeHigh} << 32 | found.nFileSizeLow, found.ftLastWriteTime});
+        else if (!IsDots(found.cFileName))
+            AddFiles(folder, name + L"\\", files);
+    } while (FindNextFileW(search.get(), &found));
+}
+
+std::vector<FolderFile> FilesBelow(const std::wstring& folder) {
+    std::vector<FolderFile> files;
+    AddFiles(folder, {}, files);
+    return files;
+}
+
+// What office programs leave beside a document while it is open in them.
+bool IsLock(const std::wstring& name) {
+    return name.starts_with(L"~$") || name.starts_with(L".~lock.");
+}
+
+// As the file system tells names apart.
+struct NameLess {
+    bool operator()(const std::wstring& left, const std::wstring& right) const {
+        return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_LESS_THAN;
+    }
+};
 
 constexpr std::array<std::uint32_t, 256> MakeTable() {
     std::array<std::uint32_t, 256> table = {};
@@ -41,43 +93,58 @@ std::optional<std::uint32_t> Checksum(const std::filesystem::path& path) {
     return ~checksum;
 }
 
-bool IsSame(const std::filesystem::path& path, const mxovshare::PackageEntry& entry) {
-    std::error_code error;
-    return std::filesystem::file_size(path, error) == entry.size && !error && Checksum(path) == entry.crc32;
+bool HasContent(const std::wstring& folder, const FolderFile& file, const PackageEntry& entry) {
+    return file.size == entry.size && Checksum(LongForm(folder + L"\\" + file.name)) == entry.crc32;
 }
 
-bool Differs(const std::wstring& folder, const std::wstring& packageFile) {
-    std::vector<mxovshare::PackageEntry> entries;
-    if (!mxovshare::ListPackage(packageFile, entries).ok)
-        return true;
-    std::erase_if(entries, [](const mxovshare::PackageEntry& entry) { return entry.isFolder; });
-    const auto files =
-        std::ranges::count_if(Files(folder), [](const auto& entry) { return entry.is_regular_file(); });
-    return static_cast<std::size_t>(files) != entries.size() ||
-           !std::ranges::all_of(entries, [&folder](const mxovshare::PackageEntry& entry) {
-               return IsSame(folder + L"\\" + entry.name, entry);
-           });
+bool HasContentOrTime(const std::wstring& folder, const FolderFile& file, const PackageEntry& entry) {
+    return (file.size == entry.size && CompareFileTime(&file.modified, &entry.modified) == 0) ||
+           HasContent(folder, file, entry);
+}
+
+using Sameness = bool (*)(const std::wstring&, const FolderFile&, const PackageEntry&);
+
+std::vector<FileChange> Compare(const std::wstring& folder, const std::vector<PackageEntry>& entries,
+                                Sameness isSame) {
+    std::map<std::wstring, const PackageEntry*, NameLess> missing;
+    for (const PackageEntry& entry : entries) {
+        if (!entry.isFolder)
+            missing.emplace(entry.name, &entry);
+    }
+    std::vector<FileChange> changes;
+    for (const FolderFile& file : FilesBelow(folder)) {
+        const auto found = missing.find(file.name);
+        if (found == missing.end()) {
+            if (!IsLock(FileName(file.name)))
+                changes.push_back({file.name, FileChangeKind::Added});
+            continue;
+        }
+        if (!isSame(folder, file, *found->second))
+            changes.push_back({file.name, FileChangeKind::Changed});
+        missing.erase(found);
+    }
+    for (const auto& [name, entry] : missing)
+        changes.push_back({name, FileChangeKind::Removed});
+    std::ranges::sort(changes, NameLess(), &FileChange::name);
+    return changes;
 }
 
 } // namespace
 
+std::vector<FileChange> FindChanges(const std::wstring& folder, const std::vector<PackageEntry>& entries) {
+    return Compare(folder, entries, HasContentOrTime);
+}
+
 bool DiffersFromPackage(const std::wstring& folder, const std::wstring& packageFile) {
-    try {
-        return Differs(folder, packageFile);
-    } catch (const std::filesystem::filesystem_error&) {
-        return true;
-    }
+    std::vector<PackageEntry> entries;
+    return !mxovshare::ListPackage(packageFile, entries).ok || !Compare(folder, entries, HasContent).empty();
 }
 
 FILETIME LastWriteBelow(const std::wstring& folder) {
     FILETIME last = {};
-    std::error_code ignored;
-    for (const auto& entry : Files(folder, ignored)) {
-        WIN32_FILE_ATTRIBUTE_DATA data = {};
-        if (entry.is_regular_file(ignored) &&
-            GetFileAttributesExW(entry.path().c_str(), GetFileExInfoStandard, &data) &&
-            CompareFileTime(&data.ftLastWriteTime, &last) > 0)
-            last = data.ftLastWriteTime;
+    for (const FolderFile& file : FilesBelow(folder)) {
+        if (CompareFileTime(&file.modified, &last) > 0)
+            last = file.modified;
     }
     return last;
 }

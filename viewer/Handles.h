@@ -35,6 +35,16 @@ using UniqueHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleDelete
     return UniqueHandle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }
 
+struct SearchDeleter {
+    void operator()(HANDLE search) const noexcept { FindClose(search); }
+};
+using UniqueSearch = std::unique_ptr<std::remove_pointer_t<HANDLE>, SearchDeleter>;
+
+/// A search for files; empty when it found nothing.
+[[nodiscard]] inline UniqueSearch OwnSearch(HANDLE search) noexcept {
+    return UniqueSearch(search == INVALID_HANDLE_VALUE ? nullptr : search);
+}
+
 struct RegistryKeyDeleter {
     void operator()(HKEY key) const noexcept { RegCloseKey(key); }
 };

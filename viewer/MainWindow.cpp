@@ -179,6 +179,7 @@ void MainWindow::OnInitMenuPopup(HMENU menu) {
         EnableMenuItem(menu, command, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
     };
     enable(IDM_FILE_OPEN, !IsOpening());
+    enable(IDM_FILE_SAVE, m_session && !IsOpening());
     enable(IDM_FILE_CLOSE, m_session && !IsOpening());
     enable(IDM_VIEW_REFRESH, m_session && !IsOpening());
     const UINT first = GetMenuItemID(menu, 0);
@@ -190,6 +191,9 @@ void MainWindow::OnCommand(int command) {
     switch (command) {
     case IDM_FILE_OPEN:
         BrowseForPackage();
+        break;
+    case IDM_FILE_SAVE:
+        SavePackage();
         break;
     case IDM_FILE_CLOSE:
         ClosePackage();

@@ -71,7 +71,10 @@ private:
     void SwitchTo(std::unique_ptr<PackageSession> session, const std::wstring& facts);
     bool ClosePackage();
     bool CloseInControl();
+    bool RecordSave();
     bool SettleFailedSave();
+    bool SettleOthersChanges(bool declined);
+    void SavePackage();
     bool SaveCopy();
     void ShowPackage();
     void ShowStatus(const std::wstring& text, const std::wstring& facts);

@@ -21,6 +21,15 @@ private:
     bool& m_flag;
 };
 
+// Whether the control itself makes such a change: in the information file, and with copies that it attaches
+// and removes.
+bool IsOwnChange(const FileChange& change) {
+    constexpr wchar_t kCopies[] = L"ReferanceFiles\\";
+    return SamePath(FileName(change.name), L"mxinfo.ini") ||
+           (change.kind != FileChangeKind::Changed &&
+            SamePath(change.name.substr(0, std::size(kCopies) - 1), kCopies));
+}
+
 } // namespace
 
 bool MainWindow::OfferLeftWork() {
@@ -42,7 +51,7 @@ bool MainWindow::OfferLeftWork() {
     }
     if (!chosen)
         return false;
-    mxovshare::ResumeFolder(chosen->Folder(), chosen->PackageFile(), chosen->Stamp());
+    chosen->Resume();
     SwitchTo(std::move(chosen), L"recovered");
     m_control.MarkChanged();
     return true;
@@ -52,9 +61,17 @@ bool MainWindow::OfferLeftWork() {
 void MainWindow::OnWatch() {
     if (!m_session || m_closing)
         return;
-    m_session->Record(mxovshare::StampOfFolder(m_session->Folder()));
+    RecordSave();
     if (mxovshare::TakeSaveFailure(m_session->Folder()))
         m_control.MarkChanged();
+}
+
+// True when the package was saved since the last time.
+bool MainWindow::RecordSave() {
+    const std::wstring stamp = mxovshare::StampOfFolder(m_session->Folder());
+    const bool saved = stamp != m_session->Stamp();
+    m_session->Record(stamp);
+    return saved;
 }
 
 // The control may ask whether to save, and messages arrive meanwhile. False when the user wants to go on with
@@ -64,8 +81,45 @@ bool MainWindow::CloseInControl() {
         return true;
     OnWatch();
     const ScopedFlag closing(m_closing);
+    const bool changed = m_control.HasChanges();
     m_control.ClosePackage();
-    return !mxovshare::TakeSaveFailure(m_session->Folder()) || SettleFailedSave();
+    if (mxovshare::TakeSaveFailure(m_session->Folder()))
+        return SettleFailedSave();
+    return SettleOthersChanges(changed && !RecordSave());
+}
+
+// What other programs did to the files of the open package, such as an editor that the user opened one with:
+// the control does not look for that.
+bool MainWindow::SettleOthersChanges(bool declined) {
+    std::vector<FileChange> changes = m_session->Changes();
+    if (declined)
+        std::erase_if(changes, IsOwnChange);
+    if (changes.empty())
+        return true;
+    switch (AskAboutChanges(Handle(), m_session->PackageFile(), changes, declined)) {
+    case ChangesAnswer::Save:
+        m_control.Save();
+        return !mxovshare::TakeSaveFailure(m_session->Folder()) || SettleFailedSave();
+    case ChangesAnswer::Discard:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void MainWindow::SavePackage() {
+    if (!m_session || m_closing || IsOpening())
+        return;
+    if (!m_control.HasChanges() && m_session->Changes().empty()) {
+        ShowStatus(L"There is nothing to save", m_facts);
+        return;
+    }
+    {
+        const ScopedFlag closing(m_closing);
+        m_control.Save();
+    }
+    OnWatch();
+    ShowPackage();
 }
 
 bool MainWindow::SettleFailedSave() {

@@ -1,6 +1,5 @@
 #include "PackageSession.h"
 
-#include "mxovshare.h"
 #include "Paths.h"
 
 #include <filesystem>
@@ -129,11 +128,17 @@ void PackageSession::Record(const std::wstring& stamp) {
     if (stamp == m_stamp && !stamp.empty())
         return;
     m_stamp = stamp;
+    mxovshare::ListPackage(m_packageFile, m_entries);
     SetFilePointer(m_sessionFile.get(), 0, nullptr, FILE_BEGIN);
     if (WriteSessionFile(m_sessionFile.get(), m_packageFile) &&
         WriteText(m_sessionFile.get(), Line(kUnpacked, L"YES") + Line(kStamp, stamp)))
         SetEndOfFile(m_sessionFile.get());
     FlushFileBuffers(m_sessionFile.get());
+}
+
+void PackageSession::Resume() {
+    mxovshare::ResumeFolder(m_folder, m_packageFile, m_stamp);
+    mxovshare::ListPackage(m_packageFile, m_entries);
 }
 
 PackageSession::~PackageSession() {

@@ -1,6 +1,7 @@
 // The folder of its own into which one opened package is unpacked.
 #pragma once
 
+#include "FolderComparison.h"
 #include "Handles.h"
 
 #include <memory>
@@ -42,9 +43,16 @@ public:
     /// The package file's stamp when the folder last agreed with it, as `Record` was told; empty before.
     [[nodiscard]] const std::wstring& Stamp() const { return m_stamp; }
 
-    /// Records that the package is unpacked completely and which state of the package file the folder comes
-    /// from.
+    /// Records that the package is unpacked completely and which state of the package file the folder agrees
+    /// with. To be told after each unpacking and each save.
     void Record(const std::wstring& stamp);
+
+    /// Goes on with a session that was taken over: saving asks before it replaces a package file of another
+    /// stamp.
+    void Resume();
+
+    /// How the files of the folder differ from the package as it was when the folder last agreed with it.
+    [[nodiscard]] std::vector<FileChange> Changes() const { return FindChanges(m_folder, m_entries); }
 
     /// Leaves folder and session file to a later start of the viewer.
     void Keep() { m_keep = true; }
@@ -56,5 +64,6 @@ private:
     std::wstring m_folder;
     UniqueHandle m_sessionFile;
     std::wstring m_stamp;
+    std::vector<mxovshare::PackageEntry> m_entries; // of the package file with that stamp
     bool m_keep = false;
 };

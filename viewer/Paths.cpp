@@ -1,37 +1,22 @@
 #include "Paths.h"
 
-#include <windows.h>
-
-#include <memory>
+#include "Handles.h"
 
 namespace {
-
-struct FindDeleter {
-    void operator()(HANDLE search) const noexcept { FindClose(search); }
-};
-using UniqueSearch = std::unique_ptr<void, FindDeleter>;
-
-// The form that is not limited to 260 characters.
-std::wstring LongForm(const std::wstring& path) {
-    if (path.starts_with(L"\\\\?\\"))
-        return path;
-    return path.starts_with(L"\\\\") ? L"\\\\?\\UNC" + path.substr(1) : L"\\\\?\\" + path;
-}
 
 bool RemoveEntry(const std::wstring& path, DWORD attributes);
 
 bool RemoveContents(const std::wstring& folder) {
     WIN32_FIND_DATAW found = {};
-    const HANDLE first = FindFirstFileW((folder + L"\\*").c_str(), &found);
-    if (first == INVALID_HANDLE_VALUE)
+    const UniqueSearch search = OwnSearch(FindFirstFileW((folder + L"\\*").c_str(), &found));
+    if (!search)
         return GetLastError() == ERROR_FILE_NOT_FOUND;
-    const UniqueSearch search(first);
     bool removed = true;
     do {
         const std::wstring name = found.cFileName;
         if (name != L"." && name != L"..")
             removed = RemoveEntry(folder + L"\\" + name, found.dwFileAttributes) && removed;
-    } while (FindNextFileW(first, &found));
+    } while (FindNextFileW(search.get(), &found));
     return removed;
 }
 
@@ -52,6 +37,12 @@ std::wstring FullPath(const std::wstring& path) {
     std::wstring full(size, L'\0');
     full.resize(GetFullPathNameW(path.c_str(), size, full.data(), nullptr));
     return full.empty() ? path : full;
+}
+
+std::wstring LongForm(const std::wstring& path) {
+    if (path.starts_with(L"\\\\?\\"))
+        return path;
+    return path.starts_with(L"\\\\") ? L"\\\\?\\UNC" + path.substr(1) : L"\\\\?\\" + path;
 }
 
 std::wstring FileName(const std::wstring& path) {

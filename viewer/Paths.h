@@ -6,6 +6,9 @@
 /// The absolute form of a path, taken from the current folder when it is relative.
 [[nodiscard]] std::wstring FullPath(const std::wstring& path);
 
+/// The form of an absolute path that is not limited to 260 characters.
+[[nodiscard]] std::wstring LongForm(const std::wstring& path);
+
 /// The part behind the last separator.
 [[nodiscard]] std::wstring FileName(const std::wstring& path);
 

@@ -46,6 +46,17 @@ std::wstring LocalTimeText(const FILETIME& time) {
     return std::wstring(day) + L", " + clock;
 }
 
+std::wstring Remark(FileChangeKind kind) {
+    switch (kind) {
+    case FileChangeKind::Added:
+        return L" (new)";
+    case FileChangeKind::Removed:
+        return L" (removed)";
+    default:
+        return {};
+    }
+}
+
 } // namespace
 
 LeftAnswer AskAboutLeft(HWND owner, const std::wstring& packageFile, const FILETIME& changed) {
@@ -56,6 +67,31 @@ LeftAnswer AskAboutLeft(HWND owner, const std::wstring& packageFile, const FILET
                             LocalTimeText(changed) + L", are not in the package file:\n\n" + packageFile +
                             L"\n\nDo you want to continue with them?",
                         answers, 2)];
+}
+
+std::wstring ListOfChanges(const std::vector<FileChange>& changes) {
+    constexpr std::size_t kMostLines = 10;
+    // The last line stands for two files at least.
+    const std::size_t named = changes.size() > kMostLines ? kMostLines - 1 : changes.size();
+    std::wstring list;
+    for (std::size_t i = 0; i < named; ++i)
+        list += changes[i].name + Remark(changes[i].kind) + L"\n";
+    if (named < changes.size())
+        list += L"and " + std::to_wstring(changes.size() - named) + L" more\n";
+    return list;
+}
+
+ChangesAnswer AskAboutChanges(HWND owner, const std::wstring& packageFile,
+                              const std::vector<FileChange>& changes, bool declined) {
+    const wchar_t* const answers[] = {L"&Save", L"&Discard", L"&Go on working"};
+    constexpr ChangesAnswer kMeaning[] = {ChangesAnswer::Save, ChangesAnswer::Discard, ChangesAnswer::GoOn};
+    const std::wstring instruction = (changes.size() == 1 ? L"A document of " : L"Documents of ") +
+                                     FileName(packageFile) + (changes.size() == 1 ? L" was" : L" were") +
+                                     L" changed by another program";
+    const std::wstring question =
+        declined ? L"Do you want to save the package after all, with your other changes too?"
+                 : L"Do you want to save the package with these changes?";
+    return kMeaning[Ask(owner, instruction, ListOfChanges(changes) + L"\n" + question, answers, 2)];
 }
 
 UnsavedAnswer AskAboutUnsaved(HWND owner, const std::wstring& packageFile) {

@@ -1,15 +1,26 @@
 // What the viewer asks about unsaved work.
 #pragma once
 
-#include <windows.h>
+#include "FolderComparison.h"
 
 #include <string>
+#include <vector>
 
 enum class LeftAnswer { Continue, Discard, Later };
 
 /// Asks what to do with changes to a package that a viewer that did not end properly left behind. `changed`
 /// is the time of the last one, UTC.
 [[nodiscard]] LeftAnswer AskAboutLeft(HWND owner, const std::wstring& packageFile, const FILETIME& changed);
+
+enum class ChangesAnswer { Save, Discard, GoOn };
+
+/// Asks what to do with files of a package that is to be closed and that other programs changed. `declined`
+/// says that the user has just declined to save what else was changed.
+[[nodiscard]] ChangesAnswer AskAboutChanges(HWND owner, const std::wstring& packageFile,
+                                            const std::vector<FileChange>& changes, bool declined);
+
+/// The changed files for such a question, one a line: the first ones by name, the others by their number.
+[[nodiscard]] std::wstring ListOfChanges(const std::vector<FileChange>& changes);
 
 enum class UnsavedAnswer { GoOn, SaveCopy, Keep, Discard };
 

@@ -4,7 +4,7 @@ import pathlib
 import unittest
 import zipfile
 
-from viewercase import SAVE, UPDATE, ViewerCase, information, session_entries
+from viewercase import LIBRARY, SAVE, ViewerCase, session_entries
 from viewerdriver import PATIENCE, PROGRAM
 
 
@@ -20,21 +20,10 @@ class ClosingTest(ViewerCase):
         self.assertEqual([item.rows for item in shown.lists()], [item.rows for item in before.lists()])
         self.finish(viewer)
 
-    def open_changed_sample(self):
-        """The sample, marked as changed the way the properties of a document do it."""
-        viewer, _ = self.open_sample()
-        viewer.dump('press', str(UPDATE))
-        viewer.wait('the package counts as changed', lambda s: s.item(SAVE).enabled)
-        return viewer
-
     def answer_question(self, viewer, key):
-        viewer.wait('the question',
-                    lambda s: s.others and s.dialog().text == 'Maxtrel Orvando Document Manager')
+        viewer.wait('the question', lambda s: s.others and s.dialog().text == LIBRARY)
         viewer.photograph('e2e-question')
         viewer.press(key)
-
-    def history(self):
-        return [name for name in information(self.sample).sections() if name.startswith('FILE_HISTORY')]
 
     def test_closing_a_changed_package_without_saving_leaves_the_file(self):
         before = pathlib.Path(self.sample).read_bytes()

@@ -2,14 +2,11 @@
 """Unsaved changes when the viewer dies, when saving fails, and when somebody else changed the package file."""
 import os
 import pathlib
-import subprocess
 import unittest
 import zipfile
 
-from viewercase import SAVE, UPDATE, ViewerCase, information, session_entries
+from viewercase import LIBRARY, SAVE, ViewerCase, information, session_entries
 from viewerdriver import PATIENCE, PROGRAM, Viewer, windows_path
-
-LIBRARY = 'Maxtrel Orvando Document Manager'
 
 
 class RecoveryTest(ViewerCase):
@@ -22,15 +19,6 @@ class RecoveryTest(ViewerCase):
 
     def rows(self, shown):
         return [row[0] for row in shown.lists()[3].rows]
-
-    def restart_and_answer(self, key):
-        viewer = self.use(Viewer())
-        shown = viewer.wait('the offer', lambda s: 'unsaved changes to bracket.mxov' in s.texts())
-        self.assertIn(windows_path(self.sample), shown.texts())
-        self.assertRegex(shown.texts(), r'last made on .*20\d\d.*\d:\d\d')
-        viewer.photograph('e2e-left-work')
-        viewer.press(key)
-        return viewer
 
     def crash_with_changes(self):
         viewer, _ = self.open_sample()
@@ -121,8 +109,7 @@ class RecoveryTest(ViewerCase):
         """The package with changes, closed while its folder takes no new file, up to the viewer's question."""
         viewer, _ = self.open_sample()
         self.add_document(viewer)
-        subprocess.run(['chattr', '+i', self.folder], check=True)
-        self.addCleanup(subprocess.run, ['chattr', '-i', self.folder], check=True)
+        self.refuse_saving()
         viewer.press('alt+F4')
         viewer.wait('the question', lambda s: s.others and s.dialog().text == LIBRARY)
         viewer.press('y')
@@ -133,9 +120,6 @@ class RecoveryTest(ViewerCase):
         viewer.wait('what becomes of the changes', lambda s: 'are not saved' in s.texts())
         viewer.photograph('e2e-unsaved')
         return viewer
-
-    def allow_saving(self):
-        subprocess.run(['chattr', '-i', self.folder], check=True)
 
     def test_a_failed_save_on_close_keeps_the_changes_for_later(self):
         viewer = self.fail_to_save_on_close()
@@ -176,12 +160,9 @@ class RecoveryTest(ViewerCase):
         self.assertEqual(session_entries(), [])
 
     def test_a_failed_save_leaves_the_button_for_another_try(self):
-        viewer, _ = self.open_sample()
-        viewer.dump('press', str(UPDATE))
-        viewer.wait('the package counts as changed', lambda s: s.item(SAVE).enabled)
+        viewer = self.open_changed_sample()
         before = len(information(self.sample).sections())
-        subprocess.run(['chattr', '+i', self.folder], check=True)
-        self.addCleanup(self.allow_saving)
+        self.refuse_saving()
         self.click_item(viewer, SAVE)
         viewer.wait('the message', lambda s: 'was not saved' in s.texts())
         viewer.press('Return')

@@ -21,6 +21,7 @@ HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
 LIST_HEADER, ROW_HEIGHT = 18, 17
 SAVE, ADD, DELETE, UPDATE = 1039, 1040, 1041, 1042
 LINKED, MISSING, PACKAGED = 0, 1, 2
+LIBRARY = 'Maxtrel Orvando Document Manager'
 LINK_LABEL = 'Link instead of copying'
 
 
@@ -99,6 +100,36 @@ class ViewerCase(unittest.TestCase):
     def open_sample(self):
         viewer = self.use(Viewer(windows_path(self.sample)))
         return viewer, viewer.wait_for_package('bracket.mxov')
+
+    def restart_and_answer(self, key):
+        """A new viewer after one that died with changes to the sample; its question is answered with a key."""
+        viewer = self.use(Viewer())
+        shown = viewer.wait('the offer', lambda s: 'unsaved changes to bracket.mxov' in s.texts())
+        self.assertIn(windows_path(self.sample), shown.texts())
+        self.assertRegex(shown.texts(), r'last made on .*20\d\d.*\d:\d\d')
+        viewer.photograph('e2e-left-work')
+        viewer.press(key)
+        return viewer
+
+    def refuse_saving(self):
+        """The folder of the samples takes no new file from now on (tools/with-display sees to it that this holds
+        for root too)."""
+        self.folder.chmod(0o555)
+        self.addCleanup(self.allow_saving)
+
+    def allow_saving(self):
+        self.folder.chmod(0o755)
+
+    def history(self):
+        """The names of the entries in the history of the sample."""
+        return [name for name in information(self.sample).sections() if name.startswith('FILE_HISTORY')]
+
+    def open_changed_sample(self):
+        """The sample, marked as changed the way the properties of a document do it."""
+        viewer, _ = self.open_sample()
+        self.assertIsNotNone(viewer.dump('press', str(UPDATE)))
+        viewer.wait('the package counts as changed', lambda s: s.item(SAVE).enabled)
+        return viewer
 
     def use(self, context):
         self.addCleanup(context.__exit__, None, None, None)

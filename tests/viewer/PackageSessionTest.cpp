@@ -104,6 +104,41 @@ TEST_F(PackageSessionTest, WhatWasLeftHalfUnpackedIsRemoved) {
     EXPECT_EQ(m_temporary.EntryCount(), 0);
 }
 
+TEST_F(PackageSessionTest, TellsWhatChangedSinceTheFolderAgreedWithThePackage) {
+    const TempFolder content;
+    content.Write(L"mxinfo.ini", "[FILEINFO]\r\n");
+    const std::wstring package = m_temporary / L"a.mxov";
+    ASSERT_TRUE(mxovshare::CreatePackage(content.Path(), package).ok);
+    auto session = PackageSession::Create(package, m_error);
+    ASSERT_TRUE(session && mxovshare::UnpackPackage(package, session->Folder()).ok);
+    session->Record(L"1");
+    EXPECT_TRUE(session->Changes().empty());
+    const auto edit = [&session](const wchar_t* name) {
+        return OwnFile(CreateFileW((session->FolderWithSeparator() + name).c_str(), GENERIC_WRITE, 0, nullptr,
+                                   CREATE_NEW, 0, nullptr)) != nullptr;
+    };
+    ASSERT_TRUE(edit(L"a.txt"));
+    ASSERT_EQ(session->Changes().size(), 1u);
+    EXPECT_EQ(session->Changes()[0].name, L"a.txt");
+
+    // Saved, and then replaced by somebody else: that is no change of the folder.
+    ASSERT_TRUE(mxovshare::CreatePackage(session->Folder(), package).ok);
+    session->Record(L"2");
+    EXPECT_TRUE(session->Changes().empty());
+    ASSERT_TRUE(mxovshare::CreatePackage(content.Path(), package).ok);
+    session->Record(L"2");
+    EXPECT_TRUE(session->Changes().empty());
+
+    // After a crash it is the package file as it is now that counts.
+    session->Keep();
+    session.reset();
+    auto left = PackageSession::TakeOver();
+    ASSERT_EQ(left.size(), 1u);
+    left[0]->Resume();
+    ASSERT_EQ(left[0]->Changes().size(), 1u);
+    EXPECT_EQ(mxovshare::StampOfFolder(left[0]->Folder()), L"2");
+}
+
 TEST_F(PackageSessionTest, WithoutATemporaryFolderItSaysWhy) {
     SetEnvironmentVariableW(L"TMP", (m_temporary / L"none\\none").c_str());
     EXPECT_EQ(PackageSession::Create(L"C:\\a.mxov", m_error), nullptr);
