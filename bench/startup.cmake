@@ -1,0 +1,17 @@
+# The control's start in a container, beside that of a control with one list view.
+add_library(minimal_control SHARED
+    MinimalControl.cpp
+    MinimalControl.def
+    MinimalControl.rc)
+target_link_libraries(minimal_control PRIVATE framework warnings)
+target_link_options(minimal_control PRIVATE -s)
+target_compile_options(minimal_control PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O2>)
+set_target_properties(minimal_control PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MXOV_BUILD}/bench PREFIX "")
+set_source_files_properties(MinimalControl.rc PROPERTIES
+    COMPILE_OPTIONS "-I;${CMAKE_SOURCE_DIR}/MXOVDocViewCtrl/resources"
+    OBJECT_DEPENDS ${CMAKE_SOURCE_DIR}/MXOVDocViewCtrl/resources/MXOVDocViewCtrl.manifest)
+mxov_bench(startup_bench
+    SOURCES startup_bench.cpp StartupSubjects.cpp
+    LIBRARIES atl comctl32 gdi32 ole32 uuid)
+add_dependencies(startup_bench minimal_control MXOVDocViewCtrl mxovshare)
+target_link_options(startup_bench PRIVATE -municode)
