@@ -76,9 +76,9 @@ std::wstring ControlHost::Create(HWND parent, int id) {
     const ContainerLibrary library = LoadContainerLibrary();
     if (!library.initialise || !library.getControl || !library.initialise())
         return L"The system's control container (atl.dll) cannot be used.";
-    m_container = CreateWindowExW(
-        0, kContainerClass, kProgId, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0, 0, 0, parent,
-        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
+    m_container = CreateWindowExW(0, kContainerClass, kProgId, WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0,
+                                  0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                                  GetModuleHandleW(nullptr), nullptr);
     ComPtr<IUnknown> control;
     if (m_container && SUCCEEDED(library.getControl(m_container, control.Put())))
         m_control = control.As<IDispatch>();

@@ -38,6 +38,10 @@ public:
     /// Offers a keyboard message to the control; true when the control has handled it.
     [[nodiscard]] bool TranslateAccelerator(MSG& message);
 
+    /// Shows the control or not.
+    void Show(bool shown) { ShowWindow(m_container, shown ? SW_SHOWNA : SW_HIDE); }
+    [[nodiscard]] bool IsShown() const { return (GetWindowLongW(m_container, GWL_STYLE) & WS_VISIBLE) != 0; }
+
     /// Lets the control take the user's input or not.
     void Enable(bool enabled) { EnableWindow(m_container, enabled); }
 

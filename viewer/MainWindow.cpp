@@ -107,7 +107,8 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         OnActivate(LOWORD(wParam) != WA_INACTIVE);
         return 0;
     case WM_SETFOCUS:
-        m_control.SetFocus();
+        if (m_control.IsShown())
+            m_control.SetFocus();
         return 0;
     case WM_TIMER:
         OnTimer(wParam);
@@ -144,13 +145,14 @@ void MainWindow::OnSize() {
     GetClientRect(Handle(), &client);
     GetWindowRect(m_status, &status);
     const LONG bottom = client.bottom - (status.bottom - status.top);
-    const LONG split = std::min(ControlSize().cx, client.right);
+    const LONG split = m_control.IsShown() ? std::min(ControlSize().cx, client.right) : 0;
     const int parts[] = {std::max<int>(0, client.right - Scale(kFactsWidth)), -1};
     SendMessageW(m_status, SB_SETPARTS, ARRAYSIZE(parts), reinterpret_cast<LPARAM>(parts));
     if (bottom <= 0)
         return;
-    m_control.Move({0, 0, split, bottom});
-    const int left = split + Scale(kGap);
+    if (split > 0)
+        m_control.Move({0, 0, split, bottom});
+    const int left = split > 0 ? split + Scale(kGap) : 0;
     MoveWindow(m_preview.Handle(), left, 0, std::max<int>(0, client.right - left), bottom, TRUE);
 }
 
@@ -228,7 +230,7 @@ void MainWindow::OnDropFiles(HDROP drop) {
 void MainWindow::OnActivate(bool active) {
     if (!active)
         m_lastFocus = GetFocus();
-    else if (IsChild(Handle(), m_lastFocus))
+    else if (IsChild(Handle(), m_lastFocus) && IsWindowVisible(m_lastFocus))
         SetFocus(m_lastFocus);
     else
         SetFocus(Handle());

@@ -68,7 +68,7 @@ private:
     void OpenRecent(std::size_t index);
     void FillRecentMenu(HMENU menu) const;
     void CancelOpening();
-    void SwitchTo(std::unique_ptr<PackageSession> session, const std::wstring& facts);
+    void SwitchTo(std::unique_ptr<PackageSession> session);
     bool ClosePackage();
     bool CloseInControl();
     bool RecordSave();
@@ -77,6 +77,8 @@ private:
     void SavePackage();
     bool SaveCopy();
     void ShowPackage();
+    void ShowControl(bool shown);
+    void ShowSaved();
     void ShowStatus(const std::wstring& text, const std::wstring& facts);
     void ShowAbout();
     void Complain(const std::wstring& text);

@@ -21,9 +21,22 @@ std::wstring SizeText(std::uint64_t bytes) {
     return text;
 }
 
-std::wstring FactsText(const UnpackTask::Outcome& outcome) {
-    return std::to_wstring(outcome.files) + (outcome.files == 1 ? L" file, " : L" files, ") +
-           SizeText(outcome.bytes);
+std::wstring FactsText(const std::vector<mxovshare::PackageEntry>& entries) {
+    std::size_t files = 0;
+    std::uint64_t bytes = 0;
+    for (const mxovshare::PackageEntry& entry : entries) {
+        files += entry.isFolder ? 0 : 1;
+        bytes += entry.size;
+    }
+    if (files == 0)
+        return {};
+    return std::to_wstring(files) + (files == 1 ? L" file, " : L" files, ") + SizeText(bytes);
+}
+
+// What a package's reader reports, as a sentence of its own.
+std::wstring Sentence(std::wstring report) {
+    CharUpperBuffW(report.data(), report.empty() ? 0 : 1);
+    return report.ends_with(L'.') ? report : report + L".";
 }
 
 } // namespace
@@ -80,18 +93,18 @@ void MainWindow::OnUnpacked() {
         return;
     KillTimer(Handle(), kProgressTimer);
     m_progress.reset();
-    auto [outcome, session] = m_task->Finish();
+    auto [result, session] = m_task->Finish();
     m_task.reset();
     m_control.Enable(true);
-    if (outcome.result.ok) {
-        SwitchTo(std::move(session), FactsText(outcome));
+    if (result.ok) {
+        SwitchTo(std::move(session));
         return;
     }
     const std::wstring name = FileName(session->PackageFile());
     session.reset();
     ShowPackage();
-    if (!outcome.result.cancelled)
-        Complain(name + L" cannot be opened as a machining package.\n\n" + outcome.result.message);
+    if (!result.cancelled)
+        Complain(name + L" cannot be opened as a machining package.\n\n" + Sentence(result.message));
 }
 
 void MainWindow::CancelOpening() {
@@ -100,7 +113,7 @@ void MainWindow::CancelOpening() {
     m_task.reset();
 }
 
-void MainWindow::SwitchTo(std::unique_ptr<PackageSession> session, const std::wstring& facts) {
+void MainWindow::SwitchTo(std::unique_ptr<PackageSession> session) {
     if (!m_reopening && !CloseInControl()) {
         ShowPackage();
         return;
@@ -110,11 +123,17 @@ void MainWindow::SwitchTo(std::unique_ptr<PackageSession> session, const std::ws
     const std::wstring file = session->PackageFile();
     m_control.LoadFile(folder, file);
     m_session = std::move(session);
-    m_facts = facts;
     m_recent.Add(file);
-    m_preview.Show(ReadPackageSummary(folder, file));
     SetTimer(Handle(), kWatchTimer, kWatchPeriod, nullptr);
-    ShowPackage();
+    ShowSaved();
+}
+
+// What the package file holds now.
+void MainWindow::ShowSaved() {
+    m_facts = FactsText(m_session->Entries());
+    m_preview.Show(ReadPackageSummary(m_session->FolderWithSeparator(), m_session->PackageFile()));
+    if (!IsOpening())
+        ShowPackage();
 }
 
 // False when the user wants to go on with the package.
@@ -131,7 +150,19 @@ bool MainWindow::ClosePackage() {
     return true;
 }
 
+// Without a package there is nothing to attach documents to.
+void MainWindow::ShowControl(bool shown) {
+    if (shown == m_control.IsShown())
+        return;
+    const bool focused = m_control.HasFocus();
+    m_control.Show(shown);
+    OnSize();
+    if (shown || focused)
+        SetFocus(Handle());
+}
+
 void MainWindow::ShowPackage() {
+    ShowControl(m_session != nullptr);
     if (!m_session) {
         SetWindowTextW(Handle(), kProgramName);
         ShowStatus(L"Ready", {});

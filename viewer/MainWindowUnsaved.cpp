@@ -52,7 +52,7 @@ bool MainWindow::OfferLeftWork() {
     if (!chosen)
         return false;
     chosen->Resume();
-    SwitchTo(std::move(chosen), L"recovered");
+    SwitchTo(std::move(chosen));
     m_control.MarkChanged();
     return true;
 }
@@ -61,7 +61,8 @@ bool MainWindow::OfferLeftWork() {
 void MainWindow::OnWatch() {
     if (!m_session || m_closing)
         return;
-    RecordSave();
+    if (RecordSave())
+        ShowSaved();
     if (mxovshare::TakeSaveFailure(m_session->Folder()))
         m_control.MarkChanged();
 }

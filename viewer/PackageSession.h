@@ -51,7 +51,11 @@ public:
     /// stamp.
     void Resume();
 
-    /// How the files of the folder differ from the package as it was when the folder last agreed with it.
+    /// The package's entries when the folder last agreed with it; empty before, and for a package file that
+    /// cannot be read.
+    [[nodiscard]] const std::vector<mxovshare::PackageEntry>& Entries() const { return m_entries; }
+
+    /// How the files of the folder differ from those entries.
     [[nodiscard]] std::vector<FileChange> Changes() const { return FindChanges(m_folder, m_entries); }
 
     /// Leaves folder and session file to a later start of the viewer.

@@ -85,9 +85,12 @@ void PreviewPane::Show(PackageSummary summary) {
     m_hasPackage = true;
     m_summary = std::move(summary);
     m_picture = LoadPreview(m_summary.previewFile);
-    std::wstring text = m_summary.name + L"\n" + m_summary.version;
-    if (!m_picture)
-        text += std::wstring(L"\n") + kNoPreview;
+    std::wstring text = m_summary.name;
+    for (const std::wstring& line :
+         {m_summary.version, m_summary.lastChange, std::wstring(m_picture ? L"" : kNoPreview)}) {
+        if (!line.empty())
+            text += L"\n" + line;
+    }
     SetWindowTextW(Handle(), text.c_str());
     InvalidateRect(Handle(), nullptr, FALSE);
 }

@@ -14,9 +14,9 @@ UnpackTask::Progress UnpackTask::Current() const {
     return m_progress;
 }
 
-std::pair<UnpackTask::Outcome, std::unique_ptr<PackageSession>> UnpackTask::Finish() {
+std::pair<mxovshare::PackageResult, std::unique_ptr<PackageSession>> UnpackTask::Finish() {
     m_thread.join();
-    return {std::move(m_outcome), std::move(m_session)};
+    return {std::move(m_result), std::move(m_session)};
 }
 
 bool UnpackTask::OnProgress(const std::wstring& name, std::uint64_t done, std::uint64_t total) {
@@ -26,24 +26,6 @@ bool UnpackTask::OnProgress(const std::wstring& name, std::uint64_t done, std::u
 }
 
 void UnpackTask::Run(HWND notify, UINT message) noexcept {
-    try {
-        Unpack();
-    } catch (...) {
-        m_outcome.result = {false, false,
-                            L"There is not enough memory to open " + m_session->PackageFile() + L"."};
-    }
+    m_result = mxovshare::UnpackPackage(m_session->PackageFile(), m_session->Folder(), this);
     PostMessageW(notify, message, 0, 0);
-}
-
-void UnpackTask::Unpack() {
-    const std::wstring& file = m_session->PackageFile();
-    std::vector<mxovshare::PackageEntry> entries;
-    m_outcome.result = mxovshare::ListPackage(file, entries);
-    if (!m_outcome.result.ok)
-        return;
-    for (const mxovshare::PackageEntry& entry : entries) {
-        m_outcome.files += entry.isFolder ? 0 : 1;
-        m_outcome.bytes += entry.size;
-    }
-    m_outcome.result = mxovshare::UnpackPackage(file, m_session->Folder(), this);
 }

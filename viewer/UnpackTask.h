@@ -15,12 +15,6 @@ public:
         std::uint64_t done = 0;
         std::uint64_t total = 0;
     };
-    struct Outcome {
-        mxovshare::PackageResult result;
-        std::size_t files = 0;   ///< files in the package
-        std::uint64_t bytes = 0; ///< their size together
-    };
-
     /// Starts to unpack into the session's folder; posts `message` to `notify` at the end, however it ends.
     UnpackTask(std::unique_ptr<PackageSession> session, HWND notify, UINT message);
 
@@ -34,15 +28,14 @@ public:
     [[nodiscard]] Progress Current() const;
 
     /// Waits for the end and gives the session and what became of it. Called once.
-    std::pair<Outcome, std::unique_ptr<PackageSession>> Finish();
+    std::pair<mxovshare::PackageResult, std::unique_ptr<PackageSession>> Finish();
 
 private:
     bool OnProgress(const std::wstring& name, std::uint64_t done, std::uint64_t total) override;
     void Run(HWND notify, UINT message) noexcept;
-    void Unpack();
 
     std::unique_ptr<PackageSession> m_session;
-    Outcome m_outcome;
+    mxovshare::PackageResult m_result;
     mutable std::mutex m_lock; // guards m_progress
     Progress m_progress;
     std::atomic<bool> m_cancel = false;

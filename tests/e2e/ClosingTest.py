@@ -4,7 +4,7 @@ import pathlib
 import unittest
 import zipfile
 
-from viewercase import LIBRARY, SAVE, ViewerCase, session_entries
+from viewercase import ADD, LIBRARY, SAVE, ViewerCase, session_entries
 from viewerdriver import PATIENCE, PROGRAM
 
 
@@ -14,10 +14,13 @@ class ClosingTest(ViewerCase):
         viewer.press('ctrl+w')
         shown = viewer.wait('the package is closed', lambda s: s.frame.text == PROGRAM)
         self.assertEqual([item.rows for item in shown.lists()], [[], [], [], []])
+        self.assertFalse(shown.item(ADD).visible, 'there is nothing to attach documents to')
         self.assertEqual(session_entries(), [])
         viewer.press('alt+f', 'r', '1')
         shown = viewer.wait_for_package('bracket.mxov')
-        self.assertEqual([item.rows for item in shown.lists()], [item.rows for item in before.lists()])
+        self.assertEqual([(item.rows, item.rect, item.visible) for item in shown.lists()],
+                         [(item.rows, item.rect, item.visible) for item in before.lists()])
+        self.assertTrue(shown.item(ADD).visible)
         self.finish(viewer)
 
     def answer_question(self, viewer, key):

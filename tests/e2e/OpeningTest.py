@@ -63,7 +63,8 @@ class OpeningTest(ViewerCase):
         self.assertIn('cannot be found', shown.texts())
         self.assertIn('none.mxov', shown.texts())
         viewer.press('Return')
-        viewer.wait('the window is empty', lambda s: s.frame.text == PROGRAM and not s.others)
+        shown = viewer.wait('the window is empty', lambda s: s.frame.text == PROGRAM and not s.others)
+        self.assertFalse(shown.item(ADD).visible, 'there is nothing to attach documents to')
         self.finish(viewer)
 
     def refuse(self, path, *words):
@@ -74,6 +75,7 @@ class OpeningTest(ViewerCase):
         shown = viewer.wait('the message', lambda s: 'cannot be opened' in s.texts())
         for word in (pathlib.Path(path).name, *words):
             self.assertIn(word, shown.texts())
+        self.assertRegex(shown.texts(), r'(?m)^["A-Z].*\.$', 'the reason is a sentence')
         viewer.photograph(f'e2e-refused-{pathlib.Path(path).stem}')
         viewer.press('Return')
         shown = viewer.wait_for_package('bracket.mxov')

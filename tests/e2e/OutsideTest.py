@@ -6,7 +6,7 @@ import pathlib
 import unittest
 import zipfile
 
-from viewercase import LIBRARY, SAVE, ViewerCase, session_entries, session_folder
+from viewercase import LIBRARY, SAVE, ViewerCase, information, session_entries, session_folder
 from viewerdriver import PATIENCE, PROGRAM
 
 PROGRAM_FILE = 'GCode/op10-face-pocket.nc'
@@ -178,6 +178,9 @@ class OutsideTest(ViewerCase):
         self.check_saved(PROGRAM_FILE)
         self.assertEqual(len(self.history()), len(history) + 1)
         self.assertFalse(viewer.snapshot().item(SAVE).enabled)
+        latest = information(self.sample)[self.history()[-1]]
+        viewer.wait('the preview tells of it', lambda s: s.frame.find(class_name='MXOVPreviewPane').text.endswith(
+            f"{latest['Operation']} by {latest['By']}, {latest['Time']}"))
         self.finish(viewer)
 
     def test_the_menu_saves_what_the_control_knows_of(self):

@@ -73,7 +73,7 @@ TEST_F(PreviewPaneTest, InvitesToOpenAPackage) {
 TEST_F(PreviewPaneTest, ShowsNameVersionAndPicture) {
     const TempFolder folder;
     m_pane.Show({L"bracket", L"Package Writer 2024", WriteGreenPicture(folder), L"Saved"});
-    EXPECT_EQ(Text(), L"bracket\nPackage Writer 2024");
+    EXPECT_EQ(Text(), L"bracket\nPackage Writer 2024\nSaved");
     EXPECT_TRUE(Colours().contains(kGreen));
 }
 

@@ -52,10 +52,8 @@ TEST(UnpackTask, UnpacksIntoTheFolderOfTheSession) {
     const UniqueWindow window = MessageWindow();
     UnpackTask task(NewSession(MakePackage(folder)), window.get(), kFinished);
     ASSERT_TRUE(WaitForMessage(window.get()));
-    const auto [outcome, session] = task.Finish();
-    EXPECT_TRUE(outcome.result.ok);
-    EXPECT_EQ(outcome.files, 2U);
-    EXPECT_EQ(outcome.bytes, 5100U);
+    const auto [result, session] = task.Finish();
+    EXPECT_TRUE(result.ok);
     EXPECT_TRUE(FileExists(session->FolderWithSeparator() + L"GCode\\a.nc"));
 }
 
@@ -64,10 +62,10 @@ TEST(UnpackTask, AFileThatIsNoPackageLeavesNothing) {
     const UniqueWindow window = MessageWindow();
     UnpackTask task(NewSession(folder.Write(L"letter.mxov", "Dear Sir")), window.get(), kFinished);
     ASSERT_TRUE(WaitForMessage(window.get()));
-    const auto [outcome, session] = task.Finish();
-    EXPECT_FALSE(outcome.result.ok);
-    EXPECT_FALSE(outcome.result.cancelled);
-    EXPECT_NE(outcome.result.message.find(L"letter.mxov"), std::wstring::npos);
+    const auto [result, session] = task.Finish();
+    EXPECT_FALSE(result.ok);
+    EXPECT_FALSE(result.cancelled);
+    EXPECT_NE(result.message.find(L"letter.mxov"), std::wstring::npos);
     EXPECT_EQ(GetFileAttributesW(session->Folder().c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
