@@ -136,16 +136,18 @@ STDMETHODIMP ConnectionContainerPart::EnumConnectionPoints(IEnumConnectionPoints
 }
 
 STDMETHODIMP ConnectionContainerPart::FindConnectionPoint(REFIID iid, IConnectionPoint** point) {
-    if (!point) {
-        return E_POINTER;
-    }
-    *point = nullptr;
-    for (ConnectionPoint* candidate : m_points) {
-        if (candidate->Interface() == iid) {
-            candidate->AddRef();
-            *point = candidate;
-            return S_OK;
+    return Guard([&]() -> HRESULT {
+        if (!point) {
+            return E_POINTER;
         }
-    }
-    return CONNECT_E_NOCONNECTION;
+        *point = nullptr;
+        for (ConnectionPoint* candidate : m_points) {
+            if (candidate->Interface() == iid) {
+                candidate->AddRef();
+                *point = candidate;
+                return S_OK;
+            }
+        }
+        return CONNECT_E_NOCONNECTION;
+    });
 }

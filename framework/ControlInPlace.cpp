@@ -27,7 +27,7 @@ ControlInPlacePart::ControlInPlacePart(COleControl& control) noexcept
     : OlePart(control), m_control(control) {}
 
 STDMETHODIMP ControlInPlacePart::GetWindow(HWND* window) {
-    return WindowOf(m_control, window);
+    return Guard([&] { return WindowOf(m_control, window); });
 }
 
 STDMETHODIMP ControlInPlacePart::ContextSensitiveHelp(BOOL) {
@@ -65,7 +65,7 @@ STDMETHODIMP ControlInPlacePart::ReactivateAndUndo() {
 ControlActivePart::ControlActivePart(COleControl& control) noexcept : OlePart(control), m_control(control) {}
 
 STDMETHODIMP ControlActivePart::GetWindow(HWND* window) {
-    return WindowOf(m_control, window);
+    return Guard([&] { return WindowOf(m_control, window); });
 }
 
 STDMETHODIMP ControlActivePart::ContextSensitiveHelp(BOOL) {

@@ -15,11 +15,13 @@ STDMETHODIMP ControlObjectPart::SetClientSite(IOleClientSite* site) {
 }
 
 STDMETHODIMP ControlObjectPart::GetClientSite(IOleClientSite** site) {
-    if (!site) {
-        return E_POINTER;
-    }
-    *site = OlePtr<IOleClientSite>(m_control.GetClientSite()).Detach();
-    return S_OK;
+    return Guard([&]() -> HRESULT {
+        if (!site) {
+            return E_POINTER;
+        }
+        *site = OlePtr<IOleClientSite>(m_control.GetClientSite()).Detach();
+        return S_OK;
+    });
 }
 
 STDMETHODIMP ControlObjectPart::SetHostNames(LPCOLESTR, LPCOLESTR) {
@@ -138,15 +140,17 @@ STDMETHODIMP ControlObjectPart::SetExtent(DWORD aspect, SIZEL* size) {
 }
 
 STDMETHODIMP ControlObjectPart::GetExtent(DWORD aspect, SIZEL* size) {
-    if (!size) {
-        return E_POINTER;
-    }
-    *size = {};
-    if (aspect != DVASPECT_CONTENT) {
-        return DV_E_DVASPECT;
-    }
-    *size = m_control.m_extent;
-    return S_OK;
+    return Guard([&]() -> HRESULT {
+        if (!size) {
+            return E_POINTER;
+        }
+        *size = {};
+        if (aspect != DVASPECT_CONTENT) {
+            return DV_E_DVASPECT;
+        }
+        *size = m_control.m_extent;
+        return S_OK;
+    });
 }
 
 HRESULT ControlObjectPart::NeedHolder() {

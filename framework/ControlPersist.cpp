@@ -84,7 +84,7 @@ STDMETHODIMP ControlStreamPart::GetClassID(CLSID* clsid) {
 }
 
 STDMETHODIMP ControlStreamPart::IsDirty() {
-    return m_persistence.IsDirty();
+    return Guard([&] { return m_persistence.IsDirty(); });
 }
 
 STDMETHODIMP ControlStreamPart::Load(IStream* stream) {
@@ -130,7 +130,7 @@ STDMETHODIMP ControlStoragePart::GetClassID(CLSID* clsid) {
 }
 
 STDMETHODIMP ControlStoragePart::IsDirty() {
-    return m_persistence.IsDirty();
+    return Guard([&] { return m_persistence.IsDirty(); });
 }
 
 STDMETHODIMP ControlStoragePart::InitNew(IStorage* storage) {
@@ -235,7 +235,7 @@ STDMETHODIMP ControlMemoryPart::GetClassID(CLSID* clsid) {
 }
 
 STDMETHODIMP ControlMemoryPart::IsDirty() {
-    return m_persistence.IsDirty();
+    return Guard([&] { return m_persistence.IsDirty(); });
 }
 
 STDMETHODIMP ControlMemoryPart::Load(LPVOID memory, ULONG size) {

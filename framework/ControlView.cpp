@@ -126,16 +126,18 @@ STDMETHODIMP ControlViewPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink*
 }
 
 STDMETHODIMP ControlViewPart::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {
-    if (aspects) {
-        *aspects = m_sink ? m_aspects : 0;
-    }
-    if (flags) {
-        *flags = m_sink ? m_flags : 0;
-    }
-    if (sink) {
-        *sink = m_sink.Copy().Detach();
-    }
-    return S_OK;
+    return Guard([&]() -> HRESULT {
+        if (aspects) {
+            *aspects = m_sink ? m_aspects : 0;
+        }
+        if (flags) {
+            *flags = m_sink ? m_flags : 0;
+        }
+        if (sink) {
+            *sink = m_sink.Copy().Detach();
+        }
+        return S_OK;
+    });
 }
 
 STDMETHODIMP ControlViewPart::GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE* target, LPSIZEL size) {

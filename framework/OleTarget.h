@@ -116,7 +116,9 @@ HRESULT OleProtect(Body&& body) noexcept {
 /// TRUE on the thread that made the object, the only one of its apartment.
 [[nodiscard]] bool OleIsOnItsThread(const CCmdTarget& target) noexcept;
 
-/// The same, and the object outlives the call. Callers from another thread get RPC_E_WRONG_THREAD.
+/// The same, and the object outlives the call. Callers from another thread get RPC_E_WRONG_THREAD. Around
+/// every method that gives or changes something of the object; IUnknown and what is the same for all objects
+/// of a class answer any thread.
 template <class Body>
 HRESULT OleGuard(CCmdTarget& target, Body&& body) noexcept {
     if (!OleIsOnItsThread(target)) {

@@ -1,6 +1,7 @@
 // Type libraries of automation objects: the macros that name a class's library, and the cache of loaded ones.
 #pragma once
 
+#include "CString.h"
 #include "OlePointer.h"
 
 /// Keeps a type library loaded, for one locale, as long as somebody has locked the cache.
@@ -31,13 +32,20 @@ protected:                                                                      
     HRESULT GetTypeLib(LCID lcid, ITypeLib** ppTypeLib) override;                                            \
     CTypeLibCache* GetTypeLibCache() override;
 
-/// The library is found in the registry, for the caller's locale.
+/// Full path of a module; empty when it is not known.
+CString AfxModulePath(HINSTANCE module);
+/// The library in a file; TYPE_E_LIBNOTREGISTERED when its GUID is another.
+HRESULT AfxLoadTypeLibOf(const CString& path, REFGUID tlid, OlePtr<ITypeLib>& library);
+/// The registered library for a locale. When there is none, that of the module itself: a host may have
+/// activated the module without registration.
+HRESULT AfxLoadTypeLib(REFGUID tlid, WORD wVerMajor, WORD wVerMinor, LCID lcid, ITypeLib** ppTypeLib);
+
 #define IMPLEMENT_OLETYPELIB(class_name, tlid, wVerMajor, wVerMinor)                                         \
     UINT class_name::GetTypeInfoCount() {                                                                    \
         return 1;                                                                                            \
     }                                                                                                        \
     HRESULT class_name::GetTypeLib(LCID lcid, ITypeLib** ppTypeLib) {                                        \
-        return ::LoadRegTypeLib(tlid, wVerMajor, wVerMinor, lcid, ppTypeLib);                                \
+        return ::AfxLoadTypeLib(tlid, wVerMajor, wVerMinor, lcid, ppTypeLib);                                \
     }                                                                                                        \
     CTypeLibCache* class_name::GetTypeLibCache() {                                                           \
         return AfxGetTypeLibCache(&tlid);                                                                    \

@@ -131,7 +131,7 @@ STDMETHODIMP PropertyPageObject::Move(LPCRECT rect) {
 }
 
 STDMETHODIMP PropertyPageObject::IsPageDirty() {
-    return m_page.IsModified() ? S_OK : S_FALSE;
+    return Guard([&] { return m_page.IsModified() ? S_OK : S_FALSE; });
 }
 
 STDMETHODIMP PropertyPageObject::Apply() {

@@ -1,6 +1,6 @@
 #include "Registration.h"
 
-#include "CString.h"
+#include "OleTypeLib.h"
 
 #include <array>
 #include <utility>
@@ -57,16 +57,6 @@ CString ClassKey(REFCLSID clsid) {
     return L"CLSID\\" + GuidText(clsid);
 }
 
-/// Full path of a module; empty when it is not known.
-CString ModulePath(HINSTANCE module) {
-    constexpr DWORD kLongest = 32768;
-    CString path;
-    LPTSTR buffer = path.GetBuffer(kLongest);
-    const DWORD length = ::GetModuleFileName(module, buffer, kLongest);
-    path.ReleaseBuffer(length < kLongest ? static_cast<int>(length) : 0);
-    return path;
-}
-
 CString Number(unsigned number) {
     CString text;
     text.Format(L"%u", number);
@@ -88,7 +78,7 @@ LPCTSTR ThreadingModel(int flags) {
 
 /// The entries that every class has.
 bool WriteServer(HINSTANCE module, REFCLSID clsid, const CString& typeName, int flags) {
-    const CString path = ModulePath(module);
+    const CString path = AfxModulePath(module);
     const CString key = ClassKey(clsid);
     const LPCTSTR model = ThreadingModel(flags);
     return !path.IsEmpty() && Write(key, typeName) &&
@@ -106,23 +96,17 @@ bool WriteProgID(const CString& progId, REFCLSID clsid, const CString& typeName,
 
 BOOL AFXAPI AfxOleRegisterTypeLib(HINSTANCE hInstance, REFGUID tlid, LPCTSTR pszFileName,
                                   LPCTSTR pszHelpDir) {
-    CString path = ModulePath(hInstance);
+    CString path = AfxModulePath(hInstance);
     if (pszFileName) {
         path = path.Left(path.ReverseFind(L'\\') + 1) + pszFileName;
     }
     OlePtr<ITypeLib> library;
-    if (FAILED(::LoadTypeLibEx(path, REGKIND_NONE, library.Receive()))) {
+    if (FAILED(AfxLoadTypeLibOf(path, tlid, library))) {
         return FALSE;
     }
-    TLIBATTR* attributes = nullptr;
-    if (FAILED(library->GetLibAttr(&attributes))) {
-        return FALSE;
-    }
-    const bool same = attributes->guid == tlid;
-    library->ReleaseTLibAttr(attributes);
     CString helpDir(pszHelpDir);
     LPTSTR help = pszHelpDir ? helpDir.GetBuffer(helpDir.GetLength()) : nullptr;
-    return same && SUCCEEDED(::RegisterTypeLib(library.Get(), path.GetBuffer(path.GetLength()), help));
+    return SUCCEEDED(::RegisterTypeLib(library.Get(), path.GetBuffer(path.GetLength()), help));
 }
 
 BOOL AFXAPI AfxOleUnregisterTypeLib(REFGUID tlID, WORD wVerMajor, WORD wVerMinor, LCID lcid) {
@@ -139,7 +123,7 @@ BOOL AFXAPI AfxOleRegisterControlClass(HINSTANCE hInstance, REFCLSID clsid, LPCT
     const CString key = ClassKey(clsid);
     if (WriteServer(hInstance, clsid, typeName, nRegFlags) &&
         WriteProgID(pszProgID, clsid, typeName, nRegFlags) && Write(key + L"\\Control", CString()) &&
-        Write(key + L"\\ToolboxBitmap32", ModulePath(hInstance) + L", " + Number(idBitmap)) &&
+        Write(key + L"\\ToolboxBitmap32", AfxModulePath(hInstance) + L", " + Number(idBitmap)) &&
         Write(key + L"\\MiscStatus", L"0") && Write(key + L"\\MiscStatus\\1", Number(dwMiscStatus)) &&
         Write(key + L"\\TypeLib", GuidText(tlid)) &&
         Write(key + L"\\Version", Number(wVerMajor) + L"." + Number(wVerMinor))) {

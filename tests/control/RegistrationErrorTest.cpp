@@ -1,6 +1,7 @@
 // Registration when the registry does not play along. Everything under HKEY_CLASSES_ROOT is a key of the
 // test's own; a key that is volatile cannot get the lasting keys that registration makes.
 #include "ControlObject.h"
+#include "fuzz/ImportHook.h"
 
 #include <stdexcept>
 
@@ -11,6 +12,11 @@ constexpr wchar_t kControlKey[] = L"CLSID\\{6406FF95-0F04-4382-852B-89E0979EAEE8
 constexpr wchar_t kPageKey[] = L"CLSID\\{D282CB0E-7C46-48A7-B12A-E3137955F8C1}";
 constexpr wchar_t kLibraryKey[] = L"TypeLib\\{D14D7A76-F727-49FE-ADA4-641D4B61ED73}";
 constexpr wchar_t kProgId[] = L"MXOVTREETAB.MXOVDocViewCtrlVS2015.13";
+
+/// In place of the system's function in the control's module.
+LSTATUS WINAPI RefuseToDelete(HKEY /*key*/, LPCWSTR /*path*/) {
+    return ERROR_ACCESS_DENIED;
+}
 
 class RegistrationErrorTest : public testing::Test {
 protected:
@@ -50,6 +56,22 @@ protected:
         EXPECT_EQ(there, Exists(kControlKey));
         EXPECT_EQ(there, Exists(kPageKey));
         EXPECT_EQ(there, Exists(kProgId));
+    }
+
+    [[nodiscard]] HMODULE Module() const { return m_module.Handle(); }
+
+    /// A control of the module, made past the registry.
+    [[nodiscard]] ComPtr<IDispatch> CreateUnregistered() const {
+        using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+        const auto get = reinterpret_cast<GetClassObject>(
+            reinterpret_cast<void*>(GetProcAddress(m_module.Handle(), "DllGetClassObject")));
+        ComPtr<IClassFactory> factory;
+        ComPtr<IDispatch> control;
+        EXPECT_EQ(S_OK,
+                  get(kControlClass, IID_IClassFactory, reinterpret_cast<void**>(factory.GetAddressOf())));
+        EXPECT_EQ(S_OK, factory->CreateInstance(nullptr, IID_IDispatch,
+                                                reinterpret_cast<void**>(control.GetAddressOf())));
+        return control;
     }
 
 private:
@@ -98,4 +120,30 @@ TEST_F(RegistrationErrorTest, UnregisteringWithoutTheTypeLibraryLeavesTheClasses
     ASSERT_EQ(ERROR_SUCCESS, RegDeleteTreeW(HKEY_CLASSES_ROOT, kLibraryKey));
     EXPECT_EQ(SELFREG_E_TYPELIB, Unregister());
     ExpectClasses(true);
+}
+
+TEST_F(RegistrationErrorTest, ClassThatCannotBeUnregisteredIsTold) {
+    ASSERT_EQ(S_OK, Register());
+    void* const deleteTree = HookImport(Module(), "RegDeleteTreeW", reinterpret_cast<void*>(&RefuseToDelete));
+    ASSERT_TRUE(deleteTree);
+    EXPECT_EQ(SELFREG_E_CLASS, Unregister());
+    HookImport(Module(), "RegDeleteTreeW", deleteTree);
+    EXPECT_FALSE(Exists(kLibraryKey)) << "the type library went first";
+    EXPECT_TRUE(Exists(kControlKey));
+    EXPECT_TRUE(Exists(kPageKey)) << "the first class that fails ends it";
+    EXPECT_EQ(SELFREG_E_TYPELIB, Unregister()) << "and the next try at the type library";
+}
+
+TEST_F(RegistrationErrorTest, UnregisteredControlKnowsItsType) {
+    const ComPtr<IDispatch> control = CreateUnregistered();
+    ASSERT_TRUE(control);
+    ComPtr<ITypeInfo> type;
+    ASSERT_EQ(S_OK, control->GetTypeInfo(0, LOCALE_USER_DEFAULT, &type));
+    TYPEATTR* attributes = nullptr;
+    ASSERT_EQ(S_OK, type->GetTypeAttr(&attributes));
+    EXPECT_EQ(kPrimaryInterface, attributes->guid);
+    type->ReleaseTypeAttr(attributes);
+    ComPtr<IProvideClassInfo> provider;
+    ASSERT_EQ(S_OK, control.As(&provider));
+    EXPECT_EQ(S_OK, provider->GetClassInfo(&type));
 }

@@ -55,7 +55,7 @@ expect 'no description, no control' 2 wine "$work/host/SideBySideHost.exe" </dev
 expect 'a context of the host' 0 wine "$work/host/SideBySideHost.exe" \
     "$(windows "$work/host/MXOVDocViewCtrl.manifest")" <<'LINES'
 ProgID 0
-type library -2147319779
+type library 0
 themed
 LINES
 expect 'a manifest of the host' 0 wine "$work/host/ManifestHost.exe" <<'LINES'

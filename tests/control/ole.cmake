@@ -11,6 +11,7 @@ mxov_test(control_ole_tests DESKTOP
         PackageBuilder.cpp
         PersistenceTest.cpp
         RegistrationErrorTest.cpp
+        fuzz/ImportHook.cpp
         ../support/MockContainer.cpp
     LIBRARIES comctl32 gdi32 ole32 oleaut32 uuid version)
 set_source_files_properties(OleViewTest.cpp PROPERTIES

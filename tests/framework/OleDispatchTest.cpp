@@ -256,15 +256,13 @@ TEST_F(OleDispatchTest, ByDefaultMembersWaitForInitialisation) {
     EXPECT_EQ(S_OK, Call(2, {}));
 }
 
-TEST_F(OleDispatchTest, TypeComesFromTheRegisteredLibrary) {
+TEST_F(OleDispatchTest, TypeComesFromTheModuleWhenNoLibraryIsRegistered) {
     const PrivateClassesRoot root;
     UINT count = 0;
     ASSERT_EQ(S_OK, m_dispatch->GetTypeInfoCount(&count));
     EXPECT_EQ(1U, count);
     OlePtr<ITypeInfo> info;
     EXPECT_EQ(DISP_E_BADINDEX, m_dispatch->GetTypeInfo(1, 0, info.Receive()));
-    EXPECT_TRUE(FAILED(m_dispatch->GetTypeInfo(0, 0, info.Receive()))) << "nothing is registered yet";
-    ASSERT_TRUE(AfxOleRegisterTypeLib(AfxGetInstanceHandle(), LIBID_OleTestLib));
     ASSERT_EQ(S_OK, m_dispatch->GetTypeInfo(0, 0, info.Receive()));
     TYPEATTR* attributes = nullptr;
     ASSERT_EQ(S_OK, info->GetTypeAttr(&attributes));
@@ -278,6 +276,18 @@ TEST_F(OleDispatchTest, TypeComesFromTheRegisteredLibrary) {
     EXPECT_EQ(3, ids[0]);
     EXPECT_EQ(1, ids[1]);
     EXPECT_EQ(0, ids[2]);
+}
+
+TEST_F(OleDispatchTest, RegisteredLibraryComesFirst) {
+    const PrivateClassesRoot root;
+    OlePtr<ITypeLib> library;
+    ASSERT_TRUE(AfxOleRegisterTypeLib(AfxGetInstanceHandle(), LIBID_OleTestLib));
+    EXPECT_EQ(S_OK, AfxLoadTypeLib(LIBID_OleTestLib, 1, 0, 0, library.Receive()));
+    EXPECT_TRUE(library);
+    library.Reset();
+    EXPECT_EQ(TYPE_E_LIBNOTREGISTERED, AfxLoadTypeLib(CTestControl::guid, 1, 0, 0, library.Receive()))
+        << "neither registered nor the module's";
+    EXPECT_FALSE(library);
 }
 
 } // namespace
