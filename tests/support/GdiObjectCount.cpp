@@ -6,7 +6,7 @@
 
 extern "C" const BYTE* WINAPI RtlGetCurrentPeb();
 
-int GdiObjectCount() {
+std::map<int, int> GdiObjectsByType() {
     struct Entry {
         ULONG64 object;
         USHORT process;
@@ -19,9 +19,17 @@ int GdiObjectCount() {
     constexpr size_t kTableOffset = 0xF8; // of the process environment block
     constexpr size_t kEntries = 0x10000;
     const auto* table = *reinterpret_cast<const Entry* const*>(RtlGetCurrentPeb() + kTableOffset);
-    int count = 0;
+    std::map<int, int> counts;
     for (size_t i = 0; i < kEntries; ++i) {
-        count += table[i].type != 0;
+        if (table[i].type != 0)
+            ++counts[table[i].type];
     }
+    return counts;
+}
+
+int GdiObjectCount() {
+    int count = 0;
+    for (const auto& [type, objects] : GdiObjectsByType())
+        count += objects;
     return count;
 }

@@ -2,6 +2,7 @@
 #include "HostedControl.h"
 #include "ImportHook.h"
 #include "PackageBuilder.h"
+#include "Progress.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -223,8 +224,7 @@ std::vector<Method> Methods(VARIANT folder) {
 
 /// One call with the given allocation failing. FALSE when the call made fewer allocations.
 bool CallWithFault(const Method& method, uint64_t number, Plant plant) {
-    std::snprintf(doing, sizeof doing, "%s, allocation %llu", method.name,
-                  static_cast<unsigned long long>(number));
+    BeginStep(method.name, number);
     HostedControl control;
     if (method.active && control.Activate() != S_OK)
         throw std::runtime_error(std::string(method.name) + ": a sound activation failed");

@@ -10,9 +10,6 @@ enum class Plant { kNone, kCrash, kLeak, kHang };
 /// Lets the planted fault happen; called once in the middle of a run.
 void Spring(Plant plant);
 
-/// What was being done, for the report of a crash.
-inline char doing[128] = "";
-
 /// Random calls of IDispatch::Invoke on a control in a container.
 std::string FuzzInvoke(uint64_t count, uint32_t seed, Plant plant);
 

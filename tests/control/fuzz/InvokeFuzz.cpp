@@ -1,131 +1,189 @@
 #include "Fuzz.h"
 #include "HostedControl.h"
+#include "InvokeValues.h"
+#include "PackageBuilder.h"
+#include "Progress.h"
 #include "Resources.h"
 
-#include <random>
+#include <commctrl.h>
+
+#include <array>
+#include <cstdio>
 
 namespace {
 
 constexpr size_t kHeapSlack = 0x1000; // of caches inside the system's own libraries
 constexpr uint64_t kWarmUp = 20000;
+constexpr uint64_t kPumpEvery = 10000;
+// What reads a folder or touches every list costs as much as hundreds of refused calls.
+constexpr unsigned kLoadEvery = 10000;
+constexpr unsigned kFittingEvery = 32;
+constexpr unsigned kNameEvery = 32;
+constexpr UINT kMostArguments = 4;
 
-/// Values of every kind that a caller can pass, valid or not; made once.
-class Values {
-public:
-    explicit Values(std::mt19937& random) {
-        for (const VARTYPE type :
-             {VT_EMPTY, VT_NULL, VT_I1, VT_I2, VT_I4, VT_I8, VT_UI1, VT_UI2, VT_UI4, VT_UI8, VT_INT, VT_UINT,
-              VT_R4, VT_R8, VT_CY, VT_BOOL, VT_DATE, VT_ERROR, VT_DECIMAL})
-            Add(type, static_cast<LONGLONG>(random()));
-        for (const VARTYPE type : {VT_BSTR, VT_DISPATCH, VT_UNKNOWN, VT_ARRAY, VT_RECORD, VT_BLOB, VT_CLSID})
-            Add(type, 0);
-        for (const VARTYPE type : {VT_I2, VT_I4, VT_R8, VT_BSTR, VT_VARIANT, VT_DISPATCH, VT_UI1, VT_BOOL})
-            Add(VT_BYREF | type, 0);
-        Add(VT_ERROR, DISP_E_PARAMNOTFOUND);
-        for (const wchar_t* text :
-             {L"", L"1", L"-7", L"1e9", L"true", L"Q:\\none\\", L"\\\\?\\x", L"con", L"C:"})
-            Add(SysAllocString(text));
-        Add(SysAllocStringLen(L"a\0b", 3));
-        Add(SysAllocStringLen(std::wstring(32000, L'p').data(), 32000));
-        VARIANT reference = {};
-        reference.vt = VT_BYREF | VT_I4;
-        reference.plVal = &m_number;
-        m_values.push_back(reference);
-        reference.vt = VT_BYREF | VT_BSTR;
-        reference.pbstrVal = &m_text;
-        m_values.push_back(reference);
-        reference.vt = VT_BYREF | VT_VARIANT;
-        reference.pvarVal = &m_value.Get();
-        m_values.push_back(reference);
-    }
-    ~Values() {
-        for (VARIANT& value : m_values) {
-            if (value.vt == VT_BSTR)
-                VariantClear(&value);
-        }
-        SysFreeString(m_text);
-    }
-    Values(const Values&) = delete;
-    Values& operator=(const Values&) = delete;
-
-    [[nodiscard]] const VARIANT& Any(std::mt19937& random) const {
-        return m_values[random() % m_values.size()];
-    }
-
-private:
-    void Add(int type, LONGLONG bits) {
-        VARIANT value = {};
-        value.llVal = bits;
-        if (type == VT_ERROR)
-            value.scode = static_cast<SCODE>(bits);
-        value.vt = static_cast<VARTYPE>(type);
-        m_values.push_back(value);
-    }
-    void Add(BSTR text) {
-        VARIANT value = {};
-        value.vt = VT_BSTR;
-        value.bstrVal = text;
-        m_values.push_back(value);
-    }
-
-    std::vector<VARIANT> m_values;
-    LONG m_number = 3;
-    BSTR m_text = SysAllocString(L"by reference");
-    Value m_value{std::wstring(L"inside")};
+struct Call {
+    DISPID member = 0;
+    WORD flags = 0;
+    std::array<VARIANT, kMostArguments> arguments{};
+    std::array<DISPID, kMostArguments> named{};
+    UINT count = 0;
+    UINT namedCount = 0;
 };
 
-/// One call with everything at random. FALSE when it neither succeeds nor fails.
-bool CallOnce(IDispatch* object, const Values& values, std::mt19937& random) {
-    constexpr DISPID kMembers[] = {1, 1, 1, 2, 3, 4, 5, 5, 6, 6, 7, -552, 0, -1, -500, 0x7fffffff};
+/// How often a member succeeded and failed.
+struct Outcomes {
+    uint64_t succeeded = 0;
+    uint64_t failed = 0;
+};
+constexpr DISPID kMembers[] = {1, 1, 1, 2, 3, 4, 5, 5, 6, 6, 7, -552, 0, -1, -500, 0x7fffffff};
+
+/// Whether the call, when its arguments convert, empties or fills the lists or looks for a folder.
+bool DoesWork(const Call& call) {
+    switch (call.member) {
+    case kInputParameter:
+        return call.flags & DISPATCH_PROPERTYPUT && call.count == 1;
+    case kClearAllData:
+        return call.count == 0;
+    case kLoadFile:
+        return call.count == 2;
+    default:
+        return false;
+    }
+}
+
+Call AnyCall(const InvokeValues& values, std::mt19937& random) {
     constexpr WORD kFlags[] = {DISPATCH_METHOD, DISPATCH_PROPERTYGET, DISPATCH_PROPERTYPUT, 3, 0, 8, 0xffff};
-    constexpr UINT kMost = 4;
-    VARIANT arguments[kMost];
-    DISPID named[kMost];
-    for (UINT i = 0; i < kMost; ++i) {
-        arguments[i] = values.Any(random);
-        named[i] = random() % 2 ? DISPID_PROPERTYPUT : static_cast<DISPID>(random() % kMost) - 1;
+    Call call;
+    call.member = random() % 16 ? kMembers[random() % std::size(kMembers)] : static_cast<DISPID>(random());
+    call.flags = kFlags[random() % std::size(kFlags)];
+    for (UINT i = 0; i < kMostArguments; ++i) {
+        call.arguments[i] = values.Any(random);
+        call.named[i] =
+            random() % 2 ? DISPID_PROPERTYPUT : static_cast<DISPID>(random() % kMostArguments) - 1;
     }
-    DISPPARAMS parameters = {arguments, named, static_cast<UINT>(random() % kMost), 0};
+    call.count = random() % kMostArguments;
     if (random() % 4 == 0)
-        parameters.cNamedArgs = random() % kMost;
-    const DISPID member =
-        random() % 16 ? kMembers[random() % std::size(kMembers)] : static_cast<DISPID>(random());
-    WORD flags = kFlags[random() % std::size(kFlags)];
-    if (member == kInputParameter && random() % 2) { // a call that fits
-        flags = DISPATCH_PROPERTYPUT;
-        parameters.cArgs = parameters.cNamedArgs = 1;
-        named[0] = DISPID_PROPERTYPUT;
+        call.namedCount = random() % kMostArguments;
+    if (call.member == kInputParameter && random() % 2) { // a call that fits
+        call.flags = DISPATCH_PROPERTYPUT;
+        call.count = call.namedCount = 1;
+        call.named[0] = DISPID_PROPERTYPUT;
     }
+    if (DoesWork(call) && random() % kFittingEvery)
+        ++call.count;
+    return call;
+}
+
+/// FALSE when the call neither succeeds nor fails.
+bool Make(Call call, IDispatch* object, std::mt19937& random, Outcomes& outcomes) {
+    DISPPARAMS parameters = {call.arguments.data(), call.named.data(), call.count, call.namedCount};
     Value result;
     UINT wrong = 0;
     const HRESULT outcome = object->Invoke(
-        member, random() % 64 ? IID_NULL : IID_IUnknown, random() % 8 ? 0x409 : 0x407, flags,
+        call.member, random() % 64 ? IID_NULL : IID_IUnknown, random() % 8 ? 0x409 : 0x407, call.flags,
         random() % 64 ? &parameters : nullptr, random() % 4 ? &result.Get() : nullptr, nullptr, &wrong);
+    ++(SUCCEEDED(outcome) ? outcomes.succeeded : outcomes.failed);
     return outcome == S_OK || FAILED(outcome);
 }
 
-} // namespace
+/// The member that a name of any spelling means; as wrong names do, `unknown` when it means none.
+DISPID Named(IDispatch* object, DISPID unknown, std::mt19937& random) {
+    constexpr const wchar_t* kNames[] = {
+        L"InputParameter", L"ClearAllData", L"OnSizeChange", L"LoadFile",  L"Close", L"AboutBox",
+        L"LOADFILE",       L"clearalldata", L"LoadFil",      L"LoadFileX", L"",      L"ParameterLoaded"};
+    std::wstring name = kNames[random() % std::size(kNames)];
+    LPOLESTR names[] = {name.data()};
+    DISPID member = DISPID_UNKNOWN;
+    const HRESULT found = object->GetIDsOfNames(IID_NULL, names, 1, random() % 2 ? 0x409 : 0, &member);
+    if (SUCCEEDED(found) == (member == DISPID_UNKNOWN))
+        throw std::runtime_error("a name is answered wrongly");
+    return SUCCEEDED(found) ? member : unknown;
+}
 
-std::string FuzzInvoke(uint64_t count, uint32_t seed, Plant plant) {
-    std::mt19937 random(seed);
-    const Values values(random);
-    const ControlModule module;
-    Resources before;
-    std::string found;
-    const auto hammer = [&](uint64_t calls) {
+/// Loads the package by either member, and sometimes empties the lists after it.
+void LoadPackage(HostedControl& control, const VARIANT& folder, std::mt19937& random) {
+    IDispatch* const object = control.Automation();
+    const HRESULT loaded = random() % 2 ? Invoke(object, kLoadFile, DISPATCH_METHOD, {folder, folder})
+                                        : Invoke(object, kInputParameter, DISPATCH_PROPERTYPUT, {folder});
+    const HWND list = GetDlgItem(control.Dialog(), kGCodeList);
+    if (loaded != S_OK || SendMessageW(list, LVM_GETITEMCOUNT, 0, 0) == 0)
+        throw std::runtime_error("the package is not loaded");
+    if (random() % 2)
+        Invoke(object, kClearAllData, DISPATCH_METHOD);
+}
+
+class InvokeFuzz {
+public:
+    explicit InvokeFuzz(uint32_t seed) : m_random(seed), m_values(m_random), m_folder(m_package.Path()) {}
+
+    /// So many calls on one control.
+    void Hammer(uint64_t calls) {
         HostedControl control;
         if (control.Activate() != S_OK)
             throw std::runtime_error("the control is not activated");
         for (uint64_t i = 0; i < calls; ++i) {
-            if (!CallOnce(control.Automation(), values, random))
-                throw std::runtime_error("an unexpected result in call " + std::to_string(i));
-            if (i % 1000 == 0)
+            if (m_random() % kLoadEvery == 0) {
+                BeginStep("a package is loaded", i);
+                LoadPackage(control, m_folder.Get(), m_random);
+                ++m_loads;
+            } else {
+                AnyOf(control.Automation(), i);
+            }
+            if (i % kPumpEvery == 0)
                 HostedControl::Pump();
         }
-        Spring(plant);
-    };
-    hammer(kWarmUp);
-    before = Resources::Count();
-    hammer(count);
-    return Resources::Count().GrowthSince(before, kHeapSlack);
+        // The records and the library's view of the last file outlive the control: they are the same each
+        // time.
+        LoadPackage(control, m_folder.Get(), m_random);
+        Invoke(control.Automation(), kClearAllData, DISPATCH_METHOD);
+    }
+
+    void Report() const {
+        for (size_t i = 0; i < std::size(kMembers); ++i) {
+            if (i == 0 || kMembers[i] != kMembers[i - 1])
+                std::printf("member %ld: %llu succeeded, %llu failed\n", kMembers[i],
+                            Of(kMembers[i]).succeeded, Of(kMembers[i]).failed);
+        }
+        std::printf("others: %llu succeeded, %llu failed; %llu loads\n", m_outcomes.back().succeeded,
+                    m_outcomes.back().failed, m_loads);
+    }
+
+private:
+    void AnyOf(IDispatch* object, uint64_t number) {
+        Call call = AnyCall(m_values, m_random);
+        if (m_random() % kNameEvery == 0 && !DoesWork(call))
+            call.member = Named(object, call.member, m_random);
+        BeginStep("member, flags, arguments", number, {call.member, call.flags, call.count});
+        if (!Make(call, object, m_random, Of(call.member)))
+            throw std::runtime_error("an unexpected result in " + Words(doing));
+    }
+    static size_t IndexOf(DISPID member) {
+        size_t i = 0;
+        while (i < std::size(kMembers) && kMembers[i] != member)
+            ++i;
+        return i;
+    }
+    Outcomes& Of(DISPID member) { return m_outcomes[IndexOf(member)]; }
+    [[nodiscard]] const Outcomes& Of(DISPID member) const { return m_outcomes[IndexOf(member)]; }
+
+    std::mt19937 m_random;
+    const InvokeValues m_values;
+    const PackageBuilder m_package;
+    const ControlModule m_module;
+    Value m_folder;
+    std::array<Outcomes, std::size(kMembers) + 1> m_outcomes{}; // the last: of any other member
+    uint64_t m_loads = 0;
+};
+
+} // namespace
+
+std::string FuzzInvoke(uint64_t count, uint32_t seed, Plant plant) {
+    InvokeFuzz fuzz(seed);
+    fuzz.Hammer(kWarmUp);
+    const Resources before = Resources::Count();
+    fuzz.Hammer(count);
+    Spring(plant);
+    std::string growth = Resources::Count().GrowthSince(before, kHeapSlack);
+    fuzz.Report();
+    return growth;
 }

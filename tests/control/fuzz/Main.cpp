@@ -1,6 +1,8 @@
-// control_fuzz RUN [COUNT] [SEED] [crash|leak|hang]: hammers the registered control. Prints "done" and ends
-// with 0 when nothing was found, with 3 when something was; a crash ends it with 99.
+// control_fuzz RUN [COUNT] [SEED] [crash|leak|hang] [PATIENCE]: hammers the registered control. Prints "done"
+// and ends with 0 when nothing was found, with 3 when something was; a crash ends it with 99, a step that
+// takes longer than PATIENCE seconds with 98.
 #include "Fuzz.h"
+#include "Progress.h"
 
 #include <windows.h>
 
@@ -19,6 +21,7 @@ namespace {
 constexpr int kFound = 3;
 constexpr int kUsage = 2;
 constexpr UINT kCrashed = 99;
+constexpr unsigned kPatience = 60; // seconds; the longest step of a sound run takes a few
 
 LONG WINAPI ReportCrash(EXCEPTION_POINTERS* info) {
     const auto* address = static_cast<const BYTE*>(info->ExceptionRecord->ExceptionAddress);
@@ -29,7 +32,8 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS* info) {
                            reinterpret_cast<LPCSTR>(address), &module))
         GetModuleFileNameA(module, name, MAX_PATH);
     std::printf("crashed: code %08lx at %s + %llx in %s\n", info->ExceptionRecord->ExceptionCode, name,
-                static_cast<unsigned long long>(address - reinterpret_cast<BYTE*>(module)), doing);
+                static_cast<unsigned long long>(address - reinterpret_cast<BYTE*>(module)),
+                Words(doing).c_str());
     std::fflush(stdout);
     TerminateProcess(GetCurrentProcess(), kCrashed);
     return EXCEPTION_EXECUTE_HANDLER;
@@ -73,11 +77,13 @@ int main(int argc, char** argv) {
     SetUnhandledExceptionFilter(ReportCrash);
     SetOaNoCache(); // freed strings that are kept for the next one would count as heap in use
     if (argc < 2) {
-        std::puts("control_fuzz invoke|messages|allocations|cycles [COUNT] [SEED] [crash|leak|hang]");
+        std::puts("control_fuzz invoke|messages|allocations|cycles [COUNT] [SEED] [crash|leak|hang] "
+                  "[PATIENCE]");
         return kUsage;
     }
     const uint64_t count = argc > 2 ? std::strtoull(argv[2], nullptr, 10) : 1000;
     const auto seed = static_cast<uint32_t>(argc > 3 ? std::strtoul(argv[3], nullptr, 10) : 1);
+    WatchProgress(argc > 5 ? static_cast<unsigned>(std::strtoul(argv[5], nullptr, 10)) : kPatience);
     std::string found;
     OleInitialize(nullptr);
     const ULONGLONG start = GetTickCount64();

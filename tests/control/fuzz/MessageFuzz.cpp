@@ -1,13 +1,13 @@
 #include "Fuzz.h"
 #include "HostedControl.h"
 #include "PackageBuilder.h"
+#include "Progress.h"
 #include "Resources.h"
 
 #include <commctrl.h>
 #include <dde.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <random>
 
 namespace {
@@ -136,8 +136,8 @@ std::string FuzzMessages(uint64_t count, uint32_t seed, Plant plant) {
             const LPARAM lParam = random() % 2 ? static_cast<LPARAM>(random() % 0x01000100) : 0;
             if (IsTrusted(message) || Waits(message, wParam))
                 continue;
-            std::snprintf(doing, sizeof doing, "message %x (%llx, %llx) to window %d", message, wParam,
-                          static_cast<unsigned long long>(lParam), GetDlgCtrlID(window));
+            BeginStep("message, parameters, window", i,
+                      {message, static_cast<long long>(wParam), lParam, GetDlgCtrlID(window)});
             SendMessageW(window, message, wParam, lParam);
             if (i % 1000 == 0)
                 HostedControl::Pump();

@@ -11,6 +11,26 @@
 
 namespace {
 
+/// The system keeps device contexts that were given back, and makes new ones while it keeps few. Asking for
+/// as many at once as it keeps at most leaves the same number each time, unless one was never given back.
+void FillContextCache() {
+    constexpr size_t kKept = 64;
+    std::array<HDC, kKept> contexts = {};
+    for (HDC& context : contexts)
+        context = GetDC(nullptr);
+    for (const HDC context : contexts)
+        ReleaseDC(nullptr, context);
+}
+
+/// The system makes the brush of each of its colours when somebody first needs it, and keeps it.
+void MakeColourBrushes() {
+    for (int colour = COLOR_SCROLLBAR; colour <= COLOR_MENUBAR; ++colour)
+        GetSysColorBrush(colour);
+    const HDC screen = GetDC(nullptr); // the half-tone brush of scroll bars has no number
+    DefWindowProcW(GetDesktopWindow(), WM_CTLCOLORSCROLLBAR, reinterpret_cast<WPARAM>(screen), 0);
+    ReleaseDC(nullptr, screen);
+}
+
 /// User objects that can still be made tell how many there are.
 int UserObjects() {
     constexpr int kAll = 0x10000;
@@ -67,7 +87,9 @@ size_t HeapBytes() {
 } // namespace
 
 Resources Resources::Count() {
-    return {GdiObjectCount(), UserObjects(), Handles(), HeapBytes()};
+    FillContextCache();
+    MakeColourBrushes();
+    return {GdiObjectsByType(), UserObjects(), Handles(), HeapBytes()};
 }
 
 std::string Resources::GrowthSince(const Resources& before, size_t slack) const {
@@ -76,7 +98,12 @@ std::string Resources::GrowthSince(const Resources& before, size_t slack) const 
         if (now > then)
             growth += std::string(what) + ": " + std::to_string(then) + " to " + std::to_string(now) + "; ";
     };
-    note("GDI objects", static_cast<size_t>(before.gdiObjects), static_cast<size_t>(gdiObjects));
+    for (const auto& [type, objects] : gdiObjects) {
+        const auto then = before.gdiObjects.find(type);
+        note(("GDI objects of type " + std::to_string(type)).c_str(),
+             then == before.gdiObjects.end() ? 0 : static_cast<size_t>(then->second),
+             static_cast<size_t>(objects));
+    }
     note("user objects", static_cast<size_t>(before.userObjects), static_cast<size_t>(userObjects));
     note("handles", static_cast<size_t>(before.handles), static_cast<size_t>(handles));
     if (heapBytes > before.heapBytes + slack)

@@ -2,11 +2,12 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
 
 /// Counts at one moment.
 struct Resources {
-    int gdiObjects = 0;
+    std::map<int, int> gdiObjects; ///< by type
     int userObjects = 0;
     int handles = 0;
     size_t heapBytes = 0;
