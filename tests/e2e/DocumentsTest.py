@@ -9,6 +9,7 @@ from viewerdriver import PATIENCE, run_wine, windows_path
 
 KINDS = ('.nc', '.html', '.pdf')
 CLASS = 'MXOVTestDocument'
+DOUBLE_CLICK = 0.5  # seconds
 
 
 class DocumentsTest(ViewerCase):
@@ -29,7 +30,8 @@ class DocumentsTest(ViewerCase):
             self.addCleanup(run_wine, 'reg', 'add', key, '/ve', '/d', before[1], '/f')
         else:
             self.addCleanup(run_wine, 'reg', 'delete', key, '/f')
-        self.assertEqual(run_wine('reg', 'add', key, '/ve', '/d', value, '/f')[0], 0)
+        code, text = run_wine('reg', 'add', key, '/ve', '/d', value, '/f')
+        self.assertEqual(code, 0, text)
 
     def double_click(self, viewer, number, row):
         """A double click on a row's name; gives what is written there."""
@@ -48,14 +50,34 @@ class DocumentsTest(ViewerCase):
             time.sleep(0.05)
         raise AssertionError(f'{count} documents opened: not within {PATIENCE} seconds; {lines}')
 
-    def test_a_program_opens(self):
-        viewer, _ = self.open_sample()
-        folder = session_folder()
-        program = self.double_click(viewer, 1, 0)
-        opened = self.opened(1)[0]
-        self.assertEqual(opened.rsplit('\\', 1)[1], program)
-        self.assertIn(folder.name, opened)
+    def test_one_after_another_while_the_popup_of_the_last_is_up(self):
+        viewer, shown = self.open_sample()
+        folder = session_folder().name
+        places = ((1, 0), (2, [row[0] for row in shown.lists()[2].rows].index('setup.html')), (3, 0), (3, 1), (1, 1))
+        for count, (number, row) in enumerate(places, 1):
+            with self.subTest(list=number, row=row):
+                name = self.double_click(viewer, number, row)
+                opened = self.opened(count)
+                self.assertEqual(len(opened), count)
+                linked = (number, row) == (3, 0)
+                self.assertTrue(opened[-1].endswith(f'\\{name}'), opened)
+                self.assertIn(r'C:\Users\Public\Documents\Bracket' if linked else folder, opened[-1])
+                self.show_properties(viewer, number, row)
+        self.assertEqual(len(self.opened(len(places))), len(places))
+        self.close_popup(viewer)
         self.finish(viewer)
+
+    def show_properties(self, viewer, number, row):
+        """A single click on a row, and the popup it brings. Later than a second half of the click before."""
+        time.sleep(2 * DOUBLE_CLICK)
+        viewer.click(*self.row_place(viewer.snapshot().lists()[number], row))
+        viewer.wait('the popup', lambda s: any(w.text == 'Document Properties' for w in s.others))
+        time.sleep(2 * DOUBLE_CLICK)
+
+    def close_popup(self, viewer):
+        box = viewer.snapshot().boxes()[0]
+        viewer.click(box.rect[0] + 3, box.rect[3] + 1)
+        viewer.wait('the popup is gone', lambda s: not s.others)
 
     def test_a_missing_link_is_told_and_nothing_opened(self):
         viewer, _ = self.open_sample()
