@@ -4,11 +4,12 @@
 #include "host/FileHandle.h"
 #include "package/ByteSource.h"
 
+#include <atomic>
 #include <string>
 
 namespace mxovshare {
 
-/// Reads and writes an open file that somebody else owns. `path` names it in failures.
+/// Reads and writes an open file that somebody else owns, on any thread. `path` names it in failures.
 class OpenFile : public ByteSource, public ByteSink {
 public:
     OpenFile(HANDLE handle, std::wstring path);
@@ -22,7 +23,7 @@ public:
 private:
     HANDLE m_handle;
     std::wstring m_path;
-    std::uint64_t m_size = 0;
+    std::atomic<std::uint64_t> m_size = 0;
 };
 
 /// A file opened for reading, while others may do as they like with it. Throws FileFailure when it cannot be.
