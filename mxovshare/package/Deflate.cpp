@@ -1,5 +1,7 @@
 #include "package/Deflate.h"
 
+#include "package/Checksum.h"
+
 #include <algorithm>
 #include <new>
 
@@ -89,7 +91,7 @@ std::vector<std::uint8_t> StoredPiece(Bytes piece, bool last) {
 PackedPiece PackPiece(Bytes piece, Bytes dictionary, bool last) {
     PackedPiece packed;
     packed.size = piece.size();
-    packed.crc32 = static_cast<std::uint32_t>(crc32_z(crc32_z(0, nullptr, 0), piece.data(), piece.size()));
+    packed.crc32 = Checksum(0, piece);
     if (!IsIncompressible(piece))
         packed.bytes = DeflatePiece(piece, dictionary, last, DeflateEffort::Normal);
     packed.isRaw = packed.bytes.empty() || packed.bytes.size() >= piece.size();

@@ -1,5 +1,6 @@
 #include "package/EntryReader.h"
 
+#include "package/Checksum.h"
 #include "package/PackageError.h"
 #include "package/ZipFormat.h"
 
@@ -67,7 +68,7 @@ public:
         if (piece.size() > m_entry.size - m_size)
             throw EntryError(m_entry.name, "it unpacks to more than its stated size");
         m_size += piece.size();
-        m_crc = crc32_z(m_crc, piece.data(), piece.size());
+        m_crc = Checksum(m_crc, piece);
         if (!piece.empty())
             m_take(piece);
     }
@@ -83,17 +84,20 @@ private:
     const ZipEntry& m_entry;
     const std::function<void(Bytes)>& m_take;
     std::uint64_t m_size = 0;
-    uLong m_crc = crc32_z(0, nullptr, 0);
+    std::uint32_t m_crc = 0;
 };
 
-void Inflate(PackedData& data, const ZipEntry& entry, Outlet& outlet) {
+// Gives the checksum of the packed data.
+std::uint32_t Inflate(PackedData& data, const ZipEntry& entry, Outlet& outlet) {
     Inflater stream;
+    std::uint32_t crc = 0;
     // One byte more than stated is room enough to notice too much.
     std::vector<std::uint8_t> buffer(static_cast<std::size_t>(std::min(kBuffer, entry.size + 1)));
     int state = Z_OK;
     while (state != Z_STREAM_END) {
         if (stream->avail_in == 0) {
             const Bytes packed = data.Next();
+            crc = Checksum(crc, packed);
             stream->next_in = const_cast<Bytef*>(packed.data());
             stream->avail_in = static_cast<uInt>(packed.size());
         }
@@ -110,20 +114,24 @@ void Inflate(PackedData& data, const ZipEntry& entry, Outlet& outlet) {
     }
     if (stream->avail_in != 0 || !data.AtEnd())
         throw EntryError(entry.name, "its data goes on behind its end");
+    return crc;
 }
 
 } // namespace
 
-void ReadEntry(const ByteSource& source, const ZipEntry& entry, const std::function<void(Bytes)>& take) {
+std::uint32_t ReadEntry(const ByteSource& source, const ZipEntry& entry,
+                        const std::function<void(Bytes)>& take) {
     PackedData data(source, entry);
     Outlet outlet(entry, take);
+    std::uint32_t packedChecksum = entry.crc32;
     if (entry.method == zip::kMethodDeflated) {
-        Inflate(data, entry, outlet);
+        packedChecksum = Inflate(data, entry, outlet);
     } else {
         while (!data.AtEnd())
             outlet.Put(data.Next());
     }
     outlet.Finish();
+    return packedChecksum;
 }
 
 std::vector<std::uint8_t> ReadWholeEntry(const ByteSource& source, const ZipEntry& entry,

@@ -9,9 +9,11 @@
 
 namespace mxovshare {
 
-/// Unpacks an entry piece by piece into `take`. Throws PackageError when the data is damaged, is more or less
-/// than stated, or does not meet its checksum; never hands out more bytes than the entry's stated size.
-void ReadEntry(const ByteSource& source, const ZipEntry& entry, const std::function<void(Bytes)>& take);
+/// Unpacks an entry piece by piece into `take` and gives the checksum of its packed data. Throws PackageError
+/// when the data is damaged, is more or less than stated, or does not meet its checksum; never hands out more
+/// bytes than the entry's stated size.
+std::uint32_t ReadEntry(const ByteSource& source, const ZipEntry& entry,
+                        const std::function<void(Bytes)>& take);
 
 /// The whole content of an entry that is at most `limit` bytes long; PackageError when it is longer.
 std::vector<std::uint8_t> ReadWholeEntry(const ByteSource& source, const ZipEntry& entry,

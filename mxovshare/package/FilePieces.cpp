@@ -4,8 +4,6 @@
 
 #include <algorithm>
 
-#include <zlib.h>
-
 namespace mxovshare {
 
 std::vector<std::uint8_t> FilePiece::Read(std::size_t before) const {
@@ -13,20 +11,6 @@ std::vector<std::uint8_t> FilePiece::Read(std::size_t before) const {
     std::vector<std::uint8_t> bytes(front + size);
     file->Read(offset - front, bytes);
     return bytes;
-}
-
-std::uint32_t FilePiece::Checksum() const {
-    // Small enough for the processor's cache, and for memory that need not come from the system.
-    constexpr std::size_t kBuffer = std::size_t{128} << 10;
-    std::vector<std::uint8_t> buffer(std::min(kBuffer, size));
-    uLong crc = crc32_z(0, nullptr, 0);
-    for (std::size_t done = 0; done < size;) {
-        const std::span<std::uint8_t> part = std::span(buffer).first(std::min(buffer.size(), size - done));
-        file->Read(offset + done, part);
-        crc = crc32_z(crc, part.data(), part.size());
-        done += part.size();
-    }
-    return static_cast<std::uint32_t>(crc);
 }
 
 void FilePieces::Open(const std::wstring& path) {

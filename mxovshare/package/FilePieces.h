@@ -2,7 +2,6 @@
 #pragma once
 
 #include "package/DiskFile.h"
-#include "package/FolderScan.h"
 
 #include <cstdint>
 #include <memory>
@@ -18,7 +17,6 @@ struct FilePiece {
     bool IsLast() const { return offset + size == file->Size(); }
     /// The piece's bytes behind those of the `before` bytes in front of it, as far as there are so many.
     std::vector<std::uint8_t> Read(std::size_t before) const;
-    std::uint32_t Checksum() const;
 };
 
 /// Opens one file after the other and cuts it.

@@ -11,38 +11,57 @@ namespace {
 
 class Check {
 public:
-    Check(const ByteSource& source, const std::vector<ZipEntry>& entries, ProgressMeter& meter)
-        : m_source(source), m_entries(entries), m_meter(meter) {}
+    Check(const ByteSource& source, const std::vector<ZipEntry>& entries, ProgressMeter& meter,
+          ProvenData* proven)
+        : m_source(source), m_entries(entries), m_meter(meter), m_proven(proven) {}
 
     void Run() {
         Begin(0);
+        // To start threads takes as long as checking so much.
+        constexpr std::uint64_t kAlone = std::uint64_t{1} << 20;
         RunJobs(
-            ProcessorCount(), [this] { return Next(); }, [this] { Tell(); });
+            TotalSize(m_entries) < kAlone ? 0 : ProcessorCount(), [this] { return Next(); },
+            [this] { Tell(); });
     }
 
 private:
-    class EntryJob : public Job {
+    // Some entries, one behind the other.
+    class EntriesJob : public Job {
     public:
-        EntryJob(Check& owner, std::size_t index) : m_owner(owner), m_index(index) {}
+        EntriesJob(Check& owner, std::size_t first, std::size_t end)
+            : m_owner(owner), m_first(first), m_end(end) {}
         void Make(const std::atomic<bool>& stop) override {
-            ReadEntry(m_owner.m_source, m_owner.m_entries[m_index], [this, &stop](Bytes piece) {
-                if (stop)
-                    throw Cancelled();
-                m_owner.m_checked += piece.size();
-            });
+            for (std::size_t i = m_first; i < m_end; ++i)
+                m_owner.CheckOne(m_owner.m_entries[i], stop);
         }
         void Take() override {
             m_owner.Tell();
-            m_owner.Begin(m_index + 1);
+            m_owner.Begin(m_end);
         }
 
     private:
         Check& m_owner;
-        std::size_t m_index;
+        std::size_t m_first;
+        std::size_t m_end;
     };
 
+    // Small entries share a job: handing one from thread to thread takes as long as checking some of them.
     std::unique_ptr<Job> Next() {
-        return m_next < m_entries.size() ? std::make_unique<EntryJob>(*this, m_next++) : nullptr;
+        constexpr std::uint64_t kJobSize = std::uint64_t{1} << 20;
+        const std::size_t first = m_next;
+        for (std::uint64_t size = 0; m_next < m_entries.size() && size < kJobSize; ++m_next)
+            size += m_entries[m_next].size + kEntryCost;
+        return first < m_next ? std::make_unique<EntriesJob>(*this, first, m_next) : nullptr;
+    }
+
+    void CheckOne(const ZipEntry& entry, const std::atomic<bool>& stop) {
+        const std::uint32_t packed = ReadEntry(m_source, entry, [this, &stop](Bytes piece) {
+            if (stop)
+                throw Cancelled();
+            m_checked += piece.size();
+        });
+        if (m_proven != nullptr)
+            m_proven->Add(entry, packed);
     }
 
     void Begin(std::size_t index) {
@@ -52,9 +71,13 @@ private:
 
     void Tell() { m_meter.Advance(m_checked.exchange(0)); }
 
+    // The checking of even an empty entry, in bytes that take as long.
+    static constexpr std::uint64_t kEntryCost = std::uint64_t{8} << 10;
+
     const ByteSource& m_source;
     const std::vector<ZipEntry>& m_entries;
     ProgressMeter& m_meter;
+    ProvenData* m_proven;
     std::size_t m_next = 0;
     std::atomic<std::uint64_t> m_checked = 0; // bytes since the last time they were told
 };
@@ -74,8 +97,9 @@ std::wstring RelativePath(const ZipEntry& entry) {
     return path;
 }
 
-void CheckEntries(const ByteSource& source, const std::vector<ZipEntry>& entries, ProgressMeter& meter) {
-    Check(source, entries, meter).Run();
+void CheckEntries(const ByteSource& source, const std::vector<ZipEntry>& entries, ProgressMeter& meter,
+                  ProvenData* proven) {
+    Check(source, entries, meter, proven).Run();
 }
 
 } // namespace mxovshare

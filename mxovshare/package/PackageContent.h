@@ -3,6 +3,7 @@
 
 #include "package/ByteSource.h"
 #include "package/PackageWork.h"
+#include "package/ProvenData.h"
 #include "package/ZipDirectory.h"
 
 #include <string>
@@ -15,7 +16,9 @@ std::uint64_t TotalSize(const std::vector<ZipEntry>& entries);
 /// The entry's name as a path relative to the package folder, separated by "\".
 std::wstring RelativePath(const ZipEntry& entry);
 
-/// Reads every entry and checks it. Throws PackageError for the first fault.
-void CheckEntries(const ByteSource& source, const std::vector<ZipEntry>& entries, ProgressMeter& meter);
+/// Reads every entry and checks it; what is sound is noted in `proven`, if given. Throws PackageError for the
+/// first fault.
+void CheckEntries(const ByteSource& source, const std::vector<ZipEntry>& entries, ProgressMeter& meter,
+                  ProvenData* proven = nullptr);
 
 } // namespace mxovshare

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "package/FolderScan.h"
-#include "package/PackageWork.h"
 #include "package/ZipEntry.h"
 
 #include <vector>
@@ -10,13 +9,8 @@
 namespace mxovshare {
 
 /// For each item its entry of the same name, size and exact last-write time, nullptr without one: a file that
-/// is probably the same.
+/// is probably the same. An entry that packing anew would make smaller is none.
 std::vector<const ZipEntry*> FindCandidates(const std::vector<FolderItem>& items,
                                             const std::vector<ZipEntry>& entries);
-
-/// Reads the candidates' files on all processors and sets to nullptr those whose content does not meet the
-/// entry's checksum. Advances the meter by the bytes read. A file that cannot be read throws FileFailure.
-void KeepUnchanged(const std::vector<FolderItem>& items, std::vector<const ZipEntry*>& candidates,
-                   ProgressMeter& meter);
 
 } // namespace mxovshare

@@ -132,10 +132,11 @@ private:
             ThrowFileFailure(L"cannot create", path, GetLastError());
         m_traces.Add(full, false);
         OpenFile target(handle.Get(), path);
-        ReadEntry(m_source, entry, [&](Bytes piece) {
+        const std::uint32_t packed = ReadEntry(m_source, entry, [&](Bytes piece) {
             target.Write(target.Size(), piece);
             meter.Advance(piece.size());
         });
+        ProvenData::Instance().Add(entry, packed);
         const FILETIME modified = ToFileTime(entry.modified);
         SetFileTime(handle.Get(), nullptr, nullptr, &modified);
     }

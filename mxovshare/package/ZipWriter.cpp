@@ -1,12 +1,12 @@
 #include "package/ZipWriter.h"
 
+#include "package/Checksum.h"
 #include "package/ZipDirectory.h"
 #include "package/ZipExtra.h"
 #include "package/ZipFormat.h"
 
 #include <algorithm>
-
-#include <zlib.h>
+#include <numeric>
 
 namespace mxovshare {
 
@@ -58,8 +58,7 @@ void ZipWriter::AddPiece(const PackedPiece& piece, const ByteSource& content) {
         Append(StoredPiece(piece.bytes, m_left == 0));
     else
         Append(piece.bytes);
-    entry.crc32 =
-        static_cast<std::uint32_t>(crc32_combine(entry.crc32, piece.crc32, static_cast<z_off_t>(piece.size)));
+    entry.crc32 = CombinedChecksum(entry.crc32, piece.crc32, static_cast<std::uint32_t>(piece.size));
     if (m_left == 0)
         EndFile(content);
 }
@@ -96,26 +95,23 @@ void ZipWriter::Repack(const ByteSource& content, std::uint64_t size, Packing pa
     }
 }
 
-void ZipWriter::AddPacked(const ZipItem& item, const ByteSource& source, const ZipEntry& packed) {
+std::uint64_t ZipWriter::Reserve(const ZipItem& item, const ZipEntry& packed) {
+    Flush();
+    ZipEntry& entry = m_entries.emplace_back(packed);
+    static_cast<ZipItem&>(entry) = item;
+    entry.headerOffset = m_flushed;
+    m_flushed += LocalHeader(entry).size() + entry.packedSize;
+    return entry.headerOffset;
+}
+
+std::vector<std::uint8_t> ZipWriter::PackedHeader(const ZipItem& item, const ZipEntry& packed) const {
     ZipEntry entry = packed;
     static_cast<ZipItem&>(entry) = item;
-    entry.headerOffset = Position();
-    Append(LocalHeader(entry));
-    entry.dataOffset = Position();
-    for (std::uint64_t done = 0; done < entry.packedSize;) {
-        const auto size =
-            static_cast<std::size_t>(std::min<std::uint64_t>(kPendingLimit, entry.packedSize - done));
-        const std::size_t place = m_pending.size();
-        m_pending.resize(place + size);
-        source.Read(packed.dataOffset + done, std::span(m_pending).subspan(place));
-        done += size;
-        FlushWhenFull();
-    }
-    m_entries.push_back(std::move(entry));
+    return LocalHeader(entry);
 }
 
 bool ZipWriter::CanAddPacked(const ZipEntry& entry) {
-    return !entry.isFolder && !ExpandsTooMuch(entry);
+    return !entry.isFolder && entry.packedSize <= entry.size && !ExpandsTooMuch(entry);
 }
 
 void ZipWriter::AddFolder(const ZipItem& item) {
@@ -189,10 +185,14 @@ void ZipWriter::AppendEnd(std::uint64_t directoryOffset) {
     Append(end);
 }
 
-void ZipWriter::Finish() {
+void ZipWriter::Finish(const std::vector<std::size_t>& ranks) {
     const std::uint64_t directoryOffset = Position();
-    for (const ZipEntry& entry : m_entries)
-        AppendCentralHeader(entry);
+    std::vector<std::size_t> order(m_entries.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    if (!ranks.empty())
+        std::ranges::sort(order, {}, [&ranks](std::size_t i) { return ranks[i]; });
+    for (const std::size_t i : order)
+        AppendCentralHeader(m_entries[i]);
     AppendEnd(directoryOffset);
     Flush();
     m_sink.SetSize(Position());

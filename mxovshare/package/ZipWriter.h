@@ -23,16 +23,19 @@ public:
     /// it is read again when another form suits the whole better.
     void AddPiece(const PackedPiece& piece, const ByteSource& content);
 
-    /// Adds a file whose data is that of `entry` in the package `source`, as it is packed there.
-    void AddPacked(const ZipItem& item, const ByteSource& source, const ZipEntry& entry);
+    /// Adds a file whose data is that of `packed`, an entry of another package, as it is packed there. Gives
+    /// the place where the caller has to write PackedHeader and that data behind it, at any time.
+    std::uint64_t Reserve(const ZipItem& item, const ZipEntry& packed);
+    std::vector<std::uint8_t> PackedHeader(const ZipItem& item, const ZipEntry& packed) const;
 
-    /// Whether an entry may be added as it is packed: it does not expand out of proportion.
+    /// Whether an entry may be added as it is packed: its data is no longer than the file and does not expand
+    /// out of proportion.
     static bool CanAddPacked(const ZipEntry& entry);
 
     void AddFolder(const ZipItem& item);
 
-    /// Writes the directory.
-    void Finish();
+    /// Writes the directory: in the order of the calls, or by the rank of each.
+    void Finish(const std::vector<std::size_t>& ranks = {});
 
 private:
     enum class Packing { EntropyOnly, Store, StoredBlocks };

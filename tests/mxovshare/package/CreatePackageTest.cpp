@@ -17,7 +17,7 @@ class CreatePackageTest : public testing::Test {
 protected:
     void SetUp() override {
         m_folder.Write(L"mxinfo.ini", "[FILEINFO]");
-        m_folder.Write(L"doc.txt", std::string(3'000'000, 'd'));
+        m_folder.Write(L"doc.txt", std::string(6'000'000, 'd'));
         m_work.Write(L"p.mxov", "the old one");
     }
 

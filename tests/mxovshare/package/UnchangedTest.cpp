@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <random>
 
 using namespace mxovshare;
 
@@ -53,6 +54,14 @@ protected:
         return entries.size() == 2 && entries[1].packedSize == entries[1].size;
     }
 
+    static std::string Noise(std::size_t size) {
+        std::mt19937 generator(9);
+        std::string noise(size, '\0');
+        for (char& byte : noise)
+            byte = static_cast<char>(generator());
+        return noise;
+    }
+
     std::wstring Package() const { return m_work / L"p.mxov"; }
 
     const std::string m_content = std::string(300'000, 'd') + std::string(300'000, 'e');
@@ -89,6 +98,45 @@ TEST_F(UnchangedTest, PacksEverythingAnewWhenTheOldDataIsDamaged) {
     ForgedEntry entry = Stored(m_content);
     entry.data[500'000] = '?';
     EXPECT_FALSE(IsTakenFrom(ForgeZip({entry})));
+}
+
+// What was unpacked once is not unpacked again after it was copied; damage is noticed all the same.
+TEST_F(UnchangedTest, PacksEverythingAnewWhenKnownDataWasDamagedSince) {
+    std::string text;
+    for (int i = 0; i < 50'000; ++i)
+        text += std::to_string(i * i % 1009) + "\r\n";
+    Write(text);
+    m_folder.Write(L"noise.bin", Noise(700'000));
+    ASSERT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
+    ASSERT_TRUE(UnpackPackage(Package(), m_work / L"opened").ok);
+    RemoveTree(m_work / L"opened");
+    const std::string sound = m_work.Read(L"p.mxov");
+    for (const double part : {0.001, 0.01, 0.02, 0.5, 0.9}) {
+        std::string damaged = sound;
+        damaged[static_cast<std::size_t>(static_cast<double>(sound.size()) * part)] ^= 0x10;
+        m_work.Write(L"p.mxov", damaged);
+        ASSERT_TRUE(CreatePackage(m_folder.Path(), Package()).ok) << part;
+        EXPECT_TRUE(VerifyPackage(Package()).ok) << part;
+        EXPECT_EQ(m_work.Read(L"p.mxov"), sound) << part;
+    }
+}
+
+TEST_F(UnchangedTest, ListsTheInformationFileFirstWhateverChanged) {
+    for (int i = 0; i < 5; ++i)
+        m_folder.Write(L"more\\" + std::to_wstring(i), Noise(3'000'000));
+    ASSERT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
+    m_folder.Write(L"mxinfo.ini", "[FILEINFO]\r\nGCode=a");
+    m_folder.Write(L"more\\3", "changed");
+    ASSERT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
+    std::vector<PackageEntry> entries;
+    ASSERT_TRUE(ListPackage(Package(), entries).ok);
+    std::vector<std::wstring> names;
+    for (const PackageEntry& entry : entries)
+        names.push_back(entry.name);
+    EXPECT_EQ(names, (std::vector<std::wstring>{L"mxinfo.ini", L"doc.txt", L"more\\0", L"more\\1", L"more\\2",
+                                                L"more\\3", L"more\\4"}));
+    ASSERT_TRUE(UnpackPackage(Package(), m_work / L"out").ok);
+    EXPECT_EQ(TakeSnapshot(m_work / L"out"), TakeSnapshot(m_folder.Path()));
 }
 
 TEST_F(UnchangedTest, PacksEverythingAnewOverWhatIsNoPackage) {

@@ -176,22 +176,68 @@ TEST(ZipWriter, FindsWhatCanBeCompressedBehindNoise) {
     EXPECT_LT(ReadZipDirectory(Pack({{"a", content}}))[0].packedSize, 500'000u);
 }
 
-TEST(ZipWriter, CopiesWhatIsPackedAlready) {
-    const MemoryFile old = Pack({{"text", Text(2'500'000)}, {"random", Random(100'000)}, {"empty", ""}});
+// Copies entries of `old` behind a prefix of their names, data before headers and the last one first.
+MemoryFile CopyPacked(const MemoryFile& old, const std::vector<ZipEntry>& entries,
+                      const std::vector<Item>& anew = {}, const std::vector<std::size_t>& ranks = {}) {
     MemoryFile file;
     ZipWriter writer(file);
-    for (const ZipEntry& entry : ReadZipDirectory(old)) {
-        ASSERT_TRUE(ZipWriter::CanAddPacked(entry));
-        writer.AddPacked({.name = "new/" + entry.name, .modified = {}, .attributes = 0}, old, entry);
+    std::vector<std::uint64_t> places;
+    const auto renamed = [](const ZipEntry& entry) {
+        return ZipItem{.name = "new/" + entry.name, .modified = {}, .attributes = 0};
+    };
+    for (const ZipEntry& entry : entries)
+        places.push_back(writer.Reserve(renamed(entry), entry));
+    for (const Item& item : anew)
+        AddFile(writer, {.name = item.name, .modified = {}, .attributes = 0}, item.content);
+    writer.Finish(ranks);
+    for (std::size_t i = entries.size(); i-- > 0;) {
+        std::vector<std::uint8_t> data(entries[i].packedSize);
+        old.Read(entries[i].dataOffset, data);
+        const auto header = writer.PackedHeader(renamed(entries[i]), entries[i]);
+        file.Write(places[i] + header.size(), data);
+        file.Write(places[i], header);
     }
-    writer.Finish();
+    return file;
+}
+
+TEST(ZipWriter, LeavesRoomForWhatIsPackedAlready) {
+    const MemoryFile old = Pack({{"text", Text(2'500'000)}, {"random", Random(100'000)}, {"empty", ""}});
+    const auto packed = ReadZipDirectory(old);
+    for (const ZipEntry& entry : packed)
+        EXPECT_TRUE(ZipWriter::CanAddPacked(entry)) << entry.name;
+    const MemoryFile file = CopyPacked(old, packed);
     const auto entries = ReadZipDirectory(file);
     ASSERT_EQ(entries.size(), 3u);
     EXPECT_EQ(entries[0].name, "new/text");
-    EXPECT_EQ(entries[0].packedSize, ReadZipDirectory(old)[0].packedSize);
+    EXPECT_EQ(entries[0].packedSize, packed[0].packedSize);
     EXPECT_EQ(Content(file, entries[0]), Text(2'500'000));
     EXPECT_EQ(Content(file, entries[1]), Random(100'000));
     EXPECT_EQ(Content(file, entries[2]), "");
+}
+
+TEST(ZipWriter, ListsEntriesByTheirRank) {
+    const MemoryFile old = Pack({{"b", Text(3000)}, {"d", Random(3000)}});
+    const MemoryFile file =
+        CopyPacked(old, ReadZipDirectory(old), {{"c", "content"}, {"a", Text(5000)}}, {1, 3, 2, 0});
+    const auto entries = ReadZipDirectory(file);
+    ASSERT_EQ(entries.size(), 4u);
+    EXPECT_EQ(entries[0].name, "a");
+    EXPECT_EQ(Content(file, entries[0]), Text(5000));
+    EXPECT_EQ(entries[1].name, "new/b");
+    EXPECT_EQ(entries[2].name, "c");
+    EXPECT_EQ(Content(file, entries[2]), "content");
+    EXPECT_EQ(entries[3].name, "new/d");
+    EXPECT_EQ(Content(file, entries[3]), Random(3000));
+}
+
+TEST(ZipWriter, TakesNothingThatIsPackedToMoreThanItsSize) {
+    ZipEntry entry;
+    entry.method = 8;
+    entry.size = 100;
+    entry.packedSize = 101;
+    EXPECT_FALSE(ZipWriter::CanAddPacked(entry));
+    entry.packedSize = 100;
+    EXPECT_TRUE(ZipWriter::CanAddPacked(entry));
 }
 
 } // namespace

@@ -1,0 +1,62 @@
+#include "package/EarlyFlush.h"
+
+#include "host/FileHandle.h"
+#include "package/DiskFile.h"
+#include "package/PackageWork.h"
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+using namespace mxovshare;
+
+namespace {
+
+class EarlyFlushTest : public testing::Test {
+protected:
+    FileHandle Open(DWORD access) const {
+        return FileHandle(CreateFileW(m_path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                      OPEN_EXISTING, 0, nullptr));
+    }
+
+    const std::vector<std::uint8_t> m_piece = std::vector<std::uint8_t>(3'000'000, 'p');
+    TempFolder m_work;
+    const std::wstring m_path = m_work.Write(L"file", "old");
+};
+
+TEST_F(EarlyFlushTest, WritesFromSeveralThreads) {
+    const FileHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
+    mxovshare::OpenFile file(handle.Get(), m_path);
+    EarlyFlush sink(file, handle.Get(), m_path);
+    std::vector<std::thread> writers;
+    for (std::uint64_t i = 0; i < 8; ++i)
+        writers.emplace_back([&, i] { sink.Write(i * m_piece.size(), m_piece); });
+    for (std::thread& writer : writers)
+        writer.join();
+    EXPECT_EQ(file.Size(), 8 * m_piece.size());
+    sink.SetSize(20'000'000);
+    sink.Finish();
+    EXPECT_EQ(m_work.Read(L"file"), std::string(20'000'000, 'p'));
+}
+
+TEST_F(EarlyFlushTest, TellsAFlushThatFailedBeforeTheLastOne) {
+    const FileHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
+    const FileHandle unflushable = Open(GENERIC_READ);
+    ASSERT_FALSE(FlushFileBuffers(unflushable.Get()));
+    mxovshare::OpenFile file(handle.Get(), m_path);
+    EarlyFlush sink(file, unflushable.Get(), m_path);
+    for (std::uint64_t i = 0; i < 3; ++i)
+        sink.Write(i * m_piece.size(), m_piece);
+    EXPECT_THROW(sink.Finish(), FileFailure);
+}
+
+TEST_F(EarlyFlushTest, MayBeGivenUpAtAnyTime) {
+    const FileHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
+    mxovshare::OpenFile file(handle.Get(), m_path);
+    EarlyFlush sink(file, handle.Get(), m_path);
+    for (std::uint64_t i = 0; i < 6; ++i)
+        sink.Write(i * m_piece.size(), m_piece);
+}
+
+} // namespace
