@@ -1,7 +1,7 @@
 // CListCtrl: a list view.
 //
 // Covered: columns, items and their texts, selection, image lists, as documented below; each member is one
-// message. Not covered: virtual lists, groups, tiles, editing, sorting, dragging.
+// message. Not covered: groups, tiles, editing, sorting, dragging.
 #pragma once
 
 #include "ImageList.h"
@@ -24,6 +24,8 @@ public:
     BOOL SetColumnWidth(int nCol, int cx) noexcept;
 
     int GetItemCount() const noexcept { return static_cast<int>(SendMessage(LVM_GETITEMCOUNT)); }
+    /// A virtual list has so many items from now on; another one makes room for them.
+    void SetItemCount(int nItems) noexcept { SendMessage(LVM_SETITEMCOUNT, static_cast<WPARAM>(nItems)); }
     /// The new item's place, or -1.
     int InsertItem(const LVITEM* pItem) noexcept;
     int InsertItem(int nItem, LPCTSTR lpszItem) noexcept;

@@ -4,9 +4,9 @@
 // message apart and calls the handler directly, so no member pointer is ever cast to another signature, and a
 // handler whose signature is not the documented one does not compile.
 //
-// Covered: ON_COMMAND, ON_CONTROL and the ON_BN_, ON_EN_ and ON_STN_ entries below, ON_NOTIFY, ON_MESSAGE
-// here, the ON_WM_ entries in WindowMessages.h. Not covered: ranges, command updating, reflection, registered
-// messages.
+// Covered: ON_COMMAND, ON_CONTROL and the ON_BN_, ON_EN_ and ON_STN_ entries below, ON_NOTIFY,
+// ON_NOTIFY_REFLECT, ON_MESSAGE here, the ON_WM_ entries in WindowMessages.h. Not covered: ranges, command
+// updating, reflection of other messages, registered messages.
 #pragma once
 
 #include "Types.h"
@@ -46,6 +46,9 @@ struct AFX_MSGMAP {
     const AFX_MSGMAP* (*pfnGetBaseMap)(); ///< null in the root
     const AFX_MSGMAP_ENTRY* lpEntries;
 };
+
+/// Added to a message that a parent hands back to the control it came from.
+constexpr UINT kAfxReflected = 0xBC00;
 
 /// Entry codes that are no window messages: such lines are never reached by a message.
 constexpr UINT kAfxMsgOleVerb = 0xFFFF0001;    ///< ON_OLEVERB: nID is the string of the verb's name
@@ -146,4 +149,7 @@ protected:                                                                      
 #define ON_STN_CLICKED(id, memberFxn) ON_CONTROL(STN_CLICKED, id, memberFxn)
 #define ON_NOTIFY(wNotifyCode, id, memberFxn)                                                                \
     AFX_MSGMAP_ENTRY{WM_NOTIFY, static_cast<UINT>(wNotifyCode), id, &AfxCallNotify<ThisClass, memberFxn>},
+#define ON_NOTIFY_REFLECT(wNotifyCode, memberFxn)                                                            \
+    AFX_MSGMAP_ENTRY{kAfxReflected + WM_NOTIFY, static_cast<UINT>(wNotifyCode), 0,                           \
+                     &AfxCallNotify<ThisClass, memberFxn>},
 #define ON_MESSAGE(message, memberFxn) AFX_MSGMAP_ENTRY{message, 0, 0, &AfxCallMessage<ThisClass, memberFxn>},

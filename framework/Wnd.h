@@ -8,8 +8,8 @@
 //
 // Covered: creation (with a last look at class and style), subclassing, message, command and notification
 // routing, data exchange, and the documented window functions and handlers below. Base class handlers use the
-// parameters that the message came with, as documented. Not covered: windowless children, reflection of
-// notifications to the child, menus, scrolling, idle updating, tool tips, help, window classes of the
+// parameters that the message came with, as documented. Not covered: windowless children, reflection to the
+// child of anything but WM_NOTIFY, menus, scrolling, idle updating, tool tips, help, window classes of the
 // framework's own (CreateEx needs a class name).
 #pragma once
 
@@ -133,6 +133,9 @@ protected:
     virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
     virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam);
     virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult);
+    /// A notification of this control that came to its parent, before the parent looks for a handler of its
+    /// own; TRUE when a reflected entry of this object's map took it.
+    virtual BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
     /// Default processing: the procedure below this object, or the system's.
     virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     /// Default processing of the message that is being handled, with the parameters it came with.

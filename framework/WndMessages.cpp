@@ -48,7 +48,7 @@ BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
     return OnCmdMsg(LOWORD(wParam), fromControl ? HIWORD(wParam) : 0, nullptr, nullptr);
 }
 
-BOOL CWnd::OnNotify(WPARAM, LPARAM lParam, LRESULT* pResult) {
+BOOL CWnd::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
     const AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
     auto* header = reinterpret_cast<NMHDR*>(lParam);
     if (!header) {
@@ -57,8 +57,26 @@ BOOL CWnd::OnNotify(WPARAM, LPARAM lParam, LRESULT* pResult) {
     if (thread && thread->exchanging == m_hWnd) {
         return TRUE;
     }
+    CWnd* const child = FromHandlePermanent(header->hwndFrom);
+    if (child && child->OnChildNotify(WM_NOTIFY, wParam, lParam, pResult)) {
+        return TRUE;
+    }
     AFX_NOTIFY notify = {pResult, header};
     return OnCmdMsg(static_cast<UINT>(header->idFrom), static_cast<int>(header->code), &notify, nullptr);
+}
+
+BOOL CWnd::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
+    auto* header = reinterpret_cast<NMHDR*>(lParam);
+    const AFX_MSGMAP_ENTRY* entry =
+        AfxFindMessageEntry(GetMessageMap(), [=](const AFX_MSGMAP_ENTRY& candidate) {
+            return candidate.nMessage == kAfxReflected + message && candidate.nCode == header->code;
+        });
+    if (!entry) {
+        return FALSE;
+    }
+    AFX_NOTIFY notify = {pResult, header};
+    AFX_MSG_ARGS args = {message, wParam, lParam, &notify, 0};
+    return entry->pfn(*this, args);
 }
 
 LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {

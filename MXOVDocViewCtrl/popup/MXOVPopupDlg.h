@@ -3,6 +3,7 @@
 
 #include "controls/MXOVGroupBoxEx.h"
 #include "DialogKeyboard.h"
+#include "HistoryList.h"
 #include "package/DocumentRecord.h"
 #include "resources/resource.h"
 
@@ -100,7 +101,7 @@ private:
     MXOVGroupBoxEx m_previewBox;
     MXOVGroupBoxEx m_historyBox;
     MXOVGroupBoxEx m_propertiesBox;
-    CListCtrl m_history;
+    HistoryList m_history;
     CStatic m_name;
     CStatic m_size;
     CStatic m_nameLabel;

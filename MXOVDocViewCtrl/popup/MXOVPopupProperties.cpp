@@ -21,8 +21,6 @@ namespace {
 
 constexpr int kPreviewSide = 125;                              // pixels
 constexpr int kAfterTheLast = std::numeric_limits<int>::max(); // place of a new column
-constexpr int kTimeColumn = 1;
-constexpr int kByColumn = 2;
 constexpr const wchar_t* kLabelEnd = L" : ";
 
 struct Label {
@@ -127,14 +125,7 @@ void MXOVPopupDlg::ShowHistory(const std::vector<HistoryEntry>& history) {
         m_history.InsertColumn(kAfterTheLast, HostText(column.title).c_str(), LVCFMT_LEFT, column.width);
     }
     m_history.SetExtendedStyle(m_history.GetExtendedStyle() | LVS_EX_FULLROWSELECT);
-    m_history.DeleteAllItems();
-    m_history.SendMessage(LVM_SETITEMCOUNT, history.size()); // only makes room
-    for (int place = 0; const HistoryEntry& entry : history) {
-        m_history.InsertItem(place, entry.operation.c_str());
-        m_history.SetItemText(place, kTimeColumn, entry.time.c_str());
-        m_history.SetItemText(place, kByColumn, entry.by.c_str());
-        ++place;
-    }
+    m_history.ShowEntries(history);
 }
 
 void MXOVPopupDlg::ShowFields(bool recent) {

@@ -103,6 +103,23 @@ BEGIN_MESSAGE_MAP(DerivedWindow, BaseWindow)
     ON_NOTIFY(NM_CLICK, 300, &DerivedWindow::OnNotifyClick)
 END_MESSAGE_MAP()
 
+/// A control that takes one kind of notification back from its parent.
+class ReflectingControl : public CWnd {
+public:
+    int clicks = 0;
+
+protected:
+    afx_msg void OnReflectedClick(NMHDR* /*header*/, LRESULT* result) {
+        ++clicks;
+        *result = 55;
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(ReflectingControl, CWnd)
+    ON_NOTIFY_REFLECT(NM_CLICK, &ReflectingControl::OnReflectedClick)
+END_MESSAGE_MAP()
+
 class MessageMap : public testing::Test {
 protected:
     void SetUp() override {
@@ -122,6 +139,20 @@ TEST_F(MessageMap, ABasesHandlerServesTheDerivedClass) {
     EXPECT_EQ(window.SendMessage(kSecondMessage), 5);
     window.SendMessage(WM_SIZE, SIZE_MAXIMIZED, MAKELPARAM(30, 40));
     EXPECT_EQ(window.log, (Log{"base second", "base size 2 30x40"}));
+}
+
+TEST_F(MessageMap, AControlMayTakeItsNotificationsBeforeItsParent) {
+    ReflectingControl control;
+    ASSERT_TRUE(control.SubclassWindow(AddChild(window, L"STATIC", 300)));
+    NMHDR header = {control, 300, static_cast<UINT>(NM_CLICK)};
+    const auto notify = [&] { return window.SendMessage(WM_NOTIFY, 300, reinterpret_cast<LPARAM>(&header)); };
+    EXPECT_EQ(notify(), 55);
+    EXPECT_EQ(control.clicks, 1);
+    EXPECT_TRUE(window.log.empty()) << "the parent's entry for it comes second";
+    control.UnsubclassWindow();
+    EXPECT_EQ(notify(), 77);
+    EXPECT_EQ(control.clicks, 1);
+    EXPECT_EQ(window.log, Log{"notify 300"});
 }
 
 TEST_F(MessageMap, UnhandledMessagesGoToTheProcedureBelow) {
