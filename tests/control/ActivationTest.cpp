@@ -1,7 +1,5 @@
 // The control in containers that ask in other orders, leave things out, or get them wrong.
-#include "ControlObject.h"
-#include "GdiObjectCount.h"
-#include "MockContainer.h"
+#include "EmbeddedControl.h"
 #include "PackageBuilder.h"
 
 #include <commctrl.h>
@@ -12,42 +10,7 @@ namespace {
 
 constexpr LONG kUnknownVerb = 77;
 
-class ActivationTest : public ControlObjectTest {
-protected:
-    ActivationTest() : control(CreateControl()) {}
-
-    void TearDown() override {
-        container.onCall = nullptr;
-        container.Remove();
-        control.Reset();
-        EXPECT_EQ(1, container.References());
-        ControlObjectTest::TearDown();
-    }
-
-    HRESULT Activate(LONG verb = OLEIVERB_INPLACEACTIVATE) {
-        if (!container.Object())
-            container.Embed(control.Get());
-        return container.DoVerb(verb);
-    }
-
-    [[nodiscard]] HWND Dialog() const {
-        const HWND window = container.ControlWindow();
-        return window ? FindWindowExW(window, nullptr, L"#32770", nullptr) : nullptr;
-    }
-
-    ComPtr<IOleInPlaceObject> InPlace() {
-        return As<IOleInPlaceObject>(control.Get(), IID_IOleInPlaceObject);
-    }
-    ComPtr<IViewObject2> View() { return As<IViewObject2>(control.Get(), IID_IViewObject2); }
-
-    HRESULT Load(const std::wstring& folder) {
-        Value path(folder);
-        return Invoke(Automation(control.Get()).Get(), kLoadFile, DISPATCH_METHOD, {path.Get(), path.Get()});
-    }
-
-    MockContainer container;
-    ComPtr<IUnknown> control;
-};
+using ActivationTest = EmbeddedControlTest;
 
 RECT RectOf(HWND window, HWND parent) {
     RECT rect = {};

@@ -6,6 +6,8 @@ mxov_test(control_ole_tests DESKTOP
         ControlObject.cpp
         EventTest.cpp
         IdentityTest.cpp
+        KeyboardTest.cpp
+        ModalTest.cpp
         ModuleTest.cpp
         OleViewTest.cpp
         PackageBuilder.cpp
