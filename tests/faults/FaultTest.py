@@ -18,7 +18,7 @@ import zipfile
 HERE = pathlib.Path(__file__).resolve().parent
 BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
 DRIVER = BUILD / 'tests' / 'fault_driver.exe'
-COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY = range(7)
+COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY, FLUSH_ERROR = range(8)
 ACTIONS = ('edit', 'attach', 'remove', 'save')
 
 INFORMATION = (b'; by hand\r\n[FILEINFO]\r\nGCode=GCode\\a.nc\r\n[FILE_HISTORY_1]\r\nOperation=Created\r\n'
@@ -254,6 +254,23 @@ class FaultTest(unittest.TestCase):
 
     def test_errors_while_it_saves(self):
         self.fail_at_every_call('save')
+
+    def test_a_flush_that_fails_while_a_large_package_is_written(self):
+        """The system tells such a failure once, so what comes after it proves nothing."""
+        large = random.Random(5).randbytes(30_000_000)
+        for number in range(8):
+            folder, _ = self.scene(number)
+            (folder / 'large.bin').write_bytes(large)
+        place = folder.parent
+        faults = [word for target in range(1, 9) for word in (FLUSH_ERROR, target)]
+        lines = self.lab.drive('save', place / 'folder', place / 'p.mxov', *faults)
+        # Three while the package is being written, one when it is, one before it is replaced; then the information
+        # file's, whose text goes out again without one word.
+        self.assertEqual(lines, ['1 1 0'] * 5 + ['1 0 0'] + ['0 0 0'] * 2)
+        for number in range(8):
+            first = pathlib.Path(f'{place / "p.mxov"}-{number}.first').read_bytes()
+            self.assertEqual(first == self.old_package, number < 5)
+            self.assertEqual(contents(place / f'p.mxov-{number}')['large.bin'], large)
 
     def test_a_file_system_of_512_kilobytes(self):
         small = self.lab.home / 'small'

@@ -16,7 +16,8 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
-enum { COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY };
+enum { COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY, FLUSH_ERROR };
+enum { WRITE = 1, FLUSH = 2 }; /* kinds of calls that some modes are about */
 
 struct control {
     int armed, target, mode; /* set by the tests; target counts from 1 */
@@ -78,7 +79,9 @@ static void killVictim(void) {
 }
 
 /* What to do with the next call that concerns the folder: 0 go on, 1 fail, 2 half of it. */
-static int judge(int isWrite) {
+static int judge(int kind) {
+    if (control->mode == FLUSH_ERROR && kind != FLUSH)
+        return 0;
     int number = __sync_add_and_fetch(&control->count, 1);
     if (control->mode == READ_ONLY) {
         control->fired = 1;
@@ -87,7 +90,7 @@ static int judge(int isWrite) {
     }
     if (control->mode == COUNT || number != control->target)
         return 0;
-    if (!isWrite && (control->mode == HALF_AND_KILL || control->mode == SHORT))
+    if (kind != WRITE && (control->mode == HALF_AND_KILL || control->mode == SHORT))
         return 0;
     control->fired = 1;
     if (control->mode == KILL)
@@ -115,19 +118,19 @@ PATH_CALL(rmdir, (const char *path), path, path)
 PATH_CALL(mkdir, (const char *path, mode_t mode), path, path, mode)
 PATH_CALL(chmod, (const char *path, mode_t mode), path, path, mode)
 
-#define FD_CALL(name, parameters, fd, ...) \
+#define FD_CALL(name, kind, parameters, fd, ...) \
     int name parameters { \
         NEXT(int, #name); \
-        if (concernsFd(fd) && judge(0)) \
+        if (concernsFd(fd) && judge(kind)) \
             return -1; \
         return next(__VA_ARGS__); \
     }
-FD_CALL(fsync, (int fd), fd, fd)
-FD_CALL(fdatasync, (int fd), fd, fd)
-FD_CALL(ftruncate, (int fd, off_t size), fd, fd, size)
-FD_CALL(ftruncate64, (int fd, off_t size), fd, fd, size)
-FD_CALL(futimens, (int fd, const struct timespec *times), fd, fd, times)
-FD_CALL(fchmod, (int fd, mode_t mode), fd, fd, mode)
+FD_CALL(fsync, FLUSH, (int fd), fd, fd)
+FD_CALL(fdatasync, FLUSH, (int fd), fd, fd)
+FD_CALL(ftruncate, 0, (int fd, off_t size), fd, fd, size)
+FD_CALL(ftruncate64, 0, (int fd, off_t size), fd, fd, size)
+FD_CALL(futimens, 0, (int fd, const struct timespec *times), fd, fd, times)
+FD_CALL(fchmod, 0, (int fd, mode_t mode), fd, fd, mode)
 
 #define OPEN_CALL(name) \
     int name(const char *path, int flags, ...) { \
@@ -154,7 +157,7 @@ static size_t sizeOf(const struct iovec *parts, int count) {
     ssize_t name parameters { \
         NEXT(ssize_t, #name); \
         if (concernsFd(fd)) { \
-            switch (judge(1)) { \
+            switch (judge(WRITE)) { \
             case 1: return -1; \
             case 2: { \
                 size_t part = (size) / 2; \
