@@ -296,26 +296,3 @@ TEST_F(ActivationTest, ContainersWindowMayGoWithoutAWord) {
                            {number.Get(), number.Get()}));
     EXPECT_EQ(S_OK, Invoke(Automation(control.Get()).Get(), kClose, DISPATCH_METHOD));
 }
-
-TEST_F(ActivationTest, TwoControlsInOneProcessShowTheirOwnAndShareTheRecords) {
-    const PackageBuilder package;
-    MockContainer other;
-    const auto second = CreateControl();
-    other.Embed(second.Get());
-    ASSERT_EQ(S_OK, Activate());
-    ASSERT_EQ(S_OK, other.DoVerb(OLEIVERB_INPLACEACTIVATE));
-    const auto rows = [](HWND dialog, int list) {
-        return SendDlgItemMessageW(dialog, list, LVM_GETITEMCOUNT, 0, 0);
-    };
-    const HWND secondDialog = FindWindowExW(other.ControlWindow(), nullptr, L"#32770", nullptr);
-    ASSERT_EQ(S_OK, Load(package.Path()));
-    EXPECT_EQ(1, rows(Dialog(), kPartList));
-    EXPECT_EQ(3, rows(Dialog(), kAdditionalList));
-    EXPECT_EQ(0, rows(secondDialog, kAdditionalList)) << "the rows are each dialog's own";
-    EXPECT_EQ(S_OK, Invoke(Automation(second.Get()).Get(), kClearAllData, DISPATCH_METHOD));
-    EXPECT_EQ(3, rows(Dialog(), kAdditionalList)) << "only the records behind them went";
-    other.Remove();
-    EXPECT_EQ(3, rows(Dialog(), kAdditionalList));
-    EXPECT_EQ(S_OK, Load(package.Path()));
-    EXPECT_EQ(3, rows(Dialog(), kAdditionalList));
-}

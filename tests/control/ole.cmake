@@ -13,6 +13,7 @@ mxov_test(control_ole_tests DESKTOP
         PackageBuilder.cpp
         PersistenceTest.cpp
         RegistrationErrorTest.cpp
+        SharingTest.cpp
         fuzz/ImportHook.cpp
         ../support/MockContainer.cpp
     LIBRARIES comctl32 gdi32 ole32 oleaut32 uuid version)

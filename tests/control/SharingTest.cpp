@@ -1,0 +1,168 @@
+// Controls that share something: two in one process, and two processes on one folder.
+#include "EmbeddedControl.h"
+#include "PackageBuilder.h"
+
+#include <commctrl.h>
+
+namespace {
+
+constexpr wchar_t kFolderVariable[] = L"MXOV_SHARED_FOLDER";
+constexpr int kPopupName = 1033;
+
+LRESULT Rows(HWND dialog, int list) {
+    return SendDlgItemMessageW(dialog, list, LVM_GETITEMCOUNT, 0, 0);
+}
+
+HWND DialogOf(const MockContainer& container) {
+    return FindWindowExW(container.ControlWindow(), nullptr, L"#32770", nullptr);
+}
+
+/// Selects a document and tells the dialog of the click on it.
+void Click(HWND dialog, int list, int item) {
+    LVITEMW state = {};
+    state.stateMask = state.state = LVIS_SELECTED | LVIS_FOCUSED;
+    SendDlgItemMessageW(dialog, list, LVM_SETITEMSTATE, static_cast<WPARAM>(item),
+                        reinterpret_cast<LPARAM>(&state));
+    NMITEMACTIVATE header = {};
+    header.hdr = {GetDlgItem(dialog, list), static_cast<UINT_PTR>(list), NM_CLICK};
+    SendMessageW(dialog, WM_NOTIFY, static_cast<WPARAM>(list), reinterpret_cast<LPARAM>(&header));
+}
+
+void Delete(HWND dialog, int item) {
+    Click(dialog, kAdditionalList, item);
+    SendMessageW(dialog, WM_COMMAND, kDeleteButton, 0);
+}
+
+/// Name of the document in the popup; empty when there is no popup.
+std::wstring ShownDocument() {
+    wchar_t text[100] = L"";
+    GetDlgItemTextW(FindWindowW(L"#32770", L"Document Properties"), kPopupName, text, ARRAYSIZE(text));
+    return text;
+}
+
+std::wstring ProgramPath() {
+    wchar_t path[MAX_PATH] = L"";
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    return path;
+}
+
+/// This program again, with the one test that is meant for the second process.
+class SecondProcess {
+public:
+    explicit SecondProcess(const std::wstring& folder) {
+        SetEnvironmentVariableW(kFolderVariable, folder.c_str());
+        std::wstring command = L"\"" + ProgramPath() +
+                               L"\" --gtest_filter=SharingTest.DISABLED_Second* "
+                               L"--gtest_also_run_disabled_tests --gtest_brief=1";
+        STARTUPINFOW start = {};
+        start.cb = sizeof start;
+        start.dwFlags = STARTF_USESTDHANDLES; // none: its report is its exit code
+        EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                   &start, &m_process));
+        SetEnvironmentVariableW(kFolderVariable, nullptr);
+    }
+    ~SecondProcess() {
+        CloseHandle(m_process.hThread);
+        CloseHandle(m_process.hProcess);
+    }
+    SecondProcess(const SecondProcess&) = delete;
+    SecondProcess& operator=(const SecondProcess&) = delete;
+
+    [[nodiscard]] bool IsRunning() const {
+        return WaitForSingleObject(m_process.hProcess, 0) == WAIT_TIMEOUT;
+    }
+    [[nodiscard]] DWORD ExitCode() const {
+        DWORD code = 1;
+        GetExitCodeProcess(m_process.hProcess, &code);
+        return code;
+    }
+
+private:
+    PROCESS_INFORMATION m_process = {};
+};
+
+using SharingTest = EmbeddedControlTest;
+
+} // namespace
+
+TEST_F(SharingTest, TwoControlsInOneProcessShowTheirOwnRowsAndShareTheRecords) {
+    const PackageBuilder package;
+    MockContainer other;
+    const auto second = CreateControl();
+    other.Embed(second.Get());
+    ASSERT_EQ(S_OK, Activate());
+    ASSERT_EQ(S_OK, other.DoVerb(OLEIVERB_INPLACEACTIVATE));
+    const HWND secondDialog = DialogOf(other);
+    ASSERT_EQ(S_OK, Load(package.Path()));
+    EXPECT_EQ(1, Rows(Dialog(), kPartList));
+    EXPECT_EQ(3, Rows(Dialog(), kAdditionalList));
+    EXPECT_EQ(0, Rows(secondDialog, kAdditionalList)) << "the rows are each dialog's own";
+    EXPECT_EQ(S_OK, Invoke(Automation(second.Get()).Get(), kClearAllData, DISPATCH_METHOD));
+    EXPECT_EQ(3, Rows(Dialog(), kAdditionalList)) << "only the records behind them went";
+    other.Remove();
+    EXPECT_EQ(3, Rows(Dialog(), kAdditionalList));
+    EXPECT_EQ(S_OK, Load(package.Path()));
+    EXPECT_EQ(3, Rows(Dialog(), kAdditionalList));
+}
+
+TEST_F(SharingTest, ClickShowsTheRecordOfThePackageThatWasLoadedLast) {
+    const PackageBuilder package;
+    const PackageBuilder last;
+    last.WriteInformation("[FILEINFO]\nMaxtlreVersion=Package Writer 2024\n[REFERANCE_FILE_1]\n"
+                          "IsReferencedFile=YES\nFilePath=Q:\\last.pdf\n");
+    MockContainer other;
+    const auto second = CreateControl();
+    other.Embed(second.Get());
+    ASSERT_EQ(S_OK, Activate());
+    ASSERT_EQ(S_OK, other.DoVerb(OLEIVERB_INPLACEACTIVATE));
+    ASSERT_EQ(S_OK, Load(package.Path()));
+    Click(Dialog(), kAdditionalList, 0);
+    EXPECT_EQ(L"certificate.pdf", ShownDocument());
+    Value folder(last.Path());
+    ASSERT_EQ(S_OK,
+              Invoke(Automation(second.Get()).Get(), kInputParameter, DISPATCH_PROPERTYPUT, {folder.Get()}));
+    EXPECT_EQ(3, Rows(Dialog(), kAdditionalList));
+    Click(Dialog(), kAdditionalList, 0);
+    EXPECT_EQ(L"last.pdf", ShownDocument()) << "the records are the module's";
+    ASSERT_EQ(S_OK, Load(package.Path()));
+    Click(Dialog(), kAdditionalList, 0);
+    EXPECT_EQ(L"certificate.pdf", ShownDocument());
+    other.Remove();
+}
+
+TEST_F(SharingTest, TwoProcessesOnOneFolderKeepEachOthersChanges) {
+    const PackageBuilder package;
+    ASSERT_EQ(S_OK, Activate());
+    ASSERT_EQ(S_OK, Load(package.Path()));
+    ASSERT_EQ(3, Rows(Dialog(), kAdditionalList));
+    const SecondProcess second(package.Path());
+    while (second.IsRunning()) {
+        ASSERT_EQ(S_OK, Load(package.Path()));
+        const LRESULT rows = Rows(Dialog(), kAdditionalList);
+        ASSERT_TRUE(rows == 3 || rows == 2) << "before or after, never in between: " << rows;
+        Pump();
+    }
+    EXPECT_EQ(0U, second.ExitCode());
+    ASSERT_EQ(S_OK, Load(package.Path()));
+    EXPECT_EQ(2, Rows(Dialog(), kAdditionalList)) << "what the other process removed is seen";
+    Delete(Dialog(), 1);
+    EXPECT_EQ(1, Rows(Dialog(), kAdditionalList));
+    ASSERT_EQ(S_OK, Load(package.Path()));
+    EXPECT_EQ(1, Rows(Dialog(), kAdditionalList));
+    const std::string information = package.Folder().Read(L"pkg\\mxinfo.ini");
+    EXPECT_EQ(std::string::npos, information.find("certificate.pdf"));
+    EXPECT_NE(std::string::npos, information.find("lost.pdf"));
+    EXPECT_EQ(std::string::npos, information.find("plan.txt"));
+    EXPECT_NE(std::string::npos, information.find("GCode=nc\\op10.nc;other\\op30.nc"));
+}
+
+/// Run by the test above in a process of its own.
+TEST_F(SharingTest, DISABLED_SecondProcessDeletesTheFirstDocument) {
+    wchar_t folder[MAX_PATH] = L"";
+    ASSERT_NE(0U, GetEnvironmentVariableW(kFolderVariable, folder, MAX_PATH));
+    ASSERT_EQ(S_OK, Activate());
+    ASSERT_EQ(S_OK, Load(folder));
+    ASSERT_EQ(3, Rows(Dialog(), kAdditionalList));
+    Delete(Dialog(), 0);
+    EXPECT_EQ(2, Rows(Dialog(), kAdditionalList));
+}
