@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string_view>
@@ -52,9 +53,28 @@ std::vector<FolderFile> FilesBelow(const std::wstring& folder) {
     return files;
 }
 
-// What office programs leave beside a document while it is open in them.
+// What office programs leave beside a document while it is open in them: "~$" before its name or in place of
+// the first two characters, or ".~lock." before and "#" behind its name.
+constexpr std::wstring_view kOwner = L"~$";
+constexpr std::wstring_view kLock = L".~lock.";
+
 bool IsLock(const std::wstring& name) {
-    return name.starts_with(L"~$") || name.starts_with(L".~lock.");
+    return name.starts_with(kOwner) || name.starts_with(kLock);
+}
+
+bool IsLockOf(const std::wstring& lock, std::wstring name) {
+    if (lock.starts_with(kLock))
+        return SamePath(lock, std::wstring(kLock) + name + L"#");
+    return SamePath(lock, std::wstring(kOwner) + name) ||
+           (name.size() > kOwner.size() && SamePath(lock, name.replace(0, kOwner.size(), kOwner)));
+}
+
+std::wstring NameOf(const FolderFile& file) {
+    return FileName(file.name);
+}
+
+std::wstring FolderOf(const std::wstring& path) {
+    return path.substr(0, path.size() - FileName(path).size());
 }
 
 // As the file system tells names apart.
@@ -108,15 +128,16 @@ std::vector<FileChange> Compare(const std::wstring& folder, const std::vector<Pa
                                 Sameness isSame) {
     std::map<std::wstring, const PackageEntry*, NameLess> missing;
     for (const PackageEntry& entry : entries) {
-        if (!entry.isFolder)
+        if (!entry.isFolder && !IsLock(FileName(entry.name)))
             missing.emplace(entry.name, &entry);
     }
     std::vector<FileChange> changes;
     for (const FolderFile& file : FilesBelow(folder)) {
+        if (IsLock(NameOf(file)))
+            continue;
         const auto found = missing.find(file.name);
         if (found == missing.end()) {
-            if (!IsLock(FileName(file.name)))
-                changes.push_back({file.name, FileChangeKind::Added});
+            changes.push_back({file.name, FileChangeKind::Added});
             continue;
         }
         if (!isSame(folder, file, *found->second))
@@ -138,6 +159,19 @@ std::vector<FileChange> FindChanges(const std::wstring& folder, const std::vecto
 bool DiffersFromPackage(const std::wstring& folder, const std::wstring& packageFile) {
     std::vector<PackageEntry> entries;
     return !mxovshare::ListPackage(packageFile, entries).ok || !Compare(folder, entries, HasContent).empty();
+}
+
+std::vector<std::wstring> FindOpenDocuments(const std::wstring& folder) {
+    std::vector<FolderFile> files = FilesBelow(folder);
+    const auto locks = std::ranges::partition(files, std::not_fn(IsLock), NameOf);
+    std::vector<std::wstring> open;
+    for (const FolderFile& lock : locks) {
+        for (auto file = files.begin(); file != locks.begin(); ++file) {
+            if (FolderOf(file->name) == FolderOf(lock.name) && IsLockOf(NameOf(lock), NameOf(*file)))
+                open.push_back(file->name);
+        }
+    }
+    return open;
 }
 
 FILETIME LastWriteBelow(const std::wstring& folder) {

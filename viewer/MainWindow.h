@@ -73,6 +73,7 @@ private:
     bool CloseInControl();
     bool RecordSave();
     bool SettleFailedSave();
+    bool SettleOpenDocuments();
     bool SettleOthersChanges(bool declined);
     void SavePackage();
     bool SaveCopy();

@@ -46,6 +46,10 @@ void MainWindow::OpenPackage(const std::wstring& path) {
         MessageBeep(MB_OK);
         return;
     }
+    if (FolderExists(path)) {
+        Complain(FileName(path) + L" is a folder, not a machining package.");
+        return;
+    }
     if (!FileExists(path)) {
         m_recent.Remove(path);
         Complain(L"The package cannot be found:\n\n" + path);

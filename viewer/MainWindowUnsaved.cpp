@@ -86,7 +86,20 @@ bool MainWindow::CloseInControl() {
     m_control.ClosePackage();
     if (mxovshare::TakeSaveFailure(m_session->Folder()))
         return SettleFailedSave();
-    return SettleOthersChanges(changed && !RecordSave());
+    const bool declined = changed && !RecordSave();
+    return SettleOpenDocuments() && SettleOthersChanges(declined);
+}
+
+// What such a program saves after the folder is removed would be lost.
+bool MainWindow::SettleOpenDocuments() {
+    for (;;) {
+        const std::vector<std::wstring> open = FindOpenDocuments(m_session->Folder());
+        if (open.empty())
+            return true;
+        const OpenAnswer answer = AskAboutOpen(Handle(), m_session->PackageFile(), open);
+        if (answer != OpenAnswer::TryAgain)
+            return answer == OpenAnswer::Close;
+    }
 }
 
 // What other programs did to the files of the open package, such as an editor that the user opened one with:

@@ -57,6 +57,13 @@ std::wstring Remark(FileChangeKind kind) {
     }
 }
 
+// The beginning of a sentence about that many documents.
+std::wstring Documents(const std::wstring& packageFile, std::size_t count, const wchar_t* verbForOne,
+                       const wchar_t* verbForMany) {
+    return (count == 1 ? L"A document of " : L"Documents of ") + FileName(packageFile) + L" " +
+           (count == 1 ? verbForOne : verbForMany);
+}
+
 } // namespace
 
 LeftAnswer AskAboutLeft(HWND owner, const std::wstring& packageFile, const FILETIME& changed) {
@@ -69,29 +76,46 @@ LeftAnswer AskAboutLeft(HWND owner, const std::wstring& packageFile, const FILET
                         answers, 2)];
 }
 
-std::wstring ListOfChanges(const std::vector<FileChange>& changes) {
+std::wstring ShortList(const std::vector<std::wstring>& lines) {
     constexpr std::size_t kMostLines = 10;
-    // The last line stands for two files at least.
-    const std::size_t named = changes.size() > kMostLines ? kMostLines - 1 : changes.size();
+    // The last line stands for two others at least.
+    const std::size_t shown = lines.size() > kMostLines ? kMostLines - 1 : lines.size();
     std::wstring list;
-    for (std::size_t i = 0; i < named; ++i)
-        list += changes[i].name + Remark(changes[i].kind) + L"\n";
-    if (named < changes.size())
-        list += L"and " + std::to_wstring(changes.size() - named) + L" more\n";
+    for (std::size_t i = 0; i < shown; ++i)
+        list += lines[i] + L"\n";
+    if (shown < lines.size())
+        list += L"and " + std::to_wstring(lines.size() - shown) + L" more\n";
     return list;
+}
+
+std::wstring ListOfChanges(const std::vector<FileChange>& changes) {
+    std::vector<std::wstring> lines;
+    lines.reserve(changes.size());
+    for (const FileChange& change : changes)
+        lines.push_back(change.name + Remark(change.kind));
+    return ShortList(lines);
 }
 
 ChangesAnswer AskAboutChanges(HWND owner, const std::wstring& packageFile,
                               const std::vector<FileChange>& changes, bool declined) {
     const wchar_t* const answers[] = {L"&Save", L"&Discard", L"&Go on working"};
     constexpr ChangesAnswer kMeaning[] = {ChangesAnswer::Save, ChangesAnswer::Discard, ChangesAnswer::GoOn};
-    const std::wstring instruction = (changes.size() == 1 ? L"A document of " : L"Documents of ") +
-                                     FileName(packageFile) + (changes.size() == 1 ? L" was" : L" were") +
-                                     L" changed by another program";
     const std::wstring question =
         declined ? L"Do you want to save the package after all, with your other changes too?"
                  : L"Do you want to save the package with these changes?";
-    return kMeaning[Ask(owner, instruction, ListOfChanges(changes) + L"\n" + question, answers, 2)];
+    return kMeaning[Ask(
+        owner, Documents(packageFile, changes.size(), L"was", L"were") + L" changed by another program",
+        ListOfChanges(changes) + L"\n" + question, answers, 2)];
+}
+
+OpenAnswer AskAboutOpen(HWND owner, const std::wstring& packageFile, const std::vector<std::wstring>& names) {
+    const wchar_t* const answers[] = {L"&Try again", L"&Close anyway", L"&Go on working"};
+    constexpr OpenAnswer kMeaning[] = {OpenAnswer::TryAgain, OpenAnswer::Close, OpenAnswer::GoOn};
+    return kMeaning[Ask(
+        owner, Documents(packageFile, names.size(), L"is", L"are") + L" still open in another program",
+        ShortList(names) + L"\nSave and close it there first, then try again. What is saved there "
+                           L"after the package is closed is lost.",
+        answers, 2)];
 }
 
 UnsavedAnswer AskAboutUnsaved(HWND owner, const std::wstring& packageFile) {

@@ -19,8 +19,18 @@ enum class ChangesAnswer { Save, Discard, GoOn };
 [[nodiscard]] ChangesAnswer AskAboutChanges(HWND owner, const std::wstring& packageFile,
                                             const std::vector<FileChange>& changes, bool declined);
 
-/// The changed files for such a question, one a line: the first ones by name, the others by their number.
+/// The changed files for such a question, in the order given, and what is new or removed called so.
 [[nodiscard]] std::wstring ListOfChanges(const std::vector<FileChange>& changes);
+
+/// Lines for a question: the first ones as they are, the others by their number.
+[[nodiscard]] std::wstring ShortList(const std::vector<std::wstring>& lines);
+
+enum class OpenAnswer { TryAgain, Close, GoOn };
+
+/// Asks what to do with files, given by name, that are still open in other programs while their package is to
+/// be closed.
+[[nodiscard]] OpenAnswer AskAboutOpen(HWND owner, const std::wstring& packageFile,
+                                      const std::vector<std::wstring>& names);
 
 enum class UnsavedAnswer { GoOn, SaveCopy, Keep, Discard };
 

@@ -67,6 +67,13 @@ class OpeningTest(ViewerCase):
         self.assertFalse(shown.item(ADD).visible, 'there is nothing to attach documents to')
         self.finish(viewer)
 
+    def test_a_folder_is_no_package(self):
+        viewer = self.use(Viewer(windows_path(self.folder)))
+        viewer.wait('the message', lambda s: f'{self.folder.name} is a folder' in s.texts())
+        viewer.press('Return')
+        viewer.wait_for_no_dialog('the message is read')
+        self.finish(viewer)
+
     def refuse(self, path, *words):
         """With the sample open, `path` is refused in a message that holds the words, and nothing else changes."""
         viewer, before = self.open_sample()

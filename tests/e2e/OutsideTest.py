@@ -146,6 +146,36 @@ class OutsideTest(ViewerCase):
         self.check_saved(PROGRAM_FILE)
         self.check_package(self.sample, 'ReferanceFiles/note.txt')
 
+    def test_a_document_that_is_still_open_elsewhere(self):
+        viewer, _ = self.open_sample()
+        lock = session_folder() / 'SetupSheets/.~lock.setup.html#'
+        lock.touch()
+
+        def close():
+            viewer.press('alt+F4')
+            return viewer.wait('the question', lambda s: 'still open in another program' in s.texts())
+        shown = close()
+        self.assertIn(r'SetupSheets\setup.html', shown.texts())
+        viewer.photograph('e2e-still-open')
+        viewer.press('alt+g')
+        viewer.wait_for_package('bracket.mxov')
+        close()
+        self.edit('SetupSheets/setup.html')
+        lock.unlink()
+        viewer.press('alt+t')
+        self.question(viewer)
+        viewer.press('alt+s')
+        self.assertEqual(viewer.process.wait(PATIENCE), 0)
+        self.check_saved('SetupSheets/setup.html')
+
+        viewer, _ = self.open_sample()
+        lock = session_folder() / lock.relative_to(lock.parents[1])
+        lock.touch()
+        close()
+        viewer.press('alt+c')
+        self.assertEqual(viewer.process.wait(PATIENCE), 0)
+        self.assertEqual(session_entries(), [])
+
     def test_a_save_that_fails_keeps_the_edited_document(self):
         viewer, _ = self.open_sample()
         self.edit()

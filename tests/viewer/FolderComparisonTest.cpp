@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 class FolderComparisonTest : public testing::Test {
@@ -113,6 +115,23 @@ TEST_F(FolderComparisonTest, LocksOfOfficeProgramsAreNoDocuments) {
     m_folder.Write(L"SetupSheets\\~$sheet.docx", "lock");
     m_folder.Write(L"SetupSheets\\.~lock.sheet.odt#", "lock");
     EXPECT_EQ(Changes(), L"");
+    ASSERT_TRUE(mxovshare::CreatePackage(m_folder.Path(), Package()).ok);
+    ASSERT_TRUE(DeleteFileW((m_folder / L"SetupSheets\\~$sheet.docx").c_str()));
+    EXPECT_EQ(Changes(), L"");
+}
+
+TEST_F(FolderComparisonTest, DocumentsWithALockAreOpen) {
+    for (const wchar_t* name : {L"plan.docx", L"SetupSheets\\long name.docx", L"SetupSheets\\tools.xlsx",
+                                L"SetupSheets\\sheet.odt", L"SetupSheets\\plan.docx"})
+        m_folder.Write(name, "x");
+    EXPECT_TRUE(FindOpenDocuments(m_folder.Path()).empty());
+    for (const wchar_t* name : {L"SetupSheets\\~$ng name.docx", L"SetupSheets\\~$tools.xlsx",
+                                L"SetupSheets\\.~lock.sheet.odt#", L"~$plan.docx", L"~$gone.docx", L"~$"})
+        m_folder.Write(name, "lock");
+    std::vector<std::wstring> open = FindOpenDocuments(m_folder.Path());
+    std::ranges::sort(open);
+    EXPECT_EQ(open, (std::vector<std::wstring>{L"SetupSheets\\long name.docx", L"SetupSheets\\sheet.odt",
+                                               L"SetupSheets\\tools.xlsx", L"plan.docx"}));
 }
 
 TEST_F(FolderComparisonTest, PathsMayBeLong) {
