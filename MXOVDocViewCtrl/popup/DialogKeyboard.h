@@ -4,7 +4,8 @@
 #include <windows.h>
 
 /// While it lives, Tab, the arrow keys, Alt with a letter, Return and Escape work in a dialog of the calling
-/// thread as in any dialog: the host's message loop does not hand them to IsDialogMessage. One at a time.
+/// thread as in any dialog: the host's message loop does not hand them to IsDialogMessage. Alt+F4 and Close
+/// in the window's menu end it, which a modeless dialog does not do by itself. One at a time.
 class DialogKeyboard {
 public:
     DialogKeyboard() = default;
@@ -12,7 +13,10 @@ public:
     DialogKeyboard(const DialogKeyboard&) = delete;
     DialogKeyboard& operator=(const DialogKeyboard&) = delete;
 
-    void Start(HWND dialog);
+    using CloseAction = void (*)();
+
+    /// `close` is called when the user closes the dialog; it must not throw.
+    void Start(HWND dialog, CloseAction close);
     void Stop();
 
 private:

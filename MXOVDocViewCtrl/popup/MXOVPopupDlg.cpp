@@ -110,7 +110,7 @@ BOOL MXOVPopupDlg::OnInitDialog() {
     CDialog::OnInitDialog();
     PinModule(MouseHook);
     m_hook = SetWindowsHookExW(WH_MOUSE, MouseHook, nullptr, GetCurrentThreadId());
-    m_keyboard.Start(GetSafeHwnd());
+    m_keyboard.Start(GetSafeHwnd(), CloseByCommand);
     SetLabels();
     GetDlgItem(IDC_DESCRIPTION)->SendMessage(EM_SETLIMITTEXT); // none: the usual one cuts long texts
     CBitmap help;
@@ -154,7 +154,20 @@ void MXOVPopupDlg::CloseOnPress(POINT screen) {
     CRect inside;
     GetClientRect(inside);
     ScreenToClient(&screen);
-    if (inside.PtInRect(screen) || browsing) {
+    if (!inside.PtInRect(screen)) {
+        Close();
+    }
+}
+
+void MXOVPopupDlg::CloseByCommand() {
+    if (current) {
+        AFX_MANAGE_STATE(AfxGetStaticModuleState());
+        current->Close();
+    }
+}
+
+void MXOVPopupDlg::Close() {
+    if (browsing) {
         return;
     }
     if (IsEdited()) {

@@ -65,6 +65,8 @@ private:
     // Closing
     static LRESULT CALLBACK MouseHook(int code, WPARAM message, LPARAM parameter) noexcept;
     void CloseOnPress(POINT screen);
+    static void CloseByCommand();
+    void Close();
     bool IsEdited() const;
 
     // Content

@@ -11,6 +11,8 @@ from viewerdriver import BUILD, run_wine, windows_path
 NAME, PATH, SIZE, BROWSE, DESCRIPTION, HISTORY, STATUS, HELP = 1033, 1034, 1035, 1036, 1037, 1032, 1046, 1049
 TITLE = 'Document Properties'
 ENGINE = r'HKCR\CLSID\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\InprocServer32'
+DRAWING = r'HKCU\Software\Wine\AppDefaults\viewer.exe\X11 Driver'
+CAPTION_MIDDLE = 12  # pixels below the window's top
 ROW_HEIGHT = 17
 
 
@@ -189,6 +191,61 @@ class PopupTest(ViewerCase):
         for number in (PATH, BROWSE, DESCRIPTION):
             self.assertFalse(popup.find(id=number).enabled, number)
         self.close_outside(viewer, shown)
+        self.finish(viewer)
+
+    def test_alt_keys(self):
+        viewer, shown = self.open_sample()
+        before = information(self.sample)['FILEINFO']['CADFileDescription']
+        shown, popup = self.click_row(viewer, shown, 0)
+        self.click_item(viewer, popup, DESCRIPTION)
+        viewer.press('ctrl+End', 'x')
+        viewer.wait('Save comes on', lambda s: s.item(SAVE).enabled)
+        # The popup has no mnemonics: these keys neither type nor reach the window behind it.
+        viewer.press('alt+Down', 'alt+s', 'alt+x', 'y')
+        shown = viewer.wait('the key after them', lambda s: (
+            popup_of(s).find(id=DESCRIPTION).text == before + 'xy'))
+        self.assertTrue(shown.item(SAVE).enabled)
+        self.assertEqual(information(self.sample)['FILEINFO']['CADFileDescription'], before)
+        # It closes the popup and not the viewer; then the keys are the viewer's again.
+        viewer.press('alt+F4')
+        viewer.wait('the popup is closed', lambda s: not s.others)
+        self.assertIsNone(viewer.process.poll())
+        viewer.press('alt+s')
+        viewer.wait('the package is saved', lambda s: not s.item(SAVE).enabled and not s.others)
+        self.assertEqual(information(self.sample)['FILEINFO']['CADFileDescription'], before + 'xy')
+        self.finish(viewer)
+
+    def test_alt_s_saves_while_the_popup_is_up(self):
+        viewer, shown = self.open_sample()
+        shown, popup = self.click_row(viewer, shown, 0)
+        self.click_item(viewer, popup, DESCRIPTION)
+        viewer.press('ctrl+a', 'z')
+        viewer.wait('Save comes on', lambda s: s.item(SAVE).enabled)
+        # The window manager keeps a press on the viewer's caption, so that the popup stays.
+        frame = shown.frame.rect
+        viewer.click((frame[0] + frame[2]) // 2, frame[1] + CAPTION_MIDDLE)
+        viewer.wait('the viewer is active', lambda s: s.focus in [w.handle for w in s.frame.walk()])
+        viewer.press('alt+s')
+        shown = viewer.wait('the package is saved', lambda s: not s.item(SAVE).enabled)
+        self.assertEqual(popup_of(shown).find(id=DESCRIPTION).text, 'z')
+        self.assertEqual(information(self.sample)['FILEINFO']['CADFileDescription'], 'z')
+        # A popup that was edited says so once more when it closes, saved or not.
+        shown = self.close_outside(viewer, shown)
+        viewer.wait('Save comes on again', lambda s: s.item(SAVE).enabled)
+        self.discard(viewer)
+
+    def test_a_click_on_the_caption_closes_it(self):
+        # The popup's caption is drawn by the system and not by the window manager, which keeps its clicks.
+        run_wine('reg', 'add', DRAWING, '/v', 'Decorated', '/d', 'N', '/f')
+        self.addCleanup(run_wine, 'reg', 'delete', DRAWING, '/f')
+        viewer, shown = self.open_sample()
+        for row in (0, 1):
+            shown, popup = self.click_row(viewer, shown, 3, row)
+            viewer.photograph('e2e-caption')
+            left, top, right, _ = popup.rect
+            viewer.click((left + right) // 2, top + CAPTION_MIDDLE)
+            shown = viewer.wait('the popup is closed', lambda s: not popup_of(s))
+            self.assertEqual(shown.lists()[3].selected, [row])
         self.finish(viewer)
 
     def test_the_icon_opens_help(self):

@@ -31,6 +31,17 @@ protected:
         SendInput(2, inputs, sizeof inputs[0]);
     }
 
+    void PressAltF4() {
+        constexpr WORD keys[] = {VK_MENU, VK_F4, VK_F4, VK_MENU};
+        INPUT inputs[4] = {};
+        for (int i = 0; i < 4; ++i) {
+            inputs[i].type = INPUT_KEYBOARD;
+            inputs[i].ki.wVk = keys[i];
+            inputs[i].ki.dwFlags = i < 2 ? 0 : KEYEVENTF_KEYUP;
+        }
+        SendInput(4, inputs, sizeof inputs[0]);
+    }
+
     /// A point of the popup's client area, on the screen.
     POINT OnScreen(POINT client) const {
         ClientToScreen(Popup(), &client);
@@ -200,4 +211,36 @@ TEST_F(MXOVPopupClosingTest, DialogKeysWorkInAnyMessageLoop) {
     EXPECT_TRUE(PumpUntil([&] { return GetFocus() != Item(IDC_DESCRIPTION); }));
     EXPECT_TRUE(Popup()) << "Escape";
     EXPECT_TRUE(IsWindowVisible(Popup()));
+}
+
+TEST_F(MXOVPopupClosingTest, AltF4InAnyOfItsControlsClosesItAlone) {
+    for (const int id : {IDC_HISTORY, IDC_DOCUMENT_PATH, IDC_DESCRIPTION}) {
+        Show(DocumentCategory::PartAssembly);
+        SetForegroundWindow(Popup());
+        SetFocus(Item(id));
+        PressAltF4();
+        EXPECT_TRUE(PumpUntil([&] { return !Popup(); })) << id;
+        HandleMessages();
+        EXPECT_TRUE(IsWindow(m_owner.GetSafeHwnd()));
+    }
+    EXPECT_EQ(m_owner.updates + m_owner.strangeCommands, 0);
+    EXPECT_EQ(m_package.Read(L"mxinfo.ini"), "");
+}
+
+TEST_F(MXOVPopupClosingTest, CloseInItsMenuClosesItAsAPressDoes) {
+    Show(DocumentCategory::PartAssembly);
+    Type(L"!");
+    EXPECT_TRUE(PumpUntil([&] { return m_owner.updates == 1; }));
+    PostMessageW(Popup(), WM_SYSCOMMAND, SC_CLOSE, 0);
+    EXPECT_TRUE(PumpUntil([&] { return m_owner.updates == 2; })) << "said once more";
+    EXPECT_FALSE(Popup());
+    EXPECT_EQ(Value(L"FILEINFO", L"CADFileDescription"), L"The part!");
+}
+
+TEST_F(MXOVPopupClosingTest, OtherSystemCommandsLeaveIt) {
+    Show(DocumentCategory::PartAssembly);
+    PostMessageW(Popup(), WM_SYSCOMMAND, SC_RESTORE, 0);
+    PostMessageW(Item(IDC_DESCRIPTION), WM_SYSCOMMAND, SC_CLOSE, 0);
+    HandleMessages();
+    EXPECT_TRUE(Popup());
 }
