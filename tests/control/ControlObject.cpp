@@ -2,36 +2,6 @@
 
 #include <stdexcept>
 
-const std::vector<NamedInterface>& ControlInterfaces() {
-    static const std::vector<NamedInterface> interfaces = {
-        {"IUnknown", &IID_IUnknown},
-        {"IDispatch", &IID_IDispatch},
-        {"_DMXOVDocView", &kPrimaryInterface},
-        {"IOleObject", &IID_IOleObject},
-        {"IOleControl", &IID_IOleControl},
-        {"IOleWindow", &IID_IOleWindow},
-        {"IOleInPlaceObject", &IID_IOleInPlaceObject},
-        {"IOleInPlaceActiveObject", &IID_IOleInPlaceActiveObject},
-        {"IViewObject", &IID_IViewObject},
-        {"IViewObject2", &IID_IViewObject2},
-        {"IViewObjectEx", &IID_IViewObjectEx},
-        {"IPersist", &IID_IPersist},
-        {"IPersistStreamInit", &IID_IPersistStreamInit},
-        {"IPersistStorage", &IID_IPersistStorage},
-        {"IPersistPropertyBag", &IID_IPersistPropertyBag},
-        {"IPersistMemory", &IID_IPersistMemory},
-        {"IDataObject", &IID_IDataObject},
-        {"IOleCache", &IID_IOleCache},
-        {"ISpecifyPropertyPages", &IID_ISpecifyPropertyPages},
-        {"IPerPropertyBrowsing", &IID_IPerPropertyBrowsing},
-        {"IProvideClassInfo", &IID_IProvideClassInfo},
-        {"IProvideClassInfo2", &IID_IProvideClassInfo2},
-        {"IConnectionPointContainer", &IID_IConnectionPointContainer},
-        {"IQuickActivate", &IID_IQuickActivate},
-    };
-    return interfaces;
-}
-
 Value::Value(const std::wstring& text) : Value() {
     m_value.vt = VT_BSTR;
     m_value.bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));

@@ -37,15 +37,6 @@ enum Member : DISPID {
     kAboutBox = DISPID_ABOUTBOX,
 };
 
-/// An interface of the control and its name.
-struct NamedInterface {
-    const char* name;
-    const IID* iid;
-};
-
-/// Every interface that the control answers.
-const std::vector<NamedInterface>& ControlInterfaces();
-
 /// A VARIANT that is freed with its object.
 class Value {
 public:

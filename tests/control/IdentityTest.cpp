@@ -1,4 +1,5 @@
 // One identity, and what the control tells about itself.
+#include "ControlInterfaces.h"
 #include "ControlObject.h"
 
 namespace {
@@ -6,6 +7,13 @@ namespace {
 using IdentityTest = ControlObjectTest;
 
 constexpr DWORD kMiscStatus = 0x20191;
+
+/// The interfaces of every control, and the one of this.
+std::vector<NamedInterface> AllInterfaces() {
+    std::vector<NamedInterface> all = ControlInterfaces();
+    all.push_back({"_DMXOVDocView", &kPrimaryInterface});
+    return all;
+}
 
 std::wstring Taken(LPOLESTR text) {
     std::wstring copy = text ? text : L"";
@@ -17,11 +25,11 @@ std::wstring Taken(LPOLESTR text) {
 
 TEST_F(IdentityTest, EveryInterfaceLeadsToEveryOtherAndToOneUnknown) {
     const auto control = CreateControl();
-    for (const NamedInterface& from : ControlInterfaces()) {
+    for (const NamedInterface& from : AllInterfaces()) {
         const auto first = As<IUnknown>(control.Get(), *from.iid);
         ASSERT_TRUE(first) << from.name;
         EXPECT_EQ(control.Get(), As<IUnknown>(first.Get(), IID_IUnknown).Get()) << from.name;
-        for (const NamedInterface& to : ControlInterfaces()) {
+        for (const NamedInterface& to : AllInterfaces()) {
             const auto second = As<IUnknown>(first.Get(), *to.iid);
             ASSERT_TRUE(second) << from.name << " to " << to.name;
             EXPECT_EQ(second.Get(), As<IUnknown>(control.Get(), *to.iid).Get())
@@ -34,7 +42,7 @@ TEST_F(IdentityTest, EveryInterfaceLeadsToEveryOtherAndToOneUnknown) {
 
 TEST_F(IdentityTest, RefusesWhatItDoesNotHaveFromEveryInterface) {
     const auto control = CreateControl();
-    for (const NamedInterface& from : ControlInterfaces()) {
+    for (const NamedInterface& from : AllInterfaces()) {
         const auto part = As<IUnknown>(control.Get(), *from.iid);
         void* object = &object;
         EXPECT_EQ(E_NOINTERFACE, part->QueryInterface(IID_IPersistFile, &object)) << from.name;

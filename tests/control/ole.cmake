@@ -15,6 +15,7 @@ mxov_test(control_ole_tests DESKTOP
         RegistrationErrorTest.cpp
         SharingTest.cpp
         fuzz/ImportHook.cpp
+        ../support/ControlInterfaces.cpp
         ../support/MockContainer.cpp
     LIBRARIES comctl32 gdi32 ole32 oleaut32 uuid version)
 set_source_files_properties(OleViewTest.cpp PROPERTIES

@@ -1,39 +1,9 @@
+#include "ControlInterfaces.h"
 #include "OleTestControl.h"
 
 namespace {
 
 using OleIdentityTest = OleTest;
-
-struct Named {
-    const char* name;
-    const IID* iid;
-};
-
-const Named kInterfaces[] = {
-    {"IUnknown", &IID_IUnknown},
-    {"IDispatch", &IID_IDispatch},
-    {"IOleObject", &IID_IOleObject},
-    {"IOleControl", &IID_IOleControl},
-    {"IOleWindow", &IID_IOleWindow},
-    {"IOleInPlaceObject", &IID_IOleInPlaceObject},
-    {"IOleInPlaceActiveObject", &IID_IOleInPlaceActiveObject},
-    {"IViewObject", &IID_IViewObject},
-    {"IViewObject2", &IID_IViewObject2},
-    {"IViewObjectEx", &IID_IViewObjectEx},
-    {"IPersist", &IID_IPersist},
-    {"IPersistStreamInit", &IID_IPersistStreamInit},
-    {"IPersistStorage", &IID_IPersistStorage},
-    {"IPersistPropertyBag", &IID_IPersistPropertyBag},
-    {"IPersistMemory", &IID_IPersistMemory},
-    {"IDataObject", &IID_IDataObject},
-    {"IOleCache", &IID_IOleCache},
-    {"ISpecifyPropertyPages", &IID_ISpecifyPropertyPages},
-    {"IPerPropertyBrowsing", &IID_IPerPropertyBrowsing},
-    {"IProvideClassInfo", &IID_IProvideClassInfo},
-    {"IProvideClassInfo2", &IID_IProvideClassInfo2},
-    {"IConnectionPointContainer", &IID_IConnectionPointContainer},
-    {"IQuickActivate", &IID_IQuickActivate},
-};
 
 /// An object that makes a control a part of itself and offers one interface of its own, IPersistFile.
 class Outer final : public IUnknown {
@@ -56,11 +26,11 @@ public:
 
 TEST_F(OleIdentityTest, EveryInterfaceLeadsToEveryOtherAndToOneUnknown) {
     const OlePtr<IUnknown> control = CreateControl();
-    for (const Named& from : kInterfaces) {
+    for (const NamedInterface& from : ControlInterfaces()) {
         const OlePtr<IUnknown> first = control.As<IUnknown>(*from.iid);
         ASSERT_TRUE(first) << from.name;
         EXPECT_EQ(control.Get(), first.As<IUnknown>(IID_IUnknown).Get()) << from.name;
-        for (const Named& to : kInterfaces) {
+        for (const NamedInterface& to : ControlInterfaces()) {
             const OlePtr<IUnknown> second = first.As<IUnknown>(*to.iid);
             ASSERT_TRUE(second) << from.name << " to " << to.name;
             EXPECT_EQ(second.Get(), control.As<IUnknown>(*to.iid).Get()) << to.name << " is always the same";
@@ -94,7 +64,7 @@ TEST_F(OleIdentityTest, AggregatedControlHasTheIdentityOfItsOwner) {
     OlePtr<IUnknown> inner;
     ASSERT_EQ(S_OK, factory->CreateInstance(&outer, IID_IUnknown, inner.ReceiveVoid()));
     outer.inner = inner.Get();
-    for (const Named& from : kInterfaces) {
+    for (const NamedInterface& from : ControlInterfaces()) {
         const OlePtr<IUnknown> part = OleQuery<IUnknown>(&outer, *from.iid);
         ASSERT_TRUE(part) << from.name;
         EXPECT_EQ(&outer, part.As<IUnknown>(IID_IUnknown).Get()) << from.name;
