@@ -112,6 +112,23 @@ TEST_F(MXOVPopupDlgTest, LabelsComeFromTheHostAndFitRightAligned) {
     EXPECT_EQ(Text(IDC_PROPERTIES_BOX), L"Document Properties");
 }
 
+TEST_F(MXOVPopupDlgTest, ThreeLinesOfADescriptionAndFourEntriesAreSeenAtOnce) {
+    additionalRecords[0].description = L"First line\r\nSecond line\r\nThird line";
+    Show(DocumentCategory::AdditionalDocument);
+    const HWND description = Item(IDC_DESCRIPTION);
+    RECT lines = {};
+    SendMessageW(description, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&lines));
+    const auto topOf = [description](int line) {
+        const LRESULT first = SendMessageW(description, EM_LINEINDEX, static_cast<WPARAM>(line), 0);
+        return HIWORD(SendMessageW(description, EM_POSFROMCHAR, static_cast<WPARAM>(first), 0));
+    };
+    EXPECT_GE(lines.bottom - lines.top, 3 * (topOf(1) - topOf(0)));
+    EXPECT_GE(SendMessageW(Item(IDC_HISTORY), LVM_GETCOUNTPERPAGE, 0, 0), 4);
+    RECT picture = {};
+    GetClientRect(Item(IDC_PREVIEW), &picture);
+    EXPECT_GE(picture.bottom, 125) << "the preview is shown whole";
+}
+
 TEST_F(MXOVPopupDlgTest, TabFollowsTheEyeAndLabelsPrecedeTheirFields) {
     Fill(DocumentCategory::PartAssembly);
     const int order[] = {IDC_HISTORY, IDC_DOCUMENT_PATH, IDC_BROWSE, IDC_DESCRIPTION, IDC_HISTORY};
