@@ -31,6 +31,11 @@ if [ "$1" != planted ]; then
     exit
 fi
 failures=0
+tells() { # WORDS: of the run before
+    grep -q "^$1" "$log" && return
+    echo "FAILED: the log does not tell: $1"
+    failures=$((failures + 1))
+}
 expect() { # OUTCOME SECONDS RUN...
     local expected=$1
     shift
@@ -43,8 +48,11 @@ expect() { # OUTCOME SECONDS RUN...
 for kind in 'invoke 1000 1' 'messages 1000 1' 'cycles 110 1'; do
     expect crash 120 $kind crash
     expect found 120 $kind leak
+    for leak in 'GDI objects of type 1' 'GDI objects of type 16' 'user objects' 'handles' 'heap bytes'; do
+        tells "found:.* $leak: "
+    done
 done
 expect crash 120 allocations 0 1 crash
 expect hang 60 invoke 1000 1 hang 3
-grep -q '^hung: nothing for 3 s in step' "$log" || { echo "FAILED: the hang is not told"; failures=$((failures + 1)); }
+tells 'hung: nothing for 3 s in step'
 [ "$failures" -eq 0 ]

@@ -3,10 +3,11 @@
 #include <windows.h>
 
 #include <cstddef>
+#include <numeric>
 
 extern "C" const BYTE* WINAPI RtlGetCurrentPeb();
 
-std::map<int, int> GdiObjectsByType() {
+std::array<int, 256> GdiObjectsByType() {
     struct Entry {
         ULONG64 object;
         USHORT process;
@@ -19,7 +20,7 @@ std::map<int, int> GdiObjectsByType() {
     constexpr size_t kTableOffset = 0xF8; // of the process environment block
     constexpr size_t kEntries = 0x10000;
     const auto* table = *reinterpret_cast<const Entry* const*>(RtlGetCurrentPeb() + kTableOffset);
-    std::map<int, int> counts;
+    std::array<int, 256> counts{};
     for (size_t i = 0; i < kEntries; ++i) {
         if (table[i].type != 0)
             ++counts[table[i].type];
@@ -28,8 +29,6 @@ std::map<int, int> GdiObjectsByType() {
 }
 
 int GdiObjectCount() {
-    int count = 0;
-    for (const auto& [type, objects] : GdiObjectsByType())
-        count += objects;
-    return count;
+    const std::array<int, 256> counts = GdiObjectsByType();
+    return std::accumulate(counts.begin(), counts.end(), 0);
 }

@@ -1,20 +1,36 @@
 #include "Fuzz.h"
 #include "HostedControl.h"
 #include "PackageBuilder.h"
+#include "Progress.h"
 #include "Resources.h"
 
 #include <commctrl.h>
 
+#include <cstdio>
+
 namespace {
 
 constexpr uint64_t kWarmUp = 100;
-constexpr size_t kHeapSlack = 0x800; // less than a byte for each of the fewest cycles that are run
+constexpr uint64_t kReportEvery = 1000;
+constexpr uint64_t kBareWarmUp = 10;
+constexpr uint64_t kBareCycles = 50;
+constexpr size_t kHeapSlack = 0x800; // of the system's caches, however many cycles there are
+constexpr int kPopupTemplate = 216;
+constexpr int kManifest = 2; // of a module that brings its own
 
 void Press(HWND window, int x, int y) {
     // A list view follows the mouse inside its handling of the press: the release is in the queue by then.
     PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
     SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
     HostedControl::Pump();
+}
+
+void PressFirstRow(HWND list) {
+    RECT row = {};
+    row.left = LVIR_LABEL;
+    if (!SendMessageW(list, LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row)))
+        throw std::runtime_error("no document is listed");
+    Press(list, row.left + 10, (row.top + row.bottom) / 2);
 }
 
 void OneCycle(const PackageBuilder& package, Plant plant) {
@@ -28,16 +44,66 @@ void OneCycle(const PackageBuilder& package, Plant plant) {
     const HWND dialog = control.Dialog();
     for (const int box : {kPartBox, kGCodeBox})
         Press(GetDlgItem(dialog, box), 40, 8);
-    // Beside the rows: the popup of a clicked document leaves its mouse hook installed, as it is meant to.
-    const HWND list = GetDlgItem(dialog, kAdditionalList);
-    if (SendMessageW(list, LVM_GETITEMCOUNT, 0, 0) == 0)
-        throw std::runtime_error("no document is listed");
-    RECT area = {};
-    GetClientRect(list, &area);
-    Press(list, area.right - 3, area.bottom - 3);
+    PressFirstRow(GetDlgItem(dialog, kAdditionalList));
+    if (!FindWindowW(L"#32770", L"Document Properties"))
+        throw std::runtime_error("a click on a document shows no popup");
     if (Invoke(control.Automation(), kClose, DISPATCH_METHOD) != S_OK)
         throw std::runtime_error("Close failed");
     Spring(plant);
+}
+
+INT_PTR CALLBACK HandleNothing(HWND /*dialog*/, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
+    return message == WM_INITDIALOG;
+}
+
+/// The common controls that the module's own manifest asks for, while it lives.
+class ModuleControls {
+public:
+    explicit ModuleControls(HMODULE module) {
+        ACTCTXW context = {};
+        context.cbSize = sizeof context;
+        context.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
+        context.hModule = module;
+        context.lpResourceName = MAKEINTRESOURCEW(kManifest);
+        m_context = CreateActCtxW(&context);
+        if (m_context == INVALID_HANDLE_VALUE || !ActivateActCtx(m_context, &m_cookie))
+            throw std::runtime_error("the module's manifest cannot be used");
+    }
+    ~ModuleControls() {
+        DeactivateActCtx(0, m_cookie);
+        ReleaseActCtx(m_context);
+    }
+    ModuleControls(const ModuleControls&) = delete;
+    ModuleControls& operator=(const ModuleControls&) = delete;
+
+private:
+    HANDLE m_context;
+    ULONG_PTR m_cookie = 0;
+};
+
+/// The popup's dialog template alone, without the control's code.
+void BareCycles(HMODULE module, uint64_t count) {
+    const ModuleControls controls(module);
+    for (uint64_t cycle = 0; cycle < count; ++cycle) {
+        BeginStep("bare cycle", cycle);
+        const HWND dialog =
+            CreateDialogParamW(module, MAKEINTRESOURCEW(kPopupTemplate), nullptr, HandleNothing, 0);
+        if (!dialog)
+            throw std::runtime_error("the popup's template makes no dialog");
+        ShowWindow(dialog, SW_SHOW);
+        HostedControl::Pump();
+        DestroyWindow(dialog);
+    }
+}
+
+/// The bytes that the platform's controls themselves leave on the heap for each popup: under Wine a static
+/// control keeps 24 bytes of every window that was given a font.
+size_t PlatformBytes(HMODULE module) {
+    BareCycles(module, kBareWarmUp);
+    const Resources before = Resources::Count();
+    BareCycles(module, kBareCycles);
+    const Resources after = Resources::Count();
+    return after.heapBytes > before.heapBytes ? (after.heapBytes - before.heapBytes) / kBareCycles : 0;
 }
 
 } // namespace
@@ -45,11 +111,28 @@ void OneCycle(const PackageBuilder& package, Plant plant) {
 std::string RunCycles(uint64_t count, Plant plant) {
     const PackageBuilder package;
     const ControlModule module;
-    for (uint64_t cycle = 0; cycle < kWarmUp; ++cycle)
+    for (uint64_t cycle = 0; cycle < kWarmUp; ++cycle) {
+        BeginStep("warm-up", cycle);
         OneCycle(package, Plant::kNone);
-    const Resources before = Resources::Count();
-    for (uint64_t cycle = kWarmUp; cycle < count; ++cycle)
+    }
+    const size_t platform = PlatformBytes(module.Handle());
+    std::printf("platform: %zu bytes for each popup\n", platform);
+    std::fflush(stdout);
+    const Resources start = Resources::Count();
+    std::string growth;
+    for (uint64_t cycle = kWarmUp; cycle < count && growth.empty(); ++cycle) {
+        BeginStep("cycle", cycle);
         OneCycle(package, plant);
-    HostedControl::Pump();
-    return Resources::Count().GrowthSince(before, kHeapSlack);
+        const uint64_t popups = cycle + 1 - kWarmUp;
+        if (popups % kReportEvery && cycle + 1 != count)
+            continue;
+        Resources expected = start;
+        expected.userObjects += static_cast<int>(popups); // the mouse hook that stays, as it is meant to
+        expected.heapBytes += popups * platform;
+        const Resources now = Resources::Count();
+        growth = now.GrowthSince(expected, kHeapSlack);
+        std::printf("%llu cycles from the %lluth on: %s\n", popups, kWarmUp, now.Difference(start).c_str());
+        std::fflush(stdout);
+    }
+    return growth;
 }

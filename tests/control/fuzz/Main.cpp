@@ -67,9 +67,12 @@ void Spring(Plant plant) {
     if (plant == Plant::kHang)
         Sleep(INFINITE);
     if (plant == Plant::kLeak) {
-        constexpr size_t kBytes = 4096;
+        constexpr size_t kBytes = 0x20000;
         HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, kBytes);
         CreateSolidBrush(RGB(1, 2, 3));
+        GetDC(nullptr);
+        CreateMenu();
+        CreateEventW(nullptr, FALSE, FALSE, nullptr);
     }
 }
 

@@ -7,6 +7,8 @@
 #include <winternl.h>
 
 #include <array>
+#include <cstdio>
+#include <numeric>
 #include <vector>
 
 namespace {
@@ -92,18 +94,26 @@ Resources Resources::Count() {
     return {GdiObjectsByType(), UserObjects(), Handles(), HeapBytes()};
 }
 
+std::string Resources::Difference(const Resources& before) const {
+    const auto sum = [](const Resources& counts) {
+        return std::accumulate(counts.gdiObjects.begin(), counts.gdiObjects.end(), 0);
+    };
+    char words[160];
+    std::snprintf(words, sizeof words, "GDI objects %+d, user objects %+d, handles %+d, heap bytes %+lld",
+                  sum(*this) - sum(before), userObjects - before.userObjects, handles - before.handles,
+                  static_cast<long long>(heapBytes) - static_cast<long long>(before.heapBytes));
+    return words;
+}
+
 std::string Resources::GrowthSince(const Resources& before, size_t slack) const {
     std::string growth;
     const auto note = [&](const char* what, size_t then, size_t now) {
         if (now > then)
             growth += std::string(what) + ": " + std::to_string(then) + " to " + std::to_string(now) + "; ";
     };
-    for (const auto& [type, objects] : gdiObjects) {
-        const auto then = before.gdiObjects.find(type);
+    for (size_t type = 0; type < gdiObjects.size(); ++type)
         note(("GDI objects of type " + std::to_string(type)).c_str(),
-             then == before.gdiObjects.end() ? 0 : static_cast<size_t>(then->second),
-             static_cast<size_t>(objects));
-    }
+             static_cast<size_t>(before.gdiObjects[type]), static_cast<size_t>(gdiObjects[type]));
     note("user objects", static_cast<size_t>(before.userObjects), static_cast<size_t>(userObjects));
     note("handles", static_cast<size_t>(before.handles), static_cast<size_t>(handles));
     if (heapBytes > before.heapBytes + slack)
