@@ -23,7 +23,10 @@ class CatalogueTest(ViewerCase):
         self.assertEqual([box.text for box in shown.boxes()],
                          ['Part / Assembly', 'G Code', 'Setup Sheets', 'Additional Documents'])
         pane = shown.frame.find(class_name='MXOVPreviewPane')
-        self.assertEqual(pane.text, 'bracket\n' + information(self.sample)['FILEINFO']['MaxtlreVersion'])
+        sections = information(self.sample)
+        last = sections[self.history()[-1]]
+        self.assertEqual(pane.text.split('\n'), ['bracket', sections['FILEINFO']['MaxtlreVersion'],
+                                                 f"{last['Operation']} by {last['By']}, {last['Time']}"])
         viewer.photograph('e2e-catalogue')
         self.finish(viewer)
 
