@@ -87,18 +87,18 @@ private:
 bool PackItems(const ByteSource& file, ByteSink& sink, const std::vector<FolderItem>& items,
                const OldPackage& old, std::vector<const ZipEntry*>& unchanged, ProgressMeter& meter) {
     try {
-        const std::vector<Packing> outcomes = Packer(sink, file, items, old, unchanged, meter).Run();
+        const std::vector<Outcome> outcomes = Packer(sink, file, items, old, unchanged, meter).Run();
         for (std::size_t i = 0; i < items.size(); ++i) {
-            if (outcomes[i] == Packing::Different)
+            if (outcomes[i] == Outcome::Different)
                 unchanged[i] = nullptr;
         }
-        if (std::ranges::find(outcomes, Packing::Different) != outcomes.end())
+        if (std::ranges::find(outcomes, Outcome::Different) != outcomes.end())
             return false;
         // The directory is in the order of the items.
         const std::vector<ZipEntry> entries = ReadZipDirectory(file);
         std::vector<ZipEntry> unproven;
         for (std::size_t i = 0; i < items.size(); ++i) {
-            if (outcomes[i] != Packing::Proven)
+            if (outcomes[i] != Outcome::Proven)
                 unproven.push_back(entries.at(i));
         }
         CheckEntries(file, unproven, meter, &ProvenData::Instance());

@@ -101,7 +101,7 @@ Packer::Packer(ByteSink& sink, const ByteSource& written, const std::vector<Fold
     m_added.assign(copied.begin(), copied.end());
 }
 
-std::vector<Packing> Packer::Run() {
+std::vector<Outcome> Packer::Run() {
     RunJobs(
         ProcessorCount(), [this] { return Next(); }, [this] { m_meter.Tell(); });
     m_writer.Finish(m_added);
@@ -196,10 +196,10 @@ void Packer::TakeCopied(const CopyPart& part) {
     m_meter.Advance(part.size);
     if (part.offset + part.size < entry.size)
         return;
-    Packing& outcome = m_outcomes[part.item];
-    outcome = m_hasSize && m_crc == entry.crc32 ? Packing::Copied : Packing::Different;
-    if (outcome == Packing::Copied && ProvenData::Instance().Has(entry, m_packedCrc)) {
-        outcome = Packing::Proven;
+    Outcome& outcome = m_outcomes[part.item];
+    outcome = m_hasSize && m_crc == entry.crc32 ? Outcome::Copied : Outcome::Different;
+    if (outcome == Outcome::Copied && ProvenData::Instance().Has(entry, m_packedCrc)) {
+        outcome = Outcome::Proven;
         m_meter.Advance(entry.size);
     }
 }

@@ -14,7 +14,7 @@
 namespace mxovshare {
 
 /// What became of an item.
-enum class Packing {
+enum class Outcome {
     Anew,      ///< packed from the file
     Copied,    ///< as the old package has it, which is still to be checked
     Proven,    ///< the same, read back and known to be sound
@@ -32,7 +32,7 @@ public:
            const ByteSource& old, const std::vector<const ZipEntry*>& unchanged, ProgressMeter& meter);
 
     /// Gives the outcome for each item.
-    std::vector<Packing> Run();
+    std::vector<Outcome> Run();
 
 private:
     class FolderJob;
@@ -70,7 +70,7 @@ private:
     std::uint64_t m_given = 0;           // how much of the next unchanged item is in jobs already
     std::vector<std::uint64_t> m_places; // of the unchanged items
     std::vector<std::size_t> m_added;    // items in the order of the writer's entries
-    std::vector<Packing> m_outcomes;
+    std::vector<Outcome> m_outcomes;
     bool m_hasSize = false; // this and the next two: in all parts so far of the file that is being taken
     std::uint32_t m_crc = 0;
     std::uint32_t m_packedCrc = 0;
