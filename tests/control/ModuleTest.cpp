@@ -58,27 +58,6 @@ TEST_F(ModuleTest, LockedServerStays) {
     EXPECT_FALSE(Factory(m_module.Handle(), kTypeLibrary)) << "no class of this module";
 }
 
-TEST(ModuleLoadTest, IsUnloadedAndLoadedAgain) {
-    constexpr int kRounds = 20;
-    ASSERT_EQ(S_OK, OleInitialize(nullptr));
-    for (int round = 0; round < kRounds; ++round) {
-        ASSERT_EQ(nullptr, GetModuleHandleW(L"MXOVDocViewCtrl.ocx")) << round;
-        {
-            const ControlModule module;
-            ComPtr<IUnknown> control;
-            const auto factory = Factory(module.Handle(), kControlClass);
-            ASSERT_EQ(S_OK, factory->CreateInstance(nullptr, IID_IUnknown,
-                                                    reinterpret_cast<void**>(control.GetAddressOf())));
-            ComPtr<IDispatch> automation;
-            ASSERT_EQ(S_OK, control.As(&automation));
-            Value text(L"Q:\\nowhere");
-            EXPECT_EQ(S_OK, Invoke(automation.Get(), kInputParameter, DISPATCH_PROPERTYPUT, {text.Get()}));
-            EXPECT_EQ(L"Q:\\nowhere", InputParameter(automation.Get()));
-        }
-    }
-    OleUninitialize();
-}
-
 TEST_F(ModuleTest, VersionResourceIsComplete) {
     std::array<wchar_t, MAX_PATH> path = {};
     GetModuleFileNameW(m_module.Handle(), path.data(), MAX_PATH);

@@ -178,6 +178,33 @@ TEST_F(PersistenceTest, StateOfAnotherVersionIsRefused) {
     }
 }
 
+TEST_F(PersistenceTest, StorageWithStateOfAnotherVersionIsRefused) {
+    std::vector<BYTE> bytes = State();
+    ++bytes[0]; // of the minor version
+    ComPtr<IStorage> storage;
+    ASSERT_EQ(S_OK, StgCreateDocfile(
+                        nullptr, STGM_READWRITE | STGM_SHARE_EXCLUSIVE | STGM_CREATE | STGM_DELETEONRELEASE,
+                        0, &storage));
+    ASSERT_EQ(S_OK, As<IPersistStorage>(saved.Get(), IID_IPersistStorage)->Save(storage.Get(), FALSE));
+    ComPtr<IEnumSTATSTG> elements;
+    ASSERT_EQ(S_OK, storage->EnumElements(0, nullptr, 0, &elements));
+    STATSTG element = {};
+    ComPtr<IStream> stream;
+    while (elements->Next(1, &element, nullptr) == S_OK) {
+        if (element.cbSize.QuadPart == bytes.size()) {
+            EXPECT_EQ(S_OK, storage->OpenStream(element.pwcsName, nullptr,
+                                                STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, &stream));
+        }
+        CoTaskMemFree(element.pwcsName);
+    }
+    ASSERT_TRUE(stream);
+    ASSERT_EQ(S_OK, stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr));
+    stream.Reset();
+    const auto control = CreateControl();
+    EXPECT_TRUE(FAILED(As<IPersistStorage>(control.Get(), IID_IPersistStorage)->Load(storage.Get())));
+    EXPECT_NE(kExtent.cx, Extent(control.Get()).cx);
+}
+
 TEST_F(PersistenceTest, CutOffStateIsRefusedAtEveryLength) {
     const std::vector<BYTE> bytes = State();
     for (size_t length = 0; length < bytes.size(); ++length) {

@@ -1,7 +1,7 @@
 # Every sample of the host guide, taken from the page, built, and run by guide.sh.
 set(guide ${CMAKE_SOURCE_DIR}/docs/host-guide.md)
 set(guide_folder ${MXOV_BUILD}/guide)
-set(guide_programs AtlHost SiteHost SideBySideHost)
+set(guide_programs AtlHost LanguageHost SiteHost SideBySideHost)
 list(TRANSFORM guide_programs PREPEND ${guide_folder}/ OUTPUT_VARIABLE guide_sources)
 list(TRANSFORM guide_sources APPEND .cpp)
 add_custom_command(OUTPUT ${guide_sources}
@@ -14,6 +14,7 @@ foreach(program ${guide_programs})
     set_target_properties(guide_${program} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${guide_folder} OUTPUT_NAME ${program})
     add_dependencies(guide_${program} MXOVDocViewCtrl mxovshare)
 endforeach()
+target_link_libraries(guide_LanguageHost PRIVATE mxovshare)
 add_test(NAME control.guide COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/guide.sh)
 set_tests_properties(control.guide PROPERTIES FIXTURES_REQUIRED registered_control RESOURCE_LOCK desktop TIMEOUT 300
     ENVIRONMENT MXOV_BUILD=${MXOV_BUILD})

@@ -34,6 +34,8 @@ LINES
 echo 'LoadFile 0, Close 0' | expect 'ATL host' 0 wine "$samples/AtlHost.exe" "$folder" "${folder}none.mxov"
 echo 'DoVerb 0, LoadFile 0, SetObjectRects 0' |
     expect 'C++ host' 0 wine "$samples/SiteHost.exe" "$folder" "${folder}none.mxov"
+echo '1 Datum' | expect 'host in German' 0 wine "$samples/LanguageHost.exe" German
+echo '0 Date' | expect 'host in a language that there is not' 0 wine "$samples/LanguageHost.exe" Martian
 
 mkdir -p "$work/host"
 cp "$MXOV_BUILD"/bin/{MXOVDocViewCtrl.ocx,MXOVDocViewCtrl.manifest,mxovshare.dll} "$work/host"

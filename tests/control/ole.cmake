@@ -2,10 +2,12 @@
 mxov_test(control_ole_tests DESKTOP
     SOURCES
         ActivationTest.cpp
+        AtlContainerTest.cpp
         AutomationTest.cpp
         ControlObject.cpp
         EventTest.cpp
         IdentityTest.cpp
+        InterfaceTest.cpp
         KeyboardTest.cpp
         ModalTest.cpp
         ModuleTest.cpp
@@ -17,11 +19,16 @@ mxov_test(control_ole_tests DESKTOP
         fuzz/ImportHook.cpp
         ../support/ControlInterfaces.cpp
         ../support/MockContainer.cpp
-    LIBRARIES comctl32 gdi32 ole32 oleaut32 uuid version)
+    LIBRARIES atl comctl32 gdi32 ole32 oleaut32 uuid version)
 set_source_files_properties(OleViewTest.cpp PROPERTIES
     COMPILE_DEFINITIONS MXOV_SHOWN_IDL="Z:${CMAKE_CURRENT_SOURCE_DIR}/MXOVDocView.shown.idl")
 add_dependencies(control_ole_tests MXOVDocViewCtrl mxovshare)
 set_tests_properties(control_ole_tests PROPERTIES FIXTURES_REQUIRED registered_control)
+
+mxov_test(control_unload_tests DESKTOP
+    SOURCES ControlObject.cpp PackageBuilder.cpp UnloadTest.cpp ../support/MockContainer.cpp
+    LIBRARIES comctl32 ole32 oleaut32 uuid)
+add_dependencies(control_unload_tests MXOVDocViewCtrl mxovshare)
 
 include(fuzz.cmake)
 include(guide.cmake)
