@@ -2,8 +2,6 @@
 
 #include <ole2.h>
 
-#include <commctrl.h>
-
 #include <ostream>
 #include <stdexcept>
 
@@ -22,24 +20,6 @@ void RegisterFrameClass() {
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.lpszClassName = kFrameClass;
     RegisterClassW(&description);
-}
-
-std::wstring ItemText(HWND list, int item, int column) {
-    wchar_t text[1024] = L"";
-    LVITEMW request = {};
-    request.iSubItem = column;
-    request.pszText = text;
-    request.cchTextMax = ARRAYSIZE(text);
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&request));
-    return text;
-}
-
-int ItemImage(HWND list, int item) {
-    LVITEMW request = {};
-    request.mask = LVIF_IMAGE;
-    request.iItem = item;
-    SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&request));
-    return request.iImage;
 }
 
 VARIANT Text(const std::wstring& text) {
@@ -68,13 +48,6 @@ void Mouse(DWORD flags, LONG x = 0, LONG y = 0) {
 }
 
 } // namespace
-
-std::ostream& operator<<(std::ostream& out, const ShownRow& row) {
-    const std::wstring text = row.name + L" | " + row.size + L" | " + row.date;
-    for (const wchar_t c : text)
-        out << (c < 0x7f ? static_cast<char>(c) : '?');
-    return out << " | image " << row.image;
-}
 
 bool operator==(const RECT& a, const RECT& b) {
     return EqualRect(&a, &b) != FALSE;
@@ -189,17 +162,6 @@ RECT ControlClient::ItemRect(int id) const {
     GetWindowRect(Item(id), &rect);
     MapWindowPoints(nullptr, Dialog(), reinterpret_cast<POINT*>(&rect), 2);
     return rect;
-}
-
-std::vector<ShownRow> ControlClient::Rows(int listId) const {
-    const HWND list = Item(listId);
-    std::vector<ShownRow> rows;
-    const auto count = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
-    rows.reserve(static_cast<size_t>(count));
-    for (int item = 0; item < count; ++item)
-        rows.push_back({ItemText(list, item, 0), ItemText(list, item, 1), ItemText(list, item, 2),
-                        ItemImage(list, item)});
-    return rows;
 }
 
 void ControlClient::Resize(int width, int height) {

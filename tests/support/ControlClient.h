@@ -1,6 +1,8 @@
 // A client that knows the control by its ProgID and by what a container and a script can see, and no more.
 #pragma once
 
+#include "ShownRows.h"
+
 #include <windows.h>
 
 #include <oaidl.h>
@@ -8,19 +10,6 @@
 #include <initializer_list>
 #include <string>
 #include <vector>
-
-/// One row of a list view, as it is shown.
-struct ShownRow {
-    std::wstring name;
-    std::wstring size;
-    std::wstring date;
-    int image = -1;
-
-    bool operator==(const ShownRow&) const = default;
-};
-
-/// Prints a row in a failed assertion.
-std::ostream& operator<<(std::ostream& out, const ShownRow& row);
 
 /// Compares and prints rectangles in assertions.
 bool operator==(const RECT& a, const RECT& b);
@@ -59,7 +48,7 @@ public:
     /// Its rectangle in the dialog's client coordinates, pixels.
     [[nodiscard]] RECT ItemRect(int id) const;
     /// The rows of a list view.
-    [[nodiscard]] std::vector<ShownRow> Rows(int listId) const;
+    [[nodiscard]] std::vector<ShownRow> Rows(int listId) const { return ShownRows(Item(listId)); }
 
     /// Changes the frame so that the container's area has this size, in pixels.
     void Resize(int width, int height);

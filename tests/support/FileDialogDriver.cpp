@@ -51,8 +51,13 @@ HWND FindFileDialog() {
 }
 
 void CALLBACK ActOnDialog(HWND /*window*/, UINT /*message*/, UINT_PTR /*timer*/, DWORD /*time*/) {
-    if (const HWND dialog = FindFileDialog())
-        currentAct(dialog);
+    static bool acting = false;
+    const HWND dialog = acting ? nullptr : FindFileDialog();
+    if (!dialog)
+        return;
+    acting = true;
+    currentAct(dialog);
+    acting = false;
 }
 
 } // namespace

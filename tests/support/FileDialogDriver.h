@@ -7,7 +7,7 @@
 #include <string>
 
 /// Acts on the next file dialog of this thread, again and again until it is gone: its first messages may come
-/// before it takes any. One at a time.
+/// before it takes any. Not while it still acts. One at a time.
 class FileDialogDriver {
 public:
     explicit FileDialogDriver(std::function<void(HWND)> act);

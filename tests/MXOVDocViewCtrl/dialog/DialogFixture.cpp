@@ -15,24 +15,6 @@ namespace {
 
 MessageBoxAnswer* currentAnswer = nullptr;
 
-std::wstring ItemText(HWND list, int item, int column) {
-    wchar_t text[512] = L"";
-    LVITEMW request = {};
-    request.iSubItem = column;
-    request.pszText = text;
-    request.cchTextMax = ARRAYSIZE(text);
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&request));
-    return text;
-}
-
-int ItemImageOf(HWND list, int item) {
-    LVITEMW request = {};
-    request.mask = LVIF_IMAGE;
-    request.iItem = item;
-    SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&request));
-    return request.iImage;
-}
-
 std::wstring TextOf(HWND window) {
     wchar_t text[512] = L"";
     GetWindowTextW(window, text, ARRAYSIZE(text));
@@ -63,18 +45,6 @@ void DialogFixture::Load() {
     m_dialog.SetPackageFolder(folder);
     m_dialog.SetInformationFile(SettleInformationFile(folder));
     m_dialog.LoadCatalogue();
-}
-
-std::vector<Row> DialogFixture::Rows(int list) const {
-    const HWND window = Item(list);
-    const auto count = static_cast<int>(SendMessageW(window, LVM_GETITEMCOUNT, 0, 0));
-    std::vector<Row> rows;
-    rows.reserve(static_cast<std::size_t>(count));
-    for (int item = 0; item < count; ++item) {
-        rows.push_back({ItemText(window, item, 0), ItemText(window, item, 1), ItemText(window, item, 2),
-                        ItemImageOf(window, item)});
-    }
-    return rows;
 }
 
 void DialogFixture::Select(int list, int item) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dialog/MXOVDocViewActiveXDlg.h"
+#include "ShownRows.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -21,16 +22,6 @@ protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 };
 
-/// What a list view shows in one row.
-struct Row {
-    std::wstring name;
-    std::wstring size;
-    std::wstring date;
-    int image;
-
-    bool operator==(const Row&) const = default;
-};
-
 class DialogFixture : public testing::Test {
 protected:
     /// Creates the dialog's window inside the frame.
@@ -47,7 +38,7 @@ protected:
     /// Whether the control itself is shown, wherever its frame is.
     bool IsShown(int id) const { return (GetWindowLongPtrW(Item(id), GWL_STYLE) & WS_VISIBLE) != 0; }
 
-    std::vector<Row> Rows(int list) const;
+    std::vector<ShownRow> Rows(int list) const { return ShownRows(Item(list)); }
     void Select(int list, int item) const;
     /// Sends a notification as the list view itself does.
     void Notify(int list, UINT code) const;

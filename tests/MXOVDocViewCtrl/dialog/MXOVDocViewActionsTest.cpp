@@ -153,9 +153,9 @@ TEST_F(MXOVDocViewActionsTest, AddsALinkedDocument) {
     const std::wstring path = m_elsewhere.WriteSized(L"notes.txt", 1025);
     m_elsewhere.SetTime(L"notes.txt", {2024, 1, 0, 1, 9, 5, 3, 0});
     Add(path, true);
-    const std::vector<Row> rows = Rows(IDC_ADDITIONAL_LIST);
+    const std::vector<ShownRow> rows = Rows(IDC_ADDITIONAL_LIST);
     ASSERT_EQ(rows.size(), 3U);
-    EXPECT_EQ(rows[2], (Row{L"notes.txt", L"2 KB", L"2024-01-01 09:05:03", 0}));
+    EXPECT_EQ(rows[2], (ShownRow{L"notes.txt", L"2 KB", L"2024-01-01 09:05:03", 0}));
     EXPECT_EQ(additionalRecords[2].sectionName, L"REFERANCE_FILE");
     EXPECT_EQ(additionalRecords[2].filePath, path);
     EXPECT_EQ(additionalRecords[2].isAdditional, 1);
@@ -218,7 +218,7 @@ TEST_F(MXOVDocViewActionsTest, DeleteRemovesSectionCopyItemAndRecord) {
     RemoveAdditional(1);
     EXPECT_EQ(Sections(), (std::vector<std::wstring>{L"REFERANCE_FILE_1", L"REFERANCE_FILE_3"}));
     EXPECT_FALSE(Exists(L"ReferanceFiles\\copy.txt"));
-    const std::vector<Row> rows = Rows(IDC_ADDITIONAL_LIST);
+    const std::vector<ShownRow> rows = Rows(IDC_ADDITIONAL_LIST);
     ASSERT_EQ(rows.size(), 2U);
     EXPECT_EQ(rows[0].name, L"one");
     EXPECT_EQ(rows[1].name, L"three");

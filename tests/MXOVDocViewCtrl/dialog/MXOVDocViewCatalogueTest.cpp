@@ -25,12 +25,13 @@ protected:
     }
 
     void ExpectPackageRows() const {
-        EXPECT_EQ(Rows(IDC_PART_LIST), (std::vector<Row>{{L"part.sldprt", L"0 KB", L"long ago", 1}}));
-        EXPECT_EQ(Rows(IDC_GCODE_LIST), (std::vector<Row>{{L"a.nc", L"2 KB", L"2024-01-01 09:05:03", 2}}));
+        EXPECT_EQ(Rows(IDC_PART_LIST), (std::vector<ShownRow>{{L"part.sldprt", L"0 KB", L"long ago", 1}}));
+        EXPECT_EQ(Rows(IDC_GCODE_LIST),
+                  (std::vector<ShownRow>{{L"a.nc", L"2 KB", L"2024-01-01 09:05:03", 2}}));
         EXPECT_EQ(Rows(IDC_SETUP_LIST),
-                  (std::vector<Row>{{L"sheet.pdf", L"1 KB", L"2023-12-31 23:59:59", 2}}));
-        EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST),
-                  (std::vector<Row>{{L"copy.txt", L"0 KB", L"t1", 2}, {L"link.txt", L"0 KB", L"t3", 1}}));
+                  (std::vector<ShownRow>{{L"sheet.pdf", L"1 KB", L"2023-12-31 23:59:59", 2}}));
+        EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST), (std::vector<ShownRow>{{L"copy.txt", L"0 KB", L"t1", 2},
+                                                                    {L"link.txt", L"0 KB", L"t3", 1}}));
     }
 
     void ExpectAdditionalShown(bool shown) const {

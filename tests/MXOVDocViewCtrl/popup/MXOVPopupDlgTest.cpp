@@ -3,21 +3,13 @@
 
 #include "package/RecordLists.h"
 #include "shell/HostText.h"
+#include "ShownRows.h"
 
 namespace {
 
 class MXOVPopupDlgTest : public PopupFixture {
 protected:
-    std::wstring Cell(int row, int column) const {
-        wchar_t text[200] = L"";
-        LVITEMW request = {};
-        request.iSubItem = column;
-        request.pszText = text;
-        request.cchTextMax = ARRAYSIZE(text);
-        SendMessageW(Item(IDC_HISTORY), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-                     reinterpret_cast<LPARAM>(&request));
-        return text;
-    }
+    std::wstring Cell(int row, int column) const { return ListText(Item(IDC_HISTORY), row, column); }
 
     int ColumnCount() const {
         const auto header = reinterpret_cast<HWND>(SendMessageW(Item(IDC_HISTORY), LVM_GETHEADER, 0, 0));
