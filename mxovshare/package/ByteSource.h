@@ -21,8 +21,8 @@ public:
 class ByteSink {
 public:
     virtual ~ByteSink() = default;
-    /// Writes at `offset`, over what is there or past the end. Throws when it fails. Some sinks say that several
-    /// threads may do so.
+    /// Writes at `offset`, over what is there or past the end. Throws when it fails. Some sinks say that
+    /// several threads may do so.
     virtual void Write(std::uint64_t offset, Bytes data) = 0;
     /// Cuts what lies behind `size`.
     virtual void SetSize(std::uint64_t size) = 0;

@@ -94,11 +94,11 @@ Packer::Packer(ByteSink& sink, const ByteSource& written, const std::vector<Fold
     : m_sink(sink), m_written(written), m_writer(sink), m_items(items), m_old(old), m_unchanged(unchanged),
       m_meter(meter), m_order(items.size()), m_places(items.size()), m_outcomes(items.size()) {
     std::iota(m_order.begin(), m_order.end(), std::size_t{0});
-    const auto copied =
-        std::ranges::stable_partition(m_order, [this](std::size_t i) { return m_unchanged[i] == nullptr; });
-    for (const std::size_t item : copied)
+    const auto copied = std::stable_partition(
+        m_order.begin(), m_order.end(), [this](std::size_t item) { return m_unchanged[item] == nullptr; });
+    m_added.assign(copied, m_order.end());
+    for (const std::size_t item : m_added)
         m_places[item] = m_writer.Reserve(m_items[item].item, *m_unchanged[item]);
-    m_added.assign(copied.begin(), copied.end());
 }
 
 std::vector<Outcome> Packer::Run() {

@@ -131,6 +131,7 @@ TEST_F(UnchangedTest, ListsTheInformationFileFirstWhateverChanged) {
     std::vector<PackageEntry> entries;
     ASSERT_TRUE(ListPackage(Package(), entries).ok);
     std::vector<std::wstring> names;
+    names.reserve(entries.size());
     for (const PackageEntry& entry : entries)
         names.push_back(entry.name);
     EXPECT_EQ(names, (std::vector<std::wstring>{L"mxinfo.ini", L"doc.txt", L"more\\0", L"more\\1", L"more\\2",
