@@ -18,8 +18,9 @@ protected:
         item.cchTextMax = room;
         const LRESULT length =
             SendMessageW(List(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-        EXPECT_EQ(static_cast<std::size_t>(length), std::wcslen(text.c_str()));
-        return text.c_str();
+        text.resize(std::wcslen(text.c_str()));
+        EXPECT_EQ(length, std::ssize(text));
+        return text;
     }
 
     std::string NarrowCell(int row, int column) const {
