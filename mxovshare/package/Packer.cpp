@@ -11,7 +11,7 @@ namespace mxovshare {
 namespace {
 
 // Small enough for the processor's cache.
-constexpr std::size_t kBuffer = std::size_t{256} << 10;
+constexpr std::size_t kBuffer = std::size_t{512} << 10;
 
 // Hands out the bytes of a stretch, a buffer at a time.
 template <typename Take>
@@ -102,8 +102,10 @@ Packer::Packer(ByteSink& sink, const ByteSource& written, const std::vector<Fold
 }
 
 std::vector<Outcome> Packer::Run() {
+    // Opening the files that are compared is waiting for the system more than work.
+    const unsigned more = m_added.empty() ? 0 : 2;
     RunJobs(
-        ProcessorCount(), [this] { return Next(); }, [this] { m_meter.Tell(); });
+        ProcessorCount() + more, [this] { return Next(); }, [this] { m_meter.Tell(); });
     m_writer.Finish(m_added);
     return std::move(m_outcomes);
 }
