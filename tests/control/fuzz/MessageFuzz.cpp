@@ -12,10 +12,10 @@
 
 namespace {
 
-constexpr size_t kHeapSlack = 0x10000; // window texts and properties that the messages themselves set
+constexpr size_t kHeapSlack = 0x2000; // what the messages themselves leave set in the system's libraries
 
-/// Messages that end the window or the program, wait for the user, or carry a pointer that the system itself
-/// follows: the sender of these is trusted everywhere.
+/// Messages that end the window or the program, wait for the user, or carry a pointer or a handle that the
+/// system itself follows: the sender of these is trusted everywhere.
 bool IsTrusted(UINT message) {
     constexpr UINT kTrusted[] = {WM_CREATE,
                                  WM_NCCREATE,
@@ -75,7 +75,9 @@ bool IsTrusted(UINT message) {
                                  WM_IME_KEYDOWN,
                                  WM_SYSKEYDOWN,
                                  WM_SYSCHAR,
-                                 WM_POWERBROADCAST};
+                                 WM_POWERBROADCAST,
+                                 WM_INPUTLANGCHANGEREQUEST, // the system keeps a block for each layout
+                                 WM_INPUTLANGCHANGE};
     return std::find(std::begin(kTrusted), std::end(kTrusted), message) != std::end(kTrusted) ||
            (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) ||
            (message >= WM_DDE_FIRST && message <= WM_DDE_LAST) ||

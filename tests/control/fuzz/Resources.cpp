@@ -28,9 +28,13 @@ void FillContextCache() {
 void MakeColourBrushes() {
     for (int colour = COLOR_SCROLLBAR; colour <= COLOR_MENUBAR; ++colour)
         GetSysColorBrush(colour);
-    const HDC screen = GetDC(nullptr); // the half-tone brush of scroll bars has no number
-    DefWindowProcW(GetDesktopWindow(), WM_CTLCOLORSCROLLBAR, reinterpret_cast<WPARAM>(screen), 0);
-    ReleaseDC(nullptr, screen);
+    // The half-tone brush of scroll bars has no number; a window of the process itself must ask.
+    const HWND window =
+        CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    const HDC context = GetDC(window);
+    DefWindowProcW(window, WM_CTLCOLORSCROLLBAR, reinterpret_cast<WPARAM>(context), 0);
+    ReleaseDC(window, context);
+    DestroyWindow(window);
 }
 
 /// User objects that can still be made tell how many there are.
