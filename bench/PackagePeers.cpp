@@ -124,8 +124,8 @@ std::optional<double> RunUnix(const PackageFolder& folder, const std::wstring& t
     const TempFolder work;
     const std::string script =
         "cd '" + unixFolder + "'; TARGET='" + UnixPath(target.substr(0, target.rfind(L'\\'))) + "/" +
-        Narrow(target.substr(target.rfind(L'\\') + 1)) + "'; a=$(date +%s%N); " + command +
-        " >/dev/null 2>&1; c=$?; echo \"$c $(($(date +%s%N)-a))\" >\"$0.part\"; "
+        Narrow(target.substr(target.rfind(L'\\') + 1)) + "'; a=$(date +%s%N); { " + command +
+        "; } >/dev/null 2>&1; c=$?; echo \"$c $(($(date +%s%N)-a))\" >\"$0.part\"; "
         "mv \"$0.part\" \"$0.done\"\n";
     const std::wstring path = work.Write(L"script", script);
     std::wstring line = L"Z:\\bin\\sh " + std::wstring(L"\"");

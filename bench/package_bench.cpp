@@ -150,9 +150,10 @@ void Peers(const PackageFolder& folder) {
     constexpr struct {
         const char* title;
         const char* command;
-    } kPeers[] = {{"zip", "zip -qr \"$TARGET\" . && mv \"$TARGET.zip\" \"$TARGET\""},
-                  {"gcab", "gcab -c -z \"$TARGET\" GCode/* ReferanceFiles/*"},
-                  {"7z, ZIP on all processors", "7z a -tzip \"$TARGET\" ."}};
+    } kPeers[] = {
+        {"zip", "zip -qr \"$TARGET\" . && mv \"$TARGET.zip\" \"$TARGET\""},
+        {"gcab", "gcab -c -z \"$TARGET\" GCode/* ReferanceFiles/*"},
+        {"7z, ZIP on all processors", "7z a -tzip \"$TARGET\" . && mv \"$TARGET.zip\" \"$TARGET\""}};
     for (const auto& [title, command] : kPeers) {
         DeleteFileW(target.c_str());
         const auto time = peers::RunUnix(folder, target, command);
