@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <map>
 #include <optional>
 #include <string_view>
@@ -163,11 +162,12 @@ bool DiffersFromPackage(const std::wstring& folder, const std::wstring& packageF
 
 std::vector<std::wstring> FindOpenDocuments(const std::wstring& folder) {
     std::vector<FolderFile> files = FilesBelow(folder);
-    const auto locks = std::ranges::partition(files, std::not_fn(IsLock), NameOf);
+    const auto firstLock = std::partition(files.begin(), files.end(),
+                                          [](const FolderFile& file) { return !IsLock(NameOf(file)); });
     std::vector<std::wstring> open;
-    for (const FolderFile& lock : locks) {
-        for (auto file = files.begin(); file != locks.begin(); ++file) {
-            if (FolderOf(file->name) == FolderOf(lock.name) && IsLockOf(NameOf(lock), NameOf(*file)))
+    for (auto lock = firstLock; lock != files.end(); ++lock) {
+        for (auto file = files.begin(); file != firstLock; ++file) {
+            if (FolderOf(file->name) == FolderOf(lock->name) && IsLockOf(NameOf(*lock), NameOf(*file)))
                 open.push_back(file->name);
         }
     }

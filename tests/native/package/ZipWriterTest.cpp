@@ -182,6 +182,7 @@ MemoryFile CopyPacked(const MemoryFile& old, const std::vector<ZipEntry>& entrie
     MemoryFile file;
     ZipWriter writer(file);
     std::vector<std::uint64_t> places;
+    places.reserve(entries.size());
     const auto renamed = [](const ZipEntry& entry) {
         return ZipItem{.name = "new/" + entry.name, .modified = {}, .attributes = 0};
     };
