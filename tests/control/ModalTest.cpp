@@ -9,6 +9,9 @@
 
 namespace {
 
+const std::wstring kPageText =
+    L"TODO: Place controls to manipulate properties of MXOVDocView Control on this dialog.";
+
 constexpr wchar_t kBoxTitle[] = L"Maxtrel Orvando Document Manager";
 constexpr wchar_t kPopupTitle[] = L"Document Properties";
 constexpr wchar_t kFrameTitle[] = L"MXOVDocView Control";
@@ -131,9 +134,9 @@ protected:
         EnumChildWindows(
             frame,
             [](HWND window, LPARAM parameter) -> BOOL {
-                wchar_t text[20] = L"";
+                wchar_t text[100] = L"";
                 GetWindowTextW(window, text, ARRAYSIZE(text));
-                if (std::wstring(text).starts_with(L"TODO: Place"))
+                if (text == kPageText)
                     *reinterpret_cast<HWND*>(parameter) = GetParent(window);
                 return TRUE;
             },
@@ -244,8 +247,7 @@ TEST_F(ModalTest, PropertiesShowThePageInTheSystemsFrame) {
         EXPECT_EQ(S_OK, container.DoVerb(verb));
         EXPECT_TRUE(driver.WasUp());
         EXPECT_TRUE(page) << "its dialog is inside the frame";
-        EXPECT_EQ(L"TODO: Place controls to manipulate properties of MXOVDocView Control on this dialog.",
-                  text);
+        EXPECT_EQ(kPageText, text);
         EXPECT_FALSE(IsWindow(page));
         EXPECT_TRUE(container.WasCalled("EnableModeless(1)"));
         container.ForgetCalls();
