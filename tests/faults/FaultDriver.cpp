@@ -2,7 +2,8 @@
 // fault_driver CONTROL ACTION FOLDER PACKAGE SOURCE [MODE TARGET]...
 //   ACTION: edit, attach, remove or save. Without a mode it acts once. Each MODE TARGET arms the faults of
 //   the control file before the first of two acts, on the next of the folders FOLDER-0, FOLDER-1, ... and
-//   packages alike, and one line tells how it went.
+//   packages alike, and one line tells how it went: calls that could be spoilt, whether one was, and the
+//   messages to the user of the first act and of the second.
 #include "mxovpackage.h"
 #include "package/Notice.h"
 
@@ -116,7 +117,7 @@ int wmain(int count, wchar_t** arguments) {
         const int first = notices;
         KeepState(next);
         Act(next, true);
-        std::printf("%d %d %d\n", after.fired, first, notices - first);
+        std::printf("%d %d %d %d\n", after.count, after.fired, first, notices - first);
     }
     return 0;
 }

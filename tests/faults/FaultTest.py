@@ -5,13 +5,16 @@ A library preloaded into Wine (Shim.c) spoils one chosen file system call of the
 afterwards is judged by Python alone.
 """
 import ctypes
+import itertools
 import mmap
 import os
 import pathlib
 import random
 import shutil
+import signal
 import subprocess
 import tempfile
+import typing
 import unittest
 import zipfile
 
@@ -19,7 +22,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
 DRIVER = BUILD / 'tests' / 'fault_driver.exe'
 COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY, FLUSH_ERROR = range(8)
-ACTIONS = ('edit', 'attach', 'remove', 'save')
+FEWEST_CALLS = 4  # of any action
 
 INFORMATION = (b'; by hand\r\n[FILEINFO]\r\nGCode=GCode\\a.nc\r\n[FILE_HISTORY_1]\r\nOperation=Created\r\n'
                b'[REFERANCE_FILE_1]\r\nDescription=old text\r\nFilePath=ReferanceFiles\\a.txt\r\n')
@@ -36,6 +39,23 @@ HISTORY = b'[FILE_HISTORY_'
 
 class Control(ctypes.Structure):
     _fields_ = [(name, ctypes.c_int32) for name in ('armed', 'target', 'mode', 'count', 'fired', 'victim')]
+
+
+class Outcome(typing.NamedTuple):
+    """What became of one run of the driver."""
+    code: int  # of its end; -9 when it was killed
+    lines: list
+    errors: str  # what it and Wine said besides
+    count: int  # how many calls it made of those that can be spoilt
+    fired: bool  # whether one was
+
+
+class Act(typing.NamedTuple):
+    """One line of the driver: two acts, the first of which a fault may have hit."""
+    calls: int  # of the first
+    fired: int
+    told: int  # messages to the user
+    told_again: int  # in the second act
 
 
 def windows(path):
@@ -82,14 +102,22 @@ class Laboratory:
         self.control.armed = 1
 
     def drive(self, action, folder, package, *faults):
-        """Runs the driver; gives its lines."""
-        environment = dict(self.environment, MXOV_FAULT_VICTIM='1')
-        run = subprocess.run(
-            ['wine', str(DRIVER), windows(self.control_file), action, windows(folder), windows(package),
-             windows(self.source), *map(str, faults)],
-            env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=300)
-        self.control.armed = 0
-        return run.stdout.decode().split('\r\n')[:-1]
+        """Runs the driver to its end."""
+        # A file, since what Wine starts in the background keeps a pipe open.
+        with open(self.home / 'errors.txt', 'w+', encoding='utf-8', errors='replace') as errors:
+            run = subprocess.run(
+                ['wine', str(DRIVER), windows(self.control_file), action, windows(folder), windows(package),
+                 windows(self.source), *map(str, faults)],
+                env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=errors, timeout=300,
+                preexec_fn=self.become_victim, check=False)
+            self.control.armed = 0
+            errors.seek(0)
+            return Outcome(run.returncode, run.stdout.decode().split('\r\n')[:-1], errors.read(), self.control.count,
+                           bool(self.control.fired))
+
+    def become_victim(self):
+        """Called in the new process, which Wine's loader replaces: no other program that Wine starts is meant."""
+        self.control.victim = os.getpid()
 
 
 def make_folder(folder, documents=None):
@@ -115,7 +143,8 @@ class FaultTest(unittest.TestCase):
         cls.package = cls.lab.home / 'old.mxov'
         template = cls.lab.home / 'template'
         make_folder(template)
-        assert cls.lab.drive('save', template, cls.package) == ['done 0']
+        outcome = cls.lab.drive('save', template, cls.package)
+        assert outcome.lines == ['done 0'], outcome
         cls.old_package = cls.package.read_bytes()
 
     def scene(self, number):
@@ -127,13 +156,21 @@ class FaultTest(unittest.TestCase):
         package.write_bytes(self.old_package)
         return folder, package
 
+    def expect_lines(self, outcome, lines):
+        self.assertEqual((outcome.code, outcome.lines), (0, lines), outcome)
+
+    def acts(self, outcome):
+        self.assertEqual(outcome.code, 0, outcome)
+        return [Act(*map(int, line.split())) for line in outcome.lines]
+
     def points(self, action):
-        """How many calls there are to spoil."""
+        """How many calls there are to spoil, this time."""
         folder, package = self.scene('count')
         self.lab.arm(COUNT, 0)
-        self.assertEqual(self.lab.drive(action, folder, package), ['done 0'])
-        self.assertGreaterEqual(self.lab.control.count, 4)
-        return self.lab.control.count
+        outcome = self.lab.drive(action, folder, package)
+        self.expect_lines(outcome, ['done 0'])
+        self.assertGreaterEqual(outcome.count, FEWEST_CALLS)
+        return outcome.count
 
     def check_information(self, action, content):
         if action != 'save':
@@ -180,55 +217,72 @@ class FaultTest(unittest.TestCase):
         else:
             self.assertEqual(contents(package)['mxinfo.ini'], information)
 
+    def check_done(self, action, folder, package):
+        """The action is done: nobody stopped it."""
+        information = (folder / 'mxinfo.ini').read_bytes()
+        if action == 'save':
+            self.assertTrue(self.check_package(package, information))
+        else:
+            self.assertEqual(information, {'edit': EDITED, 'attach': ATTACHED[-1], 'remove': REMOVED}[action])
+
     def kill_at_every_call(self, action):
-        count = self.points(action)
+        """The calls are not counted beforehand: their number may differ from run to run."""
         killed = 0
         for mode in (KILL, HALF_AND_KILL):
-            for target in range(1, count + 1):
+            for target in itertools.count(1):
                 folder, package = self.scene(killed)
                 self.lab.arm(mode, target)
-                lines = self.lab.drive(action, folder, package)
-                if not self.lab.control.fired:
-                    self.assertEqual(mode, HALF_AND_KILL, f'call {target} of {count} never came')
-                    shutil.rmtree(folder)
-                    continue
-                with self.subTest(action=action, mode=mode, target=target):
-                    self.assertEqual(lines, [])
-                    self.check_kept(action, folder, package)
-                killed += 1
-        self.assertGreater(killed, count)
+                outcome = self.lab.drive(action, folder, package)
+                with self.subTest(action=action, mode=mode, target=target, outcome=outcome):
+                    if outcome.fired:
+                        self.assertEqual((outcome.code, outcome.lines), (-signal.SIGKILL, []))
+                        self.check_kept(action, folder, package)
+                        killed += 1
+                        continue
+                    self.expect_lines(outcome, ['done 0'])
+                    self.check_done(action, folder, package)
+                    # Half of it is only done of calls that write.
+                    self.assertTrue(outcome.count < target or mode == HALF_AND_KILL)
+                shutil.rmtree(folder)
+                if outcome.count < target:
+                    break
+        self.assertGreater(killed, FEWEST_CALLS)
         # The next program that writes there cleans up.
         place = folder.parent
-        lines = self.lab.drive(action, place / 'folder', place / 'p.mxov', *(COUNT, 0) * killed)
-        self.assertEqual(lines, ['0 0 0'] * killed)
+        outcome = self.lab.drive(action, place / 'folder', place / 'p.mxov', *(COUNT, 0) * killed)
+        self.assertEqual([act[1:] for act in self.acts(outcome)], [(0, 0, 0)] * killed)
         for number in range(killed):
             with self.subTest(action=action, number=number):
                 self.check_clean(action, place / f'folder-{number}', place / f'p.mxov-{number}')
-        print(f'{action}: {count} calls, killed {killed} times', end=' ... ', flush=True)
+        print(f'{action}: killed {killed} times', end=' ... ', flush=True)
 
     def fail_at_every_call(self, action):
-        count = self.points(action)
-        faults = [(mode, target) for mode in (NO_SPACE, IO_ERROR, SHORT) for target in range(1, count + 1)]
+        # A run may need more calls than the one that counts; the last faults come to nothing.
+        most = self.points(action) + 8
+        faults = [(mode, target) for mode in (NO_SPACE, IO_ERROR, SHORT) for target in range(1, most + 1)]
         faults.append((READ_ONLY, 0))
         for number in range(len(faults)):
             place = self.scene(number)[0].parent
-        lines = self.lab.drive(action, place / 'folder', place / 'p.mxov', *(word for fault in faults for word in fault))
-        self.assertEqual(len(lines), len(faults))
-        print(f'{action}: {count} calls, {len(faults)} faults', end=' ... ', flush=True)
-        for number, (fault, line) in enumerate(zip(faults, lines)):
-            with self.subTest(action=action, fault=fault):
-                fired, told, told_again = map(int, line.split())
-                self.assertTrue(fired or fault[0] == SHORT)
+        outcome = self.lab.drive(action, place / 'folder', place / 'p.mxov', *(word for fault in faults for word in fault))
+        acts = self.acts(outcome)
+        self.assertEqual(len(acts), len(faults), outcome)
+        print(f'{action}: {sum(act.fired for act in acts)} faults', end=' ... ', flush=True)
+        for number, (fault, act) in enumerate(zip(faults, acts)):
+            mode, target = fault
+            with self.subTest(action=action, fault=fault, act=act):
+                # Only calls that write are cut short.
+                self.assertTrue(act.fired or mode == SHORT or act.calls < target)
+                self.assertFalse(act.fired and target == most, 'there are more calls')
                 folder, package = place / f'folder-{number}', place / f'p.mxov-{number}'
                 information = pathlib.Path(f'{folder}.first.ini').read_bytes()
                 self.check_information(action, information)
                 saved = self.check_package(pathlib.Path(f'{package}.first'), information)
                 if action == 'save':
-                    self.assertEqual(told, 0 if saved else 1)
+                    self.assertEqual(act.told, 0 if saved else 1)
                     self.assertEqual(information == INFORMATION, not saved)
-                if fault[0] == READ_ONLY:
+                if mode == READ_ONLY:
                     self.assertEqual(information, INFORMATION)
-                self.assertEqual(told_again, 0)
+                self.assertEqual(act.told_again, 0)
                 self.check_clean(action, folder, package)
 
     def test_a_program_that_dies_while_it_edits(self):
@@ -263,10 +317,10 @@ class FaultTest(unittest.TestCase):
             (folder / 'large.bin').write_bytes(large)
         place = folder.parent
         faults = [word for target in range(1, 9) for word in (FLUSH_ERROR, target)]
-        lines = self.lab.drive('save', place / 'folder', place / 'p.mxov', *faults)
+        outcome = self.lab.drive('save', place / 'folder', place / 'p.mxov', *faults)
         # Three while the package is being written, one when it is, one before it is replaced; then the information
         # file's, whose text goes out again without one word.
-        self.assertEqual(lines, ['1 1 0'] * 5 + ['1 0 0'] + ['0 0 0'] * 2)
+        self.assertEqual([act[1:] for act in self.acts(outcome)], [(1, 1, 0)] * 5 + [(1, 0, 0)] + [(0, 0, 0)] * 2)
         for number in range(8):
             first = pathlib.Path(f'{place / "p.mxov"}-{number}.first').read_bytes()
             self.assertEqual(first == self.old_package, number < 5)
@@ -283,7 +337,7 @@ class FaultTest(unittest.TestCase):
         package.write_bytes(self.old_package)
         folder = self.lab.home / 'large'
         make_folder(folder, {**DOCUMENTS, 'large.bin': random.Random(4).randbytes(600_000)})
-        self.assertEqual(self.lab.drive('save', folder, package), ['done 1'])
+        self.expect_lines(self.lab.drive('save', folder, package), ['done 1'])
         self.assertEqual(package.read_bytes(), self.old_package)
         self.assertEqual(list(small.iterdir()), [package])
         self.assertEqual((folder / 'mxinfo.ini').read_bytes(), INFORMATION)
@@ -302,7 +356,7 @@ class FaultTest(unittest.TestCase):
         (small / 'filler').unlink()
         self.lab.drive('edit', inside, package)
         self.assertEqual((inside / 'mxinfo.ini').read_bytes(), EDITED)
-        self.assertEqual(self.lab.drive('save', inside, package), ['done 0'])
+        self.expect_lines(self.lab.drive('save', inside, package), ['done 0'])
         self.assertIn('a.txt', contents(package))
 
     def test_a_folder_that_vanished(self):
@@ -311,7 +365,7 @@ class FaultTest(unittest.TestCase):
         for action in ('edit', 'remove'):
             self.lab.drive(action, folder, package)
             self.assertFalse(folder.exists())
-        self.assertEqual(self.lab.drive('save', folder, package), ['done 1'])
+        self.expect_lines(self.lab.drive('save', folder, package), ['done 1'])
         self.assertEqual(package.read_bytes(), self.old_package)
         self.assertFalse(folder.exists())
 
