@@ -1,8 +1,8 @@
 // The control's state through its four ways of keeping it.
 #include "ControlObject.h"
+#include "PropertyBag.h"
 
 #include <algorithm>
-#include <map>
 
 namespace {
 
@@ -52,28 +52,6 @@ protected:
     }
 
     ComPtr<IUnknown> saved;
-};
-
-/// Keeps named values; lives on the stack.
-class Bag final : public IPropertyBag {
-public:
-    ~Bag() {
-        for (auto& [name, value] : values)
-            VariantClear(&value);
-    }
-    STDMETHODIMP QueryInterface(REFIID, void** object) override {
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
-    STDMETHODIMP Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override {
-        const auto found = values.find(name);
-        return found == values.end() ? E_INVALIDARG : VariantCopy(value, &found->second);
-    }
-    STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override { return VariantCopy(&values[name], value); }
-
-    std::map<std::wstring, VARIANT> values;
 };
 
 ComPtr<IStream> Stream(const std::vector<BYTE>& bytes = {}) {
@@ -132,7 +110,7 @@ TEST_F(PersistenceTest, StorageWithoutTheStateIsRefused) {
 }
 
 TEST_F(PersistenceTest, PropertyBagRoundTrip) {
-    Bag bag;
+    PropertyBag bag;
     ASSERT_EQ(S_OK, As<IPersistPropertyBag>(saved.Get(), IID_IPersistPropertyBag)->Save(&bag, TRUE, TRUE));
     EXPECT_EQ(1U, bag.values.count(L"_Version"));
     const auto control = CreateControl();
@@ -141,7 +119,7 @@ TEST_F(PersistenceTest, PropertyBagRoundTrip) {
 }
 
 TEST_F(PersistenceTest, EmptyPropertyBagGivesADefaultControl) {
-    Bag bag;
+    PropertyBag bag;
     const SIZEL initial = Extent(CreateControl().Get());
     EXPECT_EQ(S_OK, As<IPersistPropertyBag>(saved.Get(), IID_IPersistPropertyBag)->Load(&bag, nullptr));
     EXPECT_EQ(initial.cx, Extent(saved.Get()).cx);
@@ -170,7 +148,7 @@ TEST_F(PersistenceTest, StateOfAnotherVersionIsRefused) {
         EXPECT_NE(kExtent.cx, Extent(control.Get()).cx);
         EXPECT_TRUE(
             FAILED(As<IPersistStreamInit>(control.Get(), IID_IPersistStreamInit)->Load(Stream(bytes).Get())));
-        Bag bag;
+        PropertyBag bag;
         Value number(static_cast<LONG>(other));
         bag.Write(L"_Version", &number.Get());
         EXPECT_TRUE(

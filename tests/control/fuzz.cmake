@@ -10,7 +10,6 @@ add_executable(control_fuzz
     fuzz/Main.cpp
     fuzz/MessageFuzz.cpp
     fuzz/Progress.cpp
-    fuzz/Resources.cpp
     ../support/MockContainer.cpp)
 target_include_directories(control_fuzz PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(control_fuzz PRIVATE test_support gtest warnings comctl32 gdi32 ntdll ole32 oleaut32 uuid)

@@ -1,33 +1,7 @@
 #include "OleTestControl.h"
-
-#include <map>
+#include "PropertyBag.h"
 
 namespace {
-
-/// A property bag in memory.
-class Bag final : public IPropertyBag {
-public:
-    STDMETHODIMP QueryInterface(REFIID, void** object) override {
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
-    STDMETHODIMP Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override {
-        const auto found = values.find(name);
-        return found == values.end() ? E_INVALIDARG : ::VariantCopy(value, &found->second);
-    }
-    STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override {
-        return ::VariantCopy(&values[name], value);
-    }
-    ~Bag() {
-        for (auto& [name, value] : values) {
-            ::VariantClear(&value);
-        }
-    }
-
-    std::map<std::wstring, VARIANT> values;
-};
 
 class ControlPersistTest : public OleTest {
 protected:
@@ -136,7 +110,7 @@ TEST_F(ControlPersistTest, StorageKeepsEverything) {
 }
 
 TEST_F(ControlPersistTest, BagKeepsEverythingAndLeavesDefaultsOut) {
-    Bag bag;
+    PropertyBag bag;
     {
         const OlePtr<IUnknown> control = Changed();
         CTestControl::last->count = 5;
@@ -154,7 +128,7 @@ TEST_F(ControlPersistTest, BagKeepsEverythingAndLeavesDefaultsOut) {
 }
 
 TEST_F(ControlPersistTest, WhatABagLeavesOutHasItsDefault) {
-    Bag bag;
+    PropertyBag bag;
     bag.values[L"Count"] = VARIANT{};
     bag.values[L"Count"].vt = VT_BSTR; // as pages written by hand give numbers
     bag.values[L"Count"].bstrVal = ::SysAllocString(L"12");
@@ -186,7 +160,7 @@ TEST_F(ControlPersistTest, DataOfAnotherVersionIsRefused) {
         EXPECT_EQ(E_FAIL, Stream(control)->Load(stream.Get()));
         ExpectDefaults();
     }
-    Bag bag;
+    PropertyBag bag;
     bag.values[L"_Version"].vt = VT_I4;
     bag.values[L"_Version"].lVal = 0x20000;
     const OlePtr<IUnknown> control = CreateControl();

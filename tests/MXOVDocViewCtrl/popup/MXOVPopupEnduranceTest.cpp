@@ -23,10 +23,7 @@ int WantedCycles() {
 }
 
 void Print(const char* what, int count, const ProcessResources& grown) {
-    std::printf("%d cycles of the %s: GDI objects %+d, handles %+d, user objects %+d, heap %+lld bytes in "
-                "%+lld blocks\n",
-                count, what, grown.gdiObjects, grown.handles, grown.userObjects,
-                static_cast<long long>(grown.heapBytes), static_cast<long long>(grown.heapBlocks));
+    std::printf("%d cycles of the %s: %s\n", count, what, grown.Text().c_str());
 }
 
 class Cycles : public PopupFixture {
@@ -93,7 +90,7 @@ TEST(MXOVPopupEnduranceTest, CyclesLeaveNothingButTheirHooks) {
         const ProcessResources grown = ProcessResources::Count() - before;
         Print("template alone", count / kTemplateShare, platform);
         Print("popup", count, grown);
-        EXPECT_LE(grown.gdiObjects, kToleratedObjects);
+        EXPECT_LE(grown.AllGdiObjects(), kToleratedObjects);
         EXPECT_LE(grown.handles, kToleratedObjects);
         EXPECT_LE(grown.heapBytes - platform.heapBytes * kTemplateShare, kToleratedBytes);
         EXPECT_NEAR(grown.userObjects, count, kToleratedObjects) << "one hook for each popup and no more";

@@ -1,20 +1,21 @@
 #include "Fuzz.h"
 #include "HostedControl.h"
 #include "PackageBuilder.h"
+#include "ProcessResources.h"
 #include "Progress.h"
-#include "Resources.h"
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
 
 constexpr uint64_t kWarmUp = 100;
 constexpr uint64_t kReportEvery = 1000;
-constexpr uint64_t kBareWarmUp = 10;
-constexpr uint64_t kBareCycles = 50;
-constexpr size_t kHeapSlack = 0x800; // of the system's caches, however many cycles there are
+constexpr int kBareWarmUp = 10;
+constexpr int kBareCycles = 50;
+constexpr std::int64_t kHeapSlack = 0x800; // of the system's caches, however many cycles there are
 constexpr int kPopupTemplate = 216;
 constexpr int kManifest = 2; // of a module that brings its own
 
@@ -82,10 +83,10 @@ private:
 };
 
 /// The popup's dialog template alone, without the control's code.
-void BareCycles(HMODULE module, uint64_t count) {
+void BareCycles(HMODULE module, int count) {
     const ModuleControls controls(module);
-    for (uint64_t cycle = 0; cycle < count; ++cycle) {
-        BeginStep("bare cycle", cycle);
+    for (int cycle = 0; cycle < count; ++cycle) {
+        BeginStep("bare cycle", static_cast<uint64_t>(cycle));
         const HWND dialog =
             CreateDialogParamW(module, MAKEINTRESOURCEW(kPopupTemplate), nullptr, HandleNothing, 0);
         if (!dialog)
@@ -98,12 +99,12 @@ void BareCycles(HMODULE module, uint64_t count) {
 
 /// The bytes that the platform's controls themselves leave on the heap for each popup: under Wine a static
 /// control keeps 24 bytes of every window that was given a font.
-size_t PlatformBytes(HMODULE module) {
+std::int64_t PlatformBytes(HMODULE module) {
     BareCycles(module, kBareWarmUp);
-    const Resources before = Resources::Count();
+    const ProcessResources before = ProcessResources::Count();
     BareCycles(module, kBareCycles);
-    const Resources after = Resources::Count();
-    return after.heapBytes > before.heapBytes ? (after.heapBytes - before.heapBytes) / kBareCycles : 0;
+    const std::int64_t grown = (ProcessResources::Count() - before).heapBytes;
+    return std::max<std::int64_t>(0, grown) / kBareCycles;
 }
 
 } // namespace
@@ -115,10 +116,10 @@ std::string RunCycles(uint64_t count, Plant plant) {
         BeginStep("warm-up", cycle);
         OneCycle(package, Plant::kNone);
     }
-    const size_t platform = PlatformBytes(module.Handle());
-    std::printf("platform: %zu bytes for each popup\n", platform);
+    const std::int64_t platform = PlatformBytes(module.Handle());
+    std::printf("platform: %lld bytes for each popup\n", static_cast<long long>(platform));
     std::fflush(stdout);
-    const Resources start = Resources::Count();
+    const ProcessResources start = ProcessResources::Count();
     std::string growth;
     for (uint64_t cycle = kWarmUp; cycle < count && growth.empty(); ++cycle) {
         BeginStep("cycle", cycle);
@@ -126,12 +127,12 @@ std::string RunCycles(uint64_t count, Plant plant) {
         const uint64_t popups = cycle + 1 - kWarmUp;
         if (popups % kReportEvery && cycle + 1 != count)
             continue;
-        Resources expected = start;
+        ProcessResources expected = start;
         expected.userObjects += static_cast<int>(popups); // the mouse hook that stays, as it is meant to
-        expected.heapBytes += popups * platform;
-        const Resources now = Resources::Count();
+        expected.heapBytes += static_cast<std::int64_t>(popups) * platform;
+        const ProcessResources now = ProcessResources::Count();
         growth = now.GrowthSince(expected, kHeapSlack);
-        std::printf("%llu cycles from the %lluth on: %s\n", popups, kWarmUp, now.Difference(start).c_str());
+        std::printf("%llu cycles from the %lluth on: %s\n", popups, kWarmUp, (now - start).Text().c_str());
         std::fflush(stdout);
     }
     return growth;

@@ -2,8 +2,8 @@
 #include "HostedControl.h"
 #include "InvokeValues.h"
 #include "PackageBuilder.h"
+#include "ProcessResources.h"
 #include "Progress.h"
-#include "Resources.h"
 
 #include <commctrl.h>
 
@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr size_t kHeapSlack = 0x1000; // of caches inside the system's own libraries
+constexpr std::int64_t kHeapSlack = 0x1000; // of caches inside the system's own libraries
 constexpr uint64_t kWarmUp = 20000;
 constexpr uint64_t kPumpEvery = 10000;
 // What reads a folder or touches every list costs as much as hundreds of refused calls.
@@ -180,10 +180,10 @@ private:
 std::string FuzzInvoke(uint64_t count, uint32_t seed, Plant plant) {
     InvokeFuzz fuzz(seed);
     fuzz.Hammer(kWarmUp);
-    const Resources before = Resources::Count();
+    const ProcessResources before = ProcessResources::Count();
     fuzz.Hammer(count);
     Spring(plant);
-    std::string growth = Resources::Count().GrowthSince(before, kHeapSlack);
+    std::string growth = ProcessResources::Count().GrowthSince(before, kHeapSlack);
     fuzz.Report();
     return growth;
 }

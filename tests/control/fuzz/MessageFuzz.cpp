@@ -1,8 +1,8 @@
 #include "Fuzz.h"
 #include "HostedControl.h"
 #include "PackageBuilder.h"
+#include "ProcessResources.h"
 #include "Progress.h"
-#include "Resources.h"
 
 #include <commctrl.h>
 #include <dde.h>
@@ -12,7 +12,8 @@
 
 namespace {
 
-constexpr size_t kHeapSlack = 0x2000; // what the messages themselves leave set in the system's libraries
+constexpr std::int64_t kHeapSlack =
+    0x2000; // what the messages themselves leave set in the system's libraries
 
 /// Messages that end the window or the program, wait for the user, or carry a pointer or a handle that the
 /// system itself follows: the sender of these is trusted everywhere.
@@ -149,7 +150,7 @@ std::string FuzzMessages(uint64_t count, uint32_t seed, Plant plant) {
         Spring(plant);
     };
     hammer(count / 20 + 1);
-    const Resources before = Resources::Count();
+    const ProcessResources before = ProcessResources::Count();
     hammer(count);
-    return Resources::Count().GrowthSince(before, kHeapSlack);
+    return ProcessResources::Count().GrowthSince(before, kHeapSlack);
 }

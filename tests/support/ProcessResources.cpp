@@ -1,4 +1,4 @@
-#include "Resources.h"
+#include "ProcessResources.h"
 
 #include "GdiObjectCount.h"
 
@@ -75,51 +75,68 @@ int Handles() {
     return count;
 }
 
-size_t HeapBytes() {
+void CountHeaps(std::int64_t& bytes, std::int64_t& blocks) {
     constexpr DWORD kMost = 64;
     std::array<HANDLE, kMost> heaps = {};
     const DWORD count = GetProcessHeaps(kMost, heaps.data());
-    size_t bytes = 0;
     for (DWORD i = 0; i < count && i < kMost; ++i) {
         PROCESS_HEAP_ENTRY entry = {};
         HeapLock(heaps[i]);
-        while (HeapWalk(heaps[i], &entry))
-            bytes += entry.wFlags & PROCESS_HEAP_ENTRY_BUSY ? entry.cbData : 0;
+        while (HeapWalk(heaps[i], &entry)) {
+            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) {
+                bytes += entry.cbData;
+                ++blocks;
+            }
+        }
         HeapUnlock(heaps[i]);
     }
-    return bytes;
 }
 
 } // namespace
 
-Resources Resources::Count() {
+ProcessResources ProcessResources::Count() {
     FillContextCache();
     MakeColourBrushes();
-    return {GdiObjectsByType(), UserObjects(), Handles(), HeapBytes()};
+    ProcessResources held = {
+        .gdiObjects = GdiObjectsByType(), .userObjects = UserObjects(), .handles = Handles()};
+    CountHeaps(held.heapBytes, held.heapBlocks);
+    return held;
 }
 
-std::string Resources::Difference(const Resources& before) const {
-    const auto sum = [](const Resources& counts) {
-        return std::accumulate(counts.gdiObjects.begin(), counts.gdiObjects.end(), 0);
-    };
+ProcessResources ProcessResources::operator-(const ProcessResources& before) const {
+    ProcessResources grown = *this;
+    for (size_t type = 0; type < gdiObjects.size(); ++type)
+        grown.gdiObjects[type] -= before.gdiObjects[type];
+    grown.userObjects -= before.userObjects;
+    grown.handles -= before.handles;
+    grown.heapBytes -= before.heapBytes;
+    grown.heapBlocks -= before.heapBlocks;
+    return grown;
+}
+
+int ProcessResources::AllGdiObjects() const {
+    return std::accumulate(gdiObjects.begin(), gdiObjects.end(), 0);
+}
+
+std::string ProcessResources::Text() const {
     char words[160];
-    std::snprintf(words, sizeof words, "GDI objects %+d, user objects %+d, handles %+d, heap bytes %+lld",
-                  sum(*this) - sum(before), userObjects - before.userObjects, handles - before.handles,
-                  static_cast<long long>(heapBytes) - static_cast<long long>(before.heapBytes));
+    std::snprintf(words, sizeof words,
+                  "GDI objects %+d, user objects %+d, handles %+d, heap %+lld bytes in %+lld blocks",
+                  AllGdiObjects(), userObjects, handles, static_cast<long long>(heapBytes),
+                  static_cast<long long>(heapBlocks));
     return words;
 }
 
-std::string Resources::GrowthSince(const Resources& before, size_t slack) const {
+std::string ProcessResources::GrowthSince(const ProcessResources& before, std::int64_t slack) const {
     std::string growth;
-    const auto note = [&](const char* what, size_t then, size_t now) {
+    const auto note = [&](const std::string& what, std::int64_t then, std::int64_t now) {
         if (now > then)
-            growth += std::string(what) + ": " + std::to_string(then) + " to " + std::to_string(now) + "; ";
+            growth += what + ": " + std::to_string(then) + " to " + std::to_string(now) + "; ";
     };
     for (size_t type = 0; type < gdiObjects.size(); ++type)
-        note(("GDI objects of type " + std::to_string(type)).c_str(),
-             static_cast<size_t>(before.gdiObjects[type]), static_cast<size_t>(gdiObjects[type]));
-    note("user objects", static_cast<size_t>(before.userObjects), static_cast<size_t>(userObjects));
-    note("handles", static_cast<size_t>(before.handles), static_cast<size_t>(handles));
+        note("GDI objects of type " + std::to_string(type), before.gdiObjects[type], gdiObjects[type]);
+    note("user objects", before.userObjects, userObjects);
+    note("handles", before.handles, handles);
     if (heapBytes > before.heapBytes + slack)
         note("heap bytes", before.heapBytes, heapBytes);
     return growth;
