@@ -1,5 +1,6 @@
 #include "MXOVDocViewCtrl.h"
 
+#include "MXOVDocViewApp.h"
 #include "MXOVDocViewPropPage.h"
 #include "package/PackageInformation.h"
 
@@ -7,8 +8,6 @@
 
 namespace {
 
-constexpr WORD kMajorVersion = 1;
-constexpr WORD kMinorVersion = 0;
 constexpr int kInitialWidth = 371; // pixels of the dialog template with the usual dialog font
 constexpr int kInitialHeight = 475;
 constexpr DWORD kMiscStatus = OLEMISC_SETCLIENTSITEFIRST | OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_INSIDEOUT |

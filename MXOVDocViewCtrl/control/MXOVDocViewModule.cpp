@@ -20,13 +20,6 @@ RecordList gCodeRecords;
 RecordList setupSheetRecords;
 RecordList additionalRecords;
 
-namespace {
-
-constexpr WORD kMajorVersion = 1;
-constexpr WORD kMinorVersion = 0;
-
-} // namespace
-
 STDAPI DllRegisterServer() {
     AFX_MANAGE_STATE(AfxGetStaticModuleState());
     if (!AfxOleRegisterTypeLib(AfxGetInstanceHandle(), LIBID_MXOVDocViewLib)) {
