@@ -6,8 +6,14 @@ add_link_options(-static -fstack-protector-strong -Wl,--no-insert-timestamp -Wl,
 set(CMAKE_RC_FLAGS "-c 65001")
 set(MXOV_BIN ${MXOV_BUILD}/bin)
 
+# Gives a library or program a stack guard that is drawn without loading other libraries.
+function(mxov_stack_guard target)
+    target_sources(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/StackGuard.c)
+endfunction()
+
 # Puts a delivered file into the bin folder, stripped; its symbols stay beside the object files.
 function(mxov_deliver target)
+    mxov_stack_guard(${target})
     set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MXOV_BIN} PREFIX "")
     add_custom_command(TARGET ${target} POST_BUILD
         COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}>

@@ -13,5 +13,10 @@ foreign=$(x86_64-w64-mingw32-objdump -p "$control" | sed -n 's/^\s*DLL Name: //p
 exports=$(x86_64-w64-mingw32-objdump -p "$control" | sed -n '/Ordinal\/Name Pointer/,/^$/p' | grep -oE 'Dll[A-Za-z]+' | sort | tr '\n' ' ')
 [ "$exports" = 'DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer ' ] ||
     { echo "FAILED: exports $exports"; failures=$((failures + 1)); }
+# A stack guard drawn by a cryptographic provider loads three more libraries at the start of every host.
+for file in "$control" "$MXOV_BUILD/bin/mxovshare.dll"; do
+    ! x86_64-w64-mingw32-objdump -p "$file" | grep -q 'CryptAcquireContext' ||
+        { echo "FAILED: ${file##*/} opens a cryptographic provider"; failures=$((failures + 1)); }
+done
 echo "$size bytes, $failures failed"
 [ "$failures" -eq 0 ]
