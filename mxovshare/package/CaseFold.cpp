@@ -20,9 +20,11 @@ constexpr CaseRange kCaseRanges[] = {
 #include "package/CaseFoldTable.inc"
 };
 
+char FoldAscii(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - ('a' - 'A')) : character;
+}
+
 char32_t FoldCharacter(char32_t character) {
-    if (character < 0x80)
-        return character >= 'a' && character <= 'z' ? character - ('a' - 'A') : character;
     const auto* range = std::lower_bound(std::begin(kCaseRanges), std::end(kCaseRanges), character,
                                          [](const CaseRange& r, char32_t c) { return r.last < c; });
     if (range == std::end(kCaseRanges) || character < range->first ||
@@ -36,12 +38,18 @@ char32_t FoldCharacter(char32_t character) {
 std::string FoldCase(std::string_view text) {
     std::string folded;
     folded.reserve(text.size());
-    while (!text.empty()) {
+    while (true) {
+        const std::size_t ascii = AsciiLength(text);
+        const auto begin = static_cast<std::ptrdiff_t>(folded.size());
+        folded.append(text.substr(0, ascii));
+        std::transform(folded.begin() + begin, folded.end(), folded.begin() + begin, FoldAscii);
+        text.remove_prefix(ascii);
+        if (text.empty())
+            return folded;
         const Utf8Character next = DecodeUtf8(text);
         AppendUtf8(folded, FoldCharacter(next.code));
         text.remove_prefix(next.length);
     }
-    return folded;
 }
 
 } // namespace mxovshare

@@ -30,9 +30,14 @@ PackageEntry Describe(const ZipEntry& entry) {
     return description;
 }
 
+// Whether a name is `folded` but for case, which is plain ASCII. No character takes more than four bytes.
+bool IsSameFolded(std::string_view name, std::string_view folded) {
+    return name.size() <= 4 * folded.size() && FoldCase(name) == folded;
+}
+
 const ZipEntry* FindFile(const std::vector<ZipEntry>& entries, std::string_view folded) {
     const auto found = std::ranges::find_if(entries, [folded](const ZipEntry& entry) {
-        return !entry.isFolder && FoldCase(entry.name) == folded;
+        return !entry.isFolder && IsSameFolded(entry.name, folded);
     });
     return found != entries.end() ? &*found : nullptr;
 }

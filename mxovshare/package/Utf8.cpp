@@ -1,5 +1,8 @@
 #include "package/Utf8.h"
 
+#include <cstdint>
+#include <cstring>
+
 namespace mxovshare {
 
 namespace {
@@ -45,8 +48,21 @@ Utf8Character DecodeUtf8(std::string_view text) {
     return {code, length, true};
 }
 
+std::size_t AsciiLength(std::string_view text) {
+    constexpr std::uint64_t kOthers = 0x8080808080808080;
+    std::size_t length = 0;
+    for (std::uint64_t word = 0; length + sizeof word <= text.size(); length += sizeof word) {
+        std::memcpy(&word, text.data() + length, sizeof word);
+        if ((word & kOthers) != 0)
+            break;
+    }
+    while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80)
+        ++length;
+    return length;
+}
+
 bool IsUtf8(std::string_view text) {
-    while (!text.empty()) {
+    for (text.remove_prefix(AsciiLength(text)); !text.empty(); text.remove_prefix(AsciiLength(text))) {
         const Utf8Character next = DecodeUtf8(text);
         if (!next.valid)
             return false;

@@ -16,6 +16,9 @@ struct Utf8Character {
 /// The first character of `text`, which must not be empty.
 Utf8Character DecodeUtf8(std::string_view text);
 
+/// Number of bytes in front of the first character that is not ASCII.
+std::size_t AsciiLength(std::string_view text);
+
 bool IsUtf8(std::string_view text);
 
 /// Number of UTF-16 units of valid UTF-8.

@@ -106,6 +106,17 @@ class HostileMemoryTest(unittest.TestCase):
         entries = [(b'a/' * 15_000 + b'%06d' % i, 0, b'', 0, 0) for i in range(500)]
         self.expect(1, 'leads through', entries + [(b'../x', 0, b'', 0, 0)])
 
+    def test_deep_folders_of_a_sound_package(self):
+        entries = [(b'a/' * 15_000 + b'%06d' % (i * 7919 % 500), 0, b'', 0, 0) for i in range(500)]
+        self.expect(0, 'no information', entries, commands=('check',))
+
+    def test_as_many_documents_as_ten_thousand(self):
+        information = b''.join(b'[REFERANCE_FILE_%d]\r\nIsReferencedFile=NO\r\nFilePath=ReferanceFiles\\%d.txt\r\n' %
+                               (i, i) for i in range(10_000))
+        entries = [(b'mxinfo.ini', len(information), information, zlib.crc32(information), 0)]
+        entries += [(b'ReferanceFiles/%d.txt' % i, 0, b'', 0, 0) for i in range(10_000)]
+        self.expect(0, '', entries, commands=('check',))
+
 
 if __name__ == '__main__':
     unittest.main(verbosity=2)

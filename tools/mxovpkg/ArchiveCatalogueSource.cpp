@@ -2,16 +2,29 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 #include <optional>
+#include <string_view>
 
 namespace {
 
-bool IsEqual(const std::wstring& left, const std::wstring& right) {
-    return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_EQUAL;
+// Compares names as the file system does. What both begin with is passed over first: hostile names have much
+// of that in common.
+int Compare(std::wstring_view left, std::wstring_view right) {
+    const auto [differing, other] = std::ranges::mismatch(left, right);
+    left.remove_prefix(static_cast<std::size_t>(differing - left.begin()));
+    right.remove_prefix(static_cast<std::size_t>(other - right.begin()));
+    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
+                                static_cast<int>(right.size()), TRUE) -
+           CSTR_EQUAL;
 }
 
-bool HasPrefix(const std::wstring& text, const std::wstring& prefix) {
-    return text.size() >= prefix.size() && IsEqual(text.substr(0, prefix.size()), prefix);
+bool IsBefore(std::wstring_view left, std::wstring_view right) {
+    return Compare(left, right) < 0;
+}
+
+bool HasPrefix(std::wstring_view text, std::wstring_view prefix) {
+    return Compare(text.substr(0, prefix.size()), prefix) == 0;
 }
 
 // The path inside the package with single separators; none for a path that lies elsewhere.
@@ -39,32 +52,29 @@ bool IsFullPath(const std::wstring& path) {
 
 const std::wstring ArchiveCatalogueSource::kFolder = L"<package>\\";
 
-bool ArchiveCatalogueSource::ByName::operator()(const std::wstring& left, const std::wstring& right) const {
-    return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_LESS_THAN;
+ArchiveCatalogueSource::ArchiveCatalogueSource(std::vector<mxovshare::PackageEntry> entries,
+                                               std::vector<mxovshare::InformationSection> sections)
+    : m_entries(std::move(entries)), m_sections(std::move(sections)), m_sectionsByName(m_sections.size()) {
+    std::ranges::sort(m_entries, IsBefore, &mxovshare::PackageEntry::name);
+    std::iota(m_sectionsByName.begin(), m_sectionsByName.end(), std::size_t{0});
+    std::ranges::sort(m_sectionsByName, IsBefore,
+                      [this](std::size_t number) -> const std::wstring& { return m_sections[number].name; });
 }
 
-ArchiveCatalogueSource::ArchiveCatalogueSource(const std::vector<mxovshare::PackageEntry>& entries,
-                                               std::vector<mxovshare::InformationSection> sections)
-    : m_sections(std::move(sections)) {
-    for (const mxovshare::PackageEntry& entry : entries) {
-        m_files[entry.name] = {
-            .exists = true, .isFolder = entry.isFolder, .size = entry.size, .lastWrite = entry.modified};
-        for (std::size_t cut = entry.name.rfind(L'\\'); cut != std::wstring::npos && cut > 0;
-             cut = entry.name.rfind(L'\\', cut - 1))
-            m_files.try_emplace(entry.name.substr(0, cut), FileStatus{.exists = true, .isFolder = true});
-    }
+ArchiveCatalogueSource::Entries::const_iterator
+ArchiveCatalogueSource::LowerBound(const std::wstring& path) const {
+    return std::ranges::lower_bound(m_entries, path, IsBefore, &mxovshare::PackageEntry::name);
 }
 
 std::wstring ArchiveCatalogueSource::Value(const std::wstring& section, const std::wstring& key) const {
-    for (const mxovshare::InformationSection& candidate : m_sections) {
-        if (!IsEqual(candidate.name, section))
-            continue;
-        const auto value = std::ranges::find_if(
-            candidate.values, [&key](const auto& pair) { return IsEqual(pair.first, key); });
-        if (value != candidate.values.end())
-            return value->second;
-    }
-    return {};
+    const auto nameOf = [this](std::size_t number) -> const std::wstring& { return m_sections[number].name; };
+    const auto found = std::ranges::lower_bound(m_sectionsByName, section, IsBefore, nameOf);
+    if (found == m_sectionsByName.end() || Compare(nameOf(*found), section) != 0)
+        return {};
+    const auto& values = m_sections[*found].values;
+    const auto value =
+        std::ranges::find_if(values, [&key](const auto& pair) { return Compare(pair.first, key) == 0; });
+    return value != values.end() ? value->second : std::wstring();
 }
 
 std::vector<std::wstring> ArchiveCatalogueSource::SectionNames(const std::wstring& prefix) const {
@@ -82,8 +92,14 @@ FileStatus ArchiveCatalogueSource::Status(const std::wstring& path) const {
         return IsFullPath(path) ? m_disk.Status(path) : FileStatus();
     if (inside->empty())
         return {.exists = true, .isFolder = true};
-    const auto found = m_files.find(*inside);
-    return found != m_files.end() ? found->second : FileStatus();
+    const auto found = LowerBound(*inside);
+    if (found != m_entries.end() && Compare(found->name, *inside) == 0)
+        return {
+            .exists = true, .isFolder = found->isFolder, .size = found->size, .lastWrite = found->modified};
+    const std::wstring folder = *inside + L"\\";
+    const auto within = LowerBound(folder);
+    const bool exists = within != m_entries.end() && HasPrefix(within->name, folder);
+    return {.exists = exists, .isFolder = exists};
 }
 
 int ArchiveCatalogueSource::FileSize(const std::wstring& path) const {
@@ -99,10 +115,10 @@ std::vector<std::wstring> ArchiveCatalogueSource::FileNames(const std::wstring& 
     if (!inside)
         return names;
     const std::wstring prefix = inside->empty() ? std::wstring() : *inside + L"\\";
-    for (const auto& [path, status] : m_files) {
-        if (!status.isFolder && HasPrefix(path, prefix) &&
-            path.find(L'\\', prefix.size()) == std::wstring::npos)
-            names.push_back(path.substr(prefix.size()));
+    for (auto entry = LowerBound(prefix); entry != m_entries.end() && HasPrefix(entry->name, prefix);
+         ++entry) {
+        if (!entry->isFolder && entry->name.find(L'\\', prefix.size()) == std::wstring::npos)
+            names.push_back(entry->name.substr(prefix.size()));
     }
     return names;
 }

@@ -4,7 +4,7 @@
 #include <mxovpackage.h>
 #include <package/DiskCatalogueSource.h>
 
-#include <map>
+#include <vector>
 
 /// Answers from the package's directory and information file as if it were unpacked into kFolder. Other full
 /// paths are looked up on the disk, where links lead.
@@ -13,7 +13,7 @@ public:
     /// Stands for the package folder, with its trailing separator; no file system has such a name.
     static const std::wstring kFolder;
 
-    ArchiveCatalogueSource(const std::vector<mxovshare::PackageEntry>& entries,
+    ArchiveCatalogueSource(std::vector<mxovshare::PackageEntry> entries,
                            std::vector<mxovshare::InformationSection> sections);
 
     std::wstring Value(const std::wstring& section, const std::wstring& key) const override;
@@ -23,12 +23,15 @@ public:
     std::vector<std::wstring> FileNames(const std::wstring& folder) const override;
 
 private:
-    /// Names compare as on the disk, so what is listed comes in the order of the file system.
-    struct ByName {
-        bool operator()(const std::wstring& left, const std::wstring& right) const;
-    };
+    using Entries = std::vector<mxovshare::PackageEntry>;
 
-    std::map<std::wstring, FileStatus, ByName> m_files; ///< by path relative to the package folder
-    std::vector<mxovshare::InformationSection> m_sections;
-    DiskCatalogueSource m_disk{{}}; ///< only asked about files
+    /// The first entry that is not before a path relative to the package folder.
+    Entries::const_iterator LowerBound(const std::wstring& path) const;
+
+    /// In the order of the file system. What lies in a folder stands together; the folder itself may have no
+    /// entry.
+    Entries m_entries;
+    std::vector<mxovshare::InformationSection> m_sections; ///< in their order in the file
+    std::vector<std::size_t> m_sectionsByName;             ///< their numbers
+    DiskCatalogueSource m_disk{{}};                        ///< only asked about files
 };

@@ -110,7 +110,7 @@ int Check(const std::wstring& file) {
     const bool hasInformation = !sections.empty();
     PrintLine(file + L": " + std::to_wstring(entries.size()) +
               (entries.size() == 1 ? L" entry" : L" entries") + L", all sound");
-    PrintCatalogue(ArchiveCatalogueSource(entries, std::move(sections)));
+    PrintCatalogue(ArchiveCatalogueSource(std::move(entries), std::move(sections)));
     if (!hasInformation)
         PrintWarning(L"the package holds no information file (mxinfo.ini), or an empty one");
     return kDone;

@@ -18,3 +18,13 @@ TEST(CaseFold, KeepsWhatAFileSystemTellsApart) {
     EXPECT_EQ(FoldCase("\xF0\x90\x90\xA8"), "\xF0\x90\x90\xA8");
     EXPECT_EQ(FoldCase(""), "");
 }
+
+TEST(CaseFold, TakesEveryCharacterOfALongName) {
+    for (std::size_t place = 0; place <= 20; ++place) {
+        std::string name(20, 'x');
+        std::string folded(20, 'X');
+        name.insert(place, "\xC3\xA4");
+        folded.insert(place, "\xC3\x84");
+        EXPECT_EQ(FoldCase(name), folded);
+    }
+}

@@ -70,4 +70,14 @@ TEST(EntryName, CountsCharactersBeyondTheBasicPlaneTwice) {
     EXPECT_NE(EntryNameFault(name + "xx"), "");
 }
 
+TEST(EntryName, IsReadToItsLastCharacter) {
+    for (std::size_t place = 0; place <= 20; ++place) {
+        const auto with = [place](const char* middle) { return std::string(20, 'x').insert(place, middle); };
+        EXPECT_EQ(EntryNameFault(with("\xC3\xA4")), "") << place;
+        EXPECT_NE(EntryNameFault(with("\xE4")).find("UTF-8"), std::string_view::npos) << place;
+        EXPECT_NE(EntryNameFault(with("\xC2\x85")).find("control"), std::string_view::npos) << place;
+        EXPECT_NE(EntryNameFault(with("?")).find("characters"), std::string_view::npos) << place;
+    }
+}
+
 } // namespace
