@@ -58,7 +58,7 @@ constexpr std::wstring_view kOwner = L"~$";
 constexpr std::wstring_view kLock = L".~lock.";
 
 bool IsLock(const std::wstring& name) {
-    return name.starts_with(kOwner) || name.starts_with(kLock);
+    return name.starts_with(kOwner) || (name.starts_with(kLock) && name.ends_with(L'#'));
 }
 
 bool IsLockOf(const std::wstring& lock, std::wstring name) {

@@ -42,6 +42,7 @@ struct InformationSection {
 };
 
 /// Packs every file below `folder` into a new package `file`, replacing an old one in one step when complete.
+/// The locks that office programs leave beside open documents are left out.
 MXOVSHARE_API PackageResult CreatePackage(const std::wstring& folder, const std::wstring& file,
                                           PackageProgress* progress = nullptr) noexcept;
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <string_view>
 #include <tuple>
 
 #include <windows.h>
@@ -56,6 +57,13 @@ bool IsLink(const WIN32_FIND_DATAW& data) {
            (data.dwReserved0 == IO_REPARSE_TAG_SYMLINK || data.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
 }
 
+// What office programs leave beside a document while it is open in them.
+bool IsOfficeLock(const WIN32_FIND_DATAW& data) {
+    const std::wstring_view name = data.cFileName;
+    return (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 &&
+           (name.starts_with(L"~$") || (name.starts_with(L".~lock.") && name.ends_with(L'#')));
+}
+
 // Empty when the name is not valid Unicode.
 std::string ToUtf8(const wchar_t* text) {
     const int units = static_cast<int>(std::wcslen(text));
@@ -88,12 +96,13 @@ public:
     }
 
 private:
-    // True when there is nothing in the folder.
+    // True when there is nothing to pack in the folder.
     bool ScanOne(const FolderItem& folder) {
         bool isEmpty = true;
         for (Search found(folder.path); found; found.Next(folder.path)) {
             const WIN32_FIND_DATAW& data = *found;
-            if (std::wcscmp(data.cFileName, L".") == 0 || std::wcscmp(data.cFileName, L"..") == 0)
+            if (std::wcscmp(data.cFileName, L".") == 0 || std::wcscmp(data.cFileName, L"..") == 0 ||
+                IsOfficeLock(data))
                 continue;
             isEmpty = false;
             Take(folder, data);

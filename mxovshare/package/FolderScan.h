@@ -15,9 +15,10 @@ struct FolderItem {
     bool isFolder = false; ///< a folder without anything in it
 };
 
-/// Everything below `folder`: all files, and the folders that are empty. `except` names files that are left
-/// out. The information file comes first, then the rest by name. Throws FileFailure for what cannot be listed
-/// and for what no package may hold: links, and names that could not be unpacked.
+/// Everything below `folder`: all files but the locks of office programs ("~$..." and ".~lock....#"), and the
+/// folders without any. `except` names files that are left out. The information file comes first, then the
+/// rest by name. Throws FileFailure for what cannot be listed and for what no package may hold: links, and
+/// names that could not be unpacked.
 std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::vector<std::wstring>& except);
 
 } // namespace mxovshare

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 using namespace mxovshare;
@@ -48,6 +49,26 @@ TEST_F(CreatePackageTest, ReplacesTheOldPackage) {
     EXPECT_TRUE(ListPackage(Package(), entries).ok);
     EXPECT_EQ(entries.size(), 2u);
     EXPECT_EQ(m_work.EntryCount(), 1);
+}
+
+TEST_F(CreatePackageTest, LeavesOutTheLocksOfOfficePrograms) {
+    m_folder.Write(L"sheets\\plan.docx", "a document that is open");
+    m_folder.Write(L"sheets\\~$plan.docx", "its lock");
+    m_folder.Write(L"tools\\.~lock.tools.ods#", "another one");
+    m_folder.Write(L"~$folder\\a~$.txt", "no lock");
+    m_folder.Write(L".~lock.txt", "no lock either");
+    const HANDLE lock = CreateFileW((m_folder / L"sheets\\~$plan.docx").c_str(), GENERIC_READ | GENERIC_WRITE,
+                                    0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(lock, INVALID_HANDLE_VALUE);
+    const PackageResult result = CreatePackage(m_folder.Path(), Package());
+    CloseHandle(lock);
+    EXPECT_TRUE(result.ok);
+    std::vector<PackageEntry> entries;
+    ASSERT_TRUE(ListPackage(Package(), entries).ok);
+    std::vector<std::wstring> names;
+    std::ranges::transform(entries, std::back_inserter(names), &PackageEntry::name);
+    EXPECT_EQ(names, (std::vector<std::wstring>{L"mxinfo.ini", L".~lock.txt", L"doc.txt",
+                                                L"sheets\\plan.docx", L"tools", L"~$folder\\a~$.txt"}));
 }
 
 TEST_F(CreatePackageTest, RefusesWhatIsNoFolder) {

@@ -86,6 +86,20 @@ TEST_F(RegenerateTest, LeavesNothingOfItsOwnInTheFolder) {
     EXPECT_EQ(entries.size(), 2u);
 }
 
+TEST_F(RegenerateTest, SavesWhileADocumentIsOpenInAnOfficeProgram) {
+    m_folder.Write(L"~$doc.txt", "its lock");
+    const HANDLE lock = CreateFileW((m_folder / L"~$doc.txt").c_str(), GENERIC_READ | GENERIC_WRITE, 0,
+                                    nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(lock, INVALID_HANDLE_VALUE);
+    Regenerate();
+    CloseHandle(lock);
+    EXPECT_TRUE(notices.empty());
+    std::vector<PackageEntry> entries;
+    ASSERT_TRUE(ListPackage(Package(), entries).ok);
+    EXPECT_EQ(entries.size(), 2u);
+    EXPECT_EQ(m_folder.Read(L"~$doc.txt"), "its lock");
+}
+
 TEST_F(RegenerateTest, CountsOnFromTheHighestEntry) {
     Regenerate();
     Regenerate();
