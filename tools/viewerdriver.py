@@ -23,13 +23,20 @@ def windows_path(path):
     return 'Z:' + str(pathlib.Path(path).absolute()).replace('/', '\\')
 
 
-def run_wine(*words):
+def run_wine(*words, errors=subprocess.DEVNULL):
     """Runs a Wine program to its end; gives its exit code and output. Through a file: services that Wine starts on
     the way would hold a pipe open for ever."""
     with tempfile.TemporaryFile() as output:
-        code = subprocess.run(['wine', *words], stdout=output, stderr=subprocess.DEVNULL, check=False).returncode
+        code = subprocess.run(['wine', *words], stdout=output, stderr=errors, check=False).returncode
         output.seek(0)
         return code, output.read().decode('utf-8', 'replace').replace('\r\n', '\n')
+
+
+def change_registry(*words):
+    """Runs `reg`, which has to succeed: a change that stays out unnoticed shows up as the fault of another test."""
+    code, output = run_wine('reg', *words, errors=subprocess.STDOUT)
+    if code != 0:
+        raise AssertionError(f'reg {" ".join(words)} ended with {code}: {output}')
 
 
 class Window:
@@ -92,9 +99,9 @@ class Snapshot:
 class Viewer:
     """A viewer process. `with Viewer(...)` ends it in any case; `close` ends it as a user does."""
 
-    def __init__(self, *arguments):
+    def __init__(self, *arguments, program='viewer.exe'):
         self.log = open(BUILD / 'viewer.log', 'w', encoding='utf-8')
-        self.process = subprocess.Popen(['wine', windows_path(BUILD / 'bin/viewer.exe'), *arguments],
+        self.process = subprocess.Popen(['wine', windows_path(BUILD / 'bin' / program), *arguments],
                                         stdout=self.log, stderr=subprocess.STDOUT)
 
     def __enter__(self):

@@ -5,7 +5,7 @@ import time
 import unittest
 
 from viewercase import BUILD, ViewerCase, session_folder
-from viewerdriver import PATIENCE, run_wine, windows_path
+from viewerdriver import PATIENCE, change_registry, run_wine, windows_path
 
 KINDS = ('.nc', '.html', '.pdf')
 CLASS = 'MXOVTestDocument'
@@ -27,11 +27,10 @@ class DocumentsTest(ViewerCase):
         _, text = run_wine('reg', 'query', key, '/ve')
         before = re.search(r'REG_SZ\s+(\S.*)', text)
         if before:
-            self.addCleanup(run_wine, 'reg', 'add', key, '/ve', '/d', before[1], '/f')
+            self.addCleanup(change_registry, 'add', key, '/ve', '/d', before[1], '/f')
         else:
-            self.addCleanup(run_wine, 'reg', 'delete', key, '/f')
-        code, text = run_wine('reg', 'add', key, '/ve', '/d', value, '/f')
-        self.assertEqual(code, 0, text)
+            self.addCleanup(change_registry, 'delete', key, '/f')
+        change_registry('add', key, '/ve', '/d', value, '/f')
 
     def double_click(self, viewer, number, row):
         """A double click on a row's name; gives what is written there."""

@@ -3,15 +3,17 @@
 import os
 import pathlib
 import re
+import shutil
 import unittest
 
 from viewercase import PREFIX, SAVE, ViewerCase, information, linked_file
-from viewerdriver import BUILD, run_wine, windows_path
+from viewerdriver import BUILD, change_registry, run_wine, windows_path
 
 NAME, PATH, SIZE, BROWSE, DESCRIPTION, HISTORY, STATUS, HELP = 1033, 1034, 1035, 1036, 1037, 1032, 1046, 1049
 TITLE = 'Document Properties'
 ENGINE = r'HKCR\CLSID\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\InprocServer32'
-DRAWING = r'HKCU\Software\Wine\AppDefaults\viewer.exe\X11 Driver'
+UNDECORATED = 'undecorated.exe'
+DRAWING = rf'HKCU\Software\Wine\AppDefaults\{UNDECORATED}\X11 Driver'
 CAPTION_MIDDLE = 12  # pixels below the window's top
 ROW_HEIGHT = 17
 
@@ -235,10 +237,13 @@ class PopupTest(ViewerCase):
         self.discard(viewer)
 
     def test_a_click_on_the_caption_closes_it(self):
-        # The popup's caption is drawn by the system and not by the window manager, which keeps its clicks.
-        run_wine('reg', 'add', DRAWING, '/v', 'Decorated', '/d', 'N', '/f')
-        self.addCleanup(run_wine, 'reg', 'delete', DRAWING, '/f')
-        viewer, shown = self.open_sample()
+        # The popup's caption is drawn by the system and not by the window manager, which keeps its clicks. That is
+        # set by the program's name: one of its own keeps the viewers of all other tests as they are.
+        copy = pathlib.Path(shutil.copy2(BUILD / 'bin/viewer.exe', BUILD / 'bin' / UNDECORATED))
+        self.addCleanup(copy.unlink)
+        change_registry('add', DRAWING, '/v', 'Decorated', '/d', 'N', '/f')
+        self.addCleanup(change_registry, 'delete', DRAWING, '/f')
+        viewer, shown = self.open_sample(UNDECORATED)
         for row in (0, 1):
             shown, popup = self.click_row(viewer, shown, 3, row)
             viewer.photograph('e2e-caption')
@@ -255,8 +260,8 @@ class PopupTest(ViewerCase):
         _, registered = run_wine('reg', 'query', ENGINE, '/ve')
         engine = re.search(r'REG_(?:EXPAND_)?SZ\s+(\S.*)', registered)
         self.assertTrue(engine, registered)
-        self.addCleanup(run_wine, 'reg', 'add', ENGINE, '/ve', '/d', engine.group(1).strip(), '/f')
-        run_wine('reg', 'add', ENGINE, '/ve', '/d', windows_path(BUILD / 'tests/recording_engine.dll'), '/f')
+        self.addCleanup(change_registry, 'add', ENGINE, '/ve', '/d', engine.group(1).strip(), '/f')
+        change_registry('add', ENGINE, '/ve', '/d', windows_path(BUILD / 'tests/recording_engine.dll'), '/f')
         viewer, shown = self.open_sample()
         shown, popup = self.click_row(viewer, shown, 0)
         self.click_item(viewer, popup, HELP)

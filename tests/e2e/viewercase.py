@@ -97,8 +97,8 @@ class ViewerCase(unittest.TestCase):
         for folder in PREFIX.glob('drive_c/users/*/**/MXOVViewer'):
             shutil.rmtree(folder)
 
-    def open_sample(self):
-        viewer = self.use(Viewer(windows_path(self.sample)))
+    def open_sample(self, program='viewer.exe'):
+        viewer = self.use(Viewer(windows_path(self.sample), program=program))
         return viewer, viewer.wait_for_package('bracket.mxov')
 
     def restart_and_answer(self, key):
