@@ -4,9 +4,6 @@
 #include "SelectedObject.h"
 #include "WindowPlace.h"
 
-#include <memory>
-#include <type_traits>
-
 namespace {
 
 constexpr int kIconSize = 16;
@@ -17,8 +14,6 @@ constexpr WORD kExpandedIcon = 146;
 constexpr WORD kCollapsedIcon = 147;
 constexpr COLORREF kLineColour = RGB(144, 146, 161);
 constexpr COLORREF kDisabledColour = RGB(159, 159, 159);
-
-using Icon = std::unique_ptr<std::remove_pointer_t<HICON>, decltype(&::DestroyIcon)>;
 
 template <typename Action>
 void ForEach(const CList<HWND, HWND>& windows, Action action) {
@@ -164,16 +159,18 @@ void MXOVGroupBoxEx::OnPaint() {
         CStatic::OnPaint();
         return;
     }
-    CPaintDC dc(this);
-    const int saved = dc.SaveDC();
-    dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(RGB(0, 0, 0));
-    PaintFrame(dc);
-    PaintTitle(dc);
-    if (m_collapsible == 1) {
-        PaintIcon(dc);
+    {
+        CPaintDC dc(this);
+        const int saved = dc.SaveDC();
+        dc.SetBkMode(TRANSPARENT);
+        dc.SetTextColor(m_useTitleColour ? m_titleColour : RGB(0, 0, 0));
+        PaintFrame(dc);
+        if (m_collapsible == 1) {
+            PaintIcon(dc);
+        }
+        dc.RestoreDC(saved);
     }
-    dc.RestoreDC(saved);
+    PaintTitle();
 }
 
 void MXOVGroupBoxEx::OnMouseMove(UINT flags, CPoint point) {
@@ -289,28 +286,25 @@ void MXOVGroupBoxEx::PaintFrame(CDC& dc) {
 }
 
 // The title has a device context of its own: its background is opaque whatever the rest of the painting
-// needs.
-void MXOVGroupBoxEx::PaintTitle(CDC& dc) {
+// needs. It comes after that: the system would have to make another context while the first is in use.
+void MXOVGroupBoxEx::PaintTitle() {
     CString title;
     GetWindowText(title);
-    if (m_useTitleColour) {
-        dc.SetTextColor(m_titleColour);
-    }
-    CClientDC titleDc(this);
-    const SelectedObject selectedFont(titleDc, m_titleFont);
-    titleDc.SetTextColor(m_titleColour);
+    CClientDC dc(this);
+    const SelectedObject selectedFont(dc, m_titleFont);
+    dc.SetTextColor(m_titleColour);
     const CRect header = GetHeaderRect();
-    titleDc.TextOut(header.left + 5, header.top + 2, title);
+    dc.TextOut(header.left + 5, header.top + 2, title);
 }
 
 void MXOVGroupBoxEx::PaintIcon(CDC& dc) {
     const WORD number = m_collapsed ? kCollapsedIcon : kExpandedIcon;
-    const Icon icon(
+    // Shared: the system reads each of the two icons once for all boxes and frees it itself.
+    const auto icon =
         static_cast<HICON>(::LoadImage(mxovshare::OVApplication::hMXOVResInstance, MAKEINTRESOURCE(number),
-                                       IMAGE_ICON, kIconSize, kIconSize, LR_DEFAULTCOLOR)),
-        &::DestroyIcon);
+                                       IMAGE_ICON, kIconSize, kIconSize, LR_DEFAULTCOLOR | LR_SHARED));
     if (icon) {
         const CRect rect = GetIconRect();
-        ::DrawIconEx(dc.m_hDC, rect.left, rect.top, icon.get(), kIconSize, kIconSize, 0, nullptr, DI_NORMAL);
+        ::DrawIconEx(dc.m_hDC, rect.left, rect.top, icon, kIconSize, kIconSize, 0, nullptr, DI_NORMAL);
     }
 }

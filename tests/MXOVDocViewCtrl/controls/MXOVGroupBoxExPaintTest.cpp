@@ -177,6 +177,25 @@ TEST_F(SectionPaintTest, MissingIconIsLeftOut) {
     EXPECT_EQ(picture.Count({0, 0, 300, 1}, kLine), 300);
 }
 
+TEST_F(SectionPaintTest, TitleLiesOverTheGreyHeader) {
+    Bind();
+    box.EnableSection(false);
+    const Picture picture = Look();
+    const CRect header = box.GetHeaderRect();
+    EXPECT_GT(picture.Count(header, kTitle), 0);
+    EXPECT_GT(picture.Count(header, kWhite), 0) << "the ground of the title";
+    EXPECT_GT(picture.Count(header, kGrey), 0);
+}
+
+TEST_F(SectionPaintTest, TitleIsWholeAfterAPartOfTheBoxWasPainted) {
+    Bind();
+    const Picture whole = Look();
+    const CRect part(20, 0, 30, 20);
+    RedrawWindow(box.m_hWnd, part, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    const Picture again(box.m_hWnd);
+    EXPECT_EQ(again.Count(box.GetHeaderRect(), kTitle), whole.Count(box.GetHeaderRect(), kTitle));
+}
+
 TEST_F(SectionPaintTest, PaintingKeepsTheNumberOfDrawingObjects) {
     BindWithControls();
     box.EnableSection(false);
