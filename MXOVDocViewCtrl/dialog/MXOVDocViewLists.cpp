@@ -1,6 +1,7 @@
 // The dialog's list views and buttons: images, columns, selection.
 #include "MXOVDocViewActiveXDlg.h"
 
+#include "controls/RedrawPause.h"
 #include "ListSelection.h"
 #include "package/RecordLists.h"
 #include "popup/MXOVPopupDlg.h"
@@ -24,17 +25,24 @@ struct Column {
 constexpr Column kColumns[] = {
     {hosttext::kNameColumn, 150}, {hosttext::kSizeColumn, 40}, {hosttext::kDateColumn, 150}};
 
+/// A picture of the module's, in the format in which it is stored: nothing is converted to that of the
+/// screen.
+void LoadPicture(CBitmap& bitmap, UINT id) {
+    bitmap.DeleteObject();
+    bitmap.Attach(
+        ::LoadImage(AfxGetResourceHandle(), MAKEINTRESOURCE(id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+}
+
 void CreateImages(CImageList& images, int size, UINT strip) {
     images.DeleteImageList(); // of an earlier window
     images.Create(size, size, ILC_MASK | ILC_COLOR8, kInitialImages, kImageGrowth);
     CBitmap bitmap;
-    bitmap.LoadBitmap(strip);
+    LoadPicture(bitmap, strip);
     images.Add(&bitmap, kWhite);
 }
 
 void LoadButtonImage(CBitmap& bitmap, UINT id, CButton& button) {
-    bitmap.DeleteObject();
-    bitmap.LoadBitmap(id);
+    LoadPicture(bitmap, id);
     button.SetBitmap(bitmap);
 }
 
@@ -46,6 +54,7 @@ void MXOVDocViewActiveXDlg::CreateImageLists() {
 }
 
 void MXOVDocViewActiveXDlg::SetUpList(CListCtrl& list) {
+    const RedrawPause pause(list);
     int place = 0;
     for (const Column& column : kColumns) {
         list.InsertColumn(place++, HostText(column.title).c_str(), LVCFMT_LEFT, column.width);
