@@ -16,14 +16,20 @@
 namespace {
 
 /// Starts a file with the program that the desktop associates with it. Whether that works is not asked, and
-/// the process is left to itself.
+/// the process is left to itself. The library that does it is loaded here: no control needs it to start.
 void StartFile(const std::wstring& path) {
+    const HMODULE shell = LoadLibraryExW(L"shell32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    const auto execute = reinterpret_cast<decltype(&ShellExecuteExW)>(
+        reinterpret_cast<void*>(shell ? GetProcAddress(shell, "ShellExecuteExW") : nullptr));
+    if (!execute) {
+        return;
+    }
     SHELLEXECUTEINFOW start = {};
     start.cbSize = sizeof start;
     start.fMask = SEE_MASK_NOCLOSEPROCESS;
     start.lpFile = path.c_str();
     start.nShow = SW_SHOWNORMAL;
-    ShellExecuteExW(&start);
+    execute(&start);
 }
 
 /// The record of a file that is about to be added. Its section gets a number only in the information file.
