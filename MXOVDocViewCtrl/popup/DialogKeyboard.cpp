@@ -1,5 +1,6 @@
 #include "DialogKeyboard.h"
 
+#include <string_view>
 #include <utility>
 
 namespace {
@@ -9,8 +10,28 @@ constexpr WPARAM kSystemCommand = 0xFFF0; // the bits below are the system's own
 HWND served = nullptr;
 DialogKeyboard::CloseAction closeServed = nullptr;
 
+bool IsDown(int key) {
+    return GetKeyState(key) < 0;
+}
+
+bool IsLetterOrDigit(WPARAM key) {
+    return (key >= L'A' && key <= L'Z') || (key >= L'0' && key <= L'9');
+}
+
+/// Whether a key means nothing to a dialog or to an edit control, but may be a shortcut of the host: a
+/// function key, or Ctrl with a letter that edits nothing. Ctrl with Alt writes characters.
+bool IsHostShortcut(const MSG& message) {
+    constexpr std::wstring_view kEditing = L"ACVXYZ";
+    if (message.message != WM_KEYDOWN)
+        return false;
+    if (message.wParam >= VK_F1 && message.wParam <= VK_F24)
+        return true;
+    return IsDown(VK_CONTROL) && !IsDown(VK_MENU) && IsLetterOrDigit(message.wParam) &&
+           kEditing.find(static_cast<wchar_t>(message.wParam)) == std::wstring_view::npos;
+}
+
 bool IsKeyFor(const MSG& message, HWND dialog) {
-    return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST &&
+    return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST && !IsHostShortcut(message) &&
            (message.hwnd == dialog || IsChild(dialog, message.hwnd));
 }
 

@@ -5,7 +5,8 @@
 
 /// While it lives, Tab, the arrow keys, Alt with a letter, Return and Escape work in a dialog of the calling
 /// thread as in any dialog: the host's message loop does not hand them to IsDialogMessage. Alt+F4 and Close
-/// in the window's menu end it, which a modeless dialog does not do by itself. One at a time.
+/// in the window's menu end it, which a modeless dialog does not do by itself. Function keys, and Ctrl with a
+/// letter that edits nothing, are the host's. One at a time.
 class DialogKeyboard {
 public:
     DialogKeyboard() = default;

@@ -31,8 +31,8 @@ protected:
         SendInput(2, inputs, sizeof inputs[0]);
     }
 
-    void PressAltF4() {
-        constexpr WORD keys[] = {VK_MENU, VK_F4, VK_F4, VK_MENU};
+    void PressWith(WORD modifier, WORD key) {
+        const WORD keys[] = {modifier, key, key, modifier};
         INPUT inputs[4] = {};
         for (int i = 0; i < 4; ++i) {
             inputs[i].type = INPUT_KEYBOARD;
@@ -40,6 +40,25 @@ protected:
             inputs[i].ki.dwFlags = i < 2 ? 0 : KEYEVENTF_KEYUP;
         }
         SendInput(4, inputs, sizeof inputs[0]);
+    }
+
+    /// Handles messages as a host does, up to the press of F24; gives the keys that its loop saw pressed
+    /// before.
+    static std::vector<WPARAM> KeysOfTheHost() {
+        std::vector<WPARAM> keys;
+        PumpUntil([&keys] {
+            MSG message = {};
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+                if (message.message == WM_KEYDOWN && message.wParam == VK_F24)
+                    return true;
+                if (message.message == WM_KEYDOWN)
+                    keys.push_back(message.wParam);
+                TranslateMessage(&message);
+                DispatchMessageW(&message);
+            }
+            return false;
+        });
+        return keys;
     }
 
     /// A point of the popup's client area, on the screen.
@@ -213,12 +232,31 @@ TEST_F(MXOVPopupClosingTest, DialogKeysWorkInAnyMessageLoop) {
     EXPECT_TRUE(IsWindowVisible(Popup()));
 }
 
+TEST_F(MXOVPopupClosingTest, ShortcutsOfTheHostReachItsMessageLoop) {
+    Show(DocumentCategory::PartAssembly);
+    SetForegroundWindow(Popup());
+    SetFocus(Item(IDC_DESCRIPTION));
+    HandleMessages();
+    Key(VK_F1);
+    Key(VK_F5);
+    PressWith(VK_CONTROL, L'W');
+    PressWith(VK_CONTROL, L'O');
+    Key(VK_F24);
+    EXPECT_EQ(KeysOfTheHost(), (std::vector<WPARAM>{VK_F1, VK_F5, L'W', L'O'}));
+    // What edits is the popup's.
+    PressWith(VK_CONTROL, L'A');
+    Key(L'W');
+    Key(VK_F24);
+    EXPECT_EQ(KeysOfTheHost(), std::vector<WPARAM>());
+    EXPECT_EQ(Text(IDC_DESCRIPTION), L"w");
+}
+
 TEST_F(MXOVPopupClosingTest, AltF4InAnyOfItsControlsClosesItAlone) {
     for (const int id : {IDC_HISTORY, IDC_DOCUMENT_PATH, IDC_DESCRIPTION}) {
         Show(DocumentCategory::PartAssembly);
         SetForegroundWindow(Popup());
         SetFocus(Item(id));
-        PressAltF4();
+        PressWith(VK_MENU, VK_F4);
         EXPECT_TRUE(PumpUntil([&] { return !Popup(); })) << id;
         HandleMessages();
         EXPECT_TRUE(IsWindow(m_owner.GetSafeHwnd()));
