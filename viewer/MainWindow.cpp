@@ -1,8 +1,10 @@
 #include "MainWindow.h"
 
 #include "FileDialog.h"
+#include "mxovshare.h"
 #include "Paths.h"
 #include "resources/resource.h"
+#include "shell/HelpLauncher.h"
 #include "WindowPlacement.h"
 
 #include <commctrl.h>
@@ -69,11 +71,17 @@ void MainWindow::Show(int show) {
 bool MainWindow::PreTranslate(MSG& message) {
     if (m_progress && m_progress->IsDialogMessage(message))
         return true;
-    if (TranslateAcceleratorW(Handle(), m_accelerators, &message))
+    if (IsOfFrame(message.hwnd) && TranslateAcceleratorW(Handle(), m_accelerators, &message))
         return true;
     if (message.hwnd == Handle())
         return false;
     return m_control.TranslateAccelerator(message) || MoveFocusRound(message);
+}
+
+// Whether a window is the frame, inside it, or floats over it as the properties of a document do. Modal
+// dialogs float too, but handle their messages themselves.
+bool MainWindow::IsOfFrame(HWND window) const {
+    return GetAncestor(window, GA_ROOTOWNER) == Handle();
 }
 
 // The control lets go of Tab at its ends; it is the only part that takes the focus.
@@ -207,6 +215,9 @@ void MainWindow::OnCommand(int command) {
         if (m_session)
             OpenPackage(m_session->PackageFile());
         break;
+    case IDM_HELP_TOPICS:
+        ShowHelp();
+        break;
     case IDM_HELP_ABOUT:
         ShowAbout();
         break;
@@ -247,6 +258,7 @@ void MainWindow::OnClose() {
 }
 
 void MainWindow::BrowseForPackage() {
+    CloseProperties();
     if (const std::optional<std::wstring> path = AskForPackage(Handle()))
         OpenPackage(*path);
 }
@@ -265,6 +277,16 @@ void MainWindow::FillRecentMenu(HMENU menu) const {
                     RecentText(i, items[i]).c_str());
     if (items.empty())
         AppendMenuW(menu, MF_GRAYED, IDM_RECENT_NONE, L"(none)");
+}
+
+void MainWindow::ShowHelp() {
+    constexpr UINT kShowTopic = 15; // by its number
+    static HtmlHelpEngine engine;
+    const HelpTarget help = FindHelp(ProgramFolder(), mxovshare::OVApplication::mxLanguageName);
+    if (!FileExists(help.file))
+        Complain(L"The help file is not there:\n\n" + help.file);
+    else if (!engine.Call(nullptr, help.file.c_str(), kShowTopic, help.topic))
+        Complain(L"The help cannot be shown on this computer.");
 }
 
 void MainWindow::ShowAbout() {

@@ -52,6 +52,7 @@ private:
 
     bool OnCreate();
     void OnSize();
+    [[nodiscard]] bool IsOfFrame(HWND window) const;
     bool MoveFocusRound(const MSG& message);
     void OnMinMaxInfo(MINMAXINFO& info) const;
     void OnInitMenuPopup(HMENU menu);
@@ -71,6 +72,7 @@ private:
     void SwitchTo(std::unique_ptr<PackageSession> session);
     bool ClosePackage();
     bool CloseInControl();
+    void CloseProperties() const;
     bool RecordSave();
     bool SettleFailedSave();
     bool SettleOpenDocuments();
@@ -81,6 +83,7 @@ private:
     void ShowControl(bool shown);
     void ShowSaved();
     void ShowStatus(const std::wstring& text, const std::wstring& facts);
+    void ShowHelp();
     void ShowAbout();
     void Complain(const std::wstring& text);
     [[nodiscard]] SIZE ControlSize() const;

@@ -7,6 +7,8 @@
 #include "Paths.h"
 #include "Questions.h"
 
+#include <string_view>
+
 namespace {
 
 // True while the object lives.
@@ -80,6 +82,7 @@ bool MainWindow::RecordSave() {
 bool MainWindow::CloseInControl() {
     if (!m_session)
         return true;
+    CloseProperties();
     OnWatch();
     const ScopedFlag closing(m_closing);
     const bool changed = m_control.HasChanges();
@@ -88,6 +91,22 @@ bool MainWindow::CloseInControl() {
         return SettleFailedSave();
     const bool declined = changed && !RecordSave();
     return SettleOpenDocuments() && SettleOthersChanges(declined);
+}
+
+// A click outside closes the properties of a document, a shortcut does not: they would go on to show a
+// document of a package that is closed. A disabled frame has a modal dialog, which is not to be closed.
+void MainWindow::CloseProperties() const {
+    if (!IsWindowEnabled(Handle()))
+        return;
+    const auto close = [](HWND window, LPARAM frame) -> BOOL {
+        wchar_t name[8] = L"";
+        GetClassNameW(window, name, ARRAYSIZE(name));
+        if (GetWindow(window, GW_OWNER) == reinterpret_cast<HWND>(frame) &&
+            name == std::wstring_view(L"#32770"))
+            DestroyWindow(window);
+        return TRUE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), close, reinterpret_cast<LPARAM>(Handle()));
 }
 
 // What such a program saves after the folder is removed would be lost.
