@@ -4,7 +4,7 @@ add_library(minimal_control SHARED
     MinimalControl.def
     MinimalControl.rc)
 target_link_libraries(minimal_control PRIVATE framework warnings)
-mxov_stack_guard(minimal_control)
+mxov_quick_load(minimal_control)
 target_link_options(minimal_control PRIVATE -s)
 target_compile_options(minimal_control PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O2>)
 set_target_properties(minimal_control PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MXOV_BUILD}/bench PREFIX "")
