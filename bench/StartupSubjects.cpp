@@ -5,20 +5,31 @@
 #include <commctrl.h>
 
 #include <functional>
+#include <string>
 
 namespace {
 
 constexpr int kWidth = 420; // pixels
 constexpr int kHeight = 560;
-constexpr wchar_t kControlModule[] = L"MXOVDocViewCtrl.ocx";
+constexpr wchar_t kControlModule[] = L"..\\bin\\MXOVDocViewCtrl.ocx"; // from the folder of this program
+constexpr wchar_t kMinimalModule[] = L"minimal_control.dll";
 constexpr CLSID kControlClass = {
     0x6406ff95, 0x0f04, 0x4382, {0x85, 0x2b, 0x89, 0xe0, 0x97, 0x9e, 0xae, 0xe8}};
 constexpr CLSID kMinimalClass = {
     0x5a1f7c24, 0x93d0, 0x4b8e, {0x8e, 0x61, 0x1c, 0x0b, 0x75, 0xd2, 0x4f, 0x39}};
 
+/// Loads a module as the system does that of a registered class: by its full path, with its own folder as the
+/// first for what it needs.
+HMODULE LoadModule(const wchar_t* name) {
+    std::wstring path(MAX_PATH, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
+    path.resize(path.rfind(L'\\') + 1);
+    return LoadLibraryExW((path + name).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+}
+
 /// Makes a class known to this process, without the registry; once for each.
 void MakeKnown(const wchar_t* moduleName, REFCLSID clsid) {
-    const HMODULE module = LoadLibraryW(moduleName);
+    const HMODULE module = LoadModule(moduleName);
     using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
     const auto get = reinterpret_cast<GetClassObject>(
         reinterpret_cast<void*>(module ? GetProcAddress(module, "DllGetClassObject") : nullptr));
@@ -45,7 +56,7 @@ HWND ShowControl(HWND frame) {
 }
 
 HWND ShowMinimal(HWND frame) {
-    static const bool known = (MakeKnown(L"minimal_control.dll", kMinimalClass), true);
+    static const bool known = (MakeKnown(kMinimalModule, kMinimalClass), true);
     return known ? ShowInContainer(frame, kMinimalClass) : nullptr;
 }
 
@@ -75,7 +86,7 @@ INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM, LPARAM) {
 /// The dialog of the control's resources, under the manifest of the control's module.
 HWND ShowWindows(HWND frame) {
     constexpr int kMainDialog = 1017;
-    static const HMODULE module = LoadLibraryW(kControlModule);
+    static const HMODULE module = LoadModule(kControlModule);
     static const HANDLE context = [] {
         ACTCTXW description = {};
         description.cbSize = sizeof description;
