@@ -5,7 +5,7 @@ import re
 import unittest
 
 from viewercase import LIBRARY, SAVE, ViewerCase
-from viewerdriver import BUILD, PROGRAM, Viewer, run_wine, windows_path
+from viewerdriver import BUILD, PROGRAM, Viewer, change_registry, run_wine, windows_path
 
 DESCRIPTION = 1037
 TITLE = 'Document Properties'
@@ -25,8 +25,8 @@ class ShortcutsTest(ViewerCase):
         _, registered = run_wine('reg', 'query', ENGINE, '/ve')
         engine = re.search(r'REG_(?:EXPAND_)?SZ\s+(\S.*)', registered)
         self.assertTrue(engine, registered)
-        self.addCleanup(run_wine, 'reg', 'add', ENGINE, '/ve', '/d', engine.group(1).strip(), '/f')
-        run_wine('reg', 'add', ENGINE, '/ve', '/d', windows_path(BUILD / 'tests/recording_engine.dll'), '/f')
+        self.addCleanup(change_registry, 'add', ENGINE, '/ve', '/d', engine.group(1).strip(), '/f')
+        change_registry('add', ENGINE, '/ve', '/d', windows_path(BUILD / 'tests/recording_engine.dll'), '/f')
         return record
 
     def expect_help(self, viewer, record, language, calls=1):
