@@ -23,7 +23,8 @@ struct Slot {
 
 class Crew {
 public:
-    Crew(unsigned threads, const NextJob& next) : m_next(next), m_ahead(2 * std::size_t{threads} + 1) {
+    Crew(unsigned threads, const NextJob& next)
+        : m_next(next), m_ahead(2 * std::size_t{threads} + kJobsAhead) {
         try {
             while (m_threads.size() < threads)
                 m_threads.emplace_back([this] { Work(); });

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <functional>
 #include <memory>
 
@@ -19,7 +20,10 @@ public:
 /// Gives the jobs one after the other, nullptr at the end. Called on any thread, by one at a time.
 using NextJob = std::function<std::unique_ptr<Job>()>;
 
-/// Makes all jobs on `threads` threads and takes them. No more than a few are made ahead of the one that is
+/// How many small jobs may be made while a large one in front of them is, besides two for each thread.
+inline constexpr std::size_t kJobsAhead = 24;
+
+/// Makes all jobs on `threads` threads and takes them. No more than that are made ahead of the one that is
 /// taken, so memory stays bounded. `idle` is called now and then, at the latest every 20 milliseconds, while
 /// the calling thread waits. The first exception of a job in order, of `next` or of `idle` ends the work,
 /// stops and joins the threads, and is thrown. When no thread can be had the calling one does all.

@@ -11,7 +11,10 @@ namespace mxovshare {
 namespace {
 
 // Small enough for the processor's cache.
-constexpr std::size_t kBuffer = std::size_t{512} << 10;
+constexpr std::size_t kBuffer = std::size_t{256} << 10;
+
+// Threads that open files at the same time: more get in each other's way, but for want of other work.
+constexpr int kMostComparing = 2;
 
 // Hands out the bytes of a stretch, a buffer at a time.
 template <typename Take>
@@ -59,33 +62,46 @@ private:
     PackedPiece m_packed;
 };
 
-// Copies many small files at a time: handing a job from thread to thread takes as long as copying some.
-class Packer::CopyJob : public Job {
+// Works on many small files at a time: handing a job from thread to thread takes as long as some of them.
+class Packer::StretchJob : public Job {
 public:
-    static constexpr std::uint64_t kSize = std::uint64_t{8} << 20;
-
-    explicit CopyJob(Packer& owner) : m_owner(owner) {}
-    void Add(const CopyPart& part) {
-        m_parts.push_back(part);
-        m_size += part.size + kFileCost;
+    StretchJob(Packer& owner, Pass pass) : m_owner(owner), m_pass(pass) {
+        if (m_pass == Pass::Compare)
+            ++m_owner.m_comparing;
+    }
+    void Add(const Stretch& stretch) {
+        m_stretches.push_back(stretch);
+        m_size += stretch.size + kFileCost;
     }
     std::uint64_t Room() const { return kSize - std::min(kSize, m_size); }
     void Make(const std::atomic<bool>& stop) override {
         std::vector<std::uint8_t> buffer(kBuffer);
-        for (CopyPart& part : m_parts)
-            m_owner.Copy(part, buffer, stop);
+        for (Stretch& stretch : m_stretches) {
+            if (m_pass == Pass::Compare)
+                m_owner.Compare(stretch, buffer, stop);
+            else
+                m_owner.Copy(stretch, buffer, stop);
+        }
+        if (m_pass == Pass::Compare)
+            --m_owner.m_comparing;
     }
     void Take() override {
-        for (const CopyPart& part : m_parts)
-            m_owner.TakeCopied(part);
+        for (const Stretch& stretch : m_stretches) {
+            if (m_pass == Pass::Compare)
+                m_owner.TakeCompared(stretch);
+            else
+                m_owner.TakeCopied(stretch);
+        }
     }
 
 private:
-    // Opening a file, in bytes that are copied meanwhile.
+    static constexpr std::uint64_t kSize = std::uint64_t{8} << 20;
+    // What each file costs besides, in bytes.
     static constexpr std::uint64_t kFileCost = std::uint64_t{128} << 10;
 
     Packer& m_owner;
-    std::vector<CopyPart> m_parts;
+    Pass m_pass;
+    std::vector<Stretch> m_stretches;
     std::uint64_t m_size = 0;
 };
 
@@ -97,27 +113,24 @@ Packer::Packer(ByteSink& sink, const ByteSource& written, const std::vector<Fold
     const auto copied = std::stable_partition(
         m_order.begin(), m_order.end(), [this](std::size_t item) { return m_unchanged[item] == nullptr; });
     m_added.assign(copied, m_order.end());
+    for (Progress& pass : m_passes)
+        pass.next = static_cast<std::size_t>(copied - m_order.begin());
     for (const std::size_t item : m_added)
         m_places[item] = m_writer.Reserve(m_items[item].item, *m_unchanged[item]);
 }
 
 std::vector<Outcome> Packer::Run() {
-    // Opening the files that are compared is waiting for the system more than work.
-    const unsigned more = m_added.empty() ? 0 : 2;
     RunJobs(
-        ProcessorCount() + more, [this] { return Next(); }, [this] { m_meter.Tell(); });
+        ProcessorCount(), [this] { return Next(); }, [this] { m_meter.Tell(); });
     m_writer.Finish(m_added);
     return std::move(m_outcomes);
 }
 
 std::unique_ptr<Job> Packer::Next() {
     if (!m_pieces.IsOpen()) {
-        if (m_next == m_order.size())
-            return nullptr;
-        const std::size_t item = m_order[m_next];
-        if (m_unchanged[item] != nullptr)
-            return NextCopy();
-        ++m_next;
+        if (m_next == m_order.size() || m_unchanged[m_order[m_next]] != nullptr)
+            return NextStretches();
+        const std::size_t item = m_order[m_next++];
         if (m_items[item].isFolder)
             return std::make_unique<FolderJob>(*this, item);
         m_pieces.Open(m_items[item].path);
@@ -125,48 +138,58 @@ std::unique_ptr<Job> Packer::Next() {
     return std::make_unique<PieceJob>(*this, m_order[m_next - 1], m_pieces.Next());
 }
 
-std::unique_ptr<Job> Packer::NextCopy() {
-    auto job = std::make_unique<CopyJob>(*this);
-    while (job->Room() > 0 && m_next < m_order.size()) {
-        const std::size_t item = m_order[m_next];
-        const std::uint64_t left = m_unchanged[item]->size - m_given;
+// Of both passes at once, as long as there are both, so that the disk is never left waiting for the system to
+// open files.
+std::unique_ptr<Job> Packer::NextStretches() {
+    const auto isDone = [this](Pass pass) { return PassOf(pass).next == m_order.size(); };
+    const bool compares = isDone(Pass::Copy) || (m_comparing < kMostComparing && !isDone(Pass::Compare));
+    const Pass chosen = compares ? Pass::Compare : Pass::Copy;
+    if (isDone(chosen))
+        return nullptr;
+    Progress& pass = PassOf(chosen);
+    auto job = std::make_unique<StretchJob>(*this, chosen);
+    while (job->Room() > 0 && pass.next < m_order.size()) {
+        const std::size_t item = m_order[pass.next];
+        const std::uint64_t left = SizeOf(chosen, item) - pass.given;
         const std::uint64_t size = std::min(left, job->Room());
-        job->Add({.item = item, .offset = m_given, .size = static_cast<std::uint32_t>(size)});
-        m_given += size;
+        job->Add({.item = item, .offset = pass.given, .size = static_cast<std::uint32_t>(size)});
+        pass.given += size;
         if (size == left) {
-            m_given = 0;
-            ++m_next;
+            pass.given = 0;
+            ++pass.next;
         }
     }
     return job;
 }
 
-void Packer::Copy(CopyPart& part, std::vector<std::uint8_t>& buffer, const std::atomic<bool>& stop) const {
-    const FolderItem& item = m_items[part.item];
-    const ZipEntry& entry = *m_unchanged[part.item];
-    {
-        const DiskSource file(item.path);
-        part.hasSize = file.Size() == entry.size;
-        if (!part.hasSize)
-            return;
-        ReadStretch(file, part.offset, part.offset + part.size, buffer, stop,
-                    [&part](Bytes bytes) { part.crc32 = Checksum(part.crc32, bytes); });
-    }
-    const std::vector<std::uint8_t> header = m_writer.PackedHeader(item.item, entry);
-    if (part.offset == 0)
-        m_sink.Write(m_places[part.item], header);
-    // Packed data is no longer than the file.
-    const std::uint64_t begin = std::min(part.offset, entry.packedSize);
-    const std::uint64_t end = std::min(part.offset + part.size, entry.packedSize);
-    const std::uint64_t place = m_places[part.item] + header.size() + begin;
+std::uint64_t Packer::SizeOf(Pass pass, std::size_t item) const {
+    const ZipEntry& entry = *m_unchanged[item];
+    return pass == Pass::Compare ? entry.size : entry.packedSize;
+}
+
+void Packer::Compare(Stretch& stretch, std::vector<std::uint8_t>& buffer,
+                     const std::atomic<bool>& stop) const {
+    const DiskSource file(m_items[stretch.item].path);
+    stretch.hasSize = file.Size() == m_unchanged[stretch.item]->size;
+    if (stretch.hasSize)
+        ReadStretch(file, stretch.offset, stretch.offset + stretch.size, buffer, stop,
+                    [&stretch](Bytes bytes) { stretch.crc32 = Checksum(stretch.crc32, bytes); });
+}
+
+void Packer::Copy(Stretch& stretch, std::vector<std::uint8_t>& buffer, const std::atomic<bool>& stop) const {
+    const ZipEntry& entry = *m_unchanged[stretch.item];
+    const std::vector<std::uint8_t> header = m_writer.PackedHeader(m_items[stretch.item].item, entry);
+    if (stretch.offset == 0)
+        m_sink.Write(m_places[stretch.item], header);
+    const std::uint64_t place = m_places[stretch.item] + header.size() + stretch.offset;
+    const std::uint64_t begin = entry.dataOffset + stretch.offset;
     std::uint64_t next = place;
-    ReadStretch(m_old, entry.dataOffset + begin, entry.dataOffset + end, buffer, stop, [&](Bytes bytes) {
+    ReadStretch(m_old, begin, begin + stretch.size, buffer, stop, [&](Bytes bytes) {
         m_sink.Write(next, bytes);
         next += bytes.size();
     });
-    part.packedSize = static_cast<std::uint32_t>(end - begin);
     ReadStretch(m_written, place, next, buffer, stop,
-                [&part](Bytes bytes) { part.packedCrc32 = Checksum(part.packedCrc32, bytes); });
+                [&stretch](Bytes bytes) { stretch.crc32 = Checksum(stretch.crc32, bytes); });
 }
 
 void Packer::TakeFolder(std::size_t item) {
@@ -185,25 +208,35 @@ void Packer::TakePiece(std::size_t item, const FilePiece& piece, const PackedPie
     m_meter.Advance(piece.size);
 }
 
-void Packer::TakeCopied(const CopyPart& part) {
-    const ZipEntry& entry = *m_unchanged[part.item];
-    if (part.offset == 0) {
-        m_meter.Begin(m_items[part.item].path);
-        m_hasSize = true;
-        m_crc = m_packedCrc = 0;
+bool Packer::Join(Pass pass, const Stretch& stretch) {
+    Progress& so = PassOf(pass);
+    if (stretch.offset == 0) {
+        so.crc32 = 0;
+        so.hasSize = true;
     }
-    m_hasSize = m_hasSize && part.hasSize;
-    m_crc = CombinedChecksum(m_crc, part.crc32, part.size);
-    m_packedCrc = CombinedChecksum(m_packedCrc, part.packedCrc32, part.packedSize);
-    m_meter.Advance(part.size);
-    if (part.offset + part.size < entry.size)
+    so.hasSize = so.hasSize && stretch.hasSize;
+    so.crc32 = CombinedChecksum(so.crc32, stretch.crc32, stretch.size);
+    return stretch.offset + stretch.size == SizeOf(pass, stretch.item);
+}
+
+void Packer::TakeCompared(const Stretch& stretch) {
+    if (stretch.offset == 0)
+        m_meter.Begin(m_items[stretch.item].path);
+    const bool isLast = Join(Pass::Compare, stretch);
+    m_meter.Advance(stretch.size);
+    const Progress& found = PassOf(Pass::Compare);
+    if (isLast && !(found.hasSize && found.crc32 == m_unchanged[stretch.item]->crc32))
+        m_outcomes[stretch.item] = Outcome::Different;
+}
+
+void Packer::TakeCopied(const Stretch& stretch) {
+    if (!Join(Pass::Copy, stretch) || m_outcomes[stretch.item] == Outcome::Different)
         return;
-    Outcome& outcome = m_outcomes[part.item];
-    outcome = m_hasSize && m_crc == entry.crc32 ? Outcome::Copied : Outcome::Different;
-    if (outcome == Outcome::Copied && ProvenData::Instance().Has(entry, m_packedCrc)) {
-        outcome = Outcome::Proven;
+    const ZipEntry& entry = *m_unchanged[stretch.item];
+    const bool isProven = ProvenData::Instance().Has(entry, PassOf(Pass::Copy).crc32);
+    m_outcomes[stretch.item] = isProven ? Outcome::Proven : Outcome::Copied;
+    if (isProven)
         m_meter.Advance(entry.size);
-    }
 }
 
 } // namespace mxovshare

@@ -7,6 +7,8 @@
 #include "package/PackageWork.h"
 #include "package/ZipWriter.h"
 
+#include <array>
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -37,25 +39,41 @@ public:
 private:
     class FolderJob;
     class PieceJob;
-    class CopyJob;
+    class StretchJob;
 
-    // A stretch of a file, which is compared, and the same stretch of the packed data, which is copied.
-    struct CopyPart {
+    // What is done with an unchanged item, independently of each other: comparing waits for files to be
+    // opened, copying for the disk.
+    enum class Pass { Compare, Copy };
+
+    // A stretch of an unchanged item's file, which is compared, or of its packed data, which is copied.
+    struct Stretch {
         std::size_t item = 0;
         std::uint64_t offset = 0;
         std::uint32_t size = 0;
-        bool hasSize = false; // the file has the size that it had
+        std::uint32_t crc32 = 0; // of the file, or of what was read back
+        bool hasSize = false;    // the file has the size that it had
+    };
+
+    // How far a pass is, and what it found in the stretches so far of the item that is being taken.
+    struct Progress {
+        std::size_t next = 0;    // of m_order
+        std::uint64_t given = 0; // how much of that item is in jobs already
         std::uint32_t crc32 = 0;
-        std::uint32_t packedSize = 0;
-        std::uint32_t packedCrc32 = 0; // of what was read back
+        bool hasSize = false;
     };
 
     std::unique_ptr<Job> Next();
-    std::unique_ptr<Job> NextCopy();
-    void Copy(CopyPart& part, std::vector<std::uint8_t>& buffer, const std::atomic<bool>& stop) const;
+    std::unique_ptr<Job> NextStretches();
+    Progress& PassOf(Pass pass) { return m_passes[static_cast<std::size_t>(pass)]; }
+    std::uint64_t SizeOf(Pass pass, std::size_t item) const;
+    void Compare(Stretch& stretch, std::vector<std::uint8_t>& buffer, const std::atomic<bool>& stop) const;
+    void Copy(Stretch& stretch, std::vector<std::uint8_t>& buffer, const std::atomic<bool>& stop) const;
     void TakeFolder(std::size_t item);
     void TakePiece(std::size_t item, const FilePiece& piece, const PackedPiece& packed);
-    void TakeCopied(const CopyPart& part);
+    void TakeCompared(const Stretch& stretch);
+    void TakeCopied(const Stretch& stretch);
+    // Whether the stretch is the last one of its item in this pass.
+    bool Join(Pass pass, const Stretch& stretch);
 
     ByteSink& m_sink;
     const ByteSource& m_written;
@@ -65,15 +83,13 @@ private:
     const std::vector<const ZipEntry*>& m_unchanged;
     ProgressMeter& m_meter;
     std::vector<std::size_t> m_order; // items in the order of the work: the unchanged ones last
-    std::size_t m_next = 0;           // of m_order
+    std::size_t m_next = 0;           // of m_order, up to the first unchanged one
     FilePieces m_pieces;
-    std::uint64_t m_given = 0;           // how much of the next unchanged item is in jobs already
+    std::array<Progress, 2> m_passes;
+    std::atomic<int> m_comparing = 0;    // jobs that are given and not made
     std::vector<std::uint64_t> m_places; // of the unchanged items
     std::vector<std::size_t> m_added;    // items in the order of the writer's entries
     std::vector<Outcome> m_outcomes;
-    bool m_hasSize = false; // this and the next two: in all parts so far of the file that is being taken
-    std::uint32_t m_crc = 0;
-    std::uint32_t m_packedCrc = 0;
 };
 
 } // namespace mxovshare
