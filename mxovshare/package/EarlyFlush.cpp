@@ -66,12 +66,13 @@ void EarlyFlush::Work() noexcept {
         m_change.wait(lock, [this] { return m_stop || m_asked > 0; });
         if (m_stop)
             return;
+        const int asked = m_asked;
         lock.unlock();
         const DWORD error = FlushFileBuffers(m_file) ? ERROR_SUCCESS : GetLastError();
         lock.lock();
         if (m_error == ERROR_SUCCESS)
             m_error = error;
-        --m_asked;
+        m_asked -= asked;
         m_change.notify_all();
     }
 }
