@@ -79,6 +79,18 @@ TEST_F(UnchangedTest, ComparesTheContentEvenWhenSizeAndTimeAreTheSame) {
     EXPECT_FALSE(IsTakenFrom(ForgeZip({Stored(other)})));
 }
 
+// Several threads take a part of it each.
+TEST_F(UnchangedTest, ComparesALargeDocumentToItsEnd) {
+    const std::string content(20'000'000, 'd');
+    Write(content);
+    EXPECT_TRUE(IsTakenFrom(ForgeZip({Stored(content)})));
+    for (const std::size_t place : {0, 9'000'000, 19'999'999}) {
+        std::string other = content;
+        other[place] = '?';
+        EXPECT_FALSE(IsTakenFrom(ForgeZip({Stored(other)}))) << place;
+    }
+}
+
 TEST_F(UnchangedTest, PacksAnewWhatWasWrittenSince) {
     SYSTEMTIME later = kTime;
     later.wSecond += 1;
