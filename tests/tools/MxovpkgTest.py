@@ -59,6 +59,12 @@ def windows_path(path):
 
 
 class MxovpkgTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        # The first program after a start of Wine brings up services, which would hold the pipes of its output open.
+        subprocess.run(['wine', str(PROGRAM)], env=ENVIRONMENT, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, check=False)
+
     def setUp(self):
         self.work = pathlib.Path(tempfile.mkdtemp(prefix='mxovpkg-test-'))
         self.addCleanup(shutil.rmtree, self.work)
