@@ -100,7 +100,7 @@ class Viewer:
     """A viewer process. `with Viewer(...)` ends it in any case; `close` ends it as a user does."""
 
     def __init__(self, *arguments, program='viewer.exe'):
-        self.log = open(BUILD / 'viewer.log', 'w', encoding='utf-8')
+        self.log = open(BUILD / 'viewer.log', 'w+', encoding='utf-8', errors='replace')
         self.process = subprocess.Popen(['wine', windows_path(BUILD / 'bin' / program), *arguments],
                                         stdout=self.log, stderr=subprocess.STDOUT)
 
@@ -134,7 +134,8 @@ class Viewer:
             if snapshot and condition(snapshot):
                 return snapshot
             if ended is not None:
-                raise AssertionError(f'{what}: the viewer ended with {ended}')
+                self.log.seek(0)
+                raise AssertionError(f'{what}: the viewer ended with {ended}: {self.log.read()}')
             time.sleep(0.05)
         self.photograph('failure')
         shown = [window.text for window in [snapshot.frame, *snapshot.others]] if snapshot else 'no window'

@@ -1,17 +1,14 @@
 #!/usr/bin/env python3
 """The properties of a document: shown by a click, edited with the keyboard, closed by a click elsewhere."""
-import os
 import pathlib
-import re
 import shutil
 import unittest
 
 from viewercase import PREFIX, SAVE, ViewerCase, information, linked_file
-from viewerdriver import BUILD, change_registry, run_wine, windows_path
+from viewerdriver import BUILD, change_registry, windows_path
 
 NAME, PATH, SIZE, BROWSE, DESCRIPTION, HISTORY, STATUS, HELP = 1033, 1034, 1035, 1036, 1037, 1032, 1046, 1049
 TITLE = 'Document Properties'
-ENGINE = r'HKCR\CLSID\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\InprocServer32'
 UNDECORATED = 'undecorated.exe'
 DRAWING = rf'HKCU\Software\Wine\AppDefaults\{UNDECORATED}\X11 Driver'
 CAPTION_MIDDLE = 12  # pixels below the window's top
@@ -254,14 +251,7 @@ class PopupTest(ViewerCase):
         self.finish(viewer)
 
     def test_the_icon_opens_help(self):
-        record = self.folder / 'help.txt'
-        os.environ['MXOV_HELP_RECORD'] = windows_path(record)
-        self.addCleanup(os.environ.pop, 'MXOV_HELP_RECORD')
-        _, registered = run_wine('reg', 'query', ENGINE, '/ve')
-        engine = re.search(r'REG_(?:EXPAND_)?SZ\s+(\S.*)', registered)
-        self.assertTrue(engine, registered)
-        self.addCleanup(change_registry, 'add', ENGINE, '/ve', '/d', engine.group(1).strip(), '/f')
-        change_registry('add', ENGINE, '/ve', '/d', windows_path(BUILD / 'tests/recording_engine.dll'), '/f')
+        record = self.record_help()
         viewer, shown = self.open_sample()
         shown, popup = self.click_row(viewer, shown, 0)
         self.click_item(viewer, popup, HELP)

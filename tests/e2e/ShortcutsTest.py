@@ -1,15 +1,12 @@
 #!/usr/bin/env python3
 """The viewer's shortcuts, also while the properties of a document have the focus, and the help they open."""
-import os
-import re
 import unittest
 
 from viewercase import LIBRARY, SAVE, ViewerCase
-from viewerdriver import BUILD, PROGRAM, Viewer, change_registry, run_wine, windows_path
+from viewerdriver import BUILD, PROGRAM, Viewer, windows_path
 
 DESCRIPTION = 1037
 TITLE = 'Document Properties'
-ENGINE = r'HKCR\CLSID\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\InprocServer32'
 
 
 def properties_of(shown):
@@ -17,18 +14,6 @@ def properties_of(shown):
 
 
 class ShortcutsTest(ViewerCase):
-    def record_help(self):
-        """Calls for help are noted in the file that this gives."""
-        record = self.folder / 'help.txt'
-        os.environ['MXOV_HELP_RECORD'] = windows_path(record)
-        self.addCleanup(os.environ.pop, 'MXOV_HELP_RECORD')
-        _, registered = run_wine('reg', 'query', ENGINE, '/ve')
-        engine = re.search(r'REG_(?:EXPAND_)?SZ\s+(\S.*)', registered)
-        self.assertTrue(engine, registered)
-        self.addCleanup(change_registry, 'add', ENGINE, '/ve', '/d', engine.group(1).strip(), '/f')
-        change_registry('add', ENGINE, '/ve', '/d', windows_path(BUILD / 'tests/recording_engine.dll'), '/f')
-        return record
-
     def expect_help(self, viewer, record, language, calls=1):
         """The main topic of the viewer's help in a language was asked for."""
         viewer.wait('the help', lambda s: record.exists() and record.read_bytes().count(b'\n\0') == calls)

@@ -4,6 +4,7 @@ import datetime
 import math
 import os
 import pathlib
+import re
 import shutil
 import struct
 import subprocess
@@ -14,7 +15,7 @@ import zipfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
 
-from viewerdriver import BUILD, ROOT, Viewer, run_wine, windows_path  # noqa: E402
+from viewerdriver import BUILD, ROOT, Viewer, change_registry, run_wine, windows_path  # noqa: E402
 
 PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
 HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
@@ -23,6 +24,7 @@ SAVE, ADD, DELETE, UPDATE = 1039, 1040, 1041, 1042
 LINKED, MISSING, PACKAGED = 0, 1, 2
 LIBRARY = 'Maxtrel Orvando Document Manager'
 LINK_LABEL = 'Link instead of copying'
+HELP_ENGINE = r'HKCR\CLSID\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\InprocServer32'
 
 
 def session_entries():
@@ -110,6 +112,18 @@ class ViewerCase(unittest.TestCase):
         viewer.photograph('e2e-left-work')
         viewer.press(key)
         return viewer
+
+    def record_help(self):
+        """Calls for help are noted in the file that this gives, until the end of the test."""
+        record = self.folder / 'help.txt'
+        os.environ['MXOV_HELP_RECORD'] = windows_path(record)
+        self.addCleanup(os.environ.pop, 'MXOV_HELP_RECORD')
+        _, registered = run_wine('reg', 'query', HELP_ENGINE, '/ve')
+        engine = re.search(r'REG_(?:EXPAND_)?SZ\s+(\S.*)', registered)
+        self.assertTrue(engine, registered)
+        self.addCleanup(change_registry, 'add', HELP_ENGINE, '/ve', '/d', engine.group(1).strip(), '/f')
+        change_registry('add', HELP_ENGINE, '/ve', '/d', windows_path(BUILD / 'tests/recording_engine.dll'), '/f')
+        return record
 
     def refuse_saving(self):
         """The folder of the samples takes no new file from now on (tools/with-display sees to it that this holds
