@@ -3,9 +3,23 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 #include <vector>
 
 namespace bench {
+
+inline double MedianOf(std::vector<double> times) {
+    std::ranges::sort(times);
+    return times[times.size() / 2];
+}
+
+/// Duration of one call, in milliseconds.
+template <typename Work>
+double Time(Work work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
 
 /// Median duration of `runs` calls, in milliseconds. `prepare` runs before each call and is not timed.
 template <typename Prepare, typename Work>
@@ -13,13 +27,9 @@ double Median(int runs, Prepare prepare, Work work) {
     std::vector<double> times;
     for (int run = 0; run < runs; ++run) {
         prepare();
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - start;
-        times.push_back(spent.count());
+        times.push_back(Time(work));
     }
-    std::nth_element(times.begin(), times.begin() + runs / 2, times.end());
-    return times[static_cast<size_t>(runs / 2)];
+    return MedianOf(std::move(times));
 }
 
 template <typename Work>
