@@ -159,18 +159,16 @@ void MXOVGroupBoxEx::OnPaint() {
         CStatic::OnPaint();
         return;
     }
-    {
-        CPaintDC dc(this);
-        const int saved = dc.SaveDC();
-        dc.SetBkMode(TRANSPARENT);
-        dc.SetTextColor(m_useTitleColour ? m_titleColour : RGB(0, 0, 0));
-        PaintFrame(dc);
-        if (m_collapsible == 1) {
-            PaintIcon(dc);
-        }
-        dc.RestoreDC(saved);
+    CPaintDC dc(this);
+    const int saved = dc.SaveDC();
+    dc.SetBkMode(TRANSPARENT);
+    dc.SetTextColor(RGB(0, 0, 0));
+    PaintFrame(dc);
+    PaintTitle(dc);
+    if (m_collapsible == 1) {
+        PaintIcon(dc);
     }
-    PaintTitle();
+    dc.RestoreDC(saved);
 }
 
 void MXOVGroupBoxEx::OnMouseMove(UINT flags, CPoint point) {
@@ -286,15 +284,18 @@ void MXOVGroupBoxEx::PaintFrame(CDC& dc) {
 }
 
 // The title has a device context of its own: its background is opaque whatever the rest of the painting
-// needs. It comes after that: the system would have to make another context while the first is in use.
-void MXOVGroupBoxEx::PaintTitle() {
+// needs.
+void MXOVGroupBoxEx::PaintTitle(CDC& dc) {
     CString title;
     GetWindowText(title);
-    CClientDC dc(this);
-    const SelectedObject selectedFont(dc, m_titleFont);
-    dc.SetTextColor(m_titleColour);
+    if (m_useTitleColour) {
+        dc.SetTextColor(m_titleColour);
+    }
+    CClientDC titleDc(this);
+    const SelectedObject selectedFont(titleDc, m_titleFont);
+    titleDc.SetTextColor(m_titleColour);
     const CRect header = GetHeaderRect();
-    dc.TextOut(header.left + 5, header.top + 2, title);
+    titleDc.TextOut(header.left + 5, header.top + 2, title);
 }
 
 void MXOVGroupBoxEx::PaintIcon(CDC& dc) {

@@ -95,6 +95,6 @@ private:
     void MoveWindowsBelow(int distance);
     void MoveBox(int height);
     void PaintFrame(CDC& dc);
-    void PaintTitle();
+    void PaintTitle(CDC& dc);
     void PaintIcon(CDC& dc);
 };

@@ -187,6 +187,16 @@ TEST_F(SectionPaintTest, TitleLiesOverTheGreyHeader) {
     EXPECT_GT(picture.Count(header, kGrey), 0);
 }
 
+TEST_F(SectionPaintTest, IconLiesOverALongTitle) {
+    Bind();
+    box.SetWindowText(L"G Code" + CString(L' ', 200));
+    const Picture picture = Look();
+    const CRect icon = box.GetIconRect();
+    const int ground = picture.Count(icon, kWhite);
+    EXPECT_GT(ground, 0) << "the title reaches as far as that";
+    EXPECT_LT(ground + picture.Count(icon, BoxParent::kFace), icon.Width() * icon.Height());
+}
+
 TEST_F(SectionPaintTest, TitleIsWholeAfterAPartOfTheBoxWasPainted) {
     Bind();
     const Picture whole = Look();
