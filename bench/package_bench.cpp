@@ -10,7 +10,7 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
+#include <vector>
 
 using namespace mxovshare;
 

@@ -52,14 +52,11 @@ std::vector<FolderFile> FilesBelow(const std::wstring& folder) {
     return files;
 }
 
-// What office programs leave beside a document while it is open in them: "~$" before its name or in place of
-// the first two characters, or ".~lock." before and "#" behind its name.
+// The lock of a document: "~$" before its name or in place of the first two characters, or ".~lock." before
+// and
+// "#" behind its name.
 constexpr std::wstring_view kOwner = L"~$";
 constexpr std::wstring_view kLock = L".~lock.";
-
-bool IsLock(const std::wstring& name) {
-    return name.starts_with(kOwner) || (name.starts_with(kLock) && name.ends_with(L'#'));
-}
 
 bool IsLockOf(const std::wstring& lock, std::wstring name) {
     if (lock.starts_with(kLock))
@@ -127,12 +124,12 @@ std::vector<FileChange> Compare(const std::wstring& folder, const std::vector<Pa
                                 Sameness isSame) {
     std::map<std::wstring, const PackageEntry*, NameLess> missing;
     for (const PackageEntry& entry : entries) {
-        if (!entry.isFolder && !IsLock(FileName(entry.name)))
+        if (!entry.isFolder && !mxovshare::IsOfficeLock(FileName(entry.name)))
             missing.emplace(entry.name, &entry);
     }
     std::vector<FileChange> changes;
     for (const FolderFile& file : FilesBelow(folder)) {
-        if (IsLock(NameOf(file)))
+        if (mxovshare::IsOfficeLock(NameOf(file)))
             continue;
         const auto found = missing.find(file.name);
         if (found == missing.end()) {
@@ -162,8 +159,9 @@ bool DiffersFromPackage(const std::wstring& folder, const std::wstring& packageF
 
 std::vector<std::wstring> FindOpenDocuments(const std::wstring& folder) {
     std::vector<FolderFile> files = FilesBelow(folder);
-    const auto firstLock = std::partition(files.begin(), files.end(),
-                                          [](const FolderFile& file) { return !IsLock(NameOf(file)); });
+    const auto firstLock = std::partition(files.begin(), files.end(), [](const FolderFile& file) {
+        return !mxovshare::IsOfficeLock(NameOf(file));
+    });
     std::vector<std::wstring> open;
     for (auto lock = firstLock; lock != files.end(); ++lock) {
         for (auto file = files.begin(); file != firstLock; ++file) {

@@ -5,6 +5,7 @@
 #include "mxovshare.h"
 
 #include <cstdint>
+#include <string_view>
 #include <utility>
 
 namespace mxovshare {
@@ -40,6 +41,13 @@ struct InformationSection {
     std::wstring name;
     std::vector<std::pair<std::wstring, std::wstring>> values;
 };
+
+/// Whether a file of this name is a lock that an office program keeps beside a document while it is open
+/// there:
+/// "~$..." or ".~lock....#".
+inline bool IsOfficeLock(std::wstring_view name) noexcept {
+    return name.starts_with(L"~$") || (name.starts_with(L".~lock.") && name.ends_with(L'#'));
+}
 
 /// Packs every file below `folder` into a new package `file`, replacing an old one in one step when complete.
 /// The locks that office programs leave beside open documents are left out.

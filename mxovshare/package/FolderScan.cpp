@@ -1,6 +1,7 @@
 #include "package/FolderScan.h"
 
 #include "host/LongPath.h"
+#include "mxovpackage.h"
 #include "package/CaseFold.h"
 #include "package/EntryName.h"
 #include "package/FileTimes.h"
@@ -9,7 +10,6 @@
 
 #include <algorithm>
 #include <cwchar>
-#include <string_view>
 #include <tuple>
 
 #include <windows.h>
@@ -57,11 +57,8 @@ bool IsLink(const WIN32_FIND_DATAW& data) {
            (data.dwReserved0 == IO_REPARSE_TAG_SYMLINK || data.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
 }
 
-// What office programs leave beside a document while it is open in them.
-bool IsOfficeLock(const WIN32_FIND_DATAW& data) {
-    const std::wstring_view name = data.cFileName;
-    return (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 &&
-           (name.starts_with(L"~$") || (name.starts_with(L".~lock.") && name.ends_with(L'#')));
+bool IsLock(const WIN32_FIND_DATAW& data) {
+    return (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 && IsOfficeLock(data.cFileName);
 }
 
 // Empty when the name is not valid Unicode.
@@ -102,7 +99,7 @@ private:
         for (Search found(folder.path); found; found.Next(folder.path)) {
             const WIN32_FIND_DATAW& data = *found;
             if (std::wcscmp(data.cFileName, L".") == 0 || std::wcscmp(data.cFileName, L"..") == 0 ||
-                IsOfficeLock(data))
+                IsLock(data))
                 continue;
             isEmpty = false;
             Take(folder, data);

@@ -4,19 +4,14 @@ import pathlib
 import shutil
 import unittest
 
-from viewercase import PREFIX, SAVE, ViewerCase, information, linked_file
+from viewercase import PREFIX, PROPERTIES, SAVE, ViewerCase, information, linked_file, properties_of
 from viewerdriver import BUILD, change_registry, windows_path
 
 NAME, PATH, SIZE, BROWSE, DESCRIPTION, HISTORY, STATUS, HELP = 1033, 1034, 1035, 1036, 1037, 1032, 1046, 1049
-TITLE = 'Document Properties'
 UNDECORATED = 'undecorated.exe'
 DRAWING = rf'HKCU\Software\Wine\AppDefaults\{UNDECORATED}\X11 Driver'
 CAPTION_MIDDLE = 12  # pixels below the window's top
 ROW_HEIGHT = 17
-
-
-def popup_of(shown):
-    return next((window for window in shown.others if window.text == TITLE), None)
 
 
 def live_information():
@@ -27,12 +22,12 @@ def live_information():
 class PopupTest(ViewerCase):
     def click_row(self, viewer, shown, index, row=0):
         """Clicks a row of a list; gives the popup that comes."""
-        before = popup_of(shown)
+        before = properties_of(shown)
         header = shown.lists()[index].find(class_name='SysHeader32')
         viewer.click(header.rect[0] + 40, header.rect[3] + row * ROW_HEIGHT + ROW_HEIGHT // 2)
-        now = viewer.wait('the popup', lambda s: popup_of(s) and (
-            not before or popup_of(s).handle != before.handle))
-        return now, popup_of(now)
+        now = viewer.wait('the popup', lambda s: properties_of(s) and (
+            not before or properties_of(s).handle != before.handle))
+        return now, properties_of(now)
 
     def click_item(self, viewer, window, number):
         rect = window.find(id=number).rect
@@ -73,7 +68,7 @@ class PopupTest(ViewerCase):
         """Clicks an empty place of the control."""
         box = shown.boxes()[0]
         viewer.click(box.rect[0] + 3, box.rect[3] + 1)
-        return viewer.wait('the popup is closed', lambda s: not popup_of(s))
+        return viewer.wait('the popup is closed', lambda s: not properties_of(s))
 
     def test_every_keystroke_is_in_the_file(self):
         viewer, shown = self.open_sample()
@@ -87,12 +82,12 @@ class PopupTest(ViewerCase):
             viewer.press(key)
             typed += key
             shown = viewer.wait('the keystroke', lambda s: (
-                popup_of(s).find(id=DESCRIPTION).text == before + typed))
+                properties_of(s).find(id=DESCRIPTION).text == before + typed))
             self.assertIn(f'CADFileDescription={before}{typed}\n', live_information().replace('\r\n', '\n'))
         viewer.wait('Save comes on', lambda s: s.item(SAVE).enabled)
         # Inside, and on a label, it stays.
         self.click_item(viewer, popup, NAME)
-        self.assertTrue(popup_of(viewer.snapshot()))
+        self.assertTrue(properties_of(viewer.snapshot()))
         shown = self.close_outside(viewer, shown)
         self.discard(viewer)
 
@@ -109,7 +104,7 @@ class PopupTest(ViewerCase):
         self.click_item(viewer, popup, DESCRIPTION)
         viewer.press('ctrl+a', 'Delete')
         enter(viewer)
-        shown = viewer.wait('the text', lambda s: popup_of(s).find(id=DESCRIPTION).text == text and
+        shown = viewer.wait('the text', lambda s: properties_of(s).find(id=DESCRIPTION).text == text and
                             s.item(SAVE).enabled)
         self.click_item(viewer, shown.frame, SAVE)
         viewer.wait('the package is saved', lambda s: not s.item(SAVE).enabled and not s.others)
@@ -153,32 +148,32 @@ class PopupTest(ViewerCase):
         # A click elsewhere meanwhile leaves the popup.
         box = during.boxes()[0]
         viewer.click(box.rect[0] + 3, box.rect[3] + 1)
-        self.assertTrue(popup_of(viewer.snapshot()))
+        self.assertTrue(properties_of(viewer.snapshot()))
         self.focus_dialog(viewer)
         viewer.press('Escape')
         shown = viewer.wait('the file dialog is gone', lambda s: len(s.others) == 1)
-        self.assertEqual(popup_of(shown).find(id=PATH).text, path)
+        self.assertEqual(properties_of(shown).find(id=PATH).text, path)
         self.assertFalse(shown.item(SAVE).enabled)
         other = linked_file('other.sldprt')
         other.write_bytes(b'x' * 1025)
         self.addCleanup(other.unlink)
         chosen = path.rsplit('\\', 1)[0] + '\\other.sldprt'
-        self.browse(viewer, popup_of(shown))
+        self.browse(viewer, properties_of(shown))
         self.focus_dialog(viewer)
         viewer.type(chosen)
         viewer.press('Return')
         shown = viewer.wait('the other file', lambda s: len(s.others) == 1 and
-                            popup_of(s).find(id=NAME).text == 'other.sldprt' and s.item(SAVE).enabled)
+                            properties_of(s).find(id=NAME).text == 'other.sldprt' and s.item(SAVE).enabled)
         # The dialog gives the folder as it is spelled on the disk.
-        self.assertEqual(popup_of(shown).find(id=PATH).text.lower(), chosen.lower())
-        self.assertEqual(popup_of(shown).find(id=SIZE).text, '2 KB')
-        self.assertIn(f'CADFilePath={popup_of(shown).find(id=PATH).text}', live_information())
+        self.assertEqual(properties_of(shown).find(id=PATH).text.lower(), chosen.lower())
+        self.assertEqual(properties_of(shown).find(id=SIZE).text, '2 KB')
+        self.assertIn(f'CADFilePath={properties_of(shown).find(id=PATH).text}', live_information())
         self.close_outside(viewer, shown)
         self.discard(viewer)
 
     def focus_dialog(self, viewer):
         """Into the file dialog's name field."""
-        dialog = next(w for w in viewer.snapshot().others if w.text != TITLE)
+        dialog = next(w for w in viewer.snapshot().others if w.text != PROPERTIES)
         edit = next(w for w in dialog.walk() if w.class_name == 'Edit' and w.visible)
         viewer.click(edit.rect[0] + 10, (edit.rect[1] + edit.rect[3]) // 2)
 
@@ -202,7 +197,7 @@ class PopupTest(ViewerCase):
         # The popup has no mnemonics: these keys neither type nor reach the window behind it.
         viewer.press('alt+Down', 'alt+s', 'alt+x', 'y')
         shown = viewer.wait('the key after them', lambda s: (
-            popup_of(s).find(id=DESCRIPTION).text == before + 'xy'))
+            properties_of(s).find(id=DESCRIPTION).text == before + 'xy'))
         self.assertTrue(shown.item(SAVE).enabled)
         self.assertEqual(information(self.sample)['FILEINFO']['CADFileDescription'], before)
         # It closes the popup and not the viewer; then the keys are the viewer's again.
@@ -226,7 +221,7 @@ class PopupTest(ViewerCase):
         viewer.wait('the viewer is active', lambda s: s.focus in [w.handle for w in s.frame.walk()])
         viewer.press('alt+s')
         shown = viewer.wait('the package is saved', lambda s: not s.item(SAVE).enabled)
-        self.assertEqual(popup_of(shown).find(id=DESCRIPTION).text, 'z')
+        self.assertEqual(properties_of(shown).find(id=DESCRIPTION).text, 'z')
         self.assertEqual(information(self.sample)['FILEINFO']['CADFileDescription'], 'z')
         # A popup that was edited says so once more when it closes, saved or not.
         shown = self.close_outside(viewer, shown)
@@ -246,7 +241,7 @@ class PopupTest(ViewerCase):
             viewer.photograph('e2e-caption')
             left, top, right, _ = popup.rect
             viewer.click((left + right) // 2, top + CAPTION_MIDDLE)
-            shown = viewer.wait('the popup is closed', lambda s: not popup_of(s))
+            shown = viewer.wait('the popup is closed', lambda s: not properties_of(s))
             self.assertEqual(shown.lists()[3].selected, [row])
         self.finish(viewer)
 
@@ -262,7 +257,7 @@ class PopupTest(ViewerCase):
             '7806', windows_path(BUILD / 'bin/lang/English/KVT.chm'))
         self.assertEqual(command, '15')
         self.assertEqual((topic, path.lower()), (expected[0], expected[1].lower()))
-        self.assertTrue(popup_of(viewer.snapshot()))
+        self.assertTrue(properties_of(viewer.snapshot()))
         self.close_outside(viewer, shown)
         self.finish(viewer)
 

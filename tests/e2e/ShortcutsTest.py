@@ -2,15 +2,10 @@
 """The viewer's shortcuts, also while the properties of a document have the focus, and the help they open."""
 import unittest
 
-from viewercase import LIBRARY, SAVE, ViewerCase
+from viewercase import LIBRARY, SAVE, ViewerCase, properties_of
 from viewerdriver import BUILD, PROGRAM, Viewer, windows_path
 
 DESCRIPTION = 1037
-TITLE = 'Document Properties'
-
-
-def properties_of(shown):
-    return next((window for window in shown.others if window.text == TITLE), None)
 
 
 class ShortcutsTest(ViewerCase):

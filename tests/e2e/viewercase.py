@@ -24,7 +24,13 @@ SAVE, ADD, DELETE, UPDATE = 1039, 1040, 1041, 1042
 LINKED, MISSING, PACKAGED = 0, 1, 2
 LIBRARY = 'Maxtrel Orvando Document Manager'
 LINK_LABEL = 'Link instead of copying'
+PROPERTIES = 'Document Properties'
 HELP_ENGINE = r'HKCR\CLSID\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\InprocServer32'
+
+
+def properties_of(shown):
+    """The properties of a document; None while they are not shown."""
+    return next((window for window in shown.others if window.text == PROPERTIES), None)
 
 
 def session_entries():
