@@ -6,7 +6,6 @@ add_library(minimal_control SHARED
 target_link_libraries(minimal_control PRIVATE framework warnings)
 mxov_quick_load(minimal_control)
 target_link_options(minimal_control PRIVATE -s)
-target_compile_options(minimal_control PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O2>)
 set_target_properties(minimal_control PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MXOV_BUILD}/bench PREFIX "")
 set_source_files_properties(MinimalControl.rc PROPERTIES
     COMPILE_OPTIONS "-I;${CMAKE_SOURCE_DIR}/MXOVDocViewCtrl/resources"

@@ -3,7 +3,11 @@ add_compile_definitions(UNICODE _UNICODE STRICT NOMINMAX WIN32_LEAN_AND_MEAN WIN
                         NTDDI_VERSION=0x0A000000)
 add_compile_options($<$<COMPILE_LANGUAGE:C,CXX>:-fstack-protector-strong>)
 add_link_options(-static -fstack-protector-strong -Wl,--no-insert-timestamp -Wl,--nxcompat -Wl,--dynamicbase)
+# Line numbers are all that a crash report needs, and half of what full debug information takes to build.
+set(CMAKE_C_FLAGS_RELWITHDEBINFO "-O2 -g1 -DNDEBUG")
+set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O2 -g1 -DNDEBUG")
 set(CMAKE_RC_FLAGS "-c 65001")
+set(CMAKE_UNITY_BUILD ${MXOV_UNITY})
 set(MXOV_BIN ${MXOV_BUILD}/bin)
 
 # Makes a library or program quick to load: its stack guard is drawn without loading other libraries, and its
@@ -22,19 +26,4 @@ function(mxov_deliver target)
                 ${CMAKE_BINARY_DIR}/$<TARGET_FILE_NAME:${target}>.debug
         COMMAND ${CMAKE_STRIP} --strip-debug --strip-unneeded $<TARGET_FILE:${target}>
         VERBATIM)
-endfunction()
-
-# A test program that runs under Wine: mxov_test(NAME [DESKTOP] SOURCES... LIBRARIES...). DESKTOP: it shows windows
-# or moves the mouse and therefore never runs beside another one.
-function(mxov_test name)
-    cmake_parse_arguments(arg "DESKTOP" "" "SOURCES;LIBRARIES" ${ARGN})
-    add_executable(${name} ${arg_SOURCES})
-    target_compile_definitions(${name} PRIVATE _GLIBCXX_ASSERTIONS)
-    target_link_libraries(${name} PRIVATE test_support gtest warnings ${arg_LIBRARIES})
-    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MXOV_BUILD}/tests)
-    add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-run $<TARGET_FILE:${name}>)
-    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
-    if(arg_DESKTOP)
-        set_tests_properties(${name} PROPERTIES RESOURCE_LOCK desktop)
-    endif()
 endfunction()

@@ -14,7 +14,7 @@ namespace mxovshare {
 namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-constexpr DWORD kLongestPause = 8; // milliseconds; all pauses of one reading are twice that
+constexpr DWORD kLongestReadPause = 8; // milliseconds; all pauses of one reading are twice that
 constexpr int kAttempts = 4;       // to read a file that changes meanwhile
 
 // The native form of a full path.
@@ -46,7 +46,7 @@ FileHandle OpenForReading(const std::wstring& path) {
         FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
         const DWORD error = GetLastError();
-        if (file || error != ERROR_SHARING_VIOLATION || pause > kLongestPause) {
+        if (file || error != ERROR_SHARING_VIOLATION || pause > kLongestReadPause) {
             SetLastError(error);
             return file;
         }

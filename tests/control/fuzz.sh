@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Runs one kind of fuzzing, or, as "planted", faults that are put in on purpose and must be found. The program itself
-# ends when nothing goes on for a minute; MXOV_FUZZ_SECONDS is the most that a whole run may take.
+# fuzz.sh KIND [COUNT [SEED]]: runs one kind of fuzzing, or, as "planted", faults that are put in on purpose and must be
+# found. Without a count it takes the short one, or the long one of ./test --long (MXOV_LONG). The program itself ends when
+# nothing goes on for a minute; MXOV_FUZZ_SECONDS is the most that a whole run may take.
 set -uo pipefail
 cd "$(dirname "$0")"
 . ../../tools/env.sh
@@ -23,6 +24,10 @@ run() { # SECONDS RUN...: what happened, in one word
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 
+declare -A short=([invoke]=300000 [messages]=60000 [cycles]=140) long=([invoke]=10000000 [messages]=1000000 [cycles]=400)
+if [ $# -eq 1 ] && [ -n "${short[$1]:-}" ]; then
+    [ -z "${MXOV_LONG:-}" ] && set -- "$1" "${short[$1]}" || set -- "$1" "${long[$1]}"
+fi
 if [ "$1" != planted ]; then
     run "${MXOV_FUZZ_SECONDS:-600}" "$@"
     cat "$log"

@@ -15,6 +15,5 @@ foreach(program ${guide_programs})
     add_dependencies(guide_${program} MXOVDocViewCtrl mxovshare)
 endforeach()
 target_link_libraries(guide_LanguageHost PRIVATE mxovshare)
-add_test(NAME control.guide COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/guide.sh)
-set_tests_properties(control.guide PROPERTIES FIXTURES_REQUIRED registered_control RESOURCE_LOCK desktop TIMEOUT 300
-    ENVIRONMENT MXOV_BUILD=${MXOV_BUILD})
+mxov_add_test(control.guide DESKTOP COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/guide.sh registered)
+mxov_add_test(control.guide.unregistered DESKTOP CLEAN COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/guide.sh unregistered)

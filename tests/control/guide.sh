@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Runs the samples of the host guide and compares what they print. Those that need no registration run in a prefix
-# where the control was never registered.
+# guide.sh registered|unregistered: runs the samples of the host guide and compares what they print. Those that need no
+# registration run where the control was never registered.
 set -uo pipefail
 cd "$(dirname "$0")"
 . ../../tools/env.sh
 samples=$MXOV_BUILD/guide
-work=$MXOV_BUILD/guide-host
+work=$MXOV_BUILD/guide-$1
 failures=0
 windows() { echo "Z:${1//\//\\}"; }
 
@@ -20,50 +20,49 @@ expect() { # WHAT EXIT-CODE COMMAND...; expected lines on standard input
     fi
 }
 
-./guide-samples ../../docs/host-guide.md "$samples" || exit 1
-rm -rf "$work"
-mkdir -p "$work/package"
-printf '[FILEINFO]\r\nCADFilePath=Q:\\part.sldprt\r\n' >"$work/package/mxinfo.ini"
-folder="$(windows "$work/package")\\"
+registered() {
+    mkdir -p "$work/package"
+    printf '[FILEINFO]\r\nCADFilePath=Q:\\part.sldprt\r\n' >"$work/package/mxinfo.ini"
+    folder="$(windows "$work/package")\\"
 
-expect script 7 wine cscript //nologo "$(windows "$samples/script.vbs")" "$folder" <<'LINES'
+    expect script 7 wine cscript //nologo "$(windows "$samples/script.vbs")" "$folder" <<'LINES'
 _DMXOVDocView
 kept
 done
 LINES
-echo 'LoadFile 0, Close 0' | expect 'ATL host' 0 wine "$samples/AtlHost.exe" "$folder" "${folder}none.mxov"
-echo 'DoVerb 0, LoadFile 0, SetObjectRects 0' |
-    expect 'C++ host' 0 wine "$samples/SiteHost.exe" "$folder" "${folder}none.mxov"
-echo '1 Datum' | expect 'host in German' 0 wine "$samples/LanguageHost.exe" German
-echo '0 Date' | expect 'host in a language that there is not' 0 wine "$samples/LanguageHost.exe" Martian
+    echo 'LoadFile 0, Close 0' | expect 'ATL host' 0 wine "$samples/AtlHost.exe" "$folder" "${folder}none.mxov"
+    echo 'DoVerb 0, LoadFile 0, SetObjectRects 0' |
+        expect 'C++ host' 0 wine "$samples/SiteHost.exe" "$folder" "${folder}none.mxov"
+    echo '1 Datum' | expect 'host in German' 0 wine "$samples/LanguageHost.exe" German
+    echo '0 Date' | expect 'host in a language that there is not' 0 wine "$samples/LanguageHost.exe" Martian
+}
 
-mkdir -p "$work/host"
-cp "$MXOV_BUILD"/bin/{MXOVDocViewCtrl.ocx,MXOVDocViewCtrl.manifest,mxovshare.dll} "$work/host"
-cp "$samples/SideBySideHost.exe" "$work/host"
-cp "$samples/SideBySideHost.exe" "$work/host/ManifestHost.exe"
-cp "$samples/ManifestHost.exe.manifest" "$work/host"
-export WINEPREFIX=$work/wine
-mkdir -p "$WINEPREFIX"
-wineboot -i >/dev/null 2>&1
-trap 'wineserver -k' EXIT
-wineserver -w
-wineserver -p
-unset WINEPATH
-if wine reg query 'HKCR\CLSID\{6406FF95-0F04-4382-852B-89E0979EAEE8}' >/dev/null 2>&1; then
-    echo 'FAILED: the control is registered here'
-    failures=$((failures + 1))
-fi
-expect 'no description, no control' 2 wine "$work/host/SideBySideHost.exe" </dev/null
-expect 'a context of the host' 0 wine "$work/host/SideBySideHost.exe" \
-    "$(windows "$work/host/MXOVDocViewCtrl.manifest")" <<'LINES'
+unregistered() {
+    mkdir -p "$work/host"
+    cp "$MXOV_BUILD"/bin/{MXOVDocViewCtrl.ocx,MXOVDocViewCtrl.manifest,mxovshare.dll} "$work/host"
+    cp "$samples/SideBySideHost.exe" "$work/host"
+    cp "$samples/SideBySideHost.exe" "$work/host/ManifestHost.exe"
+    cp "$samples/ManifestHost.exe.manifest" "$work/host"
+    unset WINEPATH
+    if wine reg query 'HKCR\CLSID\{6406FF95-0F04-4382-852B-89E0979EAEE8}' >/dev/null 2>&1; then
+        echo 'FAILED: the control is registered here'
+        failures=$((failures + 1))
+    fi
+    expect 'no description, no control' 2 wine "$work/host/SideBySideHost.exe" </dev/null
+    expect 'a context of the host' 0 wine "$work/host/SideBySideHost.exe" \
+        "$(windows "$work/host/MXOVDocViewCtrl.manifest")" <<'LINES'
 ProgID 0
 type library 0
 themed
 LINES
-expect 'a manifest of the host' 0 wine "$work/host/ManifestHost.exe" <<'LINES'
+    expect 'a manifest of the host' 0 wine "$work/host/ManifestHost.exe" <<'LINES'
 ProgID 0
 type library 0
 themed
 LINES
+}
+
+rm -rf "$work"
+"$1"
 echo "$failures failed"
 [ "$failures" -eq 0 ]

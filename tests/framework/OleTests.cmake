@@ -33,8 +33,6 @@ mxov_test(framework_ole_tests DESKTOP
         OleTestControl.cpp
         PropertyPageTest.cpp
         RegistrationTest.cpp
-        ../support/ControlInterfaces.cpp
-        ../support/MockContainer.cpp
     LIBRARIES framework ole_test_guids)
 target_include_directories(framework_ole_tests PRIVATE ${ole_generated})
 

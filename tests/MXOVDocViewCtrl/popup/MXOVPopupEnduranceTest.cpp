@@ -1,4 +1,5 @@
-// What opening, filling and closing the popup again and again leaves behind. MXOV_POPUP_CYCLES: how often.
+// What opening, filling and closing the popup again and again leaves behind. MXOV_POPUP_CYCLES: how often; without it
+// a few times, more often in ./test --long (MXOV_LONG).
 #include "PopupFixture.h"
 #include "ProcessResources.h"
 #include "RealMouse.h"
@@ -10,7 +11,8 @@
 namespace {
 
 constexpr int kWarmUp = 20;
-constexpr int kUsualCycles = 200;
+constexpr int kShortCycles = 60;
+constexpr int kLongCycles = 200;
 constexpr int kTemplateShare = 10; // one cycle of the template alone for so many of the popup
 constexpr int kHistoryEntries = 20;
 // What the system's own caches may take or give back meanwhile, however many cycles there are.
@@ -19,7 +21,9 @@ constexpr std::int64_t kToleratedBytes = 16384;
 
 int WantedCycles() {
     const char* wanted = std::getenv("MXOV_POPUP_CYCLES");
-    return wanted ? std::atoi(wanted) : kUsualCycles;
+    if (wanted)
+        return std::atoi(wanted);
+    return std::getenv("MXOV_LONG") ? kLongCycles : kShortCycles;
 }
 
 void Print(const char* what, int count, const ProcessResources& grown) {

@@ -1,0 +1,40 @@
+# Sourced by the commands that people call: one line for each step, everything else in build/log/, whose end is shown
+# when a step fails.
+. "$(dirname "${BASH_SOURCE[0]}")/env.sh"
+mkdir -p "$MXOV_BUILD/log"
+
+# A path as the user would name it.
+short() { echo "${1#"$PWD"/}"; }
+
+# fail WHAT ADVICE: ends the command with one line that says what to do.
+fail() {
+    echo "${0##*/}: $1; $2" >&2
+    exit 1
+}
+
+# fail_with_log LOG WHAT ADVICE
+fail_with_log() {
+    tail -n 40 "$1" >&2
+    fail "$2 (all of it: $(short "$1"))" "$3"
+}
+
+# step NAME ADVICE COMMAND...: runs a command, its output in the log of that name.
+step() {
+    local name=$1 advice=$2 log=$MXOV_BUILD/log/$1.log
+    shift 2
+    "$@" >"$log" 2>&1 || fail_with_log "$log" "$name ended with $?" "$advice"
+}
+
+# count LOG VERB: copies its input to the log and shows how far it is, by marks such as "12/173" at the start of a line:
+# in place on a terminal, once at the end elsewhere.
+count() {
+    local log=$1 line shown= in_place=
+    [ ! -t 1 ] || in_place=yes
+    while IFS= read -r line; do
+        printf '%s\n' "$line" >>"$log"
+        [[ $line =~ ^[[:space:]\[]*([1-9][0-9]*)/([0-9]+) ]] || continue
+        shown="$2 ${BASH_REMATCH[1]} of ${BASH_REMATCH[2]}"
+        [ -z "$in_place" ] || printf '\r\033[K%s' "$shown"
+    done
+    [ -z "$shown" ] || printf '%s\n' "${in_place:+$'\r\033[K'}$shown"
+}
