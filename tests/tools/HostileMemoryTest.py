@@ -5,14 +5,18 @@ import pathlib
 import shutil
 import struct
 import subprocess
+import sys
 import tempfile
 import unittest
 import zlib
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
+
+import wineprogram  # noqa: E402
+
 BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
 PROGRAM = BUILD / 'bin' / 'mxovpkg.exe'
-ENVIRONMENT = {'WINEDEBUG': '-all', 'WINEDLLOVERRIDES': 'mscoree,mshtml=', **os.environ,
-               'WINEPREFIX': str(BUILD / 'wine')}
+ENVIRONMENT = {'WINEDLLOVERRIDES': 'mscoree,mshtml=', **wineprogram.with_errors()}
 MOST_MEMORY = 256 << 10  # KB
 MOST_TIME = 2  # seconds of the processor
 MEGABYTE = 1 << 20

@@ -12,11 +12,14 @@ import time
 import unittest
 import zipfile
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
+
+from wineprogram import windows_path  # noqa: E402
+
 BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
 PROGRAM = BUILD / 'bin' / 'mxovpkg.exe'
 DOCUMENTATION = pathlib.Path(__file__).resolve().parents[2] / 'docs' / 'package-format.md'
-ENVIRONMENT = {'WINEDEBUG': '-all', 'WINEDLLOVERRIDES': 'mscoree,mshtml=', **os.environ,
-               'WINEPREFIX': str(BUILD / 'wine')}
+ENVIRONMENT = {'WINEDEBUG': '-all', 'WINEDLLOVERRIDES': 'mscoree,mshtml=', **os.environ}
 
 INFORMATION = '''[FILEINFO]
 MaxtlreVersion=Maxtrel Orvando 2024
@@ -52,10 +55,6 @@ Additional Documents
   certificate.pdf  0 KB        2024-04-22 11:05:37  missing
   plan.pdf         1 KB        2024-05-15 07:31:50  packaged
 '''
-
-
-def windows_path(path):
-    return 'Z:' + str(path).replace('/', '\\')
 
 
 class MxovpkgTest(unittest.TestCase):
