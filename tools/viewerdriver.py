@@ -2,12 +2,17 @@
 
 Needs a display and the Wine prefix of the build tree (tools/with-display, tools/install-in-prefix).
 """
+import functools
 import json
 import os
 import pathlib
 import subprocess
+import sys
 import tempfile
 import time
+
+import xdisplay
+from wineprogram import run_wine, windows_path, with_errors
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = pathlib.Path(os.environ.get('MXOV_BUILD', ROOT / 'build'))
@@ -18,33 +23,13 @@ LISTS = (1004, 1005, 1006, 1007)
 PATIENCE = 60  # seconds
 
 
-def windows_path(path):
-    """The name under which a Wine program sees a file of this system."""
-    return 'Z:' + str(pathlib.Path(path).absolute()).replace('/', '\\')
-
-
-def run_wine(*words, errors=subprocess.DEVNULL):
-    """Runs a Wine program to its end; gives its exit code and output. Through a file: services that Wine starts on
-    the way would hold a pipe open for ever."""
-    with tempfile.TemporaryFile() as output:
-        code = subprocess.run(['wine', *words], stdout=output, stderr=errors, check=False).returncode
-        output.seek(0)
-        return code, output.read().decode('utf-8', 'replace').replace('\r\n', '\n')
-
-
-def change_registry(*words):
-    """Runs `reg`, which has to succeed: a change that stays out unnoticed shows up as the fault of another test."""
-    code, output = run_wine('reg', *words, errors=subprocess.STDOUT)
-    if code != 0:
-        raise AssertionError(f'reg {" ".join(words)} ended with {code}: {output}')
-
-
 class Window:
     """One window as it was when the snapshot was taken."""
 
     def __init__(self, data):
         self.handle, self.class_name, self.id = data['handle'], data['class'], data['id']
         self.text, self.visible, self.enabled = data['text'], data['visible'], data['enabled']
+        self.display = data['display']  # its number on the X display; 0 for what lies inside another
         self.rect = tuple(data['rect'])
         self.columns = [(column['title'], column['width']) for column in data.get('columns', [])]
         self.rows = [(*row['texts'], row['image']) for row in data.get('rows', [])]
@@ -100,9 +85,9 @@ class Viewer:
     """A viewer process. `with Viewer(...)` ends it in any case; `close` ends it as a user does."""
 
     def __init__(self, *arguments, program='viewer.exe'):
-        self.log = open(BUILD / 'viewer.log', 'w+', encoding='utf-8', errors='replace')
+        self.log = tempfile.TemporaryFile('w+', encoding='utf-8', errors='replace')
         self.process = subprocess.Popen(['wine', windows_path(BUILD / 'bin' / program), *arguments],
-                                        stdout=self.log, stderr=subprocess.STDOUT)
+                                        stdout=self.log, stderr=subprocess.STDOUT, env=with_errors())
 
     def __enter__(self):
         return self
@@ -114,32 +99,46 @@ class Viewer:
         self.log.close()
 
     @staticmethod
-    def dump(*words):
-        """What WindowDump prints; None when it fails."""
-        code, output = run_wine(windows_path(BUILD / 'tests/WindowDump.exe'), *words)
-        return output if code == 0 else None
+    def run_dump(*words):
+        return run_wine(windows_path(BUILD / 'tests/WindowDump.exe'), *map(str, words))
+
+    def dump(self, *words):
+        """What WindowDump prints; it has to succeed."""
+        return self.run_dump(*words).expect().output
 
     def snapshot(self):
-        """What is shown now; None while there is no window."""
-        text = self.dump('windows')
-        return Snapshot(json.loads(text)) if text else None
+        """What is shown now."""
+        return self.wait('the window', lambda s: True)
 
     def wait(self, what, condition):
         """Waits until the condition holds for a snapshot, and gives that snapshot."""
-        end = time.monotonic() + PATIENCE
         snapshot = None
+
+        def look():
+            nonlocal snapshot
+            ended = self.run_dump('windows')
+            snapshot = Snapshot(json.loads(ended.output)) if ended.code == 0 else None
+            if snapshot and condition(snapshot):
+                return None
+            return (f'shown: {[window.text for window in [snapshot.frame, *snapshot.others]]}' if snapshot
+                    else str(ended))
+        self.wait_until_nothing_hinders(what, look)
+        return snapshot
+
+    def wait_until_nothing_hinders(self, what, look):
+        """Waits until `look` gives None; until then it tells what hinders."""
+        end = time.monotonic() + PATIENCE
         while time.monotonic() < end:
             ended = self.process.poll()
-            snapshot = self.snapshot()
-            if snapshot and condition(snapshot):
-                return snapshot
+            hindrance = look()
+            if hindrance is None:
+                return
             if ended is not None:
                 self.log.seek(0)
-                raise AssertionError(f'{what}: the viewer ended with {ended}: {self.log.read()}')
+                raise AssertionError(f'{what}: the viewer ended with {ended}: {self.log.read() or "no word"}')
             time.sleep(0.05)
-        self.photograph('failure')
-        shown = [window.text for window in [snapshot.frame, *snapshot.others]] if snapshot else 'no window'
-        raise AssertionError(f'{what}: not within {PATIENCE} seconds; shown: {shown}')
+        self.photograph(f'failure-{pathlib.Path(sys.argv[0]).stem}')
+        raise AssertionError(f'{what}: not within {PATIENCE} seconds; {hindrance}')
 
     def wait_for_package(self, name):
         return self.wait(f'{name} is open', lambda s: (
@@ -156,20 +155,69 @@ class Viewer:
         subprocess.run(['xdotool', *map(str, words)], check=True)
 
     @staticmethod
-    def display_window(package=None):
-        """The display's number of the viewer's window."""
-        title = f'{package} - {PROGRAM}' if package else PROGRAM
-        run = subprocess.run(['xdotool', 'search', '--onlyvisible', '--name', f'^{title}$'], check=True,
-                             capture_output=True, text=True)
-        return int(run.stdout.split()[0])
+    @functools.cache
+    def display():
+        return xdisplay.Display()
+
+    def input_state(self, x=0, y=0):
+        """Where keys, and a click at a point, go to; text instead when nothing is to be pressed now."""
+        ended = self.run_dump('input', x, y)
+        if ended.code != 0:
+            return str(ended)
+        state = json.loads(ended.output)
+        return 'a modifier key still counts as held down' if state['held'] else state
+
+    def hindrance_for_keys(self):
+        """Why a key would not reach the viewer; None when it would. The window manager passes the display's focus on
+        in its own time, and what is pressed until then goes nowhere."""
+        state = self.input_state()
+        if isinstance(state, str):
+            return state
+        window, name = state['foreground'], f'"{state["foreground"]["text"]}"'
+        if not (state['viewer'] and window['enabled'] and window['display']):
+            return f'the foreground window {name} takes no keys'
+        if not state['focused']:
+            return f'nothing in {name} has the focus'
+        return None if self.display().focus() == window['display'] else f'the display has not given {name} the focus yet'
+
+    def hindrance_for_clicks(self, x, y):
+        """Why a click where the mouse is now would not reach the window that the viewer shows there; None when it
+        would. The window manager maps and moves windows in its own time."""
+        state = self.input_state(x, y)
+        if isinstance(state, str):
+            return state
+        window, name, display = state['at'], f'"{state["at"]["text"]}"', self.display()
+        area = display.area(window['display'])
+        if not area or display.mouse() != (display.outermost(window['display']), (x, y)):
+            return f'the mouse is not over {name} yet'
+        # The display's window is what is inside the borders, which are alike at the left, at the right and below.
+        borders = {area[0] - window['rect'][0], window['rect'][2] - area[2], window['rect'][3] - area[3]}
+        return None if len(borders) == 1 else f'{name} is on its way to another place'
+
+    def point(self, x, y):
+        """Moves the mouse to a window of the viewer that is ready for it."""
+        self.do('mousemove', x, y)
+        self.wait_until_nothing_hinders('the mouse reaches the viewer', lambda: self.hindrance_for_clicks(x, y))
 
     def click(self, x, y, button=1):
-        self.do('mousemove', x, y, 'click', button)
+        self.point(x, y)
+        self.do('click', button)
+
+    def double_click(self, x, y):
+        self.point(x, y)
+        self.do('click', '--repeat', 2, '--delay', 10, 1)
+
+    def drag(self, start, end):
+        """Presses the button at one point and releases it at another."""
+        self.point(*start)
+        self.do('mousedown', 1, 'mousemove', *end, 'mouseup', 1)
 
     def press(self, *keys):
+        self.wait_until_nothing_hinders(f'{" ".join(keys)} reaches the viewer', self.hindrance_for_keys)
         self.do('key', '--clearmodifiers', *keys)
 
     def type(self, text):
+        self.wait_until_nothing_hinders('typing reaches the viewer', self.hindrance_for_keys)
         self.do('type', '--delay', 5, text)
 
     def kill(self):

@@ -43,9 +43,8 @@ class CatalogueTest(ViewerCase):
 
     def test_control_follows_the_window(self):
         viewer, before = self.open_sample()
-        window = viewer.display_window('bracket.mxov')
         for width, height in ((1150, 900), (900, 700), (1100, 640)):
-            viewer.do('windowsize', window, width, height)
+            viewer.do('windowsize', before.frame.display, width, height)
             shown = viewer.wait('the control has followed', lambda s: (
                 s.frame.size != before.frame.size
                 and s.frame.find(class_name='#32770').rect == s.frame.find(class_name='AtlAxWin').rect

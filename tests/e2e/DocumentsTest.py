@@ -5,7 +5,8 @@ import time
 import unittest
 
 from viewercase import BUILD, ViewerCase, session_folder
-from viewerdriver import PATIENCE, change_registry, run_wine, windows_path
+from viewerdriver import PATIENCE
+from wineprogram import change_registry, query_registry, windows_path
 
 KINDS = ('.nc', '.html', '.pdf')
 CLASS = 'MXOVTestDocument'
@@ -24,8 +25,7 @@ class DocumentsTest(ViewerCase):
 
     def register(self, key, value):
         """Sets a key's own value until the end of the test."""
-        _, text = run_wine('reg', 'query', key, '/ve')
-        before = re.search(r'REG_SZ\s+(\S.*)', text)
+        before = re.search(r'REG_SZ\s+(\S.*)', query_registry(key, '/ve'))
         if before:
             self.addCleanup(change_registry, 'add', key, '/ve', '/d', before[1], '/f')
         else:
@@ -36,7 +36,7 @@ class DocumentsTest(ViewerCase):
         """A double click on a row's name; gives what is written there."""
         shown = viewer.snapshot().lists()[number]
         x, y = self.row_place(shown, row)
-        viewer.do('mousemove', x, y, 'click', '--repeat', 2, '--delay', 60, 1)
+        viewer.double_click(x, y)
         return shown.rows[row][0]
 
     def opened(self, count):

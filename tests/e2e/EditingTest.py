@@ -7,7 +7,8 @@ import zipfile
 
 from viewercase import (DELETE, LINKED, MISSING, PACKAGED, SAVE, ViewerCase, information, profile_value,
                         session_entries, session_folder)
-from viewerdriver import PROGRAM, windows_path
+from viewerdriver import PROGRAM
+from wineprogram import windows_path
 
 
 class EditingTest(ViewerCase):

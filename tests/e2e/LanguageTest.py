@@ -2,7 +2,8 @@
 import unittest
 
 from viewercase import SAVE, ViewerCase
-from viewerdriver import Viewer, windows_path
+from viewerdriver import Viewer
+from wineprogram import windows_path
 
 NAME_LABEL, PATH_LABEL, SIZE_LABEL, DESCRIPTION_LABEL, PROPERTIES_BOX = 1042, 1043, 1044, 1045, 1030
 DESCRIPTION, HISTORY, HELP_ICON = 1037, 1032, 1049
@@ -47,7 +48,7 @@ class LanguageTest(ViewerCase):
         for view in shown.lists():
             self.assertEqual([title for title, _ in view.columns], list(columns))
         left, top, _, _ = shown.lists()[3].rect
-        viewer.do('mousemove', left + 40, top + 60, 'click', '--repeat', 2, '--delay', 60, 1)
+        viewer.double_click(left + 40, top + 60)
         shown = viewer.wait('the missing link is told', lambda s: other(s, text=TITLE))
         self.assertIn(missing, '\n'.join(window.text for window in other(shown, text=TITLE).walk()))
         viewer.press('Return')

@@ -6,7 +6,8 @@ import zipfile
 
 import dragsource
 from viewercase import ADD, DELETE, MISSING, PREFIX, ViewerCase, information, packed_rows, session_entries
-from viewerdriver import PROGRAM, Viewer, run_wine, windows_path
+from viewerdriver import PROGRAM, Viewer
+from wineprogram import query_registry, windows_path
 
 
 class OpeningTest(ViewerCase):
@@ -36,8 +37,7 @@ class OpeningTest(ViewerCase):
         pane = shown.frame.find(class_name='MXOVPreviewPane')
         for window, package in ((pane, self.legacy), (shown.lists()[2], self.sample)):
             name = pathlib.Path(package).name
-            title = 'bracket.mxov' if name == 'legacy.mxov' else 'legacy.mxov'
-            dragsource.drop(viewer.display_window(title), (window.rect[0] + 20, window.top + 20), package)
+            dragsource.drop(viewer.snapshot().frame.display, (window.rect[0] + 20, window.top + 20), package)
             viewer.wait_for_package(name)
         self.finish(viewer)
 
@@ -52,7 +52,7 @@ class OpeningTest(ViewerCase):
         self.assertIn('bracket.mxov', shown.texts())
         viewer.press('Return')
         viewer.wait_for_package('legacy.mxov')
-        _, recent = run_wine('reg', 'query', r'HKCU\Software\MXOVDocView\Viewer', '/v', 'RecentPackages')
+        recent = query_registry(r'HKCU\Software\MXOVDocView\Viewer', '/v', 'RecentPackages')
         self.assertIn('legacy.mxov', recent)
         self.assertNotIn('bracket.mxov', recent)
         self.finish(viewer)
@@ -130,7 +130,7 @@ class OpeningTest(ViewerCase):
         large = self.large_package()
         viewer = self.use(Viewer(windows_path(large)))
         viewer.wait('the progress', lambda s: 'Opening large.mxov' in s.texts())
-        viewer.do('windowactivate', '--sync', viewer.display_window())
+        viewer.do('windowactivate', '--sync', viewer.snapshot().frame.display)
         self.finish(viewer)
 
 

@@ -5,7 +5,8 @@ import shutil
 import unittest
 
 from viewercase import PREFIX, PROPERTIES, SAVE, ViewerCase, information, linked_file, properties_of
-from viewerdriver import BUILD, change_registry, windows_path
+from viewerdriver import BUILD
+from wineprogram import change_registry, windows_path
 
 NAME, PATH, SIZE, BROWSE, DESCRIPTION, HISTORY, STATUS, HELP = 1033, 1034, 1035, 1036, 1037, 1032, 1046, 1049
 UNDECORATED = 'undecorated.exe'

@@ -6,7 +6,8 @@ import unittest
 import zipfile
 
 from viewercase import LIBRARY, SAVE, ViewerCase, information, session_entries
-from viewerdriver import PATIENCE, PROGRAM, Viewer, windows_path
+from viewerdriver import PATIENCE, PROGRAM, Viewer
+from wineprogram import windows_path
 
 
 class RecoveryTest(ViewerCase):

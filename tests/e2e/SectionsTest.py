@@ -40,7 +40,7 @@ class SectionsTest(ViewerCase):
     def test_double_click_on_a_header_folds_once(self):
         viewer, before = self.open_sample()
         box = before.boxes()[1]
-        viewer.do('mousemove', box.rect[0] + 60, box.top + 8, 'click', '--repeat', 2, '--delay', 30, 1)
+        viewer.double_click(box.rect[0] + 60, box.top + 8)
         viewer.wait('the section is folded', lambda s: not s.lists()[1].visible)
         other = before.boxes()[0]
         viewer.click(other.rect[0] + 60, other.top + 8)
@@ -51,11 +51,9 @@ class SectionsTest(ViewerCase):
     def test_only_a_release_inside_the_header_folds(self):
         viewer, before = self.open_sample()
         box = before.boxes()[1]
-        viewer.do('mousemove', box.rect[0] + 60, box.top + 8, 'mousedown', 1,
-                  'mousemove', box.rect[0] + 60, box.rect[3] + 40, 'mouseup', 1)
+        viewer.drag((box.rect[0] + 60, box.top + 8), (box.rect[0] + 60, box.rect[3] + 40))
         other = before.boxes()[0]
-        viewer.do('mousemove', other.rect[0] + 60, other.top + 8, 'mousedown', 1,
-                  'mousemove', other.rect[0] + 160, other.top + 12, 'mouseup', 1)
+        viewer.drag((other.rect[0] + 60, other.top + 8), (other.rect[0] + 160, other.top + 12))
         shown = viewer.wait('the first section is folded', lambda s: not s.lists()[0].visible)
         self.assertTrue(shown.lists()[1].visible)
         self.finish(viewer)

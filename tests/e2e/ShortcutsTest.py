@@ -3,7 +3,8 @@
 import unittest
 
 from viewercase import LIBRARY, SAVE, ViewerCase, properties_of
-from viewerdriver import BUILD, PROGRAM, Viewer, windows_path
+from viewerdriver import BUILD, PROGRAM, Viewer
+from wineprogram import windows_path
 
 DESCRIPTION = 1037
 

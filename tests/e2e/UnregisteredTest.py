@@ -3,14 +3,15 @@
 import unittest
 
 from viewercase import ViewerCase, session_entries
-from viewerdriver import BUILD, Viewer, run_wine, windows_path
+from viewerdriver import BUILD, Viewer
+from wineprogram import run_wine, windows_path
 
 
 class UnregisteredTest(ViewerCase):
     def test_without_the_control_it_says_how_to_register_it(self):
         control = windows_path(BUILD / 'bin/MXOVDocViewCtrl.ocx')
-        self.assertEqual(run_wine('regsvr32', '/s', '/u', control)[0], 0)
-        self.addCleanup(run_wine, 'regsvr32', '/s', control)
+        run_wine('regsvr32', '/s', '/u', control).expect()
+        self.addCleanup(lambda: run_wine('regsvr32', '/s', control).expect())
         viewer = self.use(Viewer(windows_path(self.sample)))
         shown = viewer.wait_for_dialog('the message')
         self.assertIn(f'regsvr32 "{control}"', shown.texts())

@@ -15,7 +15,8 @@ import zipfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
 
-from viewerdriver import BUILD, ROOT, Viewer, change_registry, run_wine, windows_path  # noqa: E402
+from viewerdriver import BUILD, ROOT, Viewer  # noqa: E402
+from wineprogram import change_registry, forget_registry, query_registry, run_wine, windows_path  # noqa: E402
 
 PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
 HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
@@ -45,9 +46,7 @@ def session_folder():
 
 def profile_value(file, section, key):
     """A value as the platform's profile functions read it."""
-    code, text = run_wine(windows_path(BUILD / 'tests/ProfileValue.exe'), windows_path(file), section, key)
-    assert code == 0, f'ProfileValue ended with {code}'
-    return text
+    return run_wine(windows_path(BUILD / 'tests/ProfileValue.exe'), windows_path(file), section, key).expect().output
 
 
 def linked_file(name):
@@ -96,7 +95,7 @@ class ViewerCase(unittest.TestCase):
         subprocess.run([ROOT / 'tools/install-in-prefix'], check=True)
 
     def setUp(self):
-        run_wine('reg', 'delete', r'HKCU\Software\MXOVDocView', '/f')
+        forget_registry(r'HKCU\Software\MXOVDocView')
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix='mxov-e2e-'))
         self.addCleanup(shutil.rmtree, self.folder)
         self.sample = shutil.copy2(BUILD / 'bin/bracket.mxov', self.folder)
@@ -124,7 +123,7 @@ class ViewerCase(unittest.TestCase):
         record = self.folder / 'help.txt'
         os.environ['MXOV_HELP_RECORD'] = windows_path(record)
         self.addCleanup(os.environ.pop, 'MXOV_HELP_RECORD')
-        _, registered = run_wine('reg', 'query', HELP_ENGINE, '/ve')
+        registered = query_registry(HELP_ENGINE, '/ve')
         engine = re.search(r'REG_(?:EXPAND_)?SZ\s+(\S.*)', registered)
         self.assertTrue(engine, registered)
         self.addCleanup(change_registry, 'add', HELP_ENGINE, '/ve', '/d', engine.group(1).strip(), '/f')
@@ -147,7 +146,7 @@ class ViewerCase(unittest.TestCase):
     def open_changed_sample(self):
         """The sample, marked as changed the way the properties of a document do it."""
         viewer, _ = self.open_sample()
-        self.assertIsNotNone(viewer.dump('press', str(UPDATE)))
+        viewer.dump('press', UPDATE)
         viewer.wait('the package counts as changed', lambda s: s.item(SAVE).enabled)
         return viewer
 

@@ -1,7 +1,9 @@
 // Prints what a running viewer shows, seen from outside: `catalogue` its document lists for people, `windows`
 // all its windows as JSON for tests. `press NUMBER` sends the command of a button, a hidden one too, to its
 // dialog. `insert NUMBER FILE` replaces what is selected in a field of a popup with the text of a UTF-8 file,
-// as pasting does. Exit code 1: there is no viewer, or it cannot be read.
+// as pasting does. `input X Y` tells, as JSON, where keys and a click at this point of the screen go to. Exit
+// code 1: there is no viewer, or it cannot be read.
+#include "Json.h"
 #include "RemoteListView.h"
 
 #include <algorithm>
@@ -12,6 +14,7 @@
 #include <map>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -19,14 +22,6 @@ constexpr wchar_t kFrameClass[] = L"MXOVViewerFrame";
 constexpr int kFirstSection = 1000;
 constexpr int kFirstList = 1004;
 constexpr int kSections = 4;
-
-std::string Utf8(const std::wstring& text) {
-    std::string bytes(text.size() * 3, '\0');
-    bytes.resize(static_cast<std::size_t>(
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(),
-                            static_cast<int>(bytes.size()), nullptr, nullptr)));
-    return bytes;
-}
 
 std::wstring ClassName(HWND window) {
     wchar_t name[256] = L"";
@@ -76,34 +71,6 @@ std::vector<HWND> TopLevelWindows(HWND frame) {
     return windows;
 }
 
-std::string Quoted(const std::wstring& text) {
-    std::string quoted = "\"";
-    for (const char character : Utf8(text)) {
-        if (character == '"' || character == '\\')
-            quoted += '\\';
-        if (static_cast<unsigned char>(character) < ' ') {
-            char escape[8] = "";
-            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(character));
-            quoted += escape;
-        } else {
-            quoted += character;
-        }
-    }
-    return quoted + '"';
-}
-
-template <class Items, class Format>
-std::string Array(const Items& items, Format format) {
-    std::string text = "[";
-    for (const auto& item : items)
-        text += (text.size() > 1 ? "," : "") + format(item);
-    return text + "]";
-}
-
-const char* Truth(bool value) {
-    return value ? "true" : "false";
-}
-
 std::string Number(HWND window) {
     return std::to_string(reinterpret_cast<UINT_PTR>(window));
 }
@@ -121,6 +88,16 @@ std::string ListJson(const ListContent& list) {
            });
 }
 
+std::string RectangleJson(const RECT& area) {
+    return Array(std::vector<LONG>{area.left, area.top, area.right, area.bottom},
+                 [](LONG value) { return std::to_string(value); });
+}
+
+// The number of a top-level window on the X display; 0 when it has none.
+std::string DisplayNumber(HWND window) {
+    return std::to_string(reinterpret_cast<UINT_PTR>(GetPropW(window, L"__wine_x11_whole_window")));
+}
+
 std::string WindowJson(HWND window) {
     RECT area = {};
     GetWindowRect(window, &area);
@@ -129,20 +106,75 @@ std::string WindowJson(HWND window) {
         "{\"handle\":" + Number(window) + ",\"class\":" + Quoted(className) +
         ",\"id\":" + std::to_string(GetDlgCtrlID(window)) + ",\"text\":" + Quoted(Text(window)) +
         ",\"visible\":" + Truth(IsWindowVisible(window)) + ",\"enabled\":" + Truth(IsWindowEnabled(window)) +
-        ",\"rect\":" + Array(std::vector<LONG>{area.left, area.top, area.right, area.bottom}, [](LONG value) {
-            return std::to_string(value);
-        });
+        ",\"display\":" + DisplayNumber(window) + ",\"rect\":" + RectangleJson(area);
     if (className == L"SysListView32")
         json += ListJson(ReadListView(window));
     return json + ",\"children\":" + Array(Children(window), WindowJson) + "}";
 }
 
-void PrintWindows(HWND frame) {
+HWND FocusOfThread(HWND window) {
     GUITHREADINFO thread = {};
     thread.cbSize = sizeof thread;
-    GetGUIThreadInfo(GetWindowThreadProcessId(frame, nullptr), &thread);
-    std::printf("{\"focus\":%s,\"windows\":%s}\n", Number(thread.hwndFocus).c_str(),
-                Array(TopLevelWindows(frame), WindowJson).c_str());
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &thread);
+    return thread.hwndFocus;
+}
+
+std::string WindowsJson(HWND frame) {
+    return "{\"focus\":" + Number(FocusOfThread(frame)) +
+           ",\"windows\":" + Array(TopLevelWindows(frame), WindowJson) + "}";
+}
+
+// The windows change while they are read one after the other: two readings that are alike are of one moment.
+void PrintWindows(HWND frame) {
+    constexpr int kMostReadings = 10; // of something that changes all the time
+    std::string shown = WindowsJson(frame);
+    for (int i = 1; i < kMostReadings; ++i) {
+        const std::string before = std::exchange(shown, WindowsJson(frame));
+        if (shown == before)
+            break;
+    }
+    std::printf("%s\n", shown.c_str());
+}
+
+std::string TopLevelJson(HWND window) {
+    RECT area = {};
+    GetWindowRect(window, &area);
+    return "{\"text\":" + Quoted(window ? Text(window) : L"") + ",\"display\":" + DisplayNumber(window) +
+           ",\"enabled\":" + Truth(IsWindowEnabled(window)) + ",\"rect\":" + RectangleJson(area) + "}";
+}
+
+// The top-level window of any program that is in front at a point of the screen, its borders included.
+HWND WindowAt(POINT point) {
+    struct Search {
+        POINT point;
+        HWND found;
+    } search{point, nullptr};
+    EnumWindows(
+        [](HWND window, LPARAM parameter) -> BOOL {
+            auto& wanted = *reinterpret_cast<Search*>(parameter);
+            RECT area = {};
+            GetWindowRect(window, &area);
+            if (IsWindowVisible(window) && PtInRect(&area, wanted.point))
+                wanted.found = window;
+            return wanted.found == nullptr;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+// Keys go to the foreground window: `viewer` tells whether it is one of the viewer's, `focused` whether the
+// focus of its thread is inside, `held` whether a modifier key still counts as down.
+void PrintInput(HWND frame, POINT point) {
+    const HWND foreground = GetForegroundWindow();
+    const HWND focus = foreground ? FocusOfThread(foreground) : nullptr;
+    const std::vector<HWND> ours = TopLevelWindows(frame);
+    const bool viewer = std::find(ours.begin(), ours.end(), foreground) != ours.end();
+    constexpr int kKeys[] = {VK_SHIFT, VK_CONTROL, VK_MENU};
+    const bool held = std::any_of(std::begin(kKeys), std::end(kKeys),
+                                  [](int key) { return (GetAsyncKeyState(key) & 0x8000) != 0; });
+    std::printf("{\"viewer\":%s,\"focused\":%s,\"held\":%s,\"foreground\":%s,\"at\":%s}\n", Truth(viewer),
+                Truth(focus && GetAncestor(focus, GA_ROOT) == foreground), Truth(held),
+                TopLevelJson(foreground).c_str(), TopLevelJson(WindowAt(point)).c_str());
 }
 
 const char* ImageText(int image) {
@@ -215,12 +247,14 @@ void InsertText(HWND frame, int id, const std::wstring& text) {
 int main(int argc, char** argv) {
     const std::string_view command = argc > 1 ? argv[1] : "";
     const std::map<std::string_view, int> words = {
-        {"catalogue", 2}, {"windows", 2}, {"press", 3}, {"insert", 4}};
+        {"catalogue", 2}, {"windows", 2}, {"press", 3}, {"insert", 4}, {"input", 4}};
     const auto known = words.find(command);
     if (known == words.end() || argc != known->second) {
-        std::fputs("usage: WindowDump catalogue | windows | press NUMBER | insert NUMBER FILE\n", stderr);
+        std::fputs("usage: WindowDump catalogue | windows | press NUMBER | insert NUMBER FILE | input X Y\n",
+                   stderr);
         return 2;
     }
+    const auto number = [argv](int index) { return static_cast<int>(std::strtol(argv[index], nullptr, 10)); };
     try {
         const HWND frame = FindWindowW(kFrameClass, nullptr);
         if (!frame)
@@ -228,9 +262,11 @@ int main(int argc, char** argv) {
         if (command == "windows")
             PrintWindows(frame);
         else if (command == "press")
-            PressButton(frame, static_cast<int>(std::strtol(argv[2], nullptr, 10)));
+            PressButton(frame, number(2));
         else if (command == "insert")
-            InsertText(frame, static_cast<int>(std::strtol(argv[2], nullptr, 10)), ReadText(argv[3]));
+            InsertText(frame, number(2), ReadText(argv[3]));
+        else if (command == "input")
+            PrintInput(frame, {number(2), number(3)});
         else
             PrintCatalogue(frame);
         return 0;
