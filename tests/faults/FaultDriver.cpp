@@ -2,8 +2,8 @@
 // fault_driver CONTROL ACTION FOLDER PACKAGE SOURCE [MODE TARGET]...
 //   ACTION: edit, attach, remove or save. Without a mode it acts once. Each MODE TARGET arms the faults of
 //   the control file before the first of two acts, on the next of the folders FOLDER-0, FOLDER-1, ... and
-//   packages alike, and one line tells how it went: calls that could be spoilt, whether one was, and the
-//   messages to the user of the first act and of the second.
+//   packages alike, and one line tells how it went: calls that could be spoilt, whether one was, the messages
+//   to the user of the first act and of the second, and the name of the file that the spoilt call was about.
 #include "mxovpackage.h"
 #include "package/Notice.h"
 
@@ -18,6 +18,7 @@ namespace {
 
 struct Control {
     std::int32_t armed, target, mode, count, fired, victim;
+    char spoilt[64];
 };
 
 int notices = 0;
@@ -56,7 +57,7 @@ public:
 
     void Arm(int mode, int target) const {
         Control control = Read();
-        control = {1, target, mode, 0, 0, control.victim};
+        control = {1, target, mode, 0, 0, control.victim, {}};
         Write(control);
     }
     Control Disarm() const {
@@ -117,7 +118,7 @@ int wmain(int count, wchar_t** arguments) {
         const int first = notices;
         KeepState(next);
         Act(next, true);
-        std::printf("%d %d %d %d\n", after.count, after.fired, first, notices - first);
+        std::printf("%d %d %d %d %s\n", after.count, after.fired, first, notices - first, after.spoilt);
     }
     return 0;
 }

@@ -4,24 +4,18 @@
 A library preloaded into Wine (Shim.c) spoils one chosen file system call of the driver; what is on the disk
 afterwards is judged by Python alone.
 """
-import ctypes
 import itertools
-import mmap
-import os
 import pathlib
 import random
 import shutil
 import signal
 import subprocess
-import tempfile
-import typing
 import unittest
 import zipfile
 
-HERE = pathlib.Path(__file__).resolve().parent
-BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
-DRIVER = BUILD / 'tests' / 'fault_driver.exe'
-COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY, FLUSH_ERROR = range(8)
+from laboratory import (COUNT, FLUSH_ERROR, HALF_AND_KILL, INFORMATION_FLUSH_ERROR, IO_ERROR, KILL, NO_SPACE, READ_ONLY,
+                        SHORT, Laboratory)
+
 FEWEST_CALLS = 4  # of any action
 
 INFORMATION = (b'; by hand\r\n[FILEINFO]\r\nGCode=GCode\\a.nc\r\n[FILE_HISTORY_1]\r\nOperation=Created\r\n'
@@ -35,89 +29,6 @@ for line in (b'[REFERANCE_FILE_2]\r\nIsReferencedFile=NO\r\n', b'Description=\r\
 STATES = {'edit': {INFORMATION, EDITED}, 'attach': set(ATTACHED), 'remove': {INFORMATION, REMOVED}}
 DOCUMENTS = {'GCode/a.nc': b'G0 X1\r\n' * 20_000, 'ReferanceFiles/a.txt': random.Random(3).randbytes(300_000)}
 HISTORY = b'[FILE_HISTORY_'
-
-
-class Control(ctypes.Structure):
-    _fields_ = [(name, ctypes.c_int32) for name in ('armed', 'target', 'mode', 'count', 'fired', 'victim')]
-
-
-class Outcome(typing.NamedTuple):
-    """What became of one run of the driver."""
-    code: int  # of its end; -9 when it was killed
-    lines: list
-    errors: str  # what it and Wine said besides
-    count: int  # how many calls it made of those that can be spoilt
-    fired: bool  # whether one was
-
-
-class Act(typing.NamedTuple):
-    """One line of the driver: two acts, the first of which a fault may have hit."""
-    calls: int  # of the first
-    fired: int
-    told: int  # messages to the user
-    told_again: int  # in the second act
-
-
-def windows(path):
-    return 'Z:' + str(path).replace('/', '\\')
-
-
-class Laboratory:
-    """A Wine prefix of its own with the shim in its server, and a folder in which things go wrong."""
-
-    def __init__(self):
-        self.home = pathlib.Path(tempfile.mkdtemp(prefix='mxov-faults-'))
-        self.root = self.home / 'root'
-        self.root.mkdir()
-        shim = self.home / 'shim.so'
-        subprocess.run(['clang', '-shared', '-fPIC', '-O1', '-o', shim, HERE / 'Shim.c', '-ldl'], check=True)
-        self.make_prefix()
-        self.control_file = self.home / 'control'
-        self.control_file.write_bytes(bytes(ctypes.sizeof(Control)))
-        with open(self.control_file, 'r+b') as file:
-            self.memory = mmap.mmap(file.fileno(), 0)
-        self.control = Control.from_buffer(self.memory)
-        self.environment = dict(os.environ, WINEPREFIX=str(self.home / 'wine'), LD_PRELOAD=str(shim),
-                                MXOV_FAULT_CONTROL=str(self.control_file), MXOV_FAULT_ROOT=str(self.root))
-        self.environment.pop('DISPLAY', None)
-        subprocess.run(['wineserver', '-p'], env=self.environment, check=True)
-        self.source = self.home / 'source.txt'
-        self.source.write_bytes(b'a document to attach\r\n' * 1000)
-
-    def make_prefix(self):
-        """The build tree's prefix with a registry, and so a server, of its own."""
-        prefix = self.home / 'wine'
-        shutil.copytree(BUILD / 'wine' / 'dosdevices', prefix / 'dosdevices', symlinks=True)
-        (prefix / 'drive_c').symlink_to(BUILD / 'wine' / 'drive_c')
-        for name in ('system.reg', 'user.reg', 'userdef.reg', '.update-timestamp'):
-            shutil.copy(BUILD / 'wine' / name, prefix)
-
-    def close(self):
-        subprocess.run(['wineserver', '-k'], env=self.environment, check=False)
-        subprocess.run(['wineserver', '-w'], env=self.environment, check=False)
-        shutil.rmtree(self.home, ignore_errors=True)
-
-    def arm(self, mode, target):
-        self.control.target, self.control.mode, self.control.count, self.control.fired = target, mode, 0, 0
-        self.control.armed = 1
-
-    def drive(self, action, folder, package, *faults):
-        """Runs the driver to its end."""
-        # A file, since what Wine starts in the background keeps a pipe open.
-        with open(self.home / 'errors.txt', 'w+', encoding='utf-8', errors='replace') as errors:
-            run = subprocess.run(
-                ['wine', str(DRIVER), windows(self.control_file), action, windows(folder), windows(package),
-                 windows(self.source), *map(str, faults)],
-                env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=errors, timeout=300,
-                preexec_fn=self.become_victim, check=False)
-            self.control.armed = 0
-            errors.seek(0)
-            return Outcome(run.returncode, run.stdout.decode().split('\r\n')[:-1], errors.read(), self.control.count,
-                           bool(self.control.fired))
-
-    def become_victim(self):
-        """Called in the new process, which Wine's loader replaces: no other program that Wine starts is meant."""
-        self.control.victim = os.getpid()
 
 
 def make_folder(folder, documents=None):
@@ -161,7 +72,7 @@ class FaultTest(unittest.TestCase):
 
     def acts(self, outcome):
         self.assertEqual(outcome.code, 0, outcome)
-        return [Act(*map(int, line.split())) for line in outcome.lines]
+        return outcome.acts()
 
     def points(self, action):
         """How many calls there are to spoil, this time."""
@@ -250,7 +161,7 @@ class FaultTest(unittest.TestCase):
         # The next program that writes there cleans up.
         place = folder.parent
         outcome = self.lab.drive(action, place / 'folder', place / 'p.mxov', *(COUNT, 0) * killed)
-        self.assertEqual([act[1:] for act in self.acts(outcome)], [(0, 0, 0)] * killed)
+        self.assertEqual([act[1:4] for act in self.acts(outcome)], [(0, 0, 0)] * killed)
         for number in range(killed):
             with self.subTest(action=action, number=number):
                 self.check_clean(action, place / f'folder-{number}', place / f'p.mxov-{number}')
@@ -311,20 +222,46 @@ class FaultTest(unittest.TestCase):
 
     def test_a_flush_that_fails_while_a_large_package_is_written(self):
         """The system tells such a failure once, so what comes after it proves nothing."""
+        # At most four while the package is being written, some of which may be done in one, and one before it is
+        # replaced; then the information file's, whose text goes out again.
+        most, last = 5, 8
+        faults = [(FLUSH_ERROR, target) for target in range(1, last + 1)]
+        faults += [(INFORMATION_FLUSH_ERROR, target) for target in (1, 2)]
         large = random.Random(5).randbytes(30_000_000)
-        for number in range(8):
+        for number in range(len(faults)):
             folder, _ = self.scene(number)
             (folder / 'large.bin').write_bytes(large)
         place = folder.parent
-        faults = [word for target in range(1, 9) for word in (FLUSH_ERROR, target)]
-        outcome = self.lab.drive('save', place / 'folder', place / 'p.mxov', *faults)
-        # Three while the package is being written, one when it is, one before it is replaced; then the information
-        # file's, whose text goes out again without one word.
-        self.assertEqual([act[1:] for act in self.acts(outcome)], [(1, 1, 0)] * 5 + [(1, 0, 0)] + [(0, 0, 0)] * 2)
-        for number in range(8):
-            first = pathlib.Path(f'{place / "p.mxov"}-{number}.first').read_bytes()
-            self.assertEqual(first == self.old_package, number < 5)
-            self.assertEqual(contents(place / f'p.mxov-{number}')['large.bin'], large)
+        outcome = self.lab.drive('save', place / 'folder', place / 'p.mxov', *(word for fault in faults for word in fault))
+        acts = self.acts(outcome)
+        self.assertEqual(len(acts), len(faults), outcome)
+        for number, (fault, act) in enumerate(zip(faults, acts)):
+            mode, target = fault
+            of_package = mode == FLUSH_ERROR
+            with self.subTest(fault=fault, act=act):
+                if act.fired:
+                    self.assertIn(f'p.mxov-{number}' if of_package else 'mxinfo.ini', act.spoilt)
+                else:
+                    self.assertEqual(act.spoilt, '')
+                    self.assertLess(act.calls, target)
+                # The user is told of a package that is not saved, and once only.
+                refused = bool(act.fired and of_package)
+                self.assertEqual((act.told, act.told_again), (int(refused), 0))
+                package = pathlib.Path(f'{place / "p.mxov"}-{number}')
+                first = pathlib.Path(f'{package}.first')
+                information = pathlib.Path(f'{place / "folder"}-{number}.first.ini').read_bytes()
+                self.assertEqual(first.read_bytes() == self.old_package, refused)
+                self.assertEqual(information == INFORMATION, refused)
+                if not refused:
+                    self.assertEqual(contents(first)['mxinfo.ini'], information)
+                self.assertEqual(contents(package)['large.bin'], large)
+        fired = {fault for fault, act in zip(faults, acts) if act.fired}
+        # One while the package is being written, the one before it is replaced, and none beyond the last.
+        self.assertLessEqual({(FLUSH_ERROR, 1), (FLUSH_ERROR, 2), (INFORMATION_FLUSH_ERROR, 1)}, fired)
+        self.assertLessEqual(fired, {*((FLUSH_ERROR, target) for target in range(1, most + 1)),
+                                     (INFORMATION_FLUSH_ERROR, 1)})
+        again = acts[faults.index((INFORMATION_FLUSH_ERROR, 1))]
+        self.assertGreater(again.calls, 1, 'the information file goes out again')
 
     def test_a_file_system_of_512_kilobytes(self):
         small = self.lab.home / 'small'

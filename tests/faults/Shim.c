@@ -16,13 +16,14 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
-enum { COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY, FLUSH_ERROR };
+enum { COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY, FLUSH_ERROR, INFORMATION_FLUSH_ERROR };
 enum { WRITE = 1, FLUSH = 2 }; /* kinds of calls that some modes are about */
 
 struct control {
     int armed, target, mode; /* set by the tests; target counts from 1 */
     int count, fired;        /* set here */
     int victim;              /* the process to kill; set by the tests */
+    char spoilt[64];         /* the name of the file that the spoilt call was about; set here */
 };
 
 static struct control *control;
@@ -60,12 +61,12 @@ static int concerns(const char *path) {
     return strstr(path, root) != NULL;
 }
 
-static int concernsFd(int fd) {
-    char link[64], path[PATH_MAX];
+static int concernsFd(int fd, char path[PATH_MAX]) {
+    char link[64];
     if (!control || !control->armed)
         return 0;
     snprintf(link, sizeof(link), "/proc/self/fd/%d", fd);
-    ssize_t length = readlink(link, path, sizeof(path) - 1);
+    ssize_t length = readlink(link, path, PATH_MAX - 1);
     if (length < 0)
         return 0;
     path[length] = 0;
@@ -77,9 +78,13 @@ static void killVictim(void) {
 }
 
 /* What to do with the next call that concerns the folder: 0 go on, 1 fail, 2 half of it. */
-static int judge(int kind) {
-    if (control->mode == FLUSH_ERROR && kind != FLUSH)
-        return 0;
+static int judge(int kind, const char *path) {
+    if (control->mode == FLUSH_ERROR || control->mode == INFORMATION_FLUSH_ERROR) {
+        /* Of the information file, or of any other. */
+        int information = strstr(path, "mxinfo.ini") != NULL;
+        if (kind != FLUSH || information != (control->mode == INFORMATION_FLUSH_ERROR))
+            return 0;
+    }
     int number = __sync_add_and_fetch(&control->count, 1);
     if (control->mode == READ_ONLY) {
         control->fired = 1;
@@ -90,6 +95,8 @@ static int judge(int kind) {
         return 0;
     if (kind != WRITE && (control->mode == HALF_AND_KILL || control->mode == SHORT))
         return 0;
+    const char *slash = strrchr(path, '/');
+    snprintf(control->spoilt, sizeof(control->spoilt), "%s", slash ? slash + 1 : path);
     control->fired = 1;
     if (control->mode == KILL)
         killVictim();
@@ -105,7 +112,7 @@ static int judge(int kind) {
 #define PATH_CALL(name, parameters, path, ...) \
     int name parameters { \
         NEXT(int, #name); \
-        if (concerns(path) && judge(0)) \
+        if (concerns(path) && judge(0, path)) \
             return -1; \
         return next(__VA_ARGS__); \
     }
@@ -119,7 +126,8 @@ PATH_CALL(chmod, (const char *path, mode_t mode), path, path, mode)
 #define FD_CALL(name, kind, parameters, fd, ...) \
     int name parameters { \
         NEXT(int, #name); \
-        if (concernsFd(fd) && judge(kind)) \
+        char path[PATH_MAX]; \
+        if (concernsFd(fd, path) && judge(kind, path)) \
             return -1; \
         return next(__VA_ARGS__); \
     }
@@ -137,7 +145,7 @@ FD_CALL(fchmod, 0, (int fd, mode_t mode), fd, fd, mode)
         va_start(list, flags); \
         mode_t mode = flags & (O_CREAT | O_TMPFILE) ? va_arg(list, mode_t) : 0; \
         va_end(list); \
-        if ((flags & (O_CREAT | O_TRUNC)) && concerns(path) && judge(0)) \
+        if ((flags & (O_CREAT | O_TRUNC)) && concerns(path) && judge(0, path)) \
             return -1; \
         return next(path, flags, mode); \
     }
@@ -154,8 +162,9 @@ static size_t sizeOf(const struct iovec *parts, int count) {
 #define WRITE_CALL(name, parameters, size, half, ...) \
     ssize_t name parameters { \
         NEXT(ssize_t, #name); \
-        if (concernsFd(fd)) { \
-            switch (judge(WRITE)) { \
+        char path[PATH_MAX]; \
+        if (concernsFd(fd, path)) { \
+            switch (judge(WRITE, path)) { \
             case 1: return -1; \
             case 2: { \
                 size_t part = (size) / 2; \
