@@ -22,6 +22,9 @@ protected:
     void BindColoured(const wchar_t* title = L"Abc") {
         box.m_glyphColour = kGlyph;
         Bind(title);
+        LOGFONT font = box.m_logFont;
+        font.lfQuality = Picture::kTextQuality;
+        box.SetLogFont(font);
         box.SetBackgroundColor(kBackground).SetBorderColor(kBorder).SetHeaderColor(kHeader);
     }
 

@@ -15,6 +15,14 @@ constexpr WORD kCollapsedIcon = 147;
 
 class SectionPaintTest : public SectionBoxTest {
 protected:
+    void SetUp() override {
+        LOGFONTW font{};
+        ASSERT_NE(GetObjectW(box.m_titleFont.GetSafeHandle(), sizeof font, &font), 0);
+        font.lfQuality = Picture::kTextQuality;
+        ASSERT_TRUE(box.m_titleFont.DeleteObject());
+        ASSERT_TRUE(box.m_titleFont.CreateFontIndirect(&font));
+    }
+
     /// The section as it looks when nothing is left to paint.
     Picture Look() const {
         parent.Paint();
@@ -200,10 +208,22 @@ TEST_F(SectionPaintTest, IconLiesOverALongTitle) {
 TEST_F(SectionPaintTest, TitleIsWholeAfterAPartOfTheBoxWasPainted) {
     Bind();
     const Picture whole = Look();
+    const CRect title(5, 2, 200, 15);
+    ASSERT_GT(whole.Count(title, kTitle), 10);
+    // Nothing of it is left from before.
+    HDC dc = GetDC(box.m_hWnd);
+    CBrush brush(BoxParent::kFace);
+    FillRect(dc, title, brush);
+    ReleaseDC(box.m_hWnd, dc);
+    ASSERT_EQ(Picture(box.m_hWnd).Count(title, kTitle), 0);
     const CRect part(20, 0, 30, 20);
     RedrawWindow(box.m_hWnd, part, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
     const Picture again(box.m_hWnd);
-    EXPECT_EQ(again.Count(box.GetHeaderRect(), kTitle), whole.Count(box.GetHeaderRect(), kTitle));
+    for (int y = title.top; y < title.bottom; ++y) {
+        for (int x = title.left; x < title.right; ++x) {
+            ASSERT_EQ(again.At(x, y), whole.At(x, y)) << x << ", " << y;
+        }
+    }
 }
 
 TEST_F(SectionPaintTest, PaintingKeepsTheNumberOfDrawingObjects) {

@@ -8,6 +8,9 @@
 /// A copy of the client area of a window with its children, as it stands on the screen surface.
 class Picture {
 public:
+    /// The quality of a font whose text is compared: smoothed text need not look the same in each painting.
+    static constexpr BYTE kTextQuality = NONANTIALIASED_QUALITY;
+
     explicit Picture(HWND window);
 
     /// The colour of a pixel; CLR_INVALID outside.
