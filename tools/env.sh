@@ -13,3 +13,8 @@ export WINEDLLOVERRIDES='mscoree,mshtml='
 # Programs find mxovshare.dll here, as they would beside the host.
 WINEPATH=$(echo "Z:$MXOV_BUILD/bin" | tr / '\\')
 export WINEPATH
+# How to start Wine programs. Debian's Wine has no preloader that keeps addresses free: its loader lies at 0x7d000000 and
+# its heap begins at a random place in the gigabyte behind it. About once in 8000 starts the heap covers 0x7ffe0000,
+# where Wine has to map its shared data, and the program ends with code 1 before its first instruction.
+at_fixed_addresses=()
+! setarch -R true 2>/dev/null || at_fixed_addresses=(setarch -R)

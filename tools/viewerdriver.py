@@ -1,6 +1,6 @@
 """Drives a running viewer from outside with a real mouse and keyboard, and reads what its windows show.
 
-Needs a display and the Wine prefix of the build tree (tools/with-display, tools/install-in-prefix).
+Runs inside tools/with-desktop.
 """
 import functools
 import json
@@ -12,7 +12,7 @@ import tempfile
 import time
 
 import xdisplay
-from wineprogram import run_wine, windows_path, with_errors
+from wineprogram import run_wine, windows_path
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = pathlib.Path(os.environ.get('MXOV_BUILD', ROOT / 'build'))
@@ -87,7 +87,7 @@ class Viewer:
     def __init__(self, *arguments, program='viewer.exe'):
         self.log = tempfile.TemporaryFile('w+', encoding='utf-8', errors='replace')
         self.process = subprocess.Popen(['wine', windows_path(BUILD / 'bin' / program), *arguments],
-                                        stdout=self.log, stderr=subprocess.STDOUT, env=with_errors())
+                                        stdout=self.log, stderr=subprocess.STDOUT)
 
     def __enter__(self):
         return self
@@ -100,7 +100,7 @@ class Viewer:
 
     @staticmethod
     def run_dump(*words):
-        return run_wine(windows_path(BUILD / 'tests/WindowDump.exe'), *map(str, words))
+        return run_wine(windows_path(BUILD / 'tools/WindowDump.exe'), *map(str, words))
 
     def dump(self, *words):
         """What WindowDump prints; it has to succeed."""

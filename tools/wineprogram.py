@@ -1,33 +1,8 @@
 """Runs Wine programs to their end for tests and tools, and keeps what they and Wine say."""
-import ctypes
-import os
 import pathlib
 import subprocess
-import sys
 import tempfile
 import typing
-
-ADDR_NO_RANDOMIZE = 0x40000
-CURRENT = 0xFFFFFFFF
-
-
-def fix_addresses():
-    """Has every process that this one starts lie at fixed addresses.
-
-    Debian's Wine has no preloader that keeps addresses free. Its loader lies at 0x7d000000 and its heap begins at a
-    random place in the gigabyte behind it: about once in some thousand starts it covers 0x7ffe0000, where Wine has to
-    map its shared data, and the program ends with code 1 before its first instruction."""
-    personality = ctypes.CDLL(None, use_errno=True).personality
-    personality.argtypes = [ctypes.c_ulong]
-    now = personality(CURRENT)
-    if now & ADDR_NO_RANDOMIZE == 0 and personality(now | ADDR_NO_RANDOMIZE) == -1:
-        print('Addresses stay random here: now and then a Wine program will not start.', file=sys.stderr)
-
-
-def with_errors(environment=os.environ):
-    """This environment, in which Wine tells why a program does not start. `-all` alone would hide that too."""
-    channels = environment.get('WINEDEBUG', '-all')
-    return {**environment, 'WINEDEBUG': f'{channels},err+all' if channels.endswith('-all') else channels}
 
 
 def windows_path(path):
@@ -58,7 +33,7 @@ def run_wine(*words):
     a pipe open for ever."""
     with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
         code = subprocess.run(['wine', *words], stdin=subprocess.DEVNULL, stdout=output, stderr=errors,
-                              env=with_errors(), check=False).returncode
+                              check=False).returncode
         texts = []
         for file in (output, errors):
             file.seek(0)
@@ -88,5 +63,3 @@ def run_reg_that_may_miss(*words):
         return ended._replace(output='')
     return ended.expect()
 
-
-fix_addresses()

@@ -90,10 +90,6 @@ def information(package, name='mxinfo.ini'):
 class ViewerCase(unittest.TestCase):
     maxDiff = None
 
-    @classmethod
-    def setUpClass(cls):
-        subprocess.run([ROOT / 'tools/install-in-prefix'], check=True)
-
     def setUp(self):
         forget_registry(r'HKCU\Software\MXOVDocView')
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix='mxov-e2e-'))
@@ -131,7 +127,7 @@ class ViewerCase(unittest.TestCase):
         return record
 
     def refuse_saving(self):
-        """The folder of the samples takes no new file from now on (tools/with-display sees to it that this holds
+        """The folder of the samples takes no new file from now on (tools/with-desktop sees to it that this holds
         for root too)."""
         self.folder.chmod(0o555)
         self.addCleanup(self.allow_saving)

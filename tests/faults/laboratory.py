@@ -12,10 +12,9 @@ import typing
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parents[1] / 'tools'))
 
-from wineprogram import windows_path, with_errors  # noqa: E402
+from wineprogram import windows_path  # noqa: E402
 
 BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
-TEMPLATE = BUILD / 'wine'
 DRIVER = BUILD / 'tests' / 'fault_driver.exe'
 COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY, FLUSH_ERROR, INFORMATION_FLUSH_ERROR = range(9)
 
@@ -56,26 +55,18 @@ class Laboratory:
         self.root.mkdir()
         shim = self.home / 'shim.so'
         subprocess.run(['clang', '-shared', '-fPIC', '-O1', '-o', shim, HERE / 'Shim.c', '-ldl'], check=True)
-        self.make_prefix()
+        subprocess.run([HERE.parents[1] / 'tools/copy-prefix', self.home / 'wine'], check=True)
         self.control_file = self.home / 'control'
         self.control_file.write_bytes(bytes(ctypes.sizeof(Control)))
         with open(self.control_file, 'r+b') as file:
             self.memory = mmap.mmap(file.fileno(), 0)
         self.control = Control.from_buffer(self.memory)
-        self.environment = dict(with_errors(), WINEPREFIX=str(self.home / 'wine'), LD_PRELOAD=str(shim),
+        self.environment = dict(os.environ, WINEPREFIX=str(self.home / 'wine'), LD_PRELOAD=str(shim),
                                 MXOV_FAULT_CONTROL=str(self.control_file), MXOV_FAULT_ROOT=str(self.root))
         self.environment.pop('DISPLAY', None)
         subprocess.run(['wineserver', '-p'], env=self.environment, check=True)
         self.source = self.home / 'source.txt'
         self.source.write_bytes(b'a document to attach\r\n' * 1000)
-
-    def make_prefix(self):
-        """The build tree's prefix with a registry, and so a server, of its own."""
-        prefix = self.home / 'wine'
-        shutil.copytree(TEMPLATE / 'dosdevices', prefix / 'dosdevices', symlinks=True)
-        (prefix / 'drive_c').symlink_to(TEMPLATE / 'drive_c')
-        for name in ('system.reg', 'user.reg', 'userdef.reg', '.update-timestamp'):
-            shutil.copy(TEMPLATE / name, prefix)
 
     def close(self):
         subprocess.run(['wineserver', '-k'], env=self.environment, check=False)

@@ -19,7 +19,6 @@ from wineprogram import windows_path  # noqa: E402
 BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
 PROGRAM = BUILD / 'bin' / 'mxovpkg.exe'
 DOCUMENTATION = pathlib.Path(__file__).resolve().parents[2] / 'docs' / 'package-format.md'
-ENVIRONMENT = {'WINEDEBUG': '-all', 'WINEDLLOVERRIDES': 'mscoree,mshtml=', **os.environ}
 
 INFORMATION = '''[FILEINFO]
 MaxtlreVersion=Maxtrel Orvando 2024
@@ -61,7 +60,7 @@ class MxovpkgTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         # The first program after a start of Wine brings up services, which would hold the pipes of its output open.
-        subprocess.run(['wine', str(PROGRAM)], env=ENVIRONMENT, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+        subprocess.run(['wine', str(PROGRAM)], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                        stderr=subprocess.DEVNULL, check=False)
 
     def setUp(self):
@@ -69,7 +68,7 @@ class MxovpkgTest(unittest.TestCase):
         self.addCleanup(shutil.rmtree, self.work)
 
     def start(self, *arguments):
-        return subprocess.Popen(['wine', str(PROGRAM), *map(str, arguments)], cwd=self.work, env=ENVIRONMENT,
+        return subprocess.Popen(['wine', str(PROGRAM), *map(str, arguments)], cwd=self.work,
                                 stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                 encoding='utf-8')
 
