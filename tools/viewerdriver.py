@@ -2,6 +2,7 @@
 
 Runs inside tools/with-desktop.
 """
+import atexit
 import functools
 import json
 import os
@@ -12,7 +13,7 @@ import tempfile
 import time
 
 import xdisplay
-from wineprogram import run_wine, windows_path
+from wineprogram import Ended, windows_path
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = pathlib.Path(os.environ.get('MXOV_BUILD', ROOT / 'build'))
@@ -81,6 +82,29 @@ class Snapshot:
         return '\n'.join(window.text for window in self.dialog().walk()) if self.others else ''
 
 
+class WindowReader:
+    """The program that reads the viewer's windows, kept running: it is asked some hundred times in a test."""
+    END = b'\x04'
+
+    def __init__(self):
+        self.errors = tempfile.TemporaryFile('w+', encoding='utf-8', errors='replace')
+        self.process = subprocess.Popen(['wine', windows_path(BUILD / 'tools/WindowDump.exe'), 'serve'],
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=self.errors)
+        atexit.register(self.process.stdin.close)
+
+    def ask(self, *words):
+        """What a command prints, and its code."""
+        self.process.stdin.write('\t'.join(words).encode() + b'\n')
+        self.process.stdin.flush()
+        output = b''
+        while not (line := self.process.stdout.readline()).startswith(self.END):
+            if not line:
+                self.errors.seek(0)
+                raise AssertionError(f'WindowDump ended with {self.process.wait()}: {self.errors.read() or "no word"}')
+            output += line
+        return Ended(words, int(line[1:]), output.decode().replace('\r\n', '\n'), '')
+
+
 class Viewer:
     """A viewer process. `with Viewer(...)` ends it in any case; `close` ends it as a user does."""
 
@@ -99,8 +123,12 @@ class Viewer:
         self.log.close()
 
     @staticmethod
-    def run_dump(*words):
-        return run_wine(windows_path(BUILD / 'tools/WindowDump.exe'), *map(str, words))
+    @functools.cache
+    def reader():
+        return WindowReader()
+
+    def run_dump(self, *words):
+        return self.reader().ask(*map(str, words))
 
     def dump(self, *words):
         """What WindowDump prints; it has to succeed."""

@@ -1,8 +1,8 @@
 // Prints what a running viewer shows, seen from outside: `catalogue` its document lists for people, `windows`
 // all its windows as JSON for tests. `press NUMBER` sends the command of a button, a hidden one too, to its
 // dialog. `insert NUMBER FILE` replaces what is selected in a field of a popup with the text of a UTF-8 file,
-// as pasting does. `input X Y` tells, as JSON, where keys and a click at this point of the screen go to. Exit
-// code 1: there is no viewer, or it cannot be read.
+// as pasting does. `input X Y` prints, as JSON, where keys and a click at this point of the screen go to.
+// `serve` takes such commands from standard input. Exit code 1: there is no viewer, or it cannot be read.
 #include "Json.h"
 #include "RemoteListView.h"
 
@@ -10,8 +10,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <map>
+#include <sstream>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -242,19 +244,22 @@ void InsertText(HWND frame, int id, const std::wstring& text) {
     throw std::runtime_error("there is no such field");
 }
 
-} // namespace
+int NumberIn(const std::string& word) {
+    return static_cast<int>(std::strtol(word.c_str(), nullptr, 10));
+}
 
-int main(int argc, char** argv) {
-    const std::string_view command = argc > 1 ? argv[1] : "";
-    const std::map<std::string_view, int> words = {
-        {"catalogue", 2}, {"windows", 2}, {"press", 3}, {"insert", 4}, {"input", 4}};
-    const auto known = words.find(command);
-    if (known == words.end() || argc != known->second) {
-        std::fputs("usage: WindowDump catalogue | windows | press NUMBER | insert NUMBER FILE | input X Y\n",
-                   stderr);
+// Carries a command out; the exit code.
+int Run(const std::vector<std::string>& words) {
+    const std::map<std::string_view, std::size_t> known = {
+        {"catalogue", 1}, {"windows", 1}, {"press", 2}, {"insert", 3}, {"input", 3}};
+    const std::string command = words.empty() ? "" : words.front();
+    const auto found = known.find(command);
+    if (found == known.end() || words.size() != found->second) {
+        std::fputs(
+            "usage: WindowDump catalogue | windows | press NUMBER | insert NUMBER FILE | input X Y | serve\n",
+            stderr);
         return 2;
     }
-    const auto number = [argv](int index) { return static_cast<int>(std::strtol(argv[index], nullptr, 10)); };
     try {
         const HWND frame = FindWindowW(kFrameClass, nullptr);
         if (!frame)
@@ -262,16 +267,43 @@ int main(int argc, char** argv) {
         if (command == "windows")
             PrintWindows(frame);
         else if (command == "press")
-            PressButton(frame, number(2));
+            PressButton(frame, NumberIn(words[1]));
         else if (command == "insert")
-            InsertText(frame, number(2), ReadText(argv[3]));
+            InsertText(frame, NumberIn(words[1]), ReadText(words[2].c_str()));
         else if (command == "input")
-            PrintInput(frame, {number(2), number(3)});
+            PrintInput(frame, {NumberIn(words[1]), NumberIn(words[2])});
         else
             PrintCatalogue(frame);
         return 0;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "WindowDump: %s\n", error.what());
+        std::printf("WindowDump: %s\n", error.what());
         return 1;
     }
+}
+
+// Commands from standard input, one a line, words apart by tabs; after what one prints comes a line of the
+// character EOT and its exit code. A test asks hundreds of times, and starting a program takes longer than
+// asking it.
+void Serve() {
+    for (std::string line; std::getline(std::cin, line);) {
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        std::istringstream text(line);
+        std::vector<std::string> words;
+        for (std::string word; std::getline(text, word, '\t');)
+            words.push_back(word);
+        const int code = Run(words);
+        std::printf("\x04%d\n", code);
+        std::fflush(stdout);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> words(argv + 1, argv + argc);
+    if (words != std::vector<std::string>{"serve"})
+        return Run(words);
+    Serve();
+    return 0;
 }
