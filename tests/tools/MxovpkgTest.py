@@ -3,6 +3,7 @@
 import os
 import pathlib
 import re
+import resource
 import shutil
 import signal
 import subprocess
@@ -56,26 +57,36 @@ Additional Documents
 '''
 
 
-class MxovpkgTest(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        # The first program after a start of Wine brings up services, which would hold the pipes of its output open.
-        subprocess.run(['wine', str(PROGRAM)], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                       stderr=subprocess.DEVNULL, check=False)
+def processor_time():
+    """The seconds that the programs used that have ended."""
+    usage = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return usage.ru_utime + usage.ru_stime
 
+
+class MxovpkgTest(unittest.TestCase):
     def setUp(self):
         self.work = pathlib.Path(tempfile.mkdtemp(prefix='mxovpkg-test-'))
         self.addCleanup(shutil.rmtree, self.work)
 
     def start(self, *arguments):
-        return subprocess.Popen(['wine', str(PROGRAM), *map(str, arguments)], cwd=self.work,
-                                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                encoding='utf-8')
+        """A running program. Its output goes to files, since what Wine leaves running would hold a pipe open."""
+        files = [self.enterContext(tempfile.TemporaryFile()) for _ in ('output', 'errors')]
+        process = subprocess.Popen(['wine', str(PROGRAM), *map(str, arguments)], cwd=self.work,
+                                   stdin=subprocess.DEVNULL, stdout=files[0], stderr=files[1])
+        return process, files
+
+    @staticmethod
+    def finish(process, files):
+        """Waits for its end; gives its exit code and what it wrote."""
+        code = process.wait(timeout=120)
+        texts = []
+        for file in files:
+            file.seek(0)
+            texts.append(file.read().decode('utf-8').replace('\r\n', '\n'))
+        return code, *texts
 
     def run_program(self, *arguments):
-        process = self.start(*arguments)
-        output, errors = process.communicate(timeout=120)
-        return process.returncode, output, errors
+        return self.finish(*self.start(*arguments))
 
     def succeed(self, *arguments):
         code, output, errors = self.run_program(*arguments)
@@ -241,9 +252,9 @@ class MxovpkgTest(unittest.TestCase):
                         info.compress_type = zipfile.ZIP_DEFLATED
                         archive.writestr(info, content)
                 for arguments in (['list', 'bad.mxov'], ['check', 'bad.mxov'], ['extract', 'bad.mxov', 'out']):
-                    started = time.monotonic()
+                    before = processor_time()
                     line = self.fail_with(1, *arguments)
-                    self.assertLess(time.monotonic() - started, 2)
+                    self.assertLess(processor_time() - before, 2)
                     self.assertIn('"bad.mxov": entry "', line)
                     self.assertTrue(line[:-1].isprintable(), line)
                 self.assertEqual(sorted(self.tree('.')), ['bad.mxov'])
@@ -267,14 +278,15 @@ class MxovpkgTest(unittest.TestCase):
         self.assertTrue(self.succeed('list', 'many.mxov').endswith('\n66000 files, 0 bytes\n'))
         self.assertIn('66000 entries, all sound', self.run_program('check', 'many.mxov')[1])
 
-    def interrupt(self, process, is_time):
+    def interrupt(self, running, is_time):
         """Sends Ctrl+C as soon as `is_time` says so."""
+        process, _ = running
         deadline = time.monotonic() + 60
         while not is_time() and process.poll() is None and time.monotonic() < deadline:
             time.sleep(0.005)
         process.send_signal(signal.SIGINT)
-        output, errors = process.communicate(timeout=60)
-        self.assertEqual((process.returncode, output), (1, ''))
+        code, output, errors = self.finish(*running)
+        self.assertEqual((code, output), (1, ''))
         self.assertEqual(errors, 'mxovpkg: cancelled, nothing was left behind\n')
 
     def test_ctrl_c_leaves_nothing_behind(self):
