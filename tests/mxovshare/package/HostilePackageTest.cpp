@@ -131,11 +131,24 @@ std::vector<Hostile> All() {
 
 class HostilePackage : public testing::TestWithParam<Hostile> {};
 
+// The milliseconds that the processor spent on this process: what else the computer does is left out.
+ULONGLONG ProcessorTime() {
+    FILETIME ignored = {};
+    FILETIME kernel = {};
+    FILETIME user = {};
+    EXPECT_TRUE(GetProcessTimes(GetCurrentProcess(), &ignored, &ignored, &kernel, &user));
+    const auto units = [](const FILETIME& time) {
+        return ULARGE_INTEGER{{time.dwLowDateTime, time.dwHighDateTime}}.QuadPart;
+    };
+    constexpr ULONGLONG kUnitsPerMillisecond = 10000;
+    return (units(kernel) + units(user)) / kUnitsPerMillisecond;
+}
+
 TEST_P(HostilePackage, IsRefusedInOneLineWithoutATrace) {
     const TempFolder work;
     const std::wstring package = work.Write(L"p.mxov", GetParam().zip);
     const auto before = TakeSnapshot(work.Path());
-    const ULONGLONG start = GetTickCount64();
+    const ULONGLONG start = ProcessorTime();
     std::vector<PackageEntry> entries;
     std::vector<InformationSection> sections;
     for (const PackageResult& result : {UnpackPackage(package, work / L"out"), ListPackage(package, entries),
@@ -148,7 +161,7 @@ TEST_P(HostilePackage, IsRefusedInOneLineWithoutATrace) {
         EXPECT_EQ(result.message.find_first_of(L"\r\n\x07"), std::wstring::npos);
     }
     EXPECT_TRUE(entries.empty());
-    EXPECT_LT(GetTickCount64() - start, 2000u);
+    EXPECT_LT(ProcessorTime() - start, 2000u);
     EXPECT_EQ(TakeSnapshot(work.Path()), before);
 }
 
