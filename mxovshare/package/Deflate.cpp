@@ -11,7 +11,7 @@ namespace mxovshare {
 
 namespace {
 
-constexpr int kRawWindow = -MAX_WBITS;
+constexpr int kRawDeflateWindow = -MAX_WBITS;
 constexpr int kMemoryLevel = 8;
 // Twice as fast as the next one, for one or two bytes in a hundred.
 constexpr int kUsualLevel = 5;
@@ -20,7 +20,7 @@ class Deflater {
 public:
     explicit Deflater(DeflateEffort effort, int level = kUsualLevel) {
         const int strategy = effort == DeflateEffort::Normal ? Z_DEFAULT_STRATEGY : Z_HUFFMAN_ONLY;
-        if (deflateInit2(&m_stream, level, Z_DEFLATED, kRawWindow, kMemoryLevel, strategy) != Z_OK)
+        if (deflateInit2(&m_stream, level, Z_DEFLATED, kRawDeflateWindow, kMemoryLevel, strategy) != Z_OK)
             throw std::bad_alloc();
     }
     ~Deflater() { deflateEnd(&m_stream); }

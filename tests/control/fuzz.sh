@@ -24,7 +24,7 @@ run() { # SECONDS RUN...: what happened, in one word
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 
-declare -A short=([invoke]=300000 [messages]=60000 [cycles]=140) long=([invoke]=10000000 [messages]=1000000 [cycles]=400)
+declare -A short=([invoke]=300000 [messages]=60000 [cycles]=90) long=([invoke]=10000000 [messages]=1000000 [cycles]=400)
 if [ $# -eq 1 ] && [ -n "${short[$1]:-}" ]; then
     [ -z "${MXOV_LONG:-}" ] && set -- "$1" "${short[$1]}" || set -- "$1" "${long[$1]}"
 fi
@@ -50,7 +50,7 @@ expect() { # OUTCOME SECONDS RUN...
         failures=$((failures + 1))
     fi
 }
-for kind in 'invoke 1000 1' 'messages 1000 1' 'cycles 110 1'; do
+for kind in 'invoke 1000 1' 'messages 1000 1' 'cycles 40 1'; do
     expect crash 120 $kind crash
     expect found 120 $kind leak
     for leak in 'GDI objects of type 1' 'GDI objects of type 16' 'user objects' 'handles' 'heap bytes'; do

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr uint64_t kWarmUp = 100;
+constexpr uint64_t kWarmUp = 30;
 constexpr uint64_t kReportEvery = 1000;
 constexpr int kBareWarmUp = 10;
 constexpr int kBareCycles = 50;
