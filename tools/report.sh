@@ -25,16 +25,22 @@ step() {
     "$@" >"$log" 2>&1 || fail_with_log "$log" "$name ended with $?" "$advice"
 }
 
-# count LOG VERB: copies its input to the log and shows how far it is, by marks such as "12/173" at the start of a line:
-# in place on a terminal, once at the end elsewhere.
+# count LOG VERB: copies its input to the log and, on a terminal, shows how far it is by marks such as "12/173" at the
+# start of a line.
 count() {
-    local log=$1 line shown= in_place=
+    local log=$1 line in_place=
     [ ! -t 1 ] || in_place=yes
     while IFS= read -r line; do
         printf '%s\n' "$line" >>"$log"
-        [[ $line =~ ^[[:space:]\[]*([1-9][0-9]*)/([0-9]+) ]] || continue
-        shown="$2 ${BASH_REMATCH[1]} of ${BASH_REMATCH[2]}"
-        [ -z "$in_place" ] || printf '\r\033[K%s' "$shown"
+        [[ -n $in_place && $line =~ ^[[:space:]\[]*([0-9]+)/([0-9]+) ]] || continue
+        printf '\r\033[K%s %s of %s' "$2" "${BASH_REMATCH[1]}" "${BASH_REMATCH[2]}"
     done
-    [ -z "$shown" ] || printf '%s\n' "${in_place:+$'\r\033[K'}$shown"
+    [ -z "$in_place" ] || printf '\r\033[K'
+}
+
+# counted LOG VERB: the closing line when all of it was done; nothing when there was nothing to do.
+counted() {
+    local total
+    total=$(sed -nE 's/^[ []*[1-9][0-9]*\/([0-9]+).*/\1/p' "$1" | tail -n 1)
+    [ -z "$total" ] || echo "$2 $total of $total"
 }
