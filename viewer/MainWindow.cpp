@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr wchar_t kClass[] = L"MXOVViewerFrame";
+constexpr wchar_t kFrameClass[] = L"MXOVViewerFrame";
 constexpr int kGap = 1; // between control and preview, at 96 dots per inch
 constexpr int kLeastPreview = 220;
 constexpr int kUsualPreview = 620;
@@ -49,7 +49,7 @@ std::wstring MainWindow::Create() {
                                                         GetSystemMetrics(SM_CYSMICON), LR_SHARED));
     windowClass.hbrBackground = GetSysColorBrush(COLOR_3DSHADOW);
     windowClass.lpszMenuName = MAKEINTRESOURCEW(IDR_MAIN);
-    windowClass.lpszClassName = kClass;
+    windowClass.lpszClassName = kFrameClass;
     if (!Window::Create(windowClass, WS_EX_ACCEPTFILES, kProgramName, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                         nullptr))
         return L"The window cannot be created: " + ErrorText(GetLastError());

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr wchar_t kClass[] = L"MXOVPreviewPane";
+constexpr wchar_t kPaneClass[] = L"MXOVPreviewPane";
 constexpr wchar_t kInvitation[] = L"Drop a machining package here,\nor choose File > Open (Ctrl+O).";
 constexpr wchar_t kNoPreview[] = L"This package has no preview picture.";
 constexpr COLORREF kBackground = RGB(246, 247, 249);
@@ -77,7 +77,7 @@ bool PreviewPane::Create(HWND parent, int id) {
     WNDCLASSEXW windowClass = {};
     windowClass.style = CS_HREDRAW | CS_VREDRAW;
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.lpszClassName = kClass;
+    windowClass.lpszClassName = kPaneClass;
     return Window::Create(windowClass, 0, kInvitation, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, parent, id);
 }
 

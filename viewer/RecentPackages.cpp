@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr wchar_t kValue[] = L"RecentPackages";
+constexpr wchar_t kPackagesValue[] = L"RecentPackages";
 
 } // namespace
 
@@ -32,11 +32,12 @@ void RecentPackages::Forget(const std::wstring& package) {
 
 void RecentPackages::Load() {
     DWORD bytes = 0;
-    if (RegGetValueW(HKEY_CURRENT_USER, m_key.c_str(), kValue, RRF_RT_REG_MULTI_SZ, nullptr, nullptr, &bytes))
+    if (RegGetValueW(HKEY_CURRENT_USER, m_key.c_str(), kPackagesValue, RRF_RT_REG_MULTI_SZ, nullptr, nullptr,
+                     &bytes))
         return;
     std::wstring text(bytes / sizeof(wchar_t), L'\0');
-    if (RegGetValueW(HKEY_CURRENT_USER, m_key.c_str(), kValue, RRF_RT_REG_MULTI_SZ, nullptr, text.data(),
-                     &bytes))
+    if (RegGetValueW(HKEY_CURRENT_USER, m_key.c_str(), kPackagesValue, RRF_RT_REG_MULTI_SZ, nullptr,
+                     text.data(), &bytes))
         return;
     for (std::size_t start = 0; start < text.size() && m_items.size() < kMost;) {
         const std::wstring item = text.c_str() + start;
@@ -52,6 +53,6 @@ void RecentPackages::Store() const {
     for (const std::wstring& item : m_items)
         text += item + L'\0';
     text += L'\0';
-    RegSetKeyValueW(HKEY_CURRENT_USER, m_key.c_str(), kValue, REG_MULTI_SZ, text.data(),
+    RegSetKeyValueW(HKEY_CURRENT_USER, m_key.c_str(), kPackagesValue, REG_MULTI_SZ, text.data(),
                     static_cast<DWORD>(text.size() * sizeof(wchar_t)));
 }

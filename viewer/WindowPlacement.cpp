@@ -2,14 +2,14 @@
 
 namespace {
 
-constexpr wchar_t kValue[] = L"WindowPlacement";
+constexpr wchar_t kPlacementValue[] = L"WindowPlacement";
 
 } // namespace
 
 bool RestorePlacement(HWND window, const wchar_t* settingsKey) {
     WINDOWPLACEMENT placement = {};
     DWORD bytes = sizeof placement;
-    if (RegGetValueW(HKEY_CURRENT_USER, settingsKey, kValue, RRF_RT_REG_BINARY, nullptr, &placement,
+    if (RegGetValueW(HKEY_CURRENT_USER, settingsKey, kPlacementValue, RRF_RT_REG_BINARY, nullptr, &placement,
                      &bytes) ||
         bytes != sizeof placement || placement.length != sizeof placement)
         return false;
@@ -26,5 +26,6 @@ void StorePlacement(HWND window, const wchar_t* settingsKey) {
     WINDOWPLACEMENT placement = {};
     placement.length = sizeof placement;
     if (GetWindowPlacement(window, &placement))
-        RegSetKeyValueW(HKEY_CURRENT_USER, settingsKey, kValue, REG_BINARY, &placement, sizeof placement);
+        RegSetKeyValueW(HKEY_CURRENT_USER, settingsKey, kPlacementValue, REG_BINARY, &placement,
+                        sizeof placement);
 }

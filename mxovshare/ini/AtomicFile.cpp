@@ -9,8 +9,8 @@ namespace mxovshare {
 namespace {
 
 constexpr wchar_t kSuffix[] = L".mxov-new";
-constexpr std::size_t kLongestName = 255; // of one component, on every file system
-constexpr DWORD kLongestPause = 32;       // milliseconds; all pauses of one replacement are twice that
+constexpr std::size_t kLongestComponent = 255; // of one component, on every file system
+constexpr DWORD kLongestPause = 32;            // milliseconds; all pauses of one replacement are twice that
 constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
                                   FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
 
@@ -36,7 +36,7 @@ std::wstring AtomicFile::TemporaryPath(const std::wstring& target) {
     const std::wstring path = LongPath(target);
     const std::size_t folder = path.find_last_of(L"\\/") + 1;
     std::wstring name = path.substr(folder);
-    constexpr std::size_t kRoom = kLongestName - std::size(kSuffix);
+    constexpr std::size_t kRoom = kLongestComponent - std::size(kSuffix);
     if (name.size() > kRoom)
         name = name.substr(0, kRoom - 11) + L'~' + std::to_wstring(HashOf(name));
     return LongPath(path.substr(0, folder) + name + kSuffix);

@@ -28,7 +28,7 @@ LARGE_INTEGER At(std::uint64_t offset) {
     return place;
 }
 
-FileHandle OpenForReading(const std::wstring& path) {
+FileHandle OpenDiskFile(const std::wstring& path) {
     FileHandle handle(CreateFileW(LongPath(path).c_str(), GENERIC_READ,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -94,6 +94,6 @@ void OpenFile::SetSize(std::uint64_t size) {
 }
 
 DiskSource::DiskSource(const std::wstring& path)
-    : m_handle(OpenForReading(path)), m_file(m_handle.Get(), path) {}
+    : m_handle(OpenDiskFile(path)), m_file(m_handle.Get(), path) {}
 
 } // namespace mxovshare

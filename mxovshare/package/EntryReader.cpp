@@ -14,12 +14,12 @@ namespace mxovshare {
 namespace {
 
 constexpr std::uint64_t kBuffer = std::uint64_t{128} << 10;
-constexpr int kRawWindow = -MAX_WBITS;
+constexpr int kRawInflate = -MAX_WBITS;
 
 class Inflater {
 public:
     Inflater() {
-        if (inflateInit2(&m_stream, kRawWindow) != Z_OK)
+        if (inflateInit2(&m_stream, kRawInflate) != Z_OK)
             throw std::bad_alloc();
     }
     ~Inflater() { inflateEnd(&m_stream); }
