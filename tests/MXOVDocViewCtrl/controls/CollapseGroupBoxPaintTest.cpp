@@ -12,7 +12,6 @@ constexpr COLORREF kBorder = RGB(200, 10, 10);
 constexpr COLORREF kHeader = RGB(10, 200, 10);
 constexpr COLORREF kBackground = RGB(10, 10, 200);
 constexpr COLORREF kGlyph = RGB(200, 200, 10);
-constexpr COLORREF kWhite = RGB(255, 255, 255);
 
 using Pixels = std::set<std::pair<int, int>>;
 

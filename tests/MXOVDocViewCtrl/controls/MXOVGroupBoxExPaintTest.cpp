@@ -9,7 +9,6 @@ namespace {
 constexpr COLORREF kLine = RGB(144, 146, 161);
 constexpr COLORREF kGrey = RGB(159, 159, 159);
 constexpr COLORREF kTitle = RGB(0, 102, 178);
-constexpr COLORREF kWhite = RGB(255, 255, 255);
 constexpr WORD kExpandedIcon = 146;
 constexpr WORD kCollapsedIcon = 147;
 

@@ -5,6 +5,8 @@
 
 #include <vector>
 
+inline constexpr COLORREF kWhite = RGB(255, 255, 255);
+
 /// A copy of the client area of a window with its children, as it stands on the screen surface.
 class Picture {
 public:

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+inline constexpr int kLists[] = {IDC_PART_LIST, IDC_GCODE_LIST, IDC_SETUP_LIST, IDC_ADDITIONAL_LIST};
+
 /// A frame that notes what the dialog leaves to it.
 class FrameWindow : public CWnd {
 public:

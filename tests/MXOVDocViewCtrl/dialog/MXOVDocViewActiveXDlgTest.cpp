@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr int kLists[] = {IDC_PART_LIST, IDC_GCODE_LIST, IDC_SETUP_LIST, IDC_ADDITIONAL_LIST};
 constexpr int kBoxes[] = {IDC_PART_BOX, IDC_GCODE_BOX, IDC_SETUP_BOX, IDC_ADDITIONAL_BOX};
 
 class MXOVDocViewActiveXDlgTest : public DialogFixture {

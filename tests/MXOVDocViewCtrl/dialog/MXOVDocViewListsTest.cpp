@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr int kLists[] = {IDC_PART_LIST, IDC_GCODE_LIST, IDC_SETUP_LIST, IDC_ADDITIONAL_LIST};
-
 class MXOVDocViewListsTest : public DialogFixture {
 protected:
     void SetUp() override {

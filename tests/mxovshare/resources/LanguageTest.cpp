@@ -1,5 +1,6 @@
 // The languages of the host's resource module: which is chosen, and whether its texts fit where they are
 // shown.
+#include "HostResources.h"
 #include "mxovlanguage.h"
 
 #include <windows.h>
@@ -17,36 +18,12 @@ namespace {
 using mxovshare::OVApplication;
 using mxovshare::UseLanguage;
 
-template <auto Release>
-struct Releaser {
-    template <typename Handle>
-    void operator()(Handle handle) const {
-        Release(handle);
-    }
-};
-using MemoryDc = std::unique_ptr<std::remove_pointer_t<HDC>, Releaser<&DeleteDC>>;
 using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, Releaser<&DeleteObject>>;
-using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, Releaser<&DeleteObject>>;
-using Icon = std::unique_ptr<std::remove_pointer_t<HICON>, Releaser<&DestroyIcon>>;
 
 constexpr std::array<UINT, 14> kTexts = {137, 138, 139, 140, 141, 144, 145,
                                          146, 147, 148, 149, 150, 151, 152};
 constexpr std::array<const wchar_t*, 5> kLanguages = {L"English", L"German", L"French", L"Japanese",
                                                       L"Portuguese"};
-
-std::wstring Text(UINT id) {
-    std::array<wchar_t, 256> buffer{};
-    const int length =
-        LoadStringW(OVApplication::hMXOVResInstance, id, buffer.data(), static_cast<int>(buffer.size()));
-    return {buffer.data(), static_cast<std::size_t>(length)};
-}
-
-SIZE BitmapSize(WORD id) {
-    const Bitmap bitmap(LoadBitmapW(OVApplication::hMXOVResInstance, MAKEINTRESOURCEW(id)));
-    BITMAP data{};
-    GetObjectW(bitmap.get(), sizeof data, &data);
-    return {data.bmWidth, data.bmHeight};
-}
 
 bool HasIcon(WORD id) {
     const Icon icon(static_cast<HICON>(

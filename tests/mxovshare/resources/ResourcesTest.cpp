@@ -1,4 +1,4 @@
-#include "mxovshare.h"
+#include "HostResources.h"
 
 #include <windows.h>
 
@@ -7,43 +7,12 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <memory>
-#include <string>
-#include <type_traits>
 
 namespace {
 
 constexpr int kIconSize = 16;
 constexpr std::uint32_t kWhite = 0xFFFFFF;
 using Pixels = std::array<std::uint32_t, std::size_t{kIconSize} * kIconSize>;
-
-template <auto Release>
-struct Releaser {
-    template <typename Handle>
-    void operator()(Handle handle) const {
-        Release(handle);
-    }
-};
-using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, Releaser<&DeleteObject>>;
-using MemoryDc = std::unique_ptr<std::remove_pointer_t<HDC>, Releaser<&DeleteDC>>;
-using Icon = std::unique_ptr<std::remove_pointer_t<HICON>, Releaser<&DestroyIcon>>;
-
-HINSTANCE Resources() {
-    return mxovshare::OVApplication::hMXOVResInstance;
-}
-
-std::wstring Text(UINT id) {
-    std::array<wchar_t, 256> buffer{};
-    const int length = LoadStringW(Resources(), id, buffer.data(), static_cast<int>(buffer.size()));
-    return {buffer.data(), static_cast<std::size_t>(length)};
-}
-
-SIZE BitmapSize(WORD id) {
-    const Bitmap bitmap(LoadBitmapW(Resources(), MAKEINTRESOURCEW(id)));
-    BITMAP data{};
-    GetObjectW(bitmap.get(), sizeof data, &data);
-    return {data.bmWidth, data.bmHeight};
-}
 
 /// Draws a header icon on white at 16 x 16. The pixels are returned row by row from the top, as 0xRRGGBB.
 Pixels Draw(WORD id) {
