@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int kWidthOnScreen = 600; // right of the frame
+constexpr int kRightOfFrame = 600; // right of the frame
 constexpr int kDescription = 1037;
 constexpr int kName = 1033;
 constexpr int kPath = 1034;
@@ -18,7 +18,7 @@ constexpr int kBrowse = 1036;
 class PopupTest : public testing::Test {
 protected:
     void SetUp() override {
-        client.CallNumbers(L"OnSizeChange", {kWidthOnScreen, 620});
+        client.CallNumbers(L"OnSizeChange", {kRightOfFrame, 620});
         client.Call(L"LoadFile", {package.Path(), L""});
     }
 
@@ -101,7 +101,7 @@ TEST_F(PopupTest, StandsBesideTheControl) {
     ClickItem(kPartList, 0);
     RECT rect = {};
     GetWindowRect(Popup(), &rect);
-    EXPECT_EQ(rect.left, kWidthOnScreen + 6);
+    EXPECT_EQ(rect.left, kRightOfFrame + 6);
     EXPECT_EQ(rect.top, 180);
 }
 

@@ -11,7 +11,7 @@ constexpr wchar_t kTestRoot[] = L"Software\\MxovRegistrationTest";
 constexpr wchar_t kControlKey[] = L"CLSID\\{6406FF95-0F04-4382-852B-89E0979EAEE8}";
 constexpr wchar_t kPageKey[] = L"CLSID\\{D282CB0E-7C46-48A7-B12A-E3137955F8C1}";
 constexpr wchar_t kLibraryKey[] = L"TypeLib\\{D14D7A76-F727-49FE-ADA4-641D4B61ED73}";
-constexpr wchar_t kProgId[] = L"MXOVTREETAB.MXOVDocViewCtrlVS2015.13";
+constexpr wchar_t kProgIdKey[] = L"MXOVTREETAB.MXOVDocViewCtrlVS2015.13";
 
 /// In place of the system's function in the control's module.
 LSTATUS WINAPI RefuseToDelete(HKEY /*key*/, LPCWSTR /*path*/) {
@@ -55,7 +55,7 @@ protected:
     static void ExpectClasses(bool there) {
         EXPECT_EQ(there, Exists(kControlKey));
         EXPECT_EQ(there, Exists(kPageKey));
-        EXPECT_EQ(there, Exists(kProgId));
+        EXPECT_EQ(there, Exists(kProgIdKey));
     }
 
     [[nodiscard]] HMODULE Module() const { return m_module.Handle(); }
@@ -104,7 +104,7 @@ TEST_F(RegistrationErrorTest, ClassThatCannotBeRegisteredIsTold) {
 }
 
 TEST_F(RegistrationErrorTest, ClassThatFailsHalfwayLeavesNothingOfItself) {
-    Block(kProgId);
+    Block(kProgIdKey);
     EXPECT_EQ(SELFREG_E_CLASS, Register());
     EXPECT_FALSE(Exists(kControlKey));
 }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr UINT kOwnMessage = WM_APP + 1;
 constexpr UINT kSecondMessage = WM_APP + 2;
-constexpr int kButton = 101;
+constexpr int kPushButton = 101;
 
 using Log = std::vector<std::string>;
 
@@ -41,7 +41,7 @@ BEGIN_MESSAGE_MAP(BaseWindow, RecordingWindow)
     ON_WM_SIZE()
     ON_MESSAGE(kOwnMessage, &BaseWindow::OnOwn)
     ON_MESSAGE(kSecondMessage, &BaseWindow::OnSecond)
-    ON_BN_CLICKED(kButton, &BaseWindow::OnButton)
+    ON_BN_CLICKED(kPushButton, &BaseWindow::OnButton)
 END_MESSAGE_MAP()
 
 class DerivedWindow : public BaseWindow {
@@ -199,7 +199,7 @@ TEST_F(MessageMap, EraseFocusAndShowArriveTakenApart) {
 }
 
 TEST_F(MessageMap, CommandsAreToldApartByControlAndCode) {
-    const HWND button = AddChild(window, L"BUTTON", kButton);
+    const HWND button = AddChild(window, L"BUTTON", kPushButton);
     ::SendMessage(button, BM_CLICK, 0, 0);
     ASSERT_FALSE(window.log.empty());
     EXPECT_EQ(window.log.back(), "base button") << "after the focus that a click brings";
@@ -208,7 +208,7 @@ TEST_F(MessageMap, CommandsAreToldApartByControlAndCode) {
     window.SendMessage(WM_COMMAND, MAKEWPARAM(200, STN_CLICKED), from);
     window.SendMessage(WM_COMMAND, MAKEWPARAM(201, EN_CHANGE), from);
     window.SendMessage(WM_COMMAND, MAKEWPARAM(201, EN_UPDATE), from);
-    window.SendMessage(WM_COMMAND, MAKEWPARAM(kButton, BN_SETFOCUS), from);
+    window.SendMessage(WM_COMMAND, MAKEWPARAM(kPushButton, BN_SETFOCUS), from);
     EXPECT_EQ(window.log, (Log{"clicked", "change"}));
 }
 

@@ -11,11 +11,11 @@
 
 namespace {
 
-constexpr uint64_t kWarmUp = 30;
+constexpr uint64_t kWarmUpCycles = 30;
 constexpr uint64_t kReportEvery = 1000;
 constexpr int kBareWarmUp = 10;
 constexpr int kBareCycles = 50;
-constexpr std::int64_t kHeapSlack = 0x800; // of the system's caches, however many cycles there are
+constexpr std::int64_t kCycleHeapSlack = 0x800; // of the system's caches, however many cycles there are
 constexpr int kPopupTemplate = 216;
 constexpr int kManifest = 2; // of a module that brings its own
 
@@ -112,7 +112,7 @@ std::int64_t PlatformBytes(HMODULE module) {
 std::string RunCycles(uint64_t count, Plant plant) {
     const PackageBuilder package;
     const ControlModule module;
-    for (uint64_t cycle = 0; cycle < kWarmUp; ++cycle) {
+    for (uint64_t cycle = 0; cycle < kWarmUpCycles; ++cycle) {
         BeginStep("warm-up", cycle);
         OneCycle(package, Plant::kNone);
     }
@@ -121,18 +121,19 @@ std::string RunCycles(uint64_t count, Plant plant) {
     std::fflush(stdout);
     const ProcessResources start = ProcessResources::Count();
     std::string growth;
-    for (uint64_t cycle = kWarmUp; cycle < count && growth.empty(); ++cycle) {
+    for (uint64_t cycle = kWarmUpCycles; cycle < count && growth.empty(); ++cycle) {
         BeginStep("cycle", cycle);
         OneCycle(package, plant);
-        const uint64_t popups = cycle + 1 - kWarmUp;
+        const uint64_t popups = cycle + 1 - kWarmUpCycles;
         if (popups % kReportEvery && cycle + 1 != count)
             continue;
         ProcessResources expected = start;
         expected.userObjects += static_cast<int>(popups); // the mouse hook that stays, as it is meant to
         expected.heapBytes += static_cast<std::int64_t>(popups) * platform;
         const ProcessResources now = ProcessResources::Count();
-        growth = now.GrowthSince(expected, kHeapSlack);
-        std::printf("%llu cycles from the %lluth on: %s\n", popups, kWarmUp, (now - start).Text().c_str());
+        growth = now.GrowthSince(expected, kCycleHeapSlack);
+        std::printf("%llu cycles from the %lluth on: %s\n", popups, kWarmUpCycles,
+                    (now - start).Text().c_str());
         std::fflush(stdout);
     }
     return growth;

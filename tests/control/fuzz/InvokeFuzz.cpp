@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr std::int64_t kHeapSlack = 0x1000; // of caches inside the system's own libraries
-constexpr uint64_t kWarmUp = 20000;
+constexpr std::int64_t kInvokeHeapSlack = 0x1000; // of caches inside the system's own libraries
+constexpr uint64_t kInvokeWarmUp = 20000;
 constexpr uint64_t kPumpEvery = 10000;
 // What reads a folder or touches every list costs as much as hundreds of refused calls.
 constexpr unsigned kLoadEvery = 10000;
@@ -179,11 +179,11 @@ private:
 
 std::string FuzzInvoke(uint64_t count, uint32_t seed, Plant plant) {
     InvokeFuzz fuzz(seed);
-    fuzz.Hammer(kWarmUp);
+    fuzz.Hammer(kInvokeWarmUp);
     const ProcessResources before = ProcessResources::Count();
     fuzz.Hammer(count);
     Spring(plant);
-    std::string growth = ProcessResources::Count().GrowthSince(before, kHeapSlack);
+    std::string growth = ProcessResources::Count().GrowthSince(before, kInvokeHeapSlack);
     fuzz.Report();
     return growth;
 }

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr std::int64_t kHeapSlack =
+constexpr std::int64_t kMessageHeapSlack =
     0x2000; // what the messages themselves leave set in the system's libraries
 
 /// Messages that end the window or the program, wait for the user, or carry a pointer or a handle that the
@@ -152,5 +152,5 @@ std::string FuzzMessages(uint64_t count, uint32_t seed, Plant plant) {
     hammer(count / 20 + 1);
     const ProcessResources before = ProcessResources::Count();
     hammer(count);
-    return ProcessResources::Count().GrowthSince(before, kHeapSlack);
+    return ProcessResources::Count().GrowthSince(before, kMessageHeapSlack);
 }

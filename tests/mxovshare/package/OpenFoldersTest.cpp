@@ -14,15 +14,15 @@ namespace {
 
 int questions = 0;
 bool answer = false;
-std::vector<std::wstring> notices;
+std::vector<std::wstring> folderNotices;
 
 class OpenFoldersTest : public testing::Test {
 protected:
     void SetUp() override {
         questions = 0;
         answer = false;
-        notices.clear();
-        SetNoticeSink([](const std::wstring& text) { notices.push_back(text); });
+        folderNotices.clear();
+        SetNoticeSink([](const std::wstring& text) { folderNotices.push_back(text); });
         SetQuestionSink([](const std::wstring& text) {
             EXPECT_NE(text.find(L"p.mxov"), std::wstring::npos);
             ++questions;
@@ -59,7 +59,7 @@ TEST_F(OpenFoldersTest, OwnSavesAreNotAskedAbout) {
     Save();
     Save();
     EXPECT_EQ(questions, 0);
-    EXPECT_TRUE(notices.empty());
+    EXPECT_TRUE(folderNotices.empty());
     EXPECT_FALSE(TakeSaveFailure(Folder()));
 }
 
@@ -67,7 +67,7 @@ TEST_F(OpenFoldersTest, NoKeepsWhatTheOtherOneSaved) {
     ChangeAsAnother();
     Save();
     EXPECT_EQ(questions, 1);
-    EXPECT_EQ(notices.size(), 1u);
+    EXPECT_EQ(folderNotices.size(), 1u);
     EXPECT_TRUE(Holds(L"b.txt"));
     EXPECT_TRUE(INIFile::GetSectionNamesFromINI(L"FILE_HISTORY", Folder() + L"\\mxinfo.ini").empty());
     EXPECT_TRUE(TakeSaveFailure(Folder()));
@@ -96,7 +96,7 @@ TEST_F(OpenFoldersTest, AMissingPackageAndAnotherOneAreWrittenWithoutAsking) {
     m_work.Write(L"other.mxov", "something");
     Utils::ReGenerateOrvandoFile(Folder(), m_work / L"other.mxov", L"Copied");
     EXPECT_EQ(questions, 0);
-    EXPECT_TRUE(notices.empty());
+    EXPECT_TRUE(folderNotices.empty());
 }
 
 TEST_F(OpenFoldersTest, AResumedFolderIsGuardedByTheKeptStamp) {
@@ -112,7 +112,7 @@ TEST_F(OpenFoldersTest, AResumedFolderIsGuardedByTheKeptStamp) {
 TEST_F(OpenFoldersTest, AFailedSaveIsKnownUntilItIsTakenOrMendedBySaving) {
     const std::wstring hindrance = m_work / L"none\\p.mxov";
     Utils::ReGenerateOrvandoFile(Folder(), hindrance, L"Edited");
-    EXPECT_EQ(notices.size(), 1u);
+    EXPECT_EQ(folderNotices.size(), 1u);
     Save();
     EXPECT_FALSE(TakeSaveFailure(Folder()));
     Utils::ReGenerateOrvandoFile(Folder(), hindrance, L"Edited");
