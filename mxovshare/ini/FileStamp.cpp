@@ -15,7 +15,7 @@ namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD kLongestReadPause = 8; // milliseconds; all pauses of one reading are twice that
-constexpr int kAttempts = 4;       // to read a file that changes meanwhile
+constexpr int kAttempts = 4;           // to read a file that changes meanwhile
 
 // The native form of a full path.
 std::wstring NativePath(const std::wstring& path) {

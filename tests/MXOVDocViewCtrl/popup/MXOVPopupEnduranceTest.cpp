@@ -1,5 +1,5 @@
-// What opening, filling and closing the popup again and again leaves behind. MXOV_POPUP_CYCLES: how often; without it
-// a few times, more often in ./test --long (MXOV_LONG).
+// What opening, filling and closing the popup again and again leaves behind. MXOV_POPUP_CYCLES: how often;
+// without it a few times, more often in ./test --long (MXOV_LONG).
 #include "PopupFixture.h"
 #include "ProcessResources.h"
 #include "RealMouse.h"
