@@ -15,6 +15,7 @@ add_custom_command(
     COMMAND ${ole_widl} -u -o ${ole_generated}/OleTest_i.c ${ole_idl}
     DEPENDS ${ole_idl}
     VERBATIM)
+add_custom_target(ole_test_idl DEPENDS ${ole_generated}/OleTest.h)
 add_library(ole_test_guids STATIC ${ole_generated}/OleTest_i.c ${ole_generated}/OleTest.h ${ole_generated}/OleTest.tlb)
 target_include_directories(ole_test_guids SYSTEM INTERFACE ${ole_generated})
 
