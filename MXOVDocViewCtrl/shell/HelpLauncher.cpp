@@ -80,8 +80,14 @@ bool FindRegisteredHelpEngine(char (&path)[MAX_PATH]) {
     }
     value[MAX_PATH - 1] = '\0';
     if (type == REG_EXPAND_SZ) {
-        const DWORD length = ExpandEnvironmentStringsA(value, path, MAX_PATH);
-        return length >= 1 && length <= MAX_PATH;
+        // The function wants room for one character more than it stores.
+        char expanded[MAX_PATH + 1] = "";
+        const DWORD length = ExpandEnvironmentStringsA(value, expanded, sizeof expanded);
+        if (length == 0 || length > sizeof expanded || std::strlen(expanded) >= MAX_PATH) {
+            return false;
+        }
+        std::copy_n(expanded, MAX_PATH, path);
+        return true;
     }
     std::copy(std::begin(value), std::end(value), std::begin(path));
     return true;
