@@ -253,10 +253,9 @@ class Viewer:
         self.process.kill()
         self.process.wait(PATIENCE)
 
-    @staticmethod
-    def photograph(name):
+    def photograph(self, name):
         SCREENSHOTS.mkdir(parents=True, exist_ok=True)
-        subprocess.run(['import', '-window', 'root', SCREENSHOTS / f'{name}.png'], check=True)
+        (SCREENSHOTS / f'{name}.png').write_bytes(self.display().picture())
 
     def close(self):
         """Closes the window with the keyboard; gives the exit code."""

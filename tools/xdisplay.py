@@ -1,8 +1,29 @@
-"""What an X display knows of its windows, where tests need it: who has the focus, what lies below the mouse."""
+"""What an X display knows of its windows, where tests need it: who has the focus, what lies below the mouse, how it
+looks."""
 import ctypes
+import struct
+import zlib
 
 Window = ctypes.c_ulong
+ALL_PLANES, Z_PIXMAP = ctypes.c_ulong(-1), 2
 ERROR_HANDLER = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
+
+
+class Image(ctypes.Structure):
+    """The beginning of Xlib's XImage."""
+    _fields_ = [('width', ctypes.c_int), ('height', ctypes.c_int), ('offset', ctypes.c_int), ('format', ctypes.c_int),
+                ('data', ctypes.c_void_p), ('byte_order', ctypes.c_int), ('unit', ctypes.c_int),
+                ('bit_order', ctypes.c_int), ('pad', ctypes.c_int), ('depth', ctypes.c_int),
+                ('line_bytes', ctypes.c_int), ('pixel_bits', ctypes.c_int)]
+
+
+def png(width, height, lines):
+    """A PNG file of lines that begin with the number of their filter and have three bytes for each pixel."""
+    def chunk(name, data):
+        return struct.pack('>I', len(data)) + name + data + struct.pack('>I', zlib.crc32(name + data))
+
+    return (b'\x89PNG\r\n\x1a\n' + chunk(b'IHDR', struct.pack('>IIBBBBB', width, height, 8, 2, 0, 0, 0))
+            + chunk(b'IDAT', zlib.compress(b''.join(lines), 9)) + chunk(b'IEND', b''))
 
 
 @ERROR_HANDLER
@@ -18,6 +39,7 @@ class Display:
         self.x = ctypes.CDLL('libX11.so.6')
         self.x.XOpenDisplay.restype = ctypes.c_void_p
         self.x.XDefaultRootWindow.restype = Window
+        self.x.XGetImage.restype = ctypes.POINTER(Image)
         self.x.XSetErrorHandler(ignore_error)
         self.display = ctypes.c_void_p(self.x.XOpenDisplay(None))
         if not self.display:
@@ -61,3 +83,26 @@ class Display:
             return None
         left, top = (number.value for number in place)
         return left, top, left + size[0].value, top + size[1].value
+
+    def picture(self, window=None, part=None):
+        """What a window shows, or the whole display, as a PNG file; `part`: its left, top, width and height."""
+        window = self.root if window is None else Window(window)
+        if part is None:
+            root, numbers = Window(), [ctypes.c_uint() for _ in range(6)]
+            self.x.XGetGeometry(self.display, window, ctypes.byref(root), *map(ctypes.byref, numbers))
+            part = (0, 0, numbers[2].value, numbers[3].value)
+        image = self.x.XGetImage(self.display, window, *part, ALL_PLANES, Z_PIXMAP)
+        if not image:
+            raise AssertionError(f'the display gives no picture of {part} of the window {window.value}')
+        width, height, line_bytes = image[0].width, image[0].height, image[0].line_bytes
+        if image[0].pixel_bits != 32 or image[0].byte_order != 0:
+            raise AssertionError('the display has no pixels of four bytes, blue first')
+        pixels = ctypes.string_at(image[0].data, line_bytes * height)
+        self.x.XDestroyImage(image)
+        lines = []
+        for start in range(0, line_bytes * height, line_bytes):
+            line = bytearray(1 + 3 * width)
+            for place in (1, 2, 3):
+                line[place::3] = pixels[start + 3 - place:start + 4 * width:4]
+            lines.append(line)
+        return png(width, height, lines)
