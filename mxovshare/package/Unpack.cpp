@@ -138,7 +138,11 @@ private:
         });
         ProvenData::Instance().Add(entry, packed);
         const FILETIME modified = ToFileTime(entry.modified);
-        SetFileTime(handle.Get(), nullptr, nullptr, &modified);
+        // With the attributes, since Wine 10 takes "hidden" from a file whose time alone is set.
+        FILE_BASIC_INFO information = {};
+        information.LastWriteTime = {{modified.dwLowDateTime, static_cast<LONG>(modified.dwHighDateTime)}};
+        information.FileAttributes = attributes;
+        SetFileInformationByHandle(handle.Get(), FileBasicInfo, &information, sizeof information);
     }
 
     DiskSource m_source;
