@@ -2,6 +2,7 @@
 
 #include "ThreadState.h"
 
+#include <mutex>
 #include <new>
 
 extern "C" IMAGE_DOS_HEADER __ImageBase; // the module's own first byte, supplied by the linker
@@ -49,7 +50,7 @@ AFX_THREAD_STATE* AFX_MODULE_STATE::Thread() noexcept {
 AFX_THREAD_STATE* AFX_MODULE_STATE::AddThread() noexcept {
     try {
         auto state = std::make_unique<AFX_THREAD_STATE>();
-        const std::lock_guard lock(m_mutex);
+        const std::lock_guard lock(m_lock);
         m_threads.push_back(std::move(state));
         ::TlsSetValue(threadSlot, m_threads.back().get());
         return m_threads.back().get();
@@ -62,13 +63,13 @@ void AFX_MODULE_STATE::ReleaseThread() noexcept {
     const void* thread = threadSlot == TLS_OUT_OF_INDEXES ? nullptr : ::TlsGetValue(threadSlot);
     if (thread) {
         ::TlsSetValue(threadSlot, nullptr);
-        const std::lock_guard lock(m_mutex);
+        const std::lock_guard lock(m_lock);
         std::erase_if(m_threads, [thread](const auto& state) { return state.get() == thread; });
     }
 }
 
 HANDLE AFX_MODULE_STATE::ActivationContext() noexcept {
-    const std::lock_guard lock(m_mutex);
+    const std::lock_guard lock(m_lock);
     if (!m_activationTried) {
         m_activationTried = true;
         m_activation = CreateModuleActivationContext(m_hCurrentInstanceHandle);

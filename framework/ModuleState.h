@@ -11,12 +11,22 @@
 
 #include <atomic>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 class COleObjectFactory;
 class CWinApp;
 struct AFX_THREAD_STATE;
+
+/// A lock of the system's own. std::mutex throws, and the library's own exceptions bring its streams and
+/// locales into the module, which doubles its size with GCC 14.
+class AFX_MODULE_LOCK {
+public:
+    void lock() noexcept { ::AcquireSRWLockExclusive(&m_lock); }
+    void unlock() noexcept { ::ReleaseSRWLockExclusive(&m_lock); }
+
+private:
+    SRWLOCK m_lock = SRWLOCK_INIT;
+};
 
 /// Made before the module's first global object of the framework, destroyed after the last.
 class AFX_MODULE_STATE {
@@ -45,7 +55,7 @@ public:
 private:
     AFX_THREAD_STATE* AddThread() noexcept;
 
-    std::mutex m_mutex;
+    AFX_MODULE_LOCK m_lock;
     std::vector<std::unique_ptr<AFX_THREAD_STATE>> m_threads;
     bool m_activationTried = false;
     HANDLE m_activation = INVALID_HANDLE_VALUE;
