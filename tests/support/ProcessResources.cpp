@@ -1,6 +1,7 @@
 #include "ProcessResources.h"
 
 #include "GdiObjectCount.h"
+#include "HeapUse.h"
 
 #include <windows.h>
 
@@ -75,23 +76,6 @@ int Handles() {
     return count;
 }
 
-void CountHeaps(std::int64_t& bytes, std::int64_t& blocks) {
-    constexpr DWORD kMost = 64;
-    std::array<HANDLE, kMost> heaps = {};
-    const DWORD count = GetProcessHeaps(kMost, heaps.data());
-    for (DWORD i = 0; i < count && i < kMost; ++i) {
-        PROCESS_HEAP_ENTRY entry = {};
-        HeapLock(heaps[i]);
-        while (HeapWalk(heaps[i], &entry)) {
-            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) {
-                bytes += entry.cbData;
-                ++blocks;
-            }
-        }
-        HeapUnlock(heaps[i]);
-    }
-}
-
 } // namespace
 
 ProcessResources ProcessResources::Count() {
@@ -99,7 +83,9 @@ ProcessResources ProcessResources::Count() {
     MakeColourBrushes();
     ProcessResources held = {
         .gdiObjects = GdiObjectsByType(), .userObjects = UserObjects(), .handles = Handles()};
-    CountHeaps(held.heapBytes, held.heapBlocks);
+    const HeapUse heaps = HeapUse::Count();
+    held.heapBytes = heaps.bytes;
+    held.heapBlocks = heaps.blocks;
     return held;
 }
 
