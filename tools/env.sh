@@ -10,6 +10,8 @@ export WINEARCH=win64
 # start script from adding advice of its own.
 export WINEDEBUG=${WINEDEBUG:--all,err+all}
 export WINEDLLOVERRIDES='mscoree,mshtml='
+# Python's compiled modules would be left beside the sources.
+export PYTHONDONTWRITEBYTECODE=1
 # Programs find mxovshare.dll here, as they would beside the host.
 WINEPATH=$(echo "Z:$MXOV_BUILD/bin" | tr / '\\')
 export WINEPATH
