@@ -1,9 +1,9 @@
 // Saving, packing and reading a package of 200 files and 100 MB, and one keystroke in its information file.
 #include "mxovpackage.h"
-#include "package/DiskFile.h"
-#include "package/EntryReader.h"
-#include "package/ProvenData.h"
-#include "package/ZipDirectory.h"
+#include "files/DiskFile.h"
+#include "zip/EntryReader.h"
+#include "zip/ProvenData.h"
+#include "zip/ZipDirectory.h"
 #include "PackageFolder.h"
 #include "PackagePeers.h"
 #include "Timing.h"

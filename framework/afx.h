@@ -1,6 +1,6 @@
 // Objects, texts and basic types.
 #pragma once
 
-#include "CString.h"
-#include "Object.h"
-#include "Types.h"
+#include "core/CString.h"
+#include "core/Object.h"
+#include "core/Types.h"

@@ -2,5 +2,5 @@
 #pragma once
 
 #include "afxwin.h"
-#include "ImageList.h"
-#include "ListCtrl.h"
+#include "windows/ImageList.h"
+#include "windows/ListCtrl.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "afxole.h"
-#include "Control.h"
-#include "OleControlModule.h"
-#include "PropertyPage.h"
-#include "Registration.h"
+#include "control/Control.h"
+#include "control/OleControlModule.h"
+#include "control/PropertyPage.h"
+#include "ole/Registration.h"

@@ -2,6 +2,6 @@
 #pragma once
 
 #include "afxwin.h"
-#include "OleDispatch.h"
-#include "OleFactory.h"
-#include "OleTypeLib.h"
+#include "ole/OleDispatch.h"
+#include "ole/OleFactory.h"
+#include "ole/OleTypeLib.h"

@@ -2,4 +2,4 @@
 #pragma once
 
 #include "afxwin.h"
-#include "FileDialog.h"
+#include "windows/FileDialog.h"

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "afxwin.h"
-#include "Connection.h"
-#include "OleDispatch.h"
-#include "OleFactory.h"
-#include "OleTarget.h"
-#include "OleTypeLib.h"
+#include "ole/Connection.h"
+#include "ole/OleDispatch.h"
+#include "ole/OleFactory.h"
+#include "ole/OleTarget.h"
+#include "ole/OleTypeLib.h"

@@ -1,4 +1,4 @@
 // Collection templates.
 #pragma once
 
-#include "Collections.h"
+#include "core/Collections.h"

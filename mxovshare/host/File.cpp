@@ -1,6 +1,6 @@
 #include "mxovshare.h"
 
-#include "host/LongPath.h"
+#include "files/LongPath.h"
 
 #include <cstdint>
 #include <limits>

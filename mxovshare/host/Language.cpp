@@ -1,6 +1,6 @@
 #include "mxovlanguage.h"
 
-#include "host/LongPath.h"
+#include "files/LongPath.h"
 
 #include <memory>
 #include <type_traits>

@@ -1,6 +1,6 @@
 #include "ini/CachedIniFile.h"
 
-#include "ini/AtomicFile.h"
+#include "files/AtomicFile.h"
 
 #include <windows.h>
 

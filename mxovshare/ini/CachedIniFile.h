@@ -1,7 +1,7 @@
 // One INI file kept in memory as long as nobody changes it.
 #pragma once
 
-#include "ini/FileStamp.h"
+#include "files/FileStamp.h"
 #include "ini/IniDocument.h"
 
 #include <windows.h>

@@ -1,7 +1,7 @@
 #include "ini/IniInformation.h"
 
 #include "ini/IniDocument.h"
-#include "ini/SystemText.h"
+#include "text/SystemText.h"
 
 namespace mxovshare {
 

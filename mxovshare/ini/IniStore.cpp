@@ -1,6 +1,6 @@
 #include "ini/IniStore.h"
 
-#include "host/LongPath.h"
+#include "files/LongPath.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "ini/CachedIniFile.h"
-#include "ini/SystemText.h"
+#include "text/SystemText.h"
 
 #include <memory>
 #include <mutex>

@@ -1,7 +1,7 @@
 // Writing a large file so that little is left to be flushed at its end.
 #pragma once
 
-#include "package/ByteSource.h"
+#include "files/ByteSource.h"
 
 #include <windows.h>
 

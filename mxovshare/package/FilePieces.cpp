@@ -1,6 +1,6 @@
 #include "package/FilePieces.h"
 
-#include "package/Deflate.h"
+#include "zip/Deflate.h"
 
 #include <algorithm>
 

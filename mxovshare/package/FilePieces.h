@@ -1,7 +1,7 @@
 // The files of a folder cut into pieces that can be worked on independently of each other.
 #pragma once
 
-#include "package/DiskFile.h"
+#include "files/DiskFile.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,7 +1,7 @@
 // Times of the file system and of the container.
 #pragma once
 
-#include "package/ZipEntry.h"
+#include "zip/ZipEntry.h"
 
 #include <windows.h>
 

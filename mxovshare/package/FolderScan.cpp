@@ -1,11 +1,11 @@
 #include "package/FolderScan.h"
 
-#include "host/LongPath.h"
+#include "files/LongPath.h"
 #include "mxovpackage.h"
-#include "package/CaseFold.h"
-#include "package/EntryName.h"
+#include "text/CaseFold.h"
+#include "zip/EntryName.h"
 #include "package/FileTimes.h"
-#include "package/FolderPath.h"
+#include "files/FolderPath.h"
 #include "package/PackageWork.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // The files of a folder that is to be packed.
 #pragma once
 
-#include "package/ZipEntry.h"
+#include "zip/ZipEntry.h"
 
 #include <string>
 #include <vector>

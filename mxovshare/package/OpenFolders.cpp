@@ -1,8 +1,8 @@
 #include "package/OpenFolders.h"
 
-#include "host/FileHandle.h"
-#include "host/LongPath.h"
-#include "package/FolderPath.h"
+#include "files/FileHandle.h"
+#include "files/LongPath.h"
+#include "files/FolderPath.h"
 #include "package/Notice.h"
 #include "package/PackageWork.h"
 

@@ -1,9 +1,9 @@
 #include "mxovpackage.h"
 
 #include "ini/IniInformation.h"
-#include "package/CaseFold.h"
-#include "package/DiskFile.h"
-#include "package/EntryReader.h"
+#include "text/CaseFold.h"
+#include "files/DiskFile.h"
+#include "zip/EntryReader.h"
 #include "package/FileTimes.h"
 #include "package/OpenFolders.h"
 #include "package/PackageContent.h"

@@ -1,7 +1,7 @@
 #include "package/PackageContent.h"
 
-#include "package/EntryReader.h"
-#include "package/JobQueue.h"
+#include "zip/EntryReader.h"
+#include "zip/JobQueue.h"
 
 #include <algorithm>
 

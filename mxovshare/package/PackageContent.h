@@ -1,10 +1,10 @@
 // Looking into packages.
 #pragma once
 
-#include "package/ByteSource.h"
+#include "files/ByteSource.h"
 #include "package/PackageWork.h"
-#include "package/ProvenData.h"
-#include "package/ZipDirectory.h"
+#include "zip/ProvenData.h"
+#include "zip/ZipDirectory.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "package/PackageWork.h"
 
-#include "package/PackageError.h"
+#include "zip/PackageError.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,7 +1,7 @@
 #include "package/Packer.h"
 
-#include "package/Checksum.h"
-#include "package/ProvenData.h"
+#include "zip/Checksum.h"
+#include "zip/ProvenData.h"
 
 #include <algorithm>
 #include <numeric>

@@ -3,9 +3,9 @@
 
 #include "package/FilePieces.h"
 #include "package/FolderScan.h"
-#include "package/JobQueue.h"
+#include "zip/JobQueue.h"
 #include "package/PackageWork.h"
-#include "package/ZipWriter.h"
+#include "zip/ZipWriter.h"
 
 #include <array>
 #include <atomic>

@@ -1,10 +1,10 @@
 #include "mxovshare.h"
 
-#include "host/LongPath.h"
-#include "ini/AtomicFile.h"
+#include "files/LongPath.h"
+#include "files/AtomicFile.h"
 #include "ini/IniDocument.h"
 #include "ini/IniStore.h"
-#include "package/FolderPath.h"
+#include "files/FolderPath.h"
 #include "package/Notice.h"
 #include "package/OpenFolders.h"
 #include "package/PackageWork.h"

@@ -1,6 +1,6 @@
 #include "package/Unchanged.h"
 
-#include "package/ZipWriter.h"
+#include "zip/ZipWriter.h"
 
 #include <string_view>
 #include <unordered_map>

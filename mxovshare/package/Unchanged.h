@@ -2,7 +2,7 @@
 #pragma once
 
 #include "package/FolderScan.h"
-#include "package/ZipEntry.h"
+#include "zip/ZipEntry.h"
 
 #include <vector>
 

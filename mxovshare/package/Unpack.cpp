@@ -1,10 +1,10 @@
 #include "package/Unpack.h"
 
-#include "host/LongPath.h"
-#include "package/DiskFile.h"
-#include "package/EntryReader.h"
+#include "files/LongPath.h"
+#include "files/DiskFile.h"
+#include "zip/EntryReader.h"
 #include "package/FileTimes.h"
-#include "package/FolderPath.h"
+#include "files/FolderPath.h"
 #include "package/PackageContent.h"
 
 #include <vector>

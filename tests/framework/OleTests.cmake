@@ -22,18 +22,18 @@ target_include_directories(ole_test_guids SYSTEM INTERFACE ${ole_generated})
 set_source_files_properties(OleTest.rc PROPERTIES OBJECT_DEPENDS ${ole_generated}/OleTest.tlb)
 mxov_test(framework_ole_tests DESKTOP
     SOURCES
-        ControlActivationTest.cpp
-        ControlKeyboardTest.cpp
-        ControlPersistTest.cpp
-        ControlTest.cpp
-        ControlViewTest.cpp
-        OleDispatchTest.cpp
-        OleFactoryTest.cpp
-        OleIdentityTest.cpp
+        control/ControlActivationTest.cpp
+        control/ControlKeyboardTest.cpp
+        control/ControlPersistTest.cpp
+        control/ControlTest.cpp
+        control/ControlViewTest.cpp
+        ole/OleDispatchTest.cpp
+        ole/OleFactoryTest.cpp
+        ole/OleIdentityTest.cpp
         OleTest.rc
         OleTestControl.cpp
-        PropertyPageTest.cpp
-        RegistrationTest.cpp
+        control/PropertyPageTest.cpp
+        ole/RegistrationTest.cpp
     LIBRARIES framework ole_test_guids)
 target_include_directories(framework_ole_tests PRIVATE ${ole_generated})
 

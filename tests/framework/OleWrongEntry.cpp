@@ -1,6 +1,6 @@
 // Compiles with RIGHT_TYPES and must not with WRONG_TYPES: a dispatch map entry whose types are not its
 // member's.
-#include "OleDispatch.h"
+#include "ole/OleDispatch.h"
 
 class Target : public CCmdTarget {
 public:

@@ -1,8 +1,8 @@
 #include "ini/IniStore.h"
 
 #include "ChildProcess.h"
-#include "host/FileHandle.h"
-#include "host/LongPath.h"
+#include "files/FileHandle.h"
+#include "files/LongPath.h"
 #include "LongFolder.h"
 #include "TempFolder.h"
 

@@ -1,7 +1,7 @@
 // A folder whose path is longer than the file functions take without a prefix.
 #pragma once
 
-#include "host/LongPath.h"
+#include "files/LongPath.h"
 #include "TempFolder.h"
 
 #include <windows.h>

@@ -1,7 +1,7 @@
 #include "mxovpackage.h"
 
 #include "FolderSnapshot.h"
-#include "ini/AtomicFile.h"
+#include "files/AtomicFile.h"
 #include "Listeners.h"
 #include "TempFolder.h"
 

@@ -1,7 +1,7 @@
 #include "package/EarlyFlush.h"
 
-#include "host/FileHandle.h"
-#include "package/DiskFile.h"
+#include "files/FileHandle.h"
+#include "files/DiskFile.h"
 #include "package/PackageWork.h"
 #include "TempFolder.h"
 

@@ -1,4 +1,4 @@
-#include "package/CaseFold.h"
+#include "text/CaseFold.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "package/Checksum.h"
+#include "zip/Checksum.h"
 
 #include <gtest/gtest.h>
 

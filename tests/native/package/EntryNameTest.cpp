@@ -1,4 +1,4 @@
-#include "package/EntryName.h"
+#include "zip/EntryName.h"
 
 #include <gtest/gtest.h>
 

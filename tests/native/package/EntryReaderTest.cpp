@@ -1,8 +1,8 @@
-#include "package/EntryReader.h"
+#include "zip/EntryReader.h"
 
 #include "MemoryFile.h"
-#include "package/PackageError.h"
-#include "package/ZipDirectory.h"
+#include "zip/PackageError.h"
+#include "zip/ZipDirectory.h"
 #include "ZipForge.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "package/JobQueue.h"
+#include "zip/JobQueue.h"
 
 #include <gtest/gtest.h>
 

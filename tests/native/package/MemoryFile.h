@@ -1,7 +1,7 @@
 // A file in memory.
 #pragma once
 
-#include "package/ByteSource.h"
+#include "files/ByteSource.h"
 
 #include <string>
 #include <string_view>

@@ -1,10 +1,10 @@
 // Any bytes as a package: the reader ends with a PackageError or with entries whose names may be unpacked and
 // whose content is as long as stated.
 #include "MemoryFile.h"
-#include "package/EntryName.h"
-#include "package/EntryReader.h"
-#include "package/PackageError.h"
-#include "package/ZipDirectory.h"
+#include "zip/EntryName.h"
+#include "zip/EntryReader.h"
+#include "zip/PackageError.h"
+#include "zip/ZipDirectory.h"
 
 #include <cstdlib>
 

@@ -1,4 +1,4 @@
-#include "package/ProvenData.h"
+#include "zip/ProvenData.h"
 
 #include <gtest/gtest.h>
 

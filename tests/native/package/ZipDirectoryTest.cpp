@@ -1,7 +1,7 @@
-#include "package/ZipDirectory.h"
+#include "zip/ZipDirectory.h"
 
 #include "MemoryFile.h"
-#include "package/PackageError.h"
+#include "zip/PackageError.h"
 #include "ZipForge.h"
 
 #include <gtest/gtest.h>

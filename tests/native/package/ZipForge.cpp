@@ -1,6 +1,6 @@
 #include "ZipForge.h"
 
-#include "package/Deflate.h"
+#include "zip/Deflate.h"
 
 #include <zlib.h>
 

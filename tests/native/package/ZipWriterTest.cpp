@@ -1,9 +1,9 @@
-#include "package/ZipWriter.h"
+#include "zip/ZipWriter.h"
 
 #include "MemoryFile.h"
-#include "package/EntryReader.h"
-#include "package/PackageError.h"
-#include "package/ZipDirectory.h"
+#include "zip/EntryReader.h"
+#include "zip/PackageError.h"
+#include "zip/ZipDirectory.h"
 
 #include <gtest/gtest.h>
 

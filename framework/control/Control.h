@@ -1,0 +1,199 @@
+// COleControl: a window that containers embed.
+//
+// The interfaces that containers ask for are answered by parts of the control, one class each (Control*.h);
+// what a container may be told differently by a derived class is asked of the control's virtual members. A
+// control that is created by a script or a container works without any site, in any order of calls.
+//
+// Covered: the documented members below. Not covered: stock properties and events, fonts and pictures,
+// windowless and subclassed-with-reflector activation, licences, data paths, shortcut menus. A control whose
+// window class is changed in PreCreateWindow gets its notifications in its container's window.
+#pragma once
+
+#include "ole/Connection.h"
+#include "ControlActivation.h"
+#include "ControlBrowsing.h"
+#include "ControlData.h"
+#include "ControlInPlace.h"
+#include "ControlMaps.h"
+#include "ControlObject.h"
+#include "ControlPersist.h"
+#include "ControlQuickActivate.h"
+#include "ControlSite.h"
+#include "ControlView.h"
+#include "ole/PropExchange.h"
+#include "windows/Wnd.h"
+
+class COleControl : public CWnd {
+    DECLARE_DYNAMIC(COleControl)
+
+public:
+    COleControl();
+    ~COleControl() override;
+
+    /// The primary dispatch interface and that of the events, kept as pointers; in the derived class's
+    /// constructor.
+    void InitializeIIDs(const IID* piidPrimary, const IID* piidEvents);
+    /// The size, in pixels, until the container sets one; in the derived class's constructor.
+    void SetInitialSize(int cx, int cy);
+
+    virtual HRESULT GetClassID(LPCLSID pclsid) = 0;
+    virtual UINT GetUserTypeNameID() = 0;
+    virtual DWORD GetMiscStatus() = 0;
+    /// The classes of the control's property pages; null when it has none.
+    virtual const CLSID* GetPropPageIDs(ULONG& cPropPages);
+
+    // Persistence
+    /// TRUE: there are changes that the container has not saved.
+    BOOL IsModified() const noexcept { return m_modified; }
+    void SetModifiedFlag(BOOL bModified = TRUE);
+    /// Loads, saves and resets all persistent properties; the default exchanges the size.
+    virtual void DoPropExchange(CPropExchange* pPX);
+    /// First call of DoPropExchange; low word minor, high word major. FALSE when other data is loaded.
+    BOOL ExchangeVersion(CPropExchange* pPX, DWORD dwVersionDefault, BOOL bConvert = TRUE);
+    BOOL ExchangeExtent(CPropExchange* pPX);
+    /// Back to the defaults, on initialisation and when a load failed.
+    virtual void OnResetState();
+
+    // Drawing
+    /// Draws the control. rcBounds is the whole control, rcInvalid what needs it, in the device context's
+    /// units.
+    virtual void OnDraw(CDC* pDC, const CRect& rcBounds, const CRect& rcInvalid);
+    /// Draws into a metafile; the default calls OnDraw.
+    virtual void OnDrawMetafile(CDC* pDC, const CRect& rcBounds);
+    /// Lets the window class below a subclassed control paint. Does nothing while there is no window.
+    void DoSuperclassPaint(CDC* pDC, const CRect& rcBounds);
+    /// TRUE in a class that changes its window class in PreCreateWindow.
+    virtual BOOL IsSubclassedControl();
+    /// Asks for a new drawing of a part, or of the whole; that of the whole comes even when children cover
+    /// it.
+    void InvalidateControl(LPCRECT lpRect = nullptr, BOOL bErase = TRUE);
+
+    // Colours and ambient properties; each ambient has its documented default when the container has none
+    COLORREF TranslateColor(OLE_COLOR clrColor, HPALETTE hpal = nullptr);
+    /// vtProp VT_BOOL (BOOL), VT_I4 (long) or VT_BSTR (CString). FALSE, and nothing changed, when there is no
+    /// such one.
+    BOOL GetAmbientProperty(DISPID dwDispid, VARTYPE vtProp, void* pvProp);
+    OLE_COLOR AmbientBackColor();
+    CString AmbientDisplayName();
+    LCID AmbientLocaleID();
+    virtual void OnAmbientPropertyChange(DISPID dispID);
+
+    // The container
+    /// Without a reference for the caller; null when there is none.
+    LPOLECLIENTSITE GetClientSite() noexcept { return m_site.Client(); }
+    virtual void OnSetClientSite();
+    void GetControlSize(int* pcx, int* pcy);
+    virtual BOOL OnSetExtent(LPSIZEL lpSizeL);
+    virtual BOOL OnSetObjectRects(LPCRECT lpRectPos, LPCRECT lpRectClip);
+    virtual void OnClose(DWORD dwSaveOption);
+    virtual BOOL OnDoVerb(LONG iVerb, LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
+    virtual BOOL OnEnumVerbs(LPENUMOLEVERB* ppenumOleVerb);
+    /// Activates the control with its user interface.
+    virtual BOOL OnEdit(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
+    /// Shows the property pages, in the container's frame or the system's.
+    virtual BOOL OnProperties(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
+    virtual void OnGetControlInfo(LPCONTROLINFO pControlInfo);
+    virtual void OnMnemonic(LPMSG pMsg);
+    virtual void OnFreezeEvents(BOOL bFreeze);
+    /// Brackets a modal dialog: the container disables its windows meanwhile.
+    void PreModalDialog(HWND hWndParent = nullptr);
+    void PostModalDialog(HWND hWndParent = nullptr);
+
+    // Views
+    virtual DWORD OnGetViewStatus();
+    virtual BOOL OnGetViewExtent(DWORD dwDrawAspect, LONG lindex, DVTARGETDEVICE* ptd, LPSIZEL lpsizel);
+    virtual BOOL OnGetNaturalExtent(DWORD dwAspect, LONG lindex, DVTARGETDEVICE* ptd, HDC hicTargetDev,
+                                    DVEXTENTINFO* pExtentInfo, LPSIZEL psizel);
+    virtual BOOL OnGetColorSet(DVTARGETDEVICE* ptd, HDC hicTargetDev, LPLOGPALETTE* ppColorSet);
+
+    // Property browsing
+    virtual BOOL OnMapPropertyToPage(DISPID dispid, LPCLSID lpclsid, BOOL* pbPageOptional);
+    virtual BOOL OnGetDisplayString(DISPID dispid, CString& strValue);
+
+    // Events and changed properties
+    /// Sends an event with the parameters of its VTS_ types (EVENT_PARAM) to every sink. Nothing is sent for
+    /// an event that the event map does not have, or while the container has frozen events.
+    void __cdecl FireEvent(DISPID dispid, BYTE* pbParams, ...);
+    void BoundPropertyChanged(DISPID dispid);
+    /// FALSE when a sink refuses the change.
+    BOOL BoundPropertyRequestEdit(DISPID dispid);
+
+    BOOL GetDispatchIID(IID* pIID) override;
+    /// TRUE once the control is initialised or loaded; a class for scripts overrides it.
+    BOOL IsInvokeAllowed(DISPID dispid) override;
+    void OnFinalRelease() override;
+    /// Keyboard messages of a dialog that is a child of the control: Tab, arrows, mnemonics, and Enter on a
+    /// button.
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+
+protected:
+    BOOL PreCreateWindow(CREATESTRUCT& cs) override;
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    static const AFX_EVENTMAP* GetThisEventMap();
+    virtual const AFX_EVENTMAP* GetEventMap() const;
+
+    BOOL OnVerbShow(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
+    BOOL OnVerbHide(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
+
+    afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
+    afx_msg void OnPaint();
+    afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnSetFocus(CWnd* pOldWnd);
+    DECLARE_MESSAGE_MAP()
+    DECLARE_INTERFACE_MAP()
+
+private:
+    friend class ControlActivation;
+    friend class ControlActivePart;
+    friend class ControlInPlacePart;
+    friend class ControlClassInfoPart;
+    friend class ControlPagesPart;
+    friend class ControlBrowsingPart;
+    friend class ControlCachePart;
+    friend class ControlDataPart;
+    friend class ControlObjectPart;
+    friend class ControlPart;
+    friend class ControlPersistence;
+    friend class ControlQuickActivatePart;
+    friend class ControlMemoryPart;
+    friend class ControlBagPart;
+    friend class ControlStoragePart;
+    friend class ControlStreamPart;
+    friend class ControlViewPart;
+
+    void SetClientSite(IOleClientSite* site);
+    void Notify(void (*call)(IAdviseSink& sink));
+    bool KnowsEvent(DISPID dispid) const;
+    bool SendEvent(DISPID dispid, VARIANT* arguments, UINT count);
+    void ActivateOnMouse();
+
+    ControlSite m_site;
+    ControlActivation m_activation{*this};
+    SIZE m_extent;  ///< HIMETRIC
+    SIZE m_initial; ///< HIMETRIC
+    const IID* m_primaryIID = nullptr;
+    bool m_modified = false;
+    bool m_initialised = false; ///< loaded, or InitNew was called
+    bool m_clipped = false;     ///< the window has a region
+    LONG m_frozen = 0;          ///< calls of FreezeEvents(TRUE) that are still open
+
+    ControlObjectPart m_xOleObject{*this};
+    ControlPart m_xOleControl{*this};
+    ControlInPlacePart m_xOleInPlaceObject{*this};
+    ControlActivePart m_xOleInPlaceActiveObject{*this};
+    ControlViewPart m_xViewObject{*this};
+    ControlPersistence m_persistence{*this};
+    ControlStreamPart m_xPersistStreamInit{*this};
+    ControlStoragePart m_xPersistStorage{*this};
+    ControlBagPart m_xPersistPropertyBag{*this};
+    ControlMemoryPart m_xPersistMemory{*this};
+    ControlDataPart m_xDataObject{*this};
+    ControlCachePart m_xOleCache{*this};
+    ControlPagesPart m_xSpecifyPropertyPages{*this};
+    ControlBrowsingPart m_xPerPropertyBrowsing{*this};
+    ControlClassInfoPart m_xProvideClassInfo{*this};
+    ControlQuickActivatePart m_xQuickActivate{*this};
+    ConnectionContainerPart m_xConnectionPointContainer{*this};
+    ConnectionPoint m_eventPoint{*this, m_xConnectionPointContainer, IID_NULL, true};
+    ConnectionPoint m_notifyPoint{*this, m_xConnectionPointContainer, IID_IPropertyNotifySink, false};
+};

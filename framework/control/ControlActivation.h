@@ -1,0 +1,54 @@
+// In-place activation of a control: its window in the container's, and its user interface in the container's
+// frame.
+//
+// Every call to the container may come back with any other call, up to the release of the control; the caller
+// holds a reference to the control.
+#pragma once
+
+#include "core/OlePointer.h"
+
+class COleControl;
+
+class ControlActivation {
+public:
+    explicit ControlActivation(COleControl& control) noexcept : m_control(control) {}
+
+    [[nodiscard]] bool IsActive() const noexcept { return m_active; }
+    [[nodiscard]] bool IsUIActive() const noexcept { return m_uiActive; }
+    /// The container's frame; null when it has none or the control is not active.
+    [[nodiscard]] IOleInPlaceFrame* Frame() const noexcept { return m_frame.Get(); }
+
+    /// Creates and shows the window in the container's. Parent and rectangle stand in for a container that
+    /// does not name them. OLE_E_NOT_INPLACEACTIVE when the container does not want it, E_FAIL when the
+    /// window cannot be made.
+    HRESULT Activate(HWND parent, LPCRECT rect);
+    /// Activates, and makes the control the container's active object; `takeFocus` moves the keyboard into
+    /// it.
+    HRESULT ActivateUI(HWND parent, LPCRECT rect, bool takeFocus);
+    /// Gives the user interface up; the window stays.
+    void DeactivateUI();
+    /// Destroys the window; the control can be activated again.
+    void Deactivate();
+    /// Tells a container in which the control is active that its size changed, in pixels.
+    void AskForSize(SIZE pixels);
+    /// Tells the active object's frame which object that is, or that there is none.
+    void NameActiveObject(bool named);
+
+private:
+    struct Place {
+        HWND parent = nullptr;
+        RECT position{};
+        RECT clip{};
+    };
+
+    bool Enter(HWND parent, LPCRECT rect, Place& place);
+    bool CreateWindowAt(const Place& place);
+    void Leave();
+
+    COleControl& m_control;
+    OlePtr<IOleInPlaceSite> m_site;
+    OlePtr<IOleInPlaceFrame> m_frame;
+    OlePtr<IOleInPlaceUIWindow> m_document;
+    bool m_active = false;
+    bool m_uiActive = false;
+};

@@ -1,0 +1,214 @@
+#include "ControlData.h"
+
+#include "Control.h"
+#include "ControlUnits.h"
+#include "ole/OleEnum.h"
+
+namespace {
+
+constexpr FORMATETC kEnhanced = {CF_ENHMETAFILE, nullptr, DVASPECT_CONTENT, -1, TYMED_ENHMF};
+constexpr FORMATETC kMetafile = {CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT};
+
+struct FormatPolicy {
+    static bool Copy(const FORMATETC& from, FORMATETC& to) noexcept {
+        to = from;
+        return true;
+    }
+    static void Clean(FORMATETC&) noexcept {}
+    static FORMATETC Duplicate(const FORMATETC& item) noexcept { return item; }
+};
+
+using EnumFormats = OleEnum<IEnumFORMATETC, IID_IEnumFORMATETC, FORMATETC, FORMATETC, FormatPolicy>;
+
+/// S_OK for a format that the control gives, else why it does not.
+HRESULT Check(const FORMATETC& wanted) noexcept {
+    const FORMATETC& offered = wanted.cfFormat == CF_ENHMETAFILE ? kEnhanced : kMetafile;
+    if (wanted.cfFormat != offered.cfFormat) {
+        return DV_E_FORMATETC;
+    }
+    if (wanted.dwAspect != offered.dwAspect) {
+        return DV_E_DVASPECT;
+    }
+    if (wanted.lindex != offered.lindex) {
+        return DV_E_LINDEX;
+    }
+    return wanted.tymed & offered.tymed ? S_OK : DV_E_TYMED;
+}
+
+/// Draws a control into a metafile that is being recorded.
+void Record(COleControl& control, HDC metafile, SIZE pixels) {
+    CDC dc;
+    dc.m_hDC = metafile;
+    control.OnDrawMetafile(&dc, CRect(0, 0, pixels.cx, pixels.cy));
+    dc.m_hDC = nullptr; // the recorder's, not this object's
+}
+
+} // namespace
+
+ControlDataPart::ControlDataPart(COleControl& control) noexcept : OlePart(control), m_control(control) {}
+
+void ControlDataPart::NotifyChange() {
+    const OlePtr<IDataAdviseHolder> holder = m_holder.Copy();
+    if (holder) {
+        holder->SendOnDataChange(this, 0, 0);
+    }
+}
+
+STDMETHODIMP ControlDataPart::GetData(FORMATETC* format, STGMEDIUM* medium) {
+    return Guard([&]() -> HRESULT {
+        if (!format || !medium) {
+            return E_POINTER;
+        }
+        *medium = {};
+        const HRESULT given = Check(*format);
+        if (FAILED(given)) {
+            return given;
+        }
+        return format->cfFormat == CF_ENHMETAFILE ? RenderEnhanced(*medium) : RenderMetafile(*medium);
+    });
+}
+
+HRESULT ControlDataPart::RenderEnhanced(STGMEDIUM& medium) {
+    const SIZE extent = m_control.m_extent;
+    const RECT frame = {0, 0, extent.cx, extent.cy};
+    const HDC recorder = ::CreateEnhMetaFile(nullptr, nullptr, &frame, nullptr);
+    if (!recorder) {
+        return E_OUTOFMEMORY;
+    }
+    Record(m_control, recorder, OleToPixels(extent));
+    medium.tymed = TYMED_ENHMF;
+    medium.hEnhMetaFile = ::CloseEnhMetaFile(recorder);
+    return medium.hEnhMetaFile ? S_OK : E_OUTOFMEMORY;
+}
+
+HRESULT ControlDataPart::RenderMetafile(STGMEDIUM& medium) {
+    const SIZE extent = m_control.m_extent;
+    const SIZE pixels = OleToPixels(extent);
+    const HDC recorder = ::CreateMetaFile(nullptr);
+    if (!recorder) {
+        return E_OUTOFMEMORY;
+    }
+    ::SetMapMode(recorder, MM_ANISOTROPIC);
+    ::SetWindowOrgEx(recorder, 0, 0, nullptr);
+    ::SetWindowExtEx(recorder, pixels.cx, pixels.cy, nullptr);
+    Record(m_control, recorder, pixels);
+    const HMETAFILE metafile = ::CloseMetaFile(recorder);
+    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, sizeof(METAFILEPICT));
+    auto* picture = static_cast<METAFILEPICT*>(memory ? ::GlobalLock(memory) : nullptr);
+    if (!metafile || !picture) {
+        ::DeleteMetaFile(metafile);
+        ::GlobalFree(memory);
+        return E_OUTOFMEMORY;
+    }
+    *picture = {MM_ANISOTROPIC, extent.cx, extent.cy, metafile};
+    ::GlobalUnlock(memory);
+    medium.tymed = TYMED_MFPICT;
+    medium.hMetaFilePict = memory;
+    return S_OK;
+}
+
+STDMETHODIMP ControlDataPart::GetDataHere(FORMATETC*, STGMEDIUM*) {
+    return DV_E_TYMED; // a metafile is never rendered into the caller's medium
+}
+
+STDMETHODIMP ControlDataPart::QueryGetData(FORMATETC* format) {
+    return format ? Check(*format) : E_POINTER;
+}
+
+STDMETHODIMP ControlDataPart::GetCanonicalFormatEtc(FORMATETC* in, FORMATETC* out) {
+    if (!in || !out) {
+        return E_POINTER;
+    }
+    *out = *in;
+    out->ptd = nullptr;
+    return DATA_S_SAMEFORMATETC;
+}
+
+STDMETHODIMP ControlDataPart::SetData(FORMATETC*, STGMEDIUM*, BOOL) {
+    return E_NOTIMPL;
+}
+
+STDMETHODIMP ControlDataPart::EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) {
+    return Guard([&]() -> HRESULT {
+        if (!formats) {
+            return E_POINTER;
+        }
+        *formats = nullptr;
+        if (direction != DATADIR_GET) {
+            return E_NOTIMPL;
+        }
+        *formats = new EnumFormats({kEnhanced, kMetafile});
+        return S_OK;
+    });
+}
+
+HRESULT ControlDataPart::NeedHolder() {
+    return m_holder ? S_OK : ::CreateDataAdviseHolder(m_holder.Receive());
+}
+
+STDMETHODIMP ControlDataPart::DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink, DWORD* connection) {
+    return Guard([&]() -> HRESULT {
+        if (!format || !sink || !connection) {
+            return E_POINTER;
+        }
+        *connection = 0;
+        const HRESULT ready = NeedHolder();
+        return SUCCEEDED(ready) ? m_holder->Advise(this, format, flags, sink, connection) : ready;
+    });
+}
+
+STDMETHODIMP ControlDataPart::DUnadvise(DWORD connection) {
+    return Guard([&] { return m_holder ? m_holder->Unadvise(connection) : OLE_E_NOCONNECTION; });
+}
+
+STDMETHODIMP ControlDataPart::EnumDAdvise(IEnumSTATDATA** advises) {
+    return Guard([&]() -> HRESULT {
+        if (!advises) {
+            return E_POINTER;
+        }
+        *advises = nullptr;
+        const HRESULT ready = NeedHolder();
+        return SUCCEEDED(ready) ? m_holder->EnumAdvise(advises) : ready;
+    });
+}
+
+ControlCachePart::ControlCachePart(COleControl& control) noexcept : OlePart(control), m_control(control) {}
+
+template <class Call>
+HRESULT ControlCachePart::WithCache(Call call) {
+    return Guard([&]() -> HRESULT {
+        if (!m_cache) {
+            CLSID clsid{};
+            m_control.GetClassID(&clsid);
+            const HRESULT made = ::CreateDataCache(nullptr, clsid, IID_IOleCache, m_cache.ReceiveVoid());
+            if (FAILED(made)) {
+                return made;
+            }
+        }
+        const OlePtr<IOleCache> cache = m_cache.Copy();
+        return call(*cache.Get());
+    });
+}
+
+STDMETHODIMP ControlCachePart::Cache(FORMATETC* format, DWORD flags, DWORD* connection) {
+    return format ? WithCache([&](IOleCache& cache) { return cache.Cache(format, flags, connection); })
+                  : E_POINTER;
+}
+
+STDMETHODIMP ControlCachePart::Uncache(DWORD connection) {
+    return WithCache([&](IOleCache& cache) { return cache.Uncache(connection); });
+}
+
+STDMETHODIMP ControlCachePart::EnumCache(IEnumSTATDATA** caches) {
+    return caches ? WithCache([&](IOleCache& cache) { return cache.EnumCache(caches); }) : E_POINTER;
+}
+
+STDMETHODIMP ControlCachePart::InitCache(IDataObject* data) {
+    return data ? WithCache([&](IOleCache& cache) { return cache.InitCache(data); }) : E_POINTER;
+}
+
+STDMETHODIMP ControlCachePart::SetData(FORMATETC* format, STGMEDIUM* medium, BOOL release) {
+    return format && medium
+               ? WithCache([&](IOleCache& cache) { return cache.SetData(format, medium, release); })
+               : E_POINTER;
+}

@@ -1,0 +1,56 @@
+// IDataObject and IOleCache of a control: its picture for containers that want to keep one.
+#pragma once
+
+#include "ole/OleTarget.h"
+
+class COleControl;
+
+/// Gives the picture as a metafile of either kind.
+class ControlDataPart final : public OlePart<IDataObject> {
+public:
+    explicit ControlDataPart(COleControl& control) noexcept;
+
+    /// Tells whoever advised that the picture changed.
+    void NotifyChange();
+    /// Releases the sinks.
+    void Clear() noexcept { m_holder.Reset(); }
+
+    STDMETHODIMP GetData(FORMATETC* format, STGMEDIUM* medium) override;
+    STDMETHODIMP GetDataHere(FORMATETC* format, STGMEDIUM* medium) override;
+    STDMETHODIMP QueryGetData(FORMATETC* format) override;
+    STDMETHODIMP GetCanonicalFormatEtc(FORMATETC* in, FORMATETC* out) override;
+    STDMETHODIMP SetData(FORMATETC* format, STGMEDIUM* medium, BOOL release) override;
+    STDMETHODIMP EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) override;
+    STDMETHODIMP DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink, DWORD* connection) override;
+    STDMETHODIMP DUnadvise(DWORD connection) override;
+    STDMETHODIMP EnumDAdvise(IEnumSTATDATA** advises) override;
+
+private:
+    HRESULT RenderMetafile(STGMEDIUM& medium);
+    HRESULT RenderEnhanced(STGMEDIUM& medium);
+    HRESULT NeedHolder();
+
+    COleControl& m_control;
+    OlePtr<IDataAdviseHolder> m_holder;
+};
+
+/// The system's own cache, made on first use.
+class ControlCachePart final : public OlePart<IOleCache> {
+public:
+    explicit ControlCachePart(COleControl& control) noexcept;
+
+    void Clear() noexcept { m_cache.Reset(); }
+
+    STDMETHODIMP Cache(FORMATETC* format, DWORD flags, DWORD* connection) override;
+    STDMETHODIMP Uncache(DWORD connection) override;
+    STDMETHODIMP EnumCache(IEnumSTATDATA** caches) override;
+    STDMETHODIMP InitCache(IDataObject* data) override;
+    STDMETHODIMP SetData(FORMATETC* format, STGMEDIUM* medium, BOOL release) override;
+
+private:
+    template <class Call>
+    HRESULT WithCache(Call call);
+
+    COleControl& m_control;
+    OlePtr<IOleCache> m_cache;
+};

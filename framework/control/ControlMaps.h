@@ -1,0 +1,83 @@
+// The maps and type macros of a control class, besides those for messages and automation.
+#pragma once
+
+#include "ole/OleDispatch.h"
+#include "ole/OleVerbs.h"
+
+#include <cstddef>
+#include <iterator>
+
+/// One event that a control may fire.
+struct AFX_EVENTMAP_ENTRY {
+    LPCTSTR lpszName; ///< null in the last line
+    DISPID lDispID;
+    std::string_view params; ///< VTS_ types
+};
+
+/// A class's own events and the map of its base.
+struct AFX_EVENTMAP {
+    const AFX_EVENTMAP* (*pfnGetBaseMap)(); ///< null in the root
+    const AFX_EVENTMAP_ENTRY* lpEntries;
+};
+
+#define DECLARE_EVENT_MAP()                                                                                  \
+protected:                                                                                                   \
+    static const AFX_EVENTMAP* GetThisEventMap();                                                            \
+    const AFX_EVENTMAP* GetEventMap() const override;
+
+#define BEGIN_EVENT_MAP(theClass, baseClass)                                                                 \
+    const AFX_EVENTMAP* theClass::GetEventMap() const {                                                      \
+        return GetThisEventMap();                                                                            \
+    }                                                                                                        \
+    const AFX_EVENTMAP* theClass::GetThisEventMap() {                                                        \
+        using TheBaseClass = baseClass;                                                                      \
+        static constexpr AFX_EVENTMAP_ENTRY eventEntries[] = {
+
+#define END_EVENT_MAP()                                                                                      \
+    AFX_EVENTMAP_ENTRY {                                                                                     \
+        nullptr, 0, {}                                                                                       \
+    }                                                                                                        \
+    }                                                                                                        \
+    ;                                                                                                        \
+    static constexpr AFX_EVENTMAP eventMap = {&TheBaseClass::GetThisEventMap, eventEntries};                 \
+    return &eventMap;                                                                                        \
+    }
+
+/// pfnFire names the member that fires the event; the map has no use for it.
+#define EVENT_CUSTOM_ID(pszName, dispid, pfnFire, vtsParams)                                                 \
+    AFX_EVENTMAP_ENTRY{_T(pszName), dispid, vtsParams},
+
+/// The second argument of FireEvent.
+#define EVENT_PARAM(vtsParams) reinterpret_cast<BYTE*>(const_cast<char*>(vtsParams))
+
+#define DECLARE_OLECTLTYPE(class_name)                                                                       \
+protected:                                                                                                   \
+    UINT GetUserTypeNameID() override;                                                                       \
+    DWORD GetMiscStatus() override;
+
+#define IMPLEMENT_OLECTLTYPE(class_name, idsUserTypeName, dwOleMisc)                                         \
+    UINT class_name::GetUserTypeNameID() {                                                                   \
+        return idsUserTypeName;                                                                              \
+    }                                                                                                        \
+    DWORD class_name::GetMiscStatus() {                                                                      \
+        return dwOleMisc;                                                                                    \
+    }
+
+#define DECLARE_PROPPAGEIDS(class_name)                                                                      \
+protected:                                                                                                   \
+    const CLSID* GetPropPageIDs(ULONG& cPropPages) override;
+
+#define BEGIN_PROPPAGEIDS(class_name, count)                                                                 \
+    const CLSID* class_name::GetPropPageIDs(ULONG& cPropPages) {                                             \
+        constexpr size_t kPages = count;                                                                     \
+        static const CLSID pages[] = {
+
+#define PROPPAGEID(clsid) clsid,
+
+#define END_PROPPAGEIDS(class_name)                                                                          \
+    }                                                                                                        \
+    ;                                                                                                        \
+    static_assert(std::size(pages) == kPages, "the number of pages is not the one stated");                  \
+    cPropPages = static_cast<ULONG>(kPages);                                                                 \
+    return pages;                                                                                            \
+    }

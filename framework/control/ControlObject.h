@@ -1,0 +1,57 @@
+// IOleObject and IOleControl of a control.
+#pragma once
+
+#include "ole/OleTarget.h"
+
+class COleControl;
+
+class ControlObjectPart final : public OlePart<IOleObject> {
+public:
+    explicit ControlObjectPart(COleControl& control) noexcept;
+
+    /// Tells every IAdviseSink of IOleObject::Advise; null while nobody ever advised.
+    [[nodiscard]] OlePtr<IOleAdviseHolder> Holder() const noexcept { return m_holder.Copy(); }
+
+    STDMETHODIMP SetClientSite(IOleClientSite* site) override;
+    STDMETHODIMP GetClientSite(IOleClientSite** site) override;
+    STDMETHODIMP SetHostNames(LPCOLESTR application, LPCOLESTR object) override;
+    STDMETHODIMP Close(DWORD saveOption) override;
+    STDMETHODIMP SetMoniker(DWORD which, IMoniker* moniker) override;
+    STDMETHODIMP GetMoniker(DWORD assign, DWORD which, IMoniker** moniker) override;
+    STDMETHODIMP InitFromData(IDataObject* data, BOOL creation, DWORD reserved) override;
+    STDMETHODIMP GetClipboardData(DWORD reserved, IDataObject** data) override;
+    STDMETHODIMP DoVerb(LONG verb, LPMSG message, IOleClientSite* activeSite, LONG index, HWND parent,
+                        LPCRECT rect) override;
+    STDMETHODIMP EnumVerbs(IEnumOLEVERB** verbs) override;
+    STDMETHODIMP Update() override;
+    STDMETHODIMP IsUpToDate() override;
+    STDMETHODIMP GetUserClassID(CLSID* clsid) override;
+    STDMETHODIMP GetUserType(DWORD form, LPOLESTR* type) override;
+    STDMETHODIMP SetExtent(DWORD aspect, SIZEL* size) override;
+    STDMETHODIMP GetExtent(DWORD aspect, SIZEL* size) override;
+    STDMETHODIMP Advise(IAdviseSink* sink, DWORD* connection) override;
+    STDMETHODIMP Unadvise(DWORD connection) override;
+    STDMETHODIMP EnumAdvise(IEnumSTATDATA** advises) override;
+    STDMETHODIMP GetMiscStatus(DWORD aspect, DWORD* status) override;
+    STDMETHODIMP SetColorScheme(LOGPALETTE* palette) override;
+
+private:
+    HRESULT RunVerb(LONG verb, LPMSG message, HWND parent, LPCRECT rect);
+    HRESULT NeedHolder();
+
+    COleControl& m_control;
+    OlePtr<IOleAdviseHolder> m_holder;
+};
+
+class ControlPart final : public OlePart<IOleControl> {
+public:
+    explicit ControlPart(COleControl& control) noexcept;
+
+    STDMETHODIMP GetControlInfo(CONTROLINFO* info) override;
+    STDMETHODIMP OnMnemonic(MSG* message) override;
+    STDMETHODIMP OnAmbientPropertyChange(DISPID id) override;
+    STDMETHODIMP FreezeEvents(BOOL freeze) override;
+
+private:
+    COleControl& m_control;
+};

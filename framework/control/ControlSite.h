@@ -1,0 +1,23 @@
+// What a control knows of its container: the client site and the interfaces behind it.
+#pragma once
+
+#include "core/OlePointer.h"
+
+class ControlSite {
+public:
+    /// Takes another site, or none; what belonged to the old one is released.
+    void Set(IOleClientSite* site) noexcept;
+
+    [[nodiscard]] IOleClientSite* Client() const noexcept { return m_client.Get(); }
+    /// Null when the container has none.
+    [[nodiscard]] IOleControlSite* Control() const noexcept { return m_control.Get(); }
+    [[nodiscard]] IDispatch* Ambients() const noexcept { return m_ambients.Get(); }
+
+    /// An ambient property converted to a type; FALSE when the container has none, or one of no such type.
+    bool Ambient(DISPID id, VARTYPE type, OleVariant& value) const noexcept;
+
+private:
+    OlePtr<IOleClientSite> m_client;
+    OlePtr<IOleControlSite> m_control;
+    OlePtr<IDispatch> m_ambients;
+};

@@ -1,0 +1,72 @@
+// COlePropertyPage: a dialog inside the system's property frame.
+//
+// Covered: the documented members below, and the exchange of texts with properties of the objects by name
+// (DDP_Text). Not covered: the other DDP routines, help, controls without Apply.
+#pragma once
+
+#include "windows/DataExchange.h"
+#include "windows/Dialog.h"
+#include "ole/OleTarget.h"
+#include "PropertyPageObject.h"
+
+#include <vector>
+
+class COlePropertyPage : public CDialog {
+    DECLARE_DYNAMIC(COlePropertyPage)
+
+public:
+    /// Numbers of the dialog template, which is a child's, and of the caption's string.
+    COlePropertyPage(UINT idDlg, UINT idCaption);
+    ~COlePropertyPage() override;
+
+    virtual HRESULT GetClassID(LPCLSID pclsid) = 0;
+
+    /// The objects being edited, without references for the caller; null when there are none.
+    LPDISPATCH* GetObjectArray(ULONG* pnObjects);
+    /// Without a reference for the caller; null while the page is not in a frame.
+    LPPROPERTYPAGESITE GetPageSite() noexcept { return m_site.Get(); }
+    /// TRUE: there are changes to apply; the frame is told.
+    void SetModifiedFlag(BOOL bModified = TRUE);
+    BOOL IsModified() const noexcept { return m_modified; }
+
+    virtual void OnSetPageSite();
+    virtual void OnObjectsChanged();
+    /// Gives the keyboard to what edits a property; FALSE when nothing does.
+    virtual BOOL OnEditProperty(DISPID dispid);
+    void OnFinalRelease() override;
+
+protected:
+    friend void AFXAPI DDP_Text(CDataExchange* pDX, int id, CString& member, LPCTSTR pszPropName);
+    friend void AFXAPI DDP_PostProcessing(CDataExchange* pDX);
+
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
+    void OnOK() override;
+    void OnCancel() override;
+    DECLARE_INTERFACE_MAP()
+
+private:
+    friend class PropertyPageObject;
+
+    /// A text that is to be sent to a property.
+    struct Pending {
+        CString property;
+        CString value;
+    };
+
+    void SendPending();
+
+    UINT m_idDlg;
+    UINT m_idCaption;
+    bool m_modified = false;
+    OlePtr<IPropertyPageSite> m_site;
+    std::vector<OlePtr<IDispatch>> m_objects;
+    std::vector<LPDISPATCH> m_objectArray; ///< the same, as GetObjectArray gives them
+    std::vector<Pending> m_pending;
+    PropertyPageObject m_xPropertyPage{*this};
+};
+
+/// Exchanges a control's text with `member`, and `member` with a property of the objects being edited: read
+/// from the first one, written by DDP_PostProcessing to all.
+void AFXAPI DDP_Text(CDataExchange* pDX, int id, CString& member, LPCTSTR pszPropName);
+/// Last call of a page's DoDataExchange: sends the values to the objects.
+void AFXAPI DDP_PostProcessing(CDataExchange* pDX);

@@ -1,0 +1,157 @@
+// The COM side of a CCmdTarget: one identity, interface maps, and the guard around every COM method.
+//
+// Covered: reference counting with OnFinalRelease, aggregation, IDispatch (OleDispatch.h), interface maps
+// with INTERFACE_PART. The parts of an object that answer its interfaces forward IUnknown to the object
+// (OlePart), so that only one of them, and always the same, answers to IID_IUnknown. Not covered: delegate
+// maps, nested-part macros.
+#pragma once
+
+#include "core/CmdTarget.h"
+#include "core/ModuleState.h"
+#include "OleDispatch.h"
+#include "core/OlePointer.h"
+
+#include <atomic>
+#include <new>
+#include <optional>
+
+/// One line of an interface map: an interface and the part of the object that answers it.
+struct AFX_INTERFACEMAP_ENTRY {
+    const IID* piid; ///< null in the last line
+    IUnknown* (*pfnGetPart)(CCmdTarget& target);
+};
+
+/// A class's own lines and the map of its base.
+struct AFX_INTERFACEMAP {
+    const AFX_INTERFACEMAP* (*pfnGetBaseMap)(); ///< null in the root
+    const AFX_INTERFACEMAP_ENTRY* pEntry;
+};
+
+#define DECLARE_INTERFACE_MAP()                                                                              \
+protected:                                                                                                   \
+    static const AFX_INTERFACEMAP* GetThisInterfaceMap();                                                    \
+    const AFX_INTERFACEMAP* GetInterfaceMap() const override;
+
+#define BEGIN_INTERFACE_MAP(theClass, theBase)                                                               \
+    const AFX_INTERFACEMAP* theClass::GetInterfaceMap() const {                                              \
+        return GetThisInterfaceMap();                                                                        \
+    }                                                                                                        \
+    const AFX_INTERFACEMAP* theClass::GetThisInterfaceMap() {                                                \
+        using TheBaseClass = theBase;                                                                        \
+        static constexpr AFX_INTERFACEMAP_ENTRY interfaceEntries[] = {
+
+/// The member m_x<localClass> of theClass answers the interface.
+#define INTERFACE_PART(theClass, iid, localClass)                                                            \
+    AFX_INTERFACEMAP_ENTRY{&(iid), [](CCmdTarget& target) -> IUnknown* {                                     \
+                               return &static_cast<theClass&>(target).m_x##localClass;                       \
+                           }},
+
+#define END_INTERFACE_MAP()                                                                                  \
+    AFX_INTERFACEMAP_ENTRY {                                                                                 \
+        nullptr, nullptr                                                                                     \
+    }                                                                                                        \
+    }                                                                                                        \
+    ;                                                                                                        \
+    static constexpr AFX_INTERFACEMAP interfaceMap = {&TheBaseClass::GetThisInterfaceMap, interfaceEntries}; \
+    return &interfaceMap;                                                                                    \
+    }
+
+/// The object's own unknown: what an aggregating object holds, and everybody's IUnknown otherwise.
+class OleIdentity final : public IUnknown {
+public:
+    explicit OleIdentity(CCmdTarget& target) noexcept : m_target(target) {}
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
+    STDMETHODIMP_(ULONG) AddRef() override;
+    STDMETHODIMP_(ULONG) Release() override;
+
+private:
+    CCmdTarget& m_target;
+};
+
+/// What a CCmdTarget keeps once it takes part in COM.
+class OleTargetState {
+public:
+    explicit OleTargetState(CCmdTarget& target) noexcept : identity(target) {}
+
+    OleIdentity identity;
+    std::optional<OleDispatchPart> dispatch; ///< filled by EnableAutomation
+    IUnknown* outer = nullptr;               ///< the aggregating object, which owns this one; no reference
+    CTypeLibCache* typeLibCache = nullptr;   ///< locked while set
+    std::atomic<LONG> references = 1;        ///< the creator's
+    const DWORD thread = ::GetCurrentThreadId();
+    bool aggregatable = false;
+};
+
+/// Holds a reference to an object while something is called that may release it.
+class OleKeepAlive {
+public:
+    explicit OleKeepAlive(CCmdTarget& target) noexcept : m_target(target) { m_target.ExternalAddRef(); }
+    ~OleKeepAlive() { m_target.ExternalRelease(); }
+    OleKeepAlive(const OleKeepAlive&) = delete;
+    OleKeepAlive& operator=(const OleKeepAlive&) = delete;
+
+private:
+    CCmdTarget& m_target;
+};
+
+/// Runs the body of a COM method: the module's state is selected, and no exception leaves it (E_OUTOFMEMORY
+/// when memory was out, else E_UNEXPECTED).
+template <class Body>
+HRESULT OleProtect(Body&& body) noexcept {
+    try {
+        AFX_MANAGE_STATE(AfxGetStaticModuleState());
+        return body();
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+        // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference): the documented exceptions are pointers
+    } catch (CException* exception) {
+        exception->Delete();
+        return E_UNEXPECTED;
+    } catch (...) {
+        return E_UNEXPECTED;
+    }
+}
+
+/// TRUE on the thread that made the object, the only one of its apartment.
+[[nodiscard]] bool OleIsOnItsThread(const CCmdTarget& target) noexcept;
+
+/// The same, and the object outlives the call. Callers from another thread get RPC_E_WRONG_THREAD. Around
+/// every method that gives or changes something of the object; IUnknown and what is the same for all objects
+/// of a class answer any thread.
+template <class Body>
+HRESULT OleGuard(CCmdTarget& target, Body&& body) noexcept {
+    if (!OleIsOnItsThread(target)) {
+        return RPC_E_WRONG_THREAD;
+    }
+    return OleProtect([&]() -> HRESULT {
+        const OleKeepAlive alive(target);
+        return body();
+    });
+}
+
+/// Base of the parts of an object: IUnknown is the object's, in any of the given interfaces.
+template <class... Interfaces>
+class OlePart : public Interfaces... {
+public:
+    OlePart(const OlePart&) = delete;
+    OlePart& operator=(const OlePart&) = delete;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        return static_cast<HRESULT>(m_target.ExternalQueryInterface(&iid, object));
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return m_target.ExternalAddRef(); }
+    STDMETHODIMP_(ULONG) Release() override { return m_target.ExternalRelease(); }
+
+protected:
+    explicit OlePart(CCmdTarget& target) noexcept : m_target(target) {}
+    ~OlePart() = default;
+
+    template <class Body>
+    HRESULT Guard(Body&& body) noexcept {
+        return OleGuard(m_target, std::forward<Body>(body));
+    }
+
+private:
+    CCmdTarget& m_target;
+};

@@ -1,0 +1,52 @@
+// Type libraries of automation objects: the macros that name a class's library, and the cache of loaded ones.
+#pragma once
+
+#include "core/CString.h"
+#include "core/OlePointer.h"
+
+/// Keeps a type library loaded, for one locale, as long as somebody has locked the cache.
+class CTypeLibCache {
+public:
+    void Lock() noexcept { ++m_locks; }
+    /// The last unlock releases the library.
+    void Unlock() noexcept;
+    /// The library for a locale; null when it is not the one kept.
+    OlePtr<ITypeLib> Lookup(LCID lcid) const noexcept;
+    /// Keeps a library while the cache is locked.
+    void Cache(LCID lcid, ITypeLib* library) noexcept;
+
+    const GUID* m_tlid = nullptr; ///< whose cache this is; null while the object is free
+
+private:
+    LONG m_locks = 0;
+    LCID m_lcid = 0;
+    OlePtr<ITypeLib> m_library;
+};
+
+/// The module's cache for a library, made on first use; null when memory is out.
+CTypeLibCache* AFXAPI AfxGetTypeLibCache(const GUID* pTypeLibID);
+
+#define DECLARE_OLETYPELIB(class_name)                                                                       \
+protected:                                                                                                   \
+    UINT GetTypeInfoCount() override;                                                                        \
+    HRESULT GetTypeLib(LCID lcid, ITypeLib** ppTypeLib) override;                                            \
+    CTypeLibCache* GetTypeLibCache() override;
+
+/// Full path of a module; empty when it is not known.
+CString AfxModulePath(HINSTANCE module);
+/// The library in a file; TYPE_E_LIBNOTREGISTERED when its GUID is another.
+HRESULT AfxLoadTypeLibOf(const CString& path, REFGUID tlid, OlePtr<ITypeLib>& library);
+/// The registered library for a locale. When there is none, that of the module itself: a host may have
+/// activated the module without registration.
+HRESULT AfxLoadTypeLib(REFGUID tlid, WORD wVerMajor, WORD wVerMinor, LCID lcid, ITypeLib** ppTypeLib);
+
+#define IMPLEMENT_OLETYPELIB(class_name, tlid, wVerMajor, wVerMinor)                                         \
+    UINT class_name::GetTypeInfoCount() {                                                                    \
+        return 1;                                                                                            \
+    }                                                                                                        \
+    HRESULT class_name::GetTypeLib(LCID lcid, ITypeLib** ppTypeLib) {                                        \
+        return ::AfxLoadTypeLib(tlid, wVerMajor, wVerMinor, lcid, ppTypeLib);                                \
+    }                                                                                                        \
+    CTypeLibCache* class_name::GetTypeLibCache() {                                                           \
+        return AfxGetTypeLibCache(&tlid);                                                                    \
+    }

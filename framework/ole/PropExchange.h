@@ -1,0 +1,98 @@
+// Property exchange: one function of a control, DoPropExchange, loads, saves and resets its properties,
+// depending on the kind of exchange it is given.
+//
+// Covered: streams, property bags and the reset to defaults; whole numbers, truth values and texts. Not
+// covered: colours, fonts, pictures, blobs, data paths. Data of another version than the control's own is
+// refused.
+#pragma once
+
+#include "core/CString.h"
+#include "core/OlePointer.h"
+
+class CPropExchange {
+public:
+    virtual ~CPropExchange() = default;
+    CPropExchange(const CPropExchange&) = delete;
+    CPropExchange& operator=(const CPropExchange&) = delete;
+
+    /// Moves one property of type VT_I4 (long), VT_BOOL (BOOL) or VT_BSTR (CString). On loading, pvDefault,
+    /// unless null, stands in for a value that the source does not have. FALSE when the value could not be
+    /// moved.
+    virtual BOOL ExchangeProp(LPCTSTR pszPropName, VARTYPE vtProp, void* pvProp,
+                              const void* pvDefault = nullptr) = 0;
+    /// Moves the version; the first thing in the data. FALSE when it could not be moved or is another one
+    /// than dwVersionDefault; the exchange has failed then. Nothing is converted, so bConvert has no effect.
+    virtual BOOL ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefault, BOOL bConvert) = 0;
+
+    /// The version, after ExchangeVersion: low word minor, high word major.
+    DWORD GetVersion() const noexcept { return m_version; }
+    /// TRUE also while properties are reset to their defaults.
+    BOOL IsLoading() const noexcept { return m_loading; }
+    /// Something could not be moved, and the data as a whole is not to be trusted.
+    bool HasFailed() const noexcept { return m_failed; }
+
+protected:
+    explicit CPropExchange(BOOL loading) noexcept : m_loading(loading) {}
+
+    /// Notes a failure and returns it.
+    BOOL Check(bool done) noexcept {
+        m_failed = m_failed || !done;
+        return done;
+    }
+    /// Notes the version found; FALSE when it is not the one wanted.
+    BOOL CheckVersion(DWORD found, DWORD wanted) noexcept {
+        m_version = found;
+        return Check(found == wanted);
+    }
+
+private:
+    BOOL m_loading;
+    bool m_failed = false;
+    DWORD m_version = 0;
+};
+
+/// Sets every property to its default.
+class OleResetExchange final : public CPropExchange {
+public:
+    OleResetExchange() noexcept : CPropExchange(TRUE) {}
+    BOOL ExchangeProp(LPCTSTR pszPropName, VARTYPE vtProp, void* pvProp, const void* pvDefault) override;
+    BOOL ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefault, BOOL bConvert) override;
+};
+
+/// Values one after the other in a stream, in the control's order.
+class OleStreamExchange final : public CPropExchange {
+public:
+    /// Does not own the stream.
+    OleStreamExchange(IStream& stream, BOOL loading) noexcept : CPropExchange(loading), m_stream(stream) {}
+    BOOL ExchangeProp(LPCTSTR pszPropName, VARTYPE vtProp, void* pvProp, const void* pvDefault) override;
+    BOOL ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefault, BOOL bConvert) override;
+
+private:
+    bool Move(void* data, ULONG bytes);
+    bool MoveText(CString& text);
+
+    IStream& m_stream;
+};
+
+/// Values by name in a property bag. What a bag leaves out, the version included, has its default.
+class OleBagExchange final : public CPropExchange {
+public:
+    /// Owns neither; the error log may be null.
+    OleBagExchange(IPropertyBag& bag, IErrorLog* log, BOOL loading, bool saveDefaults) noexcept
+        : CPropExchange(loading), m_bag(bag), m_log(log), m_saveDefaults(saveDefaults) {}
+    BOOL ExchangeProp(LPCTSTR pszPropName, VARTYPE vtProp, void* pvProp, const void* pvDefault) override;
+    BOOL ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefault, BOOL bConvert) override;
+
+private:
+    bool Load(LPCTSTR name, VARTYPE type, void* value);
+    bool Save(LPCTSTR name, VARTYPE type, const void* value);
+
+    IPropertyBag& m_bag;
+    IErrorLog* m_log;
+    bool m_saveDefaults;
+};
+
+/// One property each, with a default; FALSE when the value could not be moved.
+BOOL PX_Long(CPropExchange* pPX, LPCTSTR pszPropName, long& lValue, long lDefault);
+BOOL PX_Bool(CPropExchange* pPX, LPCTSTR pszPropName, BOOL& bValue, BOOL bDefault);
+BOOL PX_String(CPropExchange* pPX, LPCTSTR pszPropName, CString& strValue, const CString& strDefault);

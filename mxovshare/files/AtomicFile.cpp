@@ -1,0 +1,144 @@
+#include "AtomicFile.h"
+
+#include "LongPath.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace mxovshare {
+namespace {
+
+constexpr wchar_t kSuffix[] = L".mxov-new";
+constexpr std::size_t kLongestComponent = 255; // of one component, on every file system
+constexpr DWORD kLongestPause = 32;            // milliseconds; all pauses of one replacement are twice that
+constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
+                                  FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+
+bool IsInUse(DWORD error) {
+    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION || error == ERROR_ACCESS_DENIED;
+}
+
+bool IsReplaceable(DWORD attributes) {
+    return attributes == INVALID_FILE_ATTRIBUTES ||
+           (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) == 0;
+}
+
+std::uint32_t HashOf(const std::wstring& text) {
+    std::uint32_t hash = 2166136261;
+    for (const wchar_t unit : text)
+        hash = (hash ^ unit) * 16777619;
+    return hash;
+}
+
+} // namespace
+
+std::wstring AtomicFile::TemporaryPath(const std::wstring& target) {
+    const std::wstring path = LongPath(target);
+    const std::size_t folder = path.find_last_of(L"\\/") + 1;
+    std::wstring name = path.substr(folder);
+    constexpr std::size_t kRoom = kLongestComponent - std::size(kSuffix);
+    if (name.size() > kRoom)
+        name = name.substr(0, kRoom - 11) + L'~' + std::to_wstring(HashOf(name));
+    return LongPath(path.substr(0, folder) + name + kSuffix);
+}
+
+AtomicFile::AtomicFile(const std::wstring& target)
+    : m_target(LongPath(target)), m_temporary(TemporaryPath(target)) {
+    if (!IsReplaceable(GetFileAttributesW(m_target.c_str())))
+        Fail(ERROR_ACCESS_DENIED);
+    else if (!Create())
+        Fail(GetLastError());
+}
+
+AtomicFile::~AtomicFile() {
+    Discard();
+}
+
+bool AtomicFile::Write(const void* data, std::size_t size) {
+    if (m_error != ERROR_SUCCESS)
+        return false;
+    constexpr std::size_t kBlock = 16 << 20;
+    for (const char* place = static_cast<const char*>(data); size > 0;) {
+        const auto block = static_cast<DWORD>(std::min(size, kBlock));
+        DWORD written = 0;
+        if (WriteFile(m_file.Get(), place, block, &written, nullptr) == FALSE)
+            return Fail(GetLastError());
+        if (written != block) // a full disk can look like success
+            return Fail(ERROR_DISK_FULL);
+        place += block;
+        size -= block;
+    }
+    return true;
+}
+
+bool AtomicFile::Commit() {
+    bool done = m_error == ERROR_SUCCESS;
+    if (done) {
+        done = FlushFileBuffers(m_file.Get()) != FALSE && KeepAttributes() && m_file.Close() && Replace();
+        if (!done)
+            Fail(GetLastError());
+    }
+    Discard();
+    return done;
+}
+
+bool AtomicFile::Fail(DWORD error) {
+    if (m_error == ERROR_SUCCESS)
+        m_error = error == ERROR_SUCCESS ? ERROR_GEN_FAILURE : error;
+    return false;
+}
+
+bool AtomicFile::Create() {
+    for (DWORD pause = 1;; pause *= 2) {
+        m_file = FileHandle(CreateFileW(m_temporary.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
+                                        nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+        m_exists = static_cast<bool>(m_file);
+        if (m_exists)
+            return true;
+        const DWORD error = GetLastError();
+        // One that was left behind may have the attributes of a hidden target.
+        const bool mayWork = error == ERROR_ACCESS_DENIED
+                                 ? SetFileAttributesW(m_temporary.c_str(), FILE_ATTRIBUTE_NORMAL) != FALSE
+                                 : error == ERROR_SHARING_VIOLATION;
+        if (!mayWork || pause > kLongestPause) {
+            SetLastError(error);
+            return false;
+        }
+        Sleep(pause);
+    }
+}
+
+bool AtomicFile::KeepAttributes() {
+    const DWORD attributes = GetFileAttributesW(m_target.c_str());
+    if (!IsReplaceable(attributes)) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return false;
+    }
+    const DWORD kept = attributes == INVALID_FILE_ATTRIBUTES ? 0 : attributes & kKeptAttributes;
+    return kept == 0 || SetFileAttributesW(m_temporary.c_str(), kept) != FALSE;
+}
+
+bool AtomicFile::Replace() {
+    for (DWORD pause = 1;; pause *= 2) {
+        if (MoveFileExW(m_temporary.c_str(), m_target.c_str(),
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE) {
+            m_exists = false;
+            return true;
+        }
+        const DWORD error = GetLastError();
+        if (!IsInUse(error) || pause > kLongestPause) {
+            SetLastError(error);
+            return false;
+        }
+        Sleep(pause);
+    }
+}
+
+void AtomicFile::Discard() {
+    m_file.Close();
+    if (m_exists)
+        DeleteFileW(m_temporary.c_str());
+    m_exists = false;
+}
+
+} // namespace mxovshare

@@ -1,0 +1,32 @@
+#include "FolderPath.h"
+
+#include "LongPath.h"
+
+#include <windows.h>
+
+namespace mxovshare {
+
+namespace {
+
+bool IsSeparator(wchar_t unit) {
+    return unit == L'\\' || unit == L'/';
+}
+
+} // namespace
+
+std::wstring FolderPath(const std::wstring& folder) {
+    std::wstring path = LongPath(folder);
+    while (path.size() > 1 && IsSeparator(path.back()) && path[path.size() - 2] != L':')
+        path.pop_back();
+    return path;
+}
+
+bool IsSamePath(const std::wstring& left, const std::wstring& right) {
+    return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
+std::wstring JoinPath(const std::wstring& folder, const std::wstring& name) {
+    return !folder.empty() && IsSeparator(folder.back()) ? folder + name : folder + L"\\" + name;
+}
+
+} // namespace mxovshare

@@ -1,0 +1,18 @@
+# The container, platform-free and also built natively with sanitizers. Paths are absolute.
+set(ZIP_SOURCES
+    files/ByteSource.cpp
+    text/CaseFold.cpp
+    text/Utf8.cpp
+    zip/Checksum.cpp
+    zip/Deflate.cpp
+    zip/EntryName.cpp
+    zip/EntryReader.cpp
+    zip/JobQueue.cpp
+    zip/PackageError.cpp
+    zip/ProvenData.cpp
+    zip/ZipDirectory.cpp
+    zip/ZipEnd.cpp
+    zip/ZipExtra.cpp
+    zip/ZipLocal.cpp
+    zip/ZipWriter.cpp)
+list(TRANSFORM ZIP_SOURCES PREPEND ${CMAKE_CURRENT_LIST_DIR}/../)

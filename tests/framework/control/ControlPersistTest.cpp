@@ -1,0 +1,207 @@
+#include "../OleTestControl.h"
+#include "PropertyBag.h"
+
+namespace {
+
+class ControlPersistTest : public OleTest {
+protected:
+    /// A control that differs from a new one in everything persistent.
+    static OlePtr<IUnknown> Changed() {
+        OlePtr<IUnknown> control = CreateControl();
+        CTestControl::last->caption = CString(L"a\0b", 3);
+        CTestControl::last->count = -7;
+        SIZEL extent = {1000, 2000};
+        control.As<IOleObject>(IID_IOleObject)->SetExtent(DVASPECT_CONTENT, &extent);
+        CTestControl::last->SetModifiedFlag();
+        return control;
+    }
+    static void ExpectChanged(const OlePtr<IUnknown>& control) {
+        EXPECT_EQ(3, CTestControl::last->caption.GetLength());
+        EXPECT_EQ(-7, CTestControl::last->count);
+        SIZEL extent{};
+        control.As<IOleObject>(IID_IOleObject)->GetExtent(DVASPECT_CONTENT, &extent);
+        EXPECT_EQ(1000, extent.cx);
+        EXPECT_EQ(2000, extent.cy);
+        EXPECT_FALSE(CTestControl::last->IsModified());
+    }
+    static void ExpectDefaults() {
+        EXPECT_EQ(CString(L"untitled"), CTestControl::last->caption);
+        EXPECT_EQ(5, CTestControl::last->count);
+    }
+    static OlePtr<IPersistStreamInit> Stream(const OlePtr<IUnknown>& control) {
+        return control.As<IPersistStreamInit>(IID_IPersistStreamInit);
+    }
+    static OlePtr<IStream> Memory() {
+        OlePtr<IStream> stream;
+        ::CreateStreamOnHGlobal(nullptr, TRUE, stream.Receive());
+        return stream;
+    }
+    static void Rewind(const OlePtr<IStream>& stream) { stream->Seek({}, STREAM_SEEK_SET, nullptr); }
+};
+
+TEST_F(ControlPersistTest, StreamKeepsEverything) {
+    const OlePtr<IStream> stream = Memory();
+    {
+        const OlePtr<IUnknown> control = Changed();
+        EXPECT_EQ(S_OK, Stream(control)->IsDirty());
+        ASSERT_EQ(S_OK, Stream(control)->Save(stream.Get(), FALSE));
+        EXPECT_EQ(S_OK, Stream(control)->IsDirty());
+        ULARGE_INTEGER size{};
+        EXPECT_EQ(S_OK, Stream(control)->GetSizeMax(&size));
+        ULARGE_INTEGER written{};
+        stream->Seek({}, STREAM_SEEK_CUR, &written);
+        EXPECT_EQ(written.QuadPart, size.QuadPart);
+        Rewind(stream);
+        ASSERT_EQ(S_OK, Stream(control)->Save(stream.Get(), TRUE));
+        EXPECT_EQ(S_FALSE, Stream(control)->IsDirty());
+    }
+    Rewind(stream);
+    const OlePtr<IUnknown> control = CreateControl();
+    ASSERT_EQ(S_OK, Stream(control)->Load(stream.Get()));
+    ExpectChanged(control);
+    EXPECT_EQ(E_UNEXPECTED, Stream(control)->InitNew()) << "after a load";
+}
+
+TEST_F(ControlPersistTest, MemoryKeepsEverything) {
+    std::vector<BYTE> bytes;
+    {
+        const OlePtr<IUnknown> control = Changed();
+        const OlePtr<IPersistMemory> memory = control.As<IPersistMemory>(IID_IPersistMemory);
+        ULONG size = 0;
+        ASSERT_EQ(S_OK, memory->GetSizeMax(&size));
+        bytes.resize(size);
+        EXPECT_EQ(STG_E_MEDIUMFULL, memory->Save(bytes.data(), TRUE, size - 1));
+        EXPECT_EQ(S_OK, memory->IsDirty());
+        ASSERT_EQ(S_OK, memory->Save(bytes.data(), TRUE, size));
+        EXPECT_EQ(S_FALSE, memory->IsDirty());
+    }
+    const OlePtr<IUnknown> control = CreateControl();
+    ASSERT_EQ(
+        S_OK,
+        control.As<IPersistMemory>(IID_IPersistMemory)->Load(bytes.data(), static_cast<ULONG>(bytes.size())));
+    ExpectChanged(control);
+}
+
+TEST_F(ControlPersistTest, StorageKeepsEverything) {
+    OlePtr<ILockBytes> bytes;
+    OlePtr<IStorage> storage;
+    ASSERT_EQ(S_OK, ::CreateILockBytesOnHGlobal(nullptr, TRUE, bytes.Receive()));
+    ASSERT_EQ(S_OK,
+              ::StgCreateDocfileOnILockBytes(bytes.Get(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE,
+                                             0, storage.Receive()));
+    {
+        const OlePtr<IUnknown> control = Changed();
+        const OlePtr<IPersistStorage> persist = control.As<IPersistStorage>(IID_IPersistStorage);
+        ASSERT_EQ(S_OK, persist->Save(storage.Get(), TRUE));
+        EXPECT_EQ(S_OK, persist->IsDirty()) << "until the container is done";
+        EXPECT_EQ(S_OK, persist->SaveCompleted(nullptr));
+        EXPECT_EQ(S_FALSE, persist->IsDirty());
+        EXPECT_EQ(S_OK, persist->HandsOffStorage());
+    }
+    CLSID clsid{};
+    EXPECT_EQ(S_OK, ::ReadClassStg(storage.Get(), &clsid));
+    EXPECT_EQ(CTestControl::guid, clsid);
+    const OlePtr<IUnknown> control = CreateControl();
+    const OlePtr<IPersistStorage> persist = control.As<IPersistStorage>(IID_IPersistStorage);
+    ASSERT_EQ(S_OK, persist->Load(storage.Get()));
+    ExpectChanged(control);
+    EXPECT_EQ(CO_E_ALREADYINITIALIZED, persist->Load(storage.Get()));
+    EXPECT_EQ(CO_E_ALREADYINITIALIZED, persist->InitNew(storage.Get()));
+}
+
+TEST_F(ControlPersistTest, BagKeepsEverythingAndLeavesDefaultsOut) {
+    PropertyBag bag;
+    {
+        const OlePtr<IUnknown> control = Changed();
+        CTestControl::last->count = 5;
+        ASSERT_EQ(S_OK, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Save(&bag, TRUE, FALSE));
+        EXPECT_FALSE(CTestControl::last->IsModified());
+        EXPECT_EQ(0U, bag.values.count(L"Count"));
+        CTestControl::last->count = -7;
+        ASSERT_EQ(S_OK, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Save(&bag, TRUE, TRUE));
+    }
+    EXPECT_EQ(0x10000, bag.values[L"_Version"].lVal);
+    EXPECT_EQ(1000, bag.values[L"_ExtentX"].lVal);
+    const OlePtr<IUnknown> control = CreateControl();
+    ASSERT_EQ(S_OK, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Load(&bag, nullptr));
+    ExpectChanged(control);
+}
+
+TEST_F(ControlPersistTest, WhatABagLeavesOutHasItsDefault) {
+    PropertyBag bag;
+    bag.values[L"Count"] = VARIANT{};
+    bag.values[L"Count"].vt = VT_BSTR; // as pages written by hand give numbers
+    bag.values[L"Count"].bstrVal = ::SysAllocString(L"12");
+    const OlePtr<IUnknown> control = CreateControl();
+    CTestControl::last->caption = L"before";
+    ASSERT_EQ(S_OK, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Load(&bag, nullptr));
+    EXPECT_EQ(12, CTestControl::last->count);
+    EXPECT_EQ(CString(L"untitled"), CTestControl::last->caption);
+}
+
+TEST_F(ControlPersistTest, InitNewGivesTheDefaults) {
+    const OlePtr<IUnknown> control = Changed();
+    ASSERT_EQ(S_OK, Stream(control)->InitNew());
+    ExpectDefaults();
+    EXPECT_EQ(S_FALSE, Stream(control)->IsDirty());
+}
+
+TEST_F(ControlPersistTest, DataOfAnotherVersionIsRefused) {
+    for (const DWORD version : {0x00020000U, 0x00010001U, 0x00000009U, 0xFFFFFFFFU}) {
+        const OlePtr<IStream> stream = Memory();
+        {
+            const OlePtr<IUnknown> control = Changed();
+            ASSERT_EQ(S_OK, Stream(control)->Save(stream.Get(), TRUE));
+        }
+        Rewind(stream);
+        stream->Write(&version, sizeof(version), nullptr);
+        Rewind(stream);
+        const OlePtr<IUnknown> control = CreateControl();
+        EXPECT_EQ(E_FAIL, Stream(control)->Load(stream.Get()));
+        ExpectDefaults();
+    }
+    PropertyBag bag;
+    bag.values[L"_Version"].vt = VT_I4;
+    bag.values[L"_Version"].lVal = 0x20000;
+    const OlePtr<IUnknown> control = CreateControl();
+    EXPECT_EQ(E_FAIL, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Load(&bag, nullptr));
+    ExpectDefaults();
+}
+
+TEST_F(ControlPersistTest, DamagedDataIsRefusedAtEveryLength) {
+    const OlePtr<IStream> whole = Memory();
+    {
+        const OlePtr<IUnknown> control = Changed();
+        ASSERT_EQ(S_OK, Stream(control)->Save(whole.Get(), TRUE));
+    }
+    BYTE bytes[256]{};
+    ULONG size = 0;
+    Rewind(whole);
+    whole->Read(bytes, sizeof(bytes), &size);
+    ASSERT_LT(size, sizeof(bytes));
+    for (ULONG cut = 0; cut < size; ++cut) {
+        const OlePtr<IUnknown> control = CreateControl();
+        EXPECT_EQ(E_FAIL, control.As<IPersistMemory>(IID_IPersistMemory)->Load(bytes, cut))
+            << cut << " bytes";
+        ExpectDefaults();
+    }
+    constexpr ULONG kTextLength = 12; // version and extent come before it
+    for (ULONG i = 0; i < 4; ++i) {
+        bytes[kTextLength + i] = 0xFF;
+    }
+    const OlePtr<IUnknown> control = CreateControl();
+    EXPECT_EQ(E_FAIL, control.As<IPersistMemory>(IID_IPersistMemory)->Load(bytes, size)) << "a text of 8 GB";
+    ExpectDefaults();
+}
+
+TEST_F(ControlPersistTest, NothingToPersistToIsRefused) {
+    const OlePtr<IUnknown> control = CreateControl();
+    EXPECT_EQ(E_POINTER, Stream(control)->Load(nullptr));
+    EXPECT_EQ(E_POINTER, Stream(control)->Save(nullptr, TRUE));
+    EXPECT_EQ(E_POINTER, Stream(control)->GetClassID(nullptr));
+    EXPECT_EQ(E_POINTER, control.As<IPersistMemory>(IID_IPersistMemory)->Load(nullptr, 10));
+    EXPECT_EQ(E_POINTER, control.As<IPersistStorage>(IID_IPersistStorage)->InitNew(nullptr));
+    EXPECT_EQ(E_POINTER, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Load(nullptr, nullptr));
+}
+
+} // namespace

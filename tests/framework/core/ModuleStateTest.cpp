@@ -1,0 +1,130 @@
+// The module state, in this program and in a library that is loaded and unloaded.
+#include "core/ModuleState.h"
+#include "../TestWindow.h"
+
+#include "GdiObjectCount.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <type_traits>
+
+namespace {
+
+struct FreeModule {
+    void operator()(HMODULE module) const noexcept { ::FreeLibrary(module); }
+};
+using Module = std::unique_ptr<std::remove_pointer_t<HMODULE>, FreeModule>;
+
+template <class Function>
+Function* Entry(const Module& module, const char* name) {
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(::GetProcAddress(module.get(), name)));
+}
+
+Module LoadTestModule() {
+    return Module(::LoadLibrary(L"TestModule.dll"));
+}
+
+int RunOn(const Module& module, int* ended) {
+    return Entry<int(HINSTANCE, int*)>(module, "RunTestModule")(module.get(), ended);
+}
+
+TEST(ModuleState, AProgramIsAModuleToo) {
+    EXPECT_EQ(AfxGetInstanceHandle(), ::GetModuleHandle(nullptr));
+    EXPECT_EQ(AfxGetResourceHandle(), AfxGetInstanceHandle());
+    EXPECT_EQ(AfxGetApp(), nullptr);
+    const CWinApp app;
+    EXPECT_EQ(AfxGetApp(), &app);
+}
+
+TEST(ModuleState, TheResourceModuleCanBeChanged) {
+    const HINSTANCE user = ::GetModuleHandle(L"user32.dll");
+    AfxSetResourceHandle(user);
+    EXPECT_EQ(AfxGetResourceHandle(), user);
+    AfxSetResourceHandle(AfxGetInstanceHandle());
+    EXPECT_EQ(AfxGetResourceHandle(), ::GetModuleHandle(nullptr));
+}
+
+TEST(LoadedModule, WorksInTheHostsThreadAndEndsOnce) {
+    int ended = 0;
+    {
+        const Module module = LoadTestModule();
+        ASSERT_TRUE(module);
+        EXPECT_EQ(RunOn(module, &ended), 0);
+        EXPECT_EQ(ended, 0);
+    }
+    EXPECT_EQ(ended, 1);
+    EXPECT_EQ(::GetModuleHandle(L"TestModule.dll"), nullptr);
+}
+
+TEST(LoadedModule, CanBeLoadedAgainAndAgain) {
+    int ended = 0;
+    { RunOn(LoadTestModule(), &ended); }
+    const int objects = GdiObjectCount();
+    for (int i = 0; i < 20; ++i) {
+        const Module module = LoadTestModule();
+        ASSERT_TRUE(module);
+        EXPECT_EQ(RunOn(module, &ended), 0);
+    }
+    EXPECT_EQ(ended, 21);
+    EXPECT_LE(GdiObjectCount(), objects + 1);
+}
+
+struct ThreadWork {
+    const Module* module;
+    int result;
+    HANDLE worked;
+    HANDLE mayEnd;
+};
+
+DWORD WINAPI UseModule(void* parameter) {
+    auto& work = *static_cast<ThreadWork*>(parameter);
+    work.result = RunOn(*work.module, nullptr);
+    ::SetEvent(work.worked);
+    ::WaitForSingleObject(work.mayEnd, INFINITE);
+    return 0;
+}
+
+TEST(LoadedModule, ThreadsThatUsedItEndBeforeAndAfterItsUnloading) {
+    for (const bool endFirst : {true, false}) {
+        Module module = LoadTestModule();
+        ASSERT_TRUE(module);
+        ThreadWork work = {&module, -1, ::CreateEvent(nullptr, TRUE, FALSE, nullptr),
+                           ::CreateEvent(nullptr, TRUE, FALSE, nullptr)};
+        const HANDLE thread = ::CreateThread(nullptr, 0, &UseModule, &work, 0, nullptr);
+        ::WaitForSingleObject(work.worked, INFINITE);
+        EXPECT_EQ(work.result, 0);
+        if (endFirst) {
+            ::SetEvent(work.mayEnd);
+            EXPECT_EQ(::WaitForSingleObject(thread, 20000), WAIT_OBJECT_0);
+            module.reset();
+        } else {
+            module.reset();
+            EXPECT_EQ(::GetModuleHandle(L"TestModule.dll"), nullptr);
+            ::SetEvent(work.mayEnd);
+            EXPECT_EQ(::WaitForSingleObject(thread, 20000), WAIT_OBJECT_0);
+        }
+        ::CloseHandle(thread);
+        ::CloseHandle(work.worked);
+        ::CloseHandle(work.mayEnd);
+    }
+}
+
+TEST(LoadedModule, ARefusalOfItsApplicationFailsTheLoading) {
+    ::SetEnvironmentVariable(L"TEST_MODULE_REFUSES", L"1");
+    EXPECT_FALSE(LoadTestModule());
+    ::SetEnvironmentVariable(L"TEST_MODULE_REFUSES", nullptr);
+    EXPECT_TRUE(LoadTestModule());
+}
+
+TEST(LoadedModule, ItsOwnManifestIsActiveInsideIt) {
+    const Module module = LoadTestModule();
+    ASSERT_TRUE(module);
+    EXPECT_TRUE(Entry<BOOL()>(module, "HasActivationContext")());
+    HANDLE context = nullptr;
+    ::GetCurrentActCtx(&context);
+    EXPECT_EQ(context, nullptr) << "and not outside";
+}
+
+} // namespace
