@@ -1,12 +1,12 @@
 // Saving, packing and reading a package of 200 files and 100 MB, and one keystroke in its information file.
-#include "mxovpackage.h"
 #include "files/DiskFile.h"
-#include "zip/EntryReader.h"
-#include "zip/ProvenData.h"
-#include "zip/ZipDirectory.h"
+#include "mxovpackage.h"
 #include "PackageFolder.h"
 #include "PackagePeers.h"
 #include "Timing.h"
+#include "zip/EntryReader.h"
+#include "zip/ProvenData.h"
+#include "zip/ZipDirectory.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -9,7 +9,6 @@
 // window class is changed in PreCreateWindow gets its notifications in its container's window.
 #pragma once
 
-#include "ole/Connection.h"
 #include "ControlActivation.h"
 #include "ControlBrowsing.h"
 #include "ControlData.h"
@@ -20,6 +19,7 @@
 #include "ControlQuickActivate.h"
 #include "ControlSite.h"
 #include "ControlView.h"
+#include "ole/Connection.h"
 #include "ole/PropExchange.h"
 #include "windows/Wnd.h"
 

@@ -4,10 +4,10 @@
 // (DDP_Text). Not covered: the other DDP routines, help, controls without Apply.
 #pragma once
 
-#include "windows/DataExchange.h"
-#include "windows/Dialog.h"
 #include "ole/OleTarget.h"
 #include "PropertyPageObject.h"
+#include "windows/DataExchange.h"
+#include "windows/Dialog.h"
 
 #include <vector>
 

@@ -8,8 +8,8 @@
 
 #include "core/CmdTarget.h"
 #include "core/ModuleState.h"
-#include "OleDispatch.h"
 #include "core/OlePointer.h"
+#include "OleDispatch.h"
 
 #include <atomic>
 #include <new>

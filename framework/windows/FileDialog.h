@@ -8,8 +8,8 @@
 // (bVistaStyle and dwSize are there for the signature), several files, other controls, m_ofn, events.
 #pragma once
 
-#include "Dialog.h"
 #include "core/OlePointer.h"
+#include "Dialog.h"
 
 #include <commdlg.h>
 #include <shobjidl.h>

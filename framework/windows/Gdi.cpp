@@ -1,8 +1,8 @@
 #include "Gdi.h"
 
-#include "DeviceContext.h"
 #include "core/ModuleState.h"
 #include "core/Temporary.h"
+#include "DeviceContext.h"
 
 #include <cwchar>
 #include <utility>

@@ -1,7 +1,7 @@
 #include "ImageList.h"
 
-#include "DeviceContext.h"
 #include "core/Temporary.h"
+#include "DeviceContext.h"
 
 #include <utility>
 

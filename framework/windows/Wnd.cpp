@@ -1,8 +1,8 @@
 // CWnd: handles, creation, subclassing and the plain window functions.
 #include "Wnd.h"
 
-#include "DataExchange.h"
 #include "core/Temporary.h"
+#include "DataExchange.h"
 #include "WindowProcedure.h"
 
 #include <new>

@@ -1,6 +1,6 @@
 // CWnd: messages on their way to a handler, and the handlers of the base class.
-#include "DataExchange.h"
 #include "core/ThreadState.h"
+#include "DataExchange.h"
 #include "WindowMessages.h"
 #include "WindowProcedure.h"
 

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <vector>
 
 namespace mxovshare {
 
@@ -26,22 +25,6 @@ public:
     virtual void Write(std::uint64_t offset, Bytes data) = 0;
     /// Cuts what lies behind `size`.
     virtual void SetSize(std::uint64_t size) = 0;
-};
-
-/// A view of a source for code that reads many small neighbouring pieces.
-class ByteWindow {
-public:
-    /// `ahead` bytes are read at once: many for neighbours, few for pieces that lie apart.
-    explicit ByteWindow(const ByteSource& source, std::size_t ahead) : m_source(source), m_ahead(ahead) {}
-
-    /// `size` bytes at `offset`, valid until the next call. Throws PackageError when they reach past the end.
-    Bytes View(std::uint64_t offset, std::size_t size);
-
-private:
-    const ByteSource& m_source;
-    std::size_t m_ahead;
-    std::vector<std::uint8_t> m_buffer;
-    std::uint64_t m_offset = 0;
 };
 
 } // namespace mxovshare

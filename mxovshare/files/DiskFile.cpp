@@ -1,7 +1,7 @@
 #include "DiskFile.h"
 
+#include "FileFailure.h"
 #include "LongPath.h"
-#include "package/PackageWork.h"
 
 #include <algorithm>
 

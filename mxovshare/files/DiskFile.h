@@ -1,8 +1,8 @@
 // Files of the file system as byte sources and sinks.
 #pragma once
 
-#include "FileHandle.h"
 #include "ByteSource.h"
+#include "FileHandle.h"
 
 #include <atomic>
 #include <string>

@@ -46,7 +46,7 @@ bool Perform(IniDocument& document, const IniEdit& edit) {
 
 } // namespace
 
-CachedIniFile::CachedIniFile(std::wstring path, const IniPlatform& platform)
+CachedIniFile::CachedIniFile(std::wstring path, const TextPlatform& platform)
     : m_path(std::move(path)), m_platform(platform) {}
 
 const IniDocument& CachedIniFile::Document() {

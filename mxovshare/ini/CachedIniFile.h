@@ -28,7 +28,7 @@ struct IniEdit {
 class CachedIniFile {
 public:
     /// `path` is a full one. The file need not exist.
-    CachedIniFile(std::wstring path, const IniPlatform& platform);
+    CachedIniFile(std::wstring path, const TextPlatform& platform);
 
     const std::wstring& Path() const { return m_path; }
 
@@ -59,7 +59,7 @@ private:
     bool Save();
 
     std::wstring m_path;
-    const IniPlatform& m_platform;
+    const TextPlatform& m_platform;
     std::unique_ptr<IniDocument> m_document; // none before the first load and after a failure half-way
     bool m_readable = false;
     FileStamp m_stamp;

@@ -36,7 +36,7 @@ int NumberOf(std::u16string_view digits) {
 
 } // namespace
 
-IniDocument::IniDocument(const IniPlatform& platform, std::string bytes)
+IniDocument::IniDocument(const TextPlatform& platform, std::string bytes)
     : m_platform(platform), m_bytes(std::move(bytes)), m_encoding(DetectEncoding(m_bytes)),
       m_hasHighByte(HasHighByte(m_bytes)) {
     m_bytes.resize(m_bytes.size() - m_bytes.size() % UnitSize(m_encoding));

@@ -32,7 +32,7 @@ public:
 
     /// A document of these bytes. Half a unit at the end of UTF-16 is dropped. `platform` outlives the
     /// document.
-    explicit IniDocument(const IniPlatform& platform, std::string bytes = {});
+    explicit IniDocument(const TextPlatform& platform, std::string bytes = {});
     IniDocument(IniDocument&&) = delete;
 
     const std::string& Bytes() const { return m_bytes; }
@@ -79,7 +79,7 @@ private:
     // The line end for a line behind one that has none: the first in the file, else CR LF.
     std::u16string UsualLineEnd() const;
 
-    const IniPlatform& m_platform;
+    const TextPlatform& m_platform;
     std::string m_bytes;
     IniEncoding m_encoding;
     bool m_hasHighByte;

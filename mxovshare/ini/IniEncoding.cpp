@@ -165,7 +165,7 @@ bool HasHighByte(std::string_view bytes) {
     return AsciiLength(bytes) < bytes.size();
 }
 
-std::u16string DecodeText(std::string_view bytes, IniEncoding encoding, const IniPlatform& platform) {
+std::u16string DecodeText(std::string_view bytes, IniEncoding encoding, const TextPlatform& platform) {
     if (UnitSize(encoding) == 2)
         return DecodeUtf16(bytes, encoding == IniEncoding::Utf16BigEndian);
     if (encoding != IniEncoding::Ansi)
@@ -175,7 +175,7 @@ std::u16string DecodeText(std::string_view bytes, IniEncoding encoding, const In
     return platform.DecodeAnsi(bytes);
 }
 
-bool EncodeText(std::u16string_view text, IniEncoding encoding, const IniPlatform& platform,
+bool EncodeText(std::u16string_view text, IniEncoding encoding, const TextPlatform& platform,
                 std::string& bytes) {
     if (UnitSize(encoding) == 2) {
         EncodeUtf16(text, encoding == IniEncoding::Utf16BigEndian, bytes);

@@ -1,27 +1,14 @@
 // How the bytes of an INI file stand for text.
 #pragma once
 
+#include "text/TextPlatform.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace mxovshare {
-
-/// What the model asks of the system it runs on, so that it can be built and tested anywhere.
-class IniPlatform {
-public:
-    virtual ~IniPlatform() = default;
-    /// Text of bytes in the ANSI code page; every byte gives something.
-    virtual std::u16string DecodeAnsi(std::string_view bytes) const = 0;
-    /// Appends the bytes of `text` in the ANSI code page. False, and nothing appended, unless they give
-    /// exactly `text` again.
-    virtual bool EncodeAnsi(std::u16string_view text, std::string& bytes) const = 0;
-    /// Whether a byte begins a two-byte character of the ANSI code page.
-    virtual bool IsLeadByte(unsigned char byte) const = 0;
-    /// Upper case of one unit outside ASCII, for comparing names.
-    virtual char16_t Upper(char16_t unit) const = 0;
-};
 
 enum class IniEncoding {
     Ansi,           ///< the system's code page; plain ASCII counts as this
@@ -73,11 +60,11 @@ inline char16_t UnitAt(const char* place, IniEncoding encoding) {
 }
 
 /// Text of bytes without a mark. Bytes that stand for nothing give U+FFFD.
-std::u16string DecodeText(std::string_view bytes, IniEncoding encoding, const IniPlatform& platform);
+std::u16string DecodeText(std::string_view bytes, IniEncoding encoding, const TextPlatform& platform);
 
 /// Appends the bytes of `text`, without a mark. False, and nothing appended, when the encoding has no form
 /// for it.
-bool EncodeText(std::u16string_view text, IniEncoding encoding, const IniPlatform& platform,
+bool EncodeText(std::u16string_view text, IniEncoding encoding, const TextPlatform& platform,
                 std::string& bytes);
 
 /// Whether `text` holds half of a surrogate pair without the other.

@@ -19,7 +19,7 @@ void ShiftFrom(std::uint32_t& offset, std::uint32_t from, std::ptrdiff_t by) {
 
 } // namespace
 
-IniIndex::IniIndex(const std::string& bytes, IniEncoding encoding, const IniPlatform& platform)
+IniIndex::IniIndex(const std::string& bytes, IniEncoding encoding, const TextPlatform& platform)
     : m_bytes(bytes), m_encoding(encoding), m_platform(platform) {
     ScanSections(MarkOf(encoding).size());
 }

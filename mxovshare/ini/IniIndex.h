@@ -47,7 +47,7 @@ class IniIndex {
 public:
     static constexpr std::uint32_t kNone = IniHashTable::kNone;
 
-    IniIndex(const std::string& bytes, IniEncoding encoding, const IniPlatform& platform);
+    IniIndex(const std::string& bytes, IniEncoding encoding, const TextPlatform& platform);
 
     std::uint32_t FindSection(const IniName& name) const;
     std::uint32_t FindKey(std::uint32_t section, const IniName& name);
@@ -90,7 +90,7 @@ private:
 
     const std::string& m_bytes;
     IniEncoding m_encoding;
-    const IniPlatform& m_platform;
+    const TextPlatform& m_platform;
     std::vector<IniSection> m_sections;
     std::vector<IniKey> m_keys;
     IniHashTable m_sectionTable;

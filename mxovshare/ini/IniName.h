@@ -9,7 +9,7 @@
 namespace mxovshare {
 
 /// One unit in upper case.
-inline char16_t UpperUnit(char16_t unit, const IniPlatform& platform) {
+inline char16_t UpperUnit(char16_t unit, const TextPlatform& platform) {
     if (unit >= 0x80)
         return platform.Upper(unit);
     return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
@@ -28,7 +28,7 @@ private:
 /// A name made ready for look-ups: without blanks at either end. It refers to the text it was made from.
 class IniName {
 public:
-    IniName(std::u16string_view name, const IniPlatform& platform);
+    IniName(std::u16string_view name, const TextPlatform& platform);
     std::u16string_view Text() const { return m_text; }
     std::uint32_t Hash() const { return m_hash; }
 
@@ -38,14 +38,14 @@ private:
 };
 
 /// Hash of a name.
-std::uint32_t HashOfName(std::u16string_view name, const IniPlatform& platform);
+std::uint32_t HashOfName(std::u16string_view name, const TextPlatform& platform);
 
 /// Whether two names are equal.
-bool IsSameName(std::u16string_view one, std::u16string_view other, const IniPlatform& platform);
+bool IsSameName(std::u16string_view one, std::u16string_view other, const TextPlatform& platform);
 
 /// Whether the units that begin at `one` are those of `other`.
 template <typename Units>
-bool SameUnits(const char* one, std::u16string_view other, const IniPlatform& platform) {
+bool SameUnits(const char* one, std::u16string_view other, const TextPlatform& platform) {
     for (const char16_t unit : other) {
         const char16_t first = Units::At(one);
         if (first != unit && UpperUnit(first, platform) != UpperUnit(unit, platform))

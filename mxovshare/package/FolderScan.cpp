@@ -1,12 +1,12 @@
 #include "package/FolderScan.h"
 
+#include "files/FolderPath.h"
 #include "files/LongPath.h"
 #include "mxovpackage.h"
+#include "package/FileTimes.h"
+#include "package/PackageWork.h"
 #include "text/CaseFold.h"
 #include "zip/EntryName.h"
-#include "package/FileTimes.h"
-#include "files/FolderPath.h"
-#include "package/PackageWork.h"
 
 #include <algorithm>
 #include <cwchar>

@@ -1,8 +1,8 @@
 #include "package/OpenFolders.h"
 
 #include "files/FileHandle.h"
-#include "files/LongPath.h"
 #include "files/FolderPath.h"
+#include "files/LongPath.h"
 #include "package/Notice.h"
 #include "package/PackageWork.h"
 

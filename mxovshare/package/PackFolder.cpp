@@ -1,17 +1,17 @@
 #include "package/PackFolder.h"
 
-#include "files/LongPath.h"
 #include "files/AtomicFile.h"
 #include "files/DiskFile.h"
+#include "files/FolderPath.h"
+#include "files/LongPath.h"
 #include "package/EarlyFlush.h"
 #include "package/FileTimes.h"
-#include "files/FolderPath.h"
 #include "package/FolderScan.h"
 #include "package/PackageContent.h"
-#include "zip/PackageError.h"
 #include "package/PackageWork.h"
 #include "package/Packer.h"
 #include "package/Unchanged.h"
+#include "zip/PackageError.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,14 +1,14 @@
 #include "mxovpackage.h"
 
-#include "ini/IniInformation.h"
-#include "text/CaseFold.h"
 #include "files/DiskFile.h"
-#include "zip/EntryReader.h"
+#include "ini/IniInformation.h"
 #include "package/FileTimes.h"
 #include "package/OpenFolders.h"
 #include "package/PackageContent.h"
 #include "package/PackFolder.h"
 #include "package/Unpack.h"
+#include "text/CaseFold.h"
+#include "zip/EntryReader.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "package/PackageWork.h"
+#include "PackageWork.h"
 
 #include "zip/PackageError.h"
 
@@ -14,21 +14,6 @@ std::wstring FromUtf8(std::string_view text) {
     std::wstring wide(static_cast<std::size_t>(length), L'\0');
     MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), length);
     return wide;
-}
-
-std::wstring SystemReason(DWORD error) {
-    wchar_t text[512];
-    constexpr DWORD kFlags =
-        FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
-    const DWORD length =
-        FormatMessageW(kFlags, nullptr, error, 0, text, static_cast<DWORD>(std::size(text)), nullptr);
-    std::wstring reason(text, length);
-    reason.erase(reason.find_last_not_of(L" .\r\n") + 1);
-    return reason.empty() ? L"error " + std::to_wstring(error) : reason;
-}
-
-void ThrowFileFailure(std::wstring_view doing, const std::wstring& path, DWORD error) {
-    throw FileFailure{std::wstring(doing) + L" \"" + path + L"\": " + SystemReason(error)};
 }
 
 PackageResult RunPackageWork(const std::wstring& file, const std::function<void()>& work) noexcept {

@@ -1,6 +1,7 @@
 // What every operation on a package shares: how it fails, is cancelled, and tells its progress.
 #pragma once
 
+#include "files/FileFailure.h"
 #include "mxovpackage.h"
 
 #include <functional>
@@ -9,21 +10,10 @@
 
 namespace mxovshare {
 
-/// Thrown when a file of the file system is the reason; the message is complete.
-struct FileFailure {
-    std::wstring message;
-};
-
 /// Thrown after the caller cancelled.
 struct Cancelled {};
 
 std::wstring FromUtf8(std::string_view text);
-
-/// The system's description of an error code, in one line without a full stop.
-std::wstring SystemReason(DWORD error);
-
-/// Throws the failure of `doing` (such as "cannot read") with a file for the system's reason.
-[[noreturn]] void ThrowFileFailure(std::wstring_view doing, const std::wstring& path, DWORD error);
 
 /// Runs `work` and turns whatever it throws into a result. A PackageError is told about `file`.
 PackageResult RunPackageWork(const std::wstring& file, const std::function<void()>& work) noexcept;

@@ -3,8 +3,8 @@
 
 #include "package/FilePieces.h"
 #include "package/FolderScan.h"
-#include "zip/JobQueue.h"
 #include "package/PackageWork.h"
+#include "zip/JobQueue.h"
 #include "zip/ZipWriter.h"
 
 #include <array>

@@ -1,10 +1,10 @@
 #include "mxovshare.h"
 
-#include "files/LongPath.h"
 #include "files/AtomicFile.h"
+#include "files/FolderPath.h"
+#include "files/LongPath.h"
 #include "ini/IniDocument.h"
 #include "ini/IniStore.h"
-#include "files/FolderPath.h"
 #include "package/Notice.h"
 #include "package/OpenFolders.h"
 #include "package/PackageWork.h"

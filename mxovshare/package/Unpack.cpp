@@ -1,11 +1,11 @@
 #include "package/Unpack.h"
 
-#include "files/LongPath.h"
 #include "files/DiskFile.h"
-#include "zip/EntryReader.h"
-#include "package/FileTimes.h"
 #include "files/FolderPath.h"
+#include "files/LongPath.h"
+#include "package/FileTimes.h"
 #include "package/PackageContent.h"
+#include "zip/EntryReader.h"
 
 #include <vector>
 

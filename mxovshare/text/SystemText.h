@@ -1,11 +1,11 @@
 // Text of the running system: its ANSI code page, its upper case, and its wide strings.
 #pragma once
 
-#include "ini/IniEncoding.h"
+#include "TextPlatform.h"
 
 namespace mxovshare {
 
-class SystemText : public IniPlatform {
+class SystemText : public TextPlatform {
 public:
     std::u16string DecodeAnsi(std::string_view bytes) const override;
     bool EncodeAnsi(std::u16string_view text, std::string& bytes) const override;

@@ -1,8 +1,9 @@
 #include "ZipDirectory.h"
 
-#include "text/CaseFold.h"
+#include "ByteWindow.h"
 #include "EntryName.h"
 #include "PackageError.h"
+#include "text/CaseFold.h"
 #include "ZipEnd.h"
 #include "ZipExtra.h"
 #include "ZipFormat.h"

@@ -1,5 +1,6 @@
 #include "ZipLocal.h"
 
+#include "ByteWindow.h"
 #include "PackageError.h"
 #include "ZipExtra.h"
 #include "ZipFormat.h"

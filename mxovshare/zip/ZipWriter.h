@@ -1,8 +1,8 @@
 // Writes a package file entry by entry.
 #pragma once
 
-#include "files/ByteSource.h"
 #include "Deflate.h"
+#include "files/ByteSource.h"
 #include "ZipEntry.h"
 
 #include <vector>

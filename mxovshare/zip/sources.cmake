@@ -1,8 +1,8 @@
 # The container, platform-free and also built natively with sanitizers. Paths are absolute.
 set(ZIP_SOURCES
-    files/ByteSource.cpp
     text/CaseFold.cpp
     text/Utf8.cpp
+    zip/ByteWindow.cpp
     zip/Checksum.cpp
     zip/Deflate.cpp
     zip/EntryName.cpp

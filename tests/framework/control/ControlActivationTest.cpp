@@ -1,5 +1,5 @@
-#include "GdiObjectCount.h"
 #include "../OleTestControl.h"
+#include "GdiObjectCount.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "ControlInterfaces.h"
 #include "../OleTestControl.h"
+#include "ControlInterfaces.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "package/EarlyFlush.h"
 
-#include "files/FileHandle.h"
 #include "files/DiskFile.h"
+#include "files/FileHandle.h"
 #include "package/PackageWork.h"
 #include "TempFolder.h"
 

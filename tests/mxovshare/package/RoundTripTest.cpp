@@ -1,7 +1,7 @@
 #include "mxovpackage.h"
 
-#include "FolderSnapshot.h"
 #include "files/LongPath.h"
+#include "FolderSnapshot.h"
 #include "Listeners.h"
 #include "TempFolder.h"
 

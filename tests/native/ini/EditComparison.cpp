@@ -11,7 +11,7 @@ std::u16string UpToNul(const std::u16string& text) {
 
 } // namespace
 
-EditComparison::EditComparison(const IniPlatform& platform, const std::string& bytes)
+EditComparison::EditComparison(const TextPlatform& platform, const std::string& bytes)
     : m_platform(platform), m_document(platform, bytes), m_plain(Text(), platform) {}
 
 std::u16string EditComparison::Text() const {

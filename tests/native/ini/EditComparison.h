@@ -13,7 +13,7 @@ namespace mxovshare {
 /// is that of its bytes; it gives a description of the first difference.
 class EditComparison {
 public:
-    EditComparison(const IniPlatform& platform, const std::string& bytes);
+    EditComparison(const TextPlatform& platform, const std::string& bytes);
 
     std::optional<std::string> SetValue(const std::u16string& section, const std::u16string& key,
                                         const std::u16string& value);
@@ -25,7 +25,7 @@ public:
 private:
     std::u16string Text() const;
 
-    const IniPlatform& m_platform;
+    const TextPlatform& m_platform;
     IniDocument m_document;
     PlainIni m_plain;
 };

@@ -21,7 +21,7 @@ std::string Utf16(std::u16string_view text, IniEncoding encoding = IniEncoding::
 
 // The bytes after one key was set.
 std::string AfterSet(const std::string& bytes, std::u16string_view section, std::u16string_view key,
-                     std::u16string_view value, const IniPlatform& platform = kLatin) {
+                     std::u16string_view value, const TextPlatform& platform = kLatin) {
     IniDocument document(platform, bytes);
     EXPECT_TRUE(document.SetValue(section, key, value));
     EXPECT_EQ(document.Value(section, key), value);

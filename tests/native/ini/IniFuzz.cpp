@@ -58,10 +58,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const SingleBytePage single;
     static const DoubleBytePage two;
     static const Utf8Page utf8;
-    static const IniPlatform* const kPlatforms[] = {&single, &two, &utf8};
+    static const TextPlatform* const kPlatforms[] = {&single, &two, &utf8};
 
     Input input(data, size);
-    const IniPlatform& platform = *kPlatforms[input.Number(3)];
+    const TextPlatform& platform = *kPlatforms[input.Number(3)];
     std::vector<Edit> edits;
     for (std::size_t count = input.Number(5); count > 0; --count)
         edits.push_back({input.Number(4) == 0, input.Text(3), input.Text(3), input.Text(6)});

@@ -44,7 +44,7 @@ public:
         }
     }
 
-    std::string File(IniEncoding encoding, const IniPlatform& platform) {
+    std::string File(IniEncoding encoding, const TextPlatform& platform) {
         const std::u16string ends[] = {u"\r\n", u"\n", u"\r"};
         std::u16string text;
         for (std::size_t count = Below(14); count > 0; --count)
@@ -60,7 +60,7 @@ private:
     std::mt19937 m_generator;
 };
 
-void EditAtRandom(unsigned seed, const IniPlatform& platform) {
+void EditAtRandom(unsigned seed, const TextPlatform& platform) {
     Draw draw(seed);
     const auto encoding = static_cast<IniEncoding>(draw.Below(5));
     const std::string bytes = draw.File(encoding, platform);

@@ -23,7 +23,7 @@ std::u16string_view ValueOf(const std::u16string& line) {
 
 } // namespace
 
-PlainIni::PlainIni(std::u16string_view text, const IniPlatform& platform) : m_platform(platform) {
+PlainIni::PlainIni(std::u16string_view text, const TextPlatform& platform) : m_platform(platform) {
     while (!text.empty()) {
         const std::size_t end = std::min(text.find_first_of(u"\r\n"), text.size());
         const std::size_t length =

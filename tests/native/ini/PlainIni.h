@@ -12,7 +12,7 @@ namespace mxovshare {
 /// A file as a list of lines of text, searched from the start each time.
 class PlainIni {
 public:
-    PlainIni(std::u16string_view text, const IniPlatform& platform);
+    PlainIni(std::u16string_view text, const TextPlatform& platform);
 
     std::u16string Text() const;
     std::u16string Value(std::u16string_view section, std::u16string_view key) const;
@@ -39,7 +39,7 @@ private:
     void InsertLine(std::size_t at, std::u16string_view text);
     std::u16string UsualEnd() const;
 
-    const IniPlatform& m_platform;
+    const TextPlatform& m_platform;
     std::vector<Line> m_lines;
 };
 

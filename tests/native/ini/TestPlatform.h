@@ -6,7 +6,7 @@
 namespace mxovshare {
 
 /// Upper case of Latin-1, Greek and Cyrillic letters.
-class TestPlatform : public IniPlatform {
+class TestPlatform : public TextPlatform {
 public:
     char16_t Upper(char16_t unit) const override {
         const bool latin = unit >= 0xE0 && unit <= 0xFE && unit != 0xF7;

@@ -1,6 +1,6 @@
-#include "ByteSource.h"
+#include "ByteWindow.h"
 
-#include "zip/PackageError.h"
+#include "PackageError.h"
 
 #include <algorithm>
 
