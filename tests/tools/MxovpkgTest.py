@@ -20,6 +20,7 @@ from wineprogram import windows_path  # noqa: E402
 BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
 PROGRAM = BUILD / 'bin' / 'mxovpkg.exe'
 DOCUMENTATION = pathlib.Path(__file__).resolve().parents[2] / 'docs' / 'package-format.md'
+WINE_LINE = re.compile(r'^[0-9a-f]{4}:(?:err|warn|fixme):.*\n', re.MULTILINE)
 
 INFORMATION = '''[FILEINFO]
 MaxtlreVersion=Maxtrel Orvando 2024
@@ -77,13 +78,15 @@ class MxovpkgTest(unittest.TestCase):
 
     @staticmethod
     def finish(process, files):
-        """Waits for its end; gives its exit code and what it wrote."""
+        """Waits for its end; gives its exit code and what it wrote. What Wine says of the machine is printed."""
         code = process.wait(timeout=120)
         texts = []
         for file in files:
             file.seek(0)
             texts.append(file.read().decode('utf-8').replace('\r\n', '\n'))
-        return code, *texts
+        output, errors = texts
+        print(*WINE_LINE.findall(errors), sep='', end='', file=sys.stderr)
+        return code, output, WINE_LINE.sub('', errors)
 
     def run_program(self, *arguments):
         return self.finish(*self.start(*arguments))
