@@ -12,7 +12,7 @@ bool IsFull(const std::wstring& path) {
     return path.starts_with(L"\\\\") || (path.size() > 2 && path[1] == L':' && path[2] == L'\\');
 }
 
-bool IsSamePath(const std::wstring& one, const std::wstring& other) {
+bool IsSameIniPath(const std::wstring& one, const std::wstring& other) {
     return one == other || CompareStringOrdinal(one.c_str(), static_cast<int>(one.size()), other.c_str(),
                                                 static_cast<int>(other.size()), TRUE) == CSTR_EQUAL;
 }
@@ -68,8 +68,8 @@ CachedIniFile& IniStore::Open(const std::wstring& file) {
         return *m_files.front();
     m_lastPath = IsFull(file) ? file : std::wstring();
     const std::wstring path = LongPath(file);
-    const auto known =
-        std::ranges::find_if(m_files, [&](const auto& cached) { return IsSamePath(cached->Path(), path); });
+    const auto known = std::ranges::find_if(
+        m_files, [&](const auto& cached) { return IsSameIniPath(cached->Path(), path); });
     if (known != m_files.end()) {
         std::rotate(m_files.begin(), known, known + 1);
         return *m_files.front();

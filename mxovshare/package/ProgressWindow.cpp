@@ -4,7 +4,7 @@ namespace mxovshare {
 
 namespace {
 
-constexpr ULONGLONG kPatience = 500; // milliseconds before the dialog
+constexpr ULONGLONG kDialogDelay = 500; // milliseconds before the dialog
 constexpr ULONGLONG kInterval = 50;
 
 // Input stays where it is: nobody can use the host while it saves.
@@ -17,7 +17,7 @@ void PaintWindows() {
 } // namespace
 
 ProgressWindow::ProgressWindow(std::wstring title)
-    : m_title(std::move(title)), m_nextLook(GetTickCount64() + kPatience) {}
+    : m_title(std::move(title)), m_nextLook(GetTickCount64() + kDialogDelay) {}
 
 void ProgressWindow::Stop::operator()(IProgressDialog* dialog) const {
     dialog->StopProgressDialog();
