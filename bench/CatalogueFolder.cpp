@@ -9,8 +9,9 @@ CatalogueFolder::CatalogueFolder(int count) {
         information += "[REFERANCE_FILE_" + std::to_string(i) +
                        "]\r\nIsReferencedFile=YES\r\nDescription=Document " + std::to_string(i) +
                        "\r\nTimestamp=2024-01-01 09:05:03\r\nFilePath=";
-        for (const wchar_t c : m_documents.back())
+        for (const wchar_t c : m_documents.back()) {
             information += static_cast<char>(c);
+        }
         information += "\r\n";
     }
     m_folder.Write(L"mxinfo.ini", information);

@@ -50,16 +50,18 @@ size_t PlainIndex(const std::wstring& file, int count) {
         const size_t end = std::min(rest.find("\r\n"), rest.size());
         const std::string_view line = rest.substr(0, end);
         rest.remove_prefix(std::min(end + 2, rest.size()));
-        if (line.starts_with('['))
+        if (line.starts_with('[')) {
             section = std::string(line.substr(1, line.size() - 2)) + '\n';
-        else if (const size_t equals = line.find('='); equals != line.npos)
+        } else if (const size_t equals = line.find('='); equals != line.npos) {
             values.emplace(section + std::string(line.substr(0, equals)), line.substr(equals + 1));
+        }
     }
     size_t found = 0;
     for (int i = 1; i <= count; ++i) {
         const std::string name = "REFERANCE_FILE_" + std::to_string(i) + '\n';
-        for (const char* key : kNarrowKeys)
+        for (const char* key : kNarrowKeys) {
             found += values.at(name + key).size();
+        }
     }
     return found;
 }
@@ -70,8 +72,9 @@ size_t SimpleIni(const std::wstring& file, int count) {
     size_t found = 0;
     for (int i = 1; i <= count; ++i) {
         const std::wstring section = Section(i);
-        for (const wchar_t* key : kKeys)
+        for (const wchar_t* key : kKeys) {
             found += std::wcslen(ini.GetValue(section.c_str(), key, L""));
+        }
     }
     return found;
 }
@@ -81,9 +84,10 @@ size_t ProfileFunctions(const std::wstring& file, int count) {
     wchar_t value[1024];
     for (int i = 1; i <= count; ++i) {
         const std::wstring section = Section(i);
-        for (const wchar_t* key : kKeys)
+        for (const wchar_t* key : kKeys) {
             found +=
                 GetPrivateProfileStringW(section.c_str(), key, L"", value, ARRAYSIZE(value), file.c_str());
+        }
     }
     return found;
 }
@@ -93,8 +97,9 @@ size_t SharedLibrary(const std::wstring& file, int count) {
                    static_cast<size_t>(count);
     for (int i = 1; i <= count; ++i) {
         const std::wstring section = Section(i);
-        for (const wchar_t* key : kKeys)
+        for (const wchar_t* key : kKeys) {
             found += mxovshare::INIFile::GetKeyValueFromINI(section, key, file).size();
+        }
     }
     return found;
 }

@@ -22,8 +22,9 @@ std::string Text(unsigned seed) {
 std::string Noise(unsigned seed) {
     std::mt19937 random(seed);
     std::string noise(kSize, '\0');
-    for (char& byte : noise)
+    for (char& byte : noise) {
         byte = static_cast<char>(random());
+    }
     return noise;
 }
 

@@ -49,8 +49,9 @@ int DIAMONDAPI Placed(PCCAB, LPSTR, LONG, BOOL, void*) {
 BOOL DIAMONDAPI TemporaryName(char* name, int size, void*) {
     char folder[MAX_PATH];
     char path[MAX_PATH];
-    if (GetTempPathA(MAX_PATH, folder) == 0 || GetTempFileNameA(folder, "cab", 0, path) == 0)
+    if (GetTempPathA(MAX_PATH, folder) == 0 || GetTempFileNameA(folder, "cab", 0, path) == 0) {
         return FALSE;
+    }
     DeleteFileA(path);
     std::snprintf(name, static_cast<std::size_t>(size), "%s", path);
     return TRUE;
@@ -70,8 +71,9 @@ INT_PTR DIAMONDAPI OpenInfo(LPSTR name, USHORT* date, USHORT* time, USHORT* attr
 
 std::string Narrow(const std::wstring& text) {
     std::string narrow;
-    for (const wchar_t unit : text)
+    for (const wchar_t unit : text) {
         narrow += static_cast<char>(unit);
+    }
     return narrow;
 }
 
@@ -79,8 +81,9 @@ std::string Narrow(const std::wstring& text) {
 std::string UnixPath(const std::wstring& path) {
     using Translate = char*(CDECL*)(LPCWSTR);
     const FARPROC function = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name");
-    if (function == nullptr)
+    if (function == nullptr) {
         return {};
+    }
     char* text = reinterpret_cast<Translate>(reinterpret_cast<void*>(function))(path.c_str());
     std::string unixPath = text != nullptr ? text : "";
     HeapFree(GetProcessHeap(), 0, text);
@@ -101,8 +104,9 @@ bool WriteCabinet(const PackageFolder& folder, const std::wstring& target) {
     ERF error = {};
     const HFCI writer = FCICreate(&error, Placed, Allocate, Free, Open, Read, Write, Close, Seek, Delete,
                                   TemporaryName, &cabinet, nullptr);
-    if (writer == nullptr)
+    if (writer == nullptr) {
         return false;
+    }
     bool done = true;
     for (const std::wstring& name : folder.Names()) {
         std::string source = Narrow(folder.Path() + L"\\" + name);
@@ -118,8 +122,9 @@ bool WriteCabinet(const PackageFolder& folder, const std::wstring& target) {
 std::optional<double> RunUnix(const PackageFolder& folder, const std::wstring& target,
                               const std::string& command) {
     const std::string unixFolder = UnixPath(folder.Path());
-    if (unixFolder.empty())
+    if (unixFolder.empty()) {
         return std::nullopt;
+    }
     // Wine does not wait for such programs, so the script itself says how long the work took.
     const TempFolder work;
     const std::string script =
@@ -129,27 +134,31 @@ std::optional<double> RunUnix(const PackageFolder& folder, const std::wstring& t
         "mv \"$0.part\" \"$0.done\"\n";
     const std::wstring path = work.Write(L"script", script);
     std::wstring line = L"Z:\\bin\\sh " + std::wstring(L"\"");
-    for (const char byte : UnixPath(path))
+    for (const char byte : UnixPath(path)) {
         line += static_cast<wchar_t>(byte);
+    }
     line += L"\"";
     STARTUPINFOW startup = {};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION process = {};
     if (!CreateProcessW(L"Z:\\bin\\sh", line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                        &process))
+                        &process)) {
         return std::nullopt;
+    }
     constexpr ULONGLONG kPatience = 120'000;
     const ULONGLONG start = GetTickCount64();
     while (GetFileAttributesW((path + L".done").c_str()) == INVALID_FILE_ATTRIBUTES) {
-        if (GetTickCount64() - start > kPatience)
+        if (GetTickCount64() - start > kPatience) {
             return std::nullopt;
+        }
         Sleep(10);
     }
     int code = -1;
     long long nanoseconds = 0;
     std::sscanf(work.Read(L"script.done").c_str(), "%d %lld", &code, &nanoseconds);
-    if (code != 0)
+    if (code != 0) {
         return std::nullopt;
+    }
     return static_cast<double>(nanoseconds) / 1e6;
 }
 

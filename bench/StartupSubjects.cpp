@@ -34,8 +34,9 @@ void MakeKnown(const wchar_t* moduleName, REFCLSID clsid) {
     const auto get = reinterpret_cast<GetClassObject>(
         reinterpret_cast<void*>(module ? GetProcAddress(module, "DllGetClassObject") : nullptr));
     IUnknown* factory = nullptr;
-    if (!get || FAILED(get(clsid, IID_IUnknown, reinterpret_cast<void**>(&factory))))
+    if (!get || FAILED(get(clsid, IID_IUnknown, reinterpret_cast<void**>(&factory)))) {
         return;
+    }
     DWORD cookie = 0;
     CoRegisterClassObject(clsid, factory, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie);
     factory->Release();
@@ -72,13 +73,15 @@ void AddColumns(HWND list) {
 }
 
 INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM, LPARAM) {
-    if (message != WM_INITDIALOG)
+    if (message != WM_INITDIALOG) {
         return FALSE;
+    }
     for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         wchar_t name[40] = L"";
         GetClassNameW(child, name, ARRAYSIZE(name));
-        if (lstrcmpiW(name, WC_LISTVIEWW) == 0)
+        if (lstrcmpiW(name, WC_LISTVIEWW) == 0) {
             AddColumns(child);
+        }
     }
     return TRUE;
 }
@@ -107,8 +110,9 @@ void ForEachVisible(HWND window, std::function<void(HWND)> act) {
     EnumChildWindows(
         window,
         [](HWND child, LPARAM parameter) -> BOOL {
-            if (IsWindowVisible(child))
+            if (IsWindowVisible(child)) {
                 (*reinterpret_cast<std::function<void(HWND)>*>(parameter))(child);
+            }
             return TRUE;
         },
         reinterpret_cast<LPARAM>(&act));

@@ -61,8 +61,9 @@ double FillList(HWND list, const CatalogueFolder& folder) {
 
 void Row(int count, const char* what, double milliseconds, double limit = 0) {
     std::printf("%6d  %-44s %10.2f ms", count, what, milliseconds);
-    if (limit > 0)
+    if (limit > 0) {
         std::printf("   %5.2f times", milliseconds / limit);
+    }
     std::printf("\n");
 }
 

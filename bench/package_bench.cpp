@@ -57,8 +57,9 @@ double TimePlainCopy(const PackageFolder& folder, bool flush) {
         for (const std::wstring& name : folder.Names()) {
             const std::wstring copy = target / name;
             Require(CopyFileW((folder.Path() + L"\\" + name).c_str(), copy.c_str(), FALSE), "copying");
-            if (flush)
+            if (flush) {
                 Flush(copy);
+            }
         }
     });
 }
@@ -103,8 +104,9 @@ void Saving(PackageFolder& folder) {
     const double read = bench::Median(21, [&] {
         const DiskSource source(package);
         for (const ZipEntry& entry : ReadZipDirectory(source)) {
-            if (entry.name == wanted)
+            if (entry.name == wanted) {
                 bytes = ReadWholeEntry(source, entry, entry.size).size();
+            }
         }
     });
     Require(bytes > 0, "reading");
@@ -140,8 +142,9 @@ void Packing(const PackageFolder& folder) {
                 ++chosen;
             }
         }
-        if (chosen == processors && SetProcessAffinityMask(GetCurrentProcess(), mask))
+        if (chosen == processors && SetProcessAffinityMask(GetCurrentProcess(), mask)) {
             Compared(title, bench::Median(kRuns, remove, pack), reference, limit);
+        }
     }
     SetProcessAffinityMask(GetCurrentProcess(), all);
     std::printf("%-58s %9llu KB %6.3f times, limit 1.01\n", "size of the package",
@@ -162,11 +165,12 @@ void Peers(const PackageFolder& folder) {
     for (const auto& [title, command] : kPeers) {
         DeleteFileW(target.c_str());
         const auto time = peers::RunUnix(folder, target, command);
-        if (time)
+        if (time) {
             std::printf("%-58s %9.1f ms  %llu KB\n", title, *time,
                         static_cast<unsigned long long>(SizeOf(target) / 1024));
-        else
+        } else {
             std::printf("%-58s not installed\n", title);
+        }
     }
 }
 
@@ -180,8 +184,9 @@ void Splice(std::string& bytes, const std::wstring& file, int number, bool flush
         CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     DWORD written = 0;
     Require(WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr), "writing");
-    if (flush)
+    if (flush) {
         FlushFileBuffers(handle);
+    }
     CloseHandle(handle);
     Require(MoveFileExW(temporary.c_str(), file.c_str(), MOVEFILE_REPLACE_EXISTING), "replacing");
 }
@@ -190,11 +195,12 @@ void Keystroke() {
     constexpr int kDocuments = 10'000;
     const TempFolder folder;
     std::string bytes = "[FILEINFO]\r\nMaxtlreVersion=Package Writer 2024\r\n";
-    for (int i = 1; i <= kDocuments; ++i)
+    for (int i = 1; i <= kDocuments; ++i) {
         bytes += "[REFERANCE_FILE_" + std::to_string(i) +
                  "]\r\nIsReferencedFile=YES\r\nDescription=Document " + std::to_string(i) +
                  "\r\nTimestamp=2024-01-01 09:05:03\r\nFilePath=C:\\Jobs\\document" + std::to_string(i) +
                  ".pdf\r\n";
+    }
     const std::wstring file = folder.Write(L"mxinfo.ini", bytes);
     const std::wstring section = L"REFERANCE_FILE_5000";
     int number = 0;

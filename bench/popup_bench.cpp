@@ -29,9 +29,10 @@ public:
         LVCOLUMNW column = {};
         column.mask = LVCF_WIDTH;
         column.cx = 80;
-        for (int i = 0; i < 3; ++i)
+        for (int i = 0; i < 3; ++i) {
             SendMessageW(m_list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(i),
                          reinterpret_cast<LPARAM>(&column));
+        }
     }
     ~BareList() { DestroyWindow(m_list); }
     BareList(const BareList&) = delete;
@@ -74,8 +75,9 @@ public:
 private:
     void BenchFill(int entries) {
         m_history.clear();
-        for (int i = 0; i < entries; ++i)
+        for (int i = 0; i < entries; ++i) {
             m_history.push_back({L"Updated", Numbered(L"2024-05-14 08:52:", i), L"M. Keller", L""});
+        }
         std::vector<double> fills;
         std::vector<double> bareFills;
         const BareList list;
@@ -95,11 +97,12 @@ private:
 
     void WriteDocuments() const {
         std::string information = "[FILEINFO]\r\nMaxtlreVersion=Package Writer 2024\r\n";
-        for (int i = 1; i <= kDocuments; ++i)
+        for (int i = 1; i <= kDocuments; ++i) {
             information += "[REFERANCE_FILE_" + std::to_string(i) +
                            "]\r\nIsReferencedFile=YES\r\nDescription=Document\r\nTimestamp=2024-01-01 "
                            "09:05:03\r\nFilePath=C:\\Users\\Public\\Documents\\document" +
                            std::to_string(i) + ".pdf\r\n";
+        }
         m_package.Write(L"mxinfo.ini", information);
     }
 

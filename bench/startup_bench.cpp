@@ -56,8 +56,9 @@ double FirstOfAProcess(const wchar_t* program, const Subject& subject, bool whol
     start.cb = sizeof start;
     PROCESS_INFORMATION child = {};
     if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                        &child))
+                        &child)) {
         return -1;
+    }
     DWORD code = 0;
     WaitForSingleObject(child.hProcess, INFINITE);
     GetExitCodeProcess(child.hProcess, &code);
@@ -95,8 +96,9 @@ double Compare(const char* what, const Subject& other, Measure measure) {
 
 int wmain(int count, wchar_t** arguments) {
     for (const Subject& subject : {kControl, kMinimal, kWindows}) {
-        if (count > 2 && lstrcmpW(arguments[1], subject.name) == 0)
+        if (count > 2 && lstrcmpW(arguments[1], subject.name) == 0) {
             return RunChild(subject, _wtof(arguments[2]));
+        }
     }
     const wchar_t* const program = arguments[0];
     const double ratio = Compare("a program, from its start", kMinimal,

@@ -27,12 +27,13 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
     for (std::size_t i = 0; i < arguments.size() && line.error.empty(); ++i) {
         const std::wstring& argument = arguments[i];
         if (optionsEnded || !IsOption(argument)) {
-            if (!line.package.empty())
+            if (!line.package.empty()) {
                 line.error = L"Only one package can be opened at a time.";
-            else if (argument.empty())
+            } else if (argument.empty()) {
                 line.error = L"The name of the package is empty.";
-            else
+            } else {
                 line.package = FullPath(argument);
+            }
         } else if (argument == L"--") {
             optionsEnded = true;
         } else if (argument == L"--help") {

@@ -71,17 +71,20 @@ SIZE WindowSize(HWND window) {
 
 std::wstring ControlHost::Create(HWND parent, int id) {
     CLSID classId = {};
-    if (FAILED(CLSIDFromProgID(kProgId, &classId)))
+    if (FAILED(CLSIDFromProgID(kProgId, &classId))) {
         return NotRegisteredText();
+    }
     const ContainerLibrary library = LoadContainerLibrary();
-    if (!library.initialise || !library.getControl || !library.initialise())
+    if (!library.initialise || !library.getControl || !library.initialise()) {
         return L"The system's control container (atl.dll) cannot be used.";
+    }
     m_container = CreateWindowExW(0, kContainerClass, kProgId, WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0,
                                   0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                                   GetModuleHandleW(nullptr), nullptr);
     ComPtr<IUnknown> control;
-    if (m_container && SUCCEEDED(library.getControl(m_container, control.Put())))
+    if (m_container && SUCCEEDED(library.getControl(m_container, control.Put()))) {
         m_control = control.As<IDispatch>();
+    }
     if (!m_control) {
         Destroy();
         return L"The document control is registered but cannot be created.\n\n"
@@ -94,8 +97,9 @@ std::wstring ControlHost::Create(HWND parent, int id) {
 
 void ControlHost::Destroy() noexcept {
     m_control.Reset();
-    if (m_container)
+    if (m_container) {
         DestroyWindow(std::exchange(m_container, nullptr));
+    }
 }
 
 void ControlHost::Move(const RECT& area) {
@@ -104,8 +108,9 @@ void ControlHost::Move(const RECT& area) {
     MoveWindow(m_container, area.left, area.top, width, height, TRUE);
     Call(L"OnSizeChange", {NumberArgument(width), NumberArgument(height)});
     // The control lays itself out when it draws, and a smaller window alone gives it nothing to draw.
-    if (const HWND control = ControlWindow())
+    if (const HWND control = ControlWindow()) {
         RedrawWindow(control, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    }
 }
 
 void ControlHost::LoadFile(const std::wstring& folder, const std::wstring& packageFile) {
@@ -138,8 +143,9 @@ void ControlHost::MarkChanged() {
 }
 
 bool ControlHost::TranslateAccelerator(MSG& message) {
-    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST)
+    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) {
         return false;
+    }
     const ComPtr<IOleInPlaceActiveObject> active = m_control.As<IOleInPlaceActiveObject>();
     return active && active->TranslateAccelerator(&message) == S_OK;
 }
@@ -147,19 +153,22 @@ bool ControlHost::TranslateAccelerator(MSG& message) {
 void ControlHost::SetFocus(bool last) {
     const HWND content = Content();
     HWND part = content ? GetNextDlgTabItem(content, nullptr, FALSE) : nullptr;
-    if (part && last)
+    if (part && last) {
         part = GetNextDlgTabItem(content, part, TRUE);
+    }
     ::SetFocus(part ? part : ControlWindow());
 }
 
 void ControlHost::Call(const wchar_t* member, std::initializer_list<VARIANT> arguments) {
-    if (!m_control)
+    if (!m_control) {
         return;
+    }
     std::wstring name = member;
     LPOLESTR names[] = {name.data()};
     DISPID id = DISPID_UNKNOWN;
-    if (FAILED(m_control->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id)))
+    if (FAILED(m_control->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) {
         return;
+    }
     // Automation takes the last argument first.
     std::vector<VARIANT> reversed(std::rbegin(arguments), std::rend(arguments));
     DISPPARAMS parameters = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
@@ -169,22 +178,25 @@ void ControlHost::Call(const wchar_t* member, std::initializer_list<VARIANT> arg
 
 HWND ControlHost::ControlWindow() const {
     HWND window = nullptr;
-    if (const ComPtr<IOleWindow> oleWindow = m_control.As<IOleWindow>())
+    if (const ComPtr<IOleWindow> oleWindow = m_control.As<IOleWindow>()) {
         oleWindow->GetWindow(&window);
+    }
     return window;
 }
 
 // Until its first draw, the control's content has the size that it was designed with.
 SIZE ControlHost::MeasureControl() const {
-    if (const HWND content = Content())
+    if (const HWND content = Content()) {
         return WindowSize(content);
+    }
     const HDC screen = GetDC(nullptr);
     const LONG dotsPerInch = GetDeviceCaps(screen, LOGPIXELSX);
     ReleaseDC(nullptr, screen);
     SIZEL extent = {};
     const ComPtr<IOleObject> object = m_control.As<IOleObject>();
-    if (!object || FAILED(object->GetExtent(DVASPECT_CONTENT, &extent)))
+    if (!object || FAILED(object->GetExtent(DVASPECT_CONTENT, &extent))) {
         return {};
+    }
     constexpr int kHimetricPerInch = 2540;
     return {MulDiv(extent.cx, dotsPerInch, kHimetricPerInch),
             MulDiv(extent.cy, dotsPerInch, kHimetricPerInch)};

@@ -17,11 +17,13 @@ std::optional<std::wstring> Ask(IFileDialog& dialog, HWND owner, const wchar_t* 
     dialog.SetDefaultExtension(L"mxov");
     dialog.SetTitle(title);
     ComPtr<IShellItem> item;
-    if (FAILED(dialog.Show(owner)) || FAILED(dialog.GetResult(item.Put())))
+    if (FAILED(dialog.Show(owner)) || FAILED(dialog.GetResult(item.Put()))) {
         return std::nullopt;
+    }
     wchar_t* path = nullptr;
-    if (FAILED(item->GetDisplayName(SIGDN_FILESYSPATH, &path)))
+    if (FAILED(item->GetDisplayName(SIGDN_FILESYSPATH, &path))) {
         return std::nullopt;
+    }
     const UniqueTaskString owned(path);
     return std::wstring(path);
 }
@@ -43,8 +45,9 @@ std::optional<std::wstring> AskForPackage(HWND owner) {
 
 std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name) {
     const auto dialog = Create<IFileSaveDialog>(CLSID_FileSaveDialog);
-    if (!dialog)
+    if (!dialog) {
         return std::nullopt;
+    }
     dialog->SetFileName(name.c_str());
     return Ask(*dialog.Get(), owner, L"Save a copy", FOS_OVERWRITEPROMPT);
 }

@@ -33,16 +33,18 @@ void AddFiles(const std::wstring& folder, const std::wstring& below, std::vector
     const UniqueSearch search =
         OwnSearch(FindFirstFileExW(LongForm(folder + L"\\" + below + L"*").c_str(), FindExInfoBasic, &found,
                                    FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
-    if (!search)
+    if (!search) {
         return;
+    }
     constexpr DWORD kFolderOrLink = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
     do {
         const std::wstring name = below + found.cFileName;
-        if ((found.dwFileAttributes & kFolderOrLink) != FILE_ATTRIBUTE_DIRECTORY)
+        if ((found.dwFileAttributes & kFolderOrLink) != FILE_ATTRIBUTE_DIRECTORY) {
             files.push_back(
                 {name, std::uint64_t{found.nFileSizeHigh} << 32 | found.nFileSizeLow, found.ftLastWriteTime});
-        else if (!IsDots(found.cFileName))
+        } else if (!IsDots(found.cFileName)) {
             AddFiles(folder, name + L"\\", files);
+        }
     } while (FindNextFileW(search.get(), &found));
 }
 
@@ -59,8 +61,9 @@ constexpr std::wstring_view kOwner = L"~$";
 constexpr std::wstring_view kLock = L".~lock.";
 
 bool IsLockOf(const std::wstring& lock, std::wstring name) {
-    if (lock.starts_with(kLock))
+    if (lock.starts_with(kLock)) {
         return SamePath(lock, std::wstring(kLock) + name + L"#");
+    }
     return SamePath(lock, std::wstring(kOwner) + name) ||
            (name.size() > kOwner.size() && SamePath(lock, name.replace(0, kOwner.size(), kOwner)));
 }
@@ -84,8 +87,9 @@ constexpr std::array<std::uint32_t, 256> MakeTable() {
     std::array<std::uint32_t, 256> table = {};
     for (std::uint32_t byte = 0; byte < 256; ++byte) {
         std::uint32_t value = byte;
-        for (int bit = 0; bit < 8; ++bit)
+        for (int bit = 0; bit < 8; ++bit) {
             value = (value >> 1) ^ ((value & 1) != 0 ? 0xEDB88320U : 0);
+        }
         table[byte] = value;
     }
     return table;
@@ -95,16 +99,18 @@ constexpr std::array<std::uint32_t, 256> MakeTable() {
 std::optional<std::uint32_t> Checksum(const std::filesystem::path& path) {
     static constexpr std::array<std::uint32_t, 256> kTable = MakeTable();
     std::ifstream file(path, std::ios::binary);
-    if (!file)
+    if (!file) {
         return std::nullopt;
+    }
     std::vector<char> block(1 << 16);
     std::uint32_t checksum = 0xFFFFFFFF;
     do {
         file.read(block.data(), static_cast<std::streamsize>(block.size()));
-        for (std::streamsize i = 0; i < file.gcount(); ++i)
+        for (std::streamsize i = 0; i < file.gcount(); ++i) {
             checksum =
                 (checksum >> 8) ^
                 kTable[(checksum ^ static_cast<unsigned char>(block[static_cast<std::size_t>(i)])) & 0xFF];
+        }
     } while (file);
     return ~checksum;
 }
@@ -124,24 +130,28 @@ std::vector<FileChange> Compare(const std::wstring& folder, const std::vector<Pa
                                 Sameness isSame) {
     std::map<std::wstring, const PackageEntry*, NameLess> missing;
     for (const PackageEntry& entry : entries) {
-        if (!entry.isFolder && !mxovshare::IsOfficeLock(FileName(entry.name)))
+        if (!entry.isFolder && !mxovshare::IsOfficeLock(FileName(entry.name))) {
             missing.emplace(entry.name, &entry);
+        }
     }
     std::vector<FileChange> changes;
     for (const FolderFile& file : FilesBelow(folder)) {
-        if (mxovshare::IsOfficeLock(NameOf(file)))
+        if (mxovshare::IsOfficeLock(NameOf(file))) {
             continue;
+        }
         const auto found = missing.find(file.name);
         if (found == missing.end()) {
             changes.push_back({file.name, FileChangeKind::Added});
             continue;
         }
-        if (!isSame(folder, file, *found->second))
+        if (!isSame(folder, file, *found->second)) {
             changes.push_back({file.name, FileChangeKind::Changed});
+        }
         missing.erase(found);
     }
-    for (const auto& [name, entry] : missing)
+    for (const auto& [name, entry] : missing) {
         changes.push_back({name, FileChangeKind::Removed});
+    }
     std::ranges::sort(changes, NameLess(), &FileChange::name);
     return changes;
 }
@@ -165,8 +175,9 @@ std::vector<std::wstring> FindOpenDocuments(const std::wstring& folder) {
     std::vector<std::wstring> open;
     for (auto lock = firstLock; lock != files.end(); ++lock) {
         for (auto file = files.begin(); file != firstLock; ++file) {
-            if (FolderOf(file->name) == FolderOf(lock->name) && IsLockOf(NameOf(*lock), NameOf(*file)))
+            if (FolderOf(file->name) == FolderOf(lock->name) && IsLockOf(NameOf(*lock), NameOf(*file))) {
                 open.push_back(file->name);
+            }
         }
     }
     return open;
@@ -175,8 +186,9 @@ std::vector<std::wstring> FindOpenDocuments(const std::wstring& folder) {
 FILETIME LastWriteBelow(const std::wstring& folder) {
     FILETIME last = {};
     for (const FolderFile& file : FilesBelow(folder)) {
-        if (CompareFileTime(&file.modified, &last) > 0)
+        if (CompareFileTime(&file.modified, &last) > 0) {
             last = file.modified;
+        }
     }
     return last;
 }

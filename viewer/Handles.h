@@ -75,8 +75,9 @@ public:
     ComPtr& operator=(const ComPtr&) = delete;
 
     void Reset() noexcept {
-        if (Interface* object = std::exchange(m_object, nullptr))
+        if (Interface* object = std::exchange(m_object, nullptr)) {
             object->Release();
+        }
     }
     /// Where a function stores the reference that it gives.
     [[nodiscard]] Interface** Put() noexcept {
@@ -91,8 +92,9 @@ public:
     template <class Other>
     [[nodiscard]] ComPtr<Other> As() const noexcept {
         ComPtr<Other> other;
-        if (m_object)
+        if (m_object) {
             m_object->QueryInterface(__uuidof(Other), reinterpret_cast<void**>(other.Put()));
+        }
         return other;
     }
 

@@ -22,8 +22,9 @@ class ComApartment {
 public:
     ComApartment() : m_ready(SUCCEEDED(OleInitialize(nullptr))) {}
     ~ComApartment() {
-        if (m_ready)
+        if (m_ready) {
             OleUninitialize();
+        }
     }
     ComApartment(const ComApartment&) = delete;
     ComApartment& operator=(const ComApartment&) = delete;
@@ -36,8 +37,9 @@ std::vector<std::wstring> Arguments() {
     int count = 0;
     const std::unique_ptr<wchar_t*[], LocalMemoryDeleter> words(
         CommandLineToArgvW(GetCommandLineW(), &count));
-    if (!words || count < 1)
+    if (!words || count < 1) {
         return {};
+    }
     return {words.get() + 1, words.get() + count};
 }
 
@@ -48,8 +50,9 @@ int RunWindow(const CommandLine& line, int show) {
         return kFailed;
     }
     window.Show(show);
-    if (!window.OfferLeftWork() && !line.package.empty())
+    if (!window.OfferLeftWork() && !line.package.empty()) {
         window.OpenPackage(line.package);
+    }
     MSG message = {};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         if (!window.PreTranslate(message)) {
@@ -68,8 +71,9 @@ int Run(int show) {
                     MB_OK | (line.help ? MB_ICONINFORMATION : MB_ICONWARNING));
         return line.help ? kDone : kWrongUsage;
     }
-    if (!line.language.empty())
+    if (!line.language.empty()) {
         mxovshare::UseLanguage(line.language);
+    }
     constexpr INITCOMMONCONTROLSEX kControls = {sizeof kControls,
                                                 ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_PROGRESS_CLASS};
     InitCommonControlsEx(&kControls);

@@ -27,11 +27,13 @@ constexpr int kFactsWidth = 160;
 std::wstring RecentText(std::size_t index, const std::wstring& path) {
     constexpr UINT kMostCharacters = 60;
     wchar_t compact[kMostCharacters + 1] = L"";
-    if (!PathCompactPathExW(compact, path.c_str(), ARRAYSIZE(compact), 0))
+    if (!PathCompactPathExW(compact, path.c_str(), ARRAYSIZE(compact), 0)) {
         return path;
+    }
     std::wstring text = L"&" + std::to_wstring(index + 1) + L"  ";
-    for (const wchar_t* character = compact; *character; ++character)
+    for (const wchar_t* character = compact; *character; ++character) {
         text.append(*character == L'&' ? 2 : 1, *character);
+    }
     return text;
 }
 
@@ -51,11 +53,13 @@ std::wstring MainWindow::Create() {
     windowClass.lpszMenuName = MAKEINTRESOURCEW(IDR_MAIN);
     windowClass.lpszClassName = kFrameClass;
     if (!Window::Create(windowClass, WS_EX_ACCEPTFILES, kProgramName, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                        nullptr))
+                        nullptr)) {
         return L"The window cannot be created: " + ErrorText(GetLastError());
+    }
     m_accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_MAIN));
-    if (std::wstring error = m_control.Create(Handle(), IDC_CONTROL); !error.empty())
+    if (std::wstring error = m_control.Create(Handle(), IDC_CONTROL); !error.empty()) {
         return error;
+    }
     const SIZE usual = FrameSize(kUsualPreview, kUsualHeight);
     SetWindowPos(Handle(), nullptr, 0, 0, usual.cx, usual.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     m_maximised = RestorePlacement(Handle(), kSettingsKey);
@@ -69,12 +73,15 @@ void MainWindow::Show(int show) {
 }
 
 bool MainWindow::PreTranslate(MSG& message) {
-    if (m_progress && m_progress->IsDialogMessage(message))
+    if (m_progress && m_progress->IsDialogMessage(message)) {
         return true;
-    if (IsOfFrame(message.hwnd) && TranslateAcceleratorW(Handle(), m_accelerators, &message))
+    }
+    if (IsOfFrame(message.hwnd) && TranslateAcceleratorW(Handle(), m_accelerators, &message)) {
         return true;
-    if (message.hwnd == Handle())
+    }
+    if (message.hwnd == Handle()) {
         return false;
+    }
     return m_control.TranslateAccelerator(message) || MoveFocusRound(message);
 }
 
@@ -86,8 +93,9 @@ bool MainWindow::IsOfFrame(HWND window) const {
 
 // The control lets go of Tab at its ends; it is the only part that takes the focus.
 bool MainWindow::MoveFocusRound(const MSG& message) {
-    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || !m_control.HasFocus())
+    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || !m_control.HasFocus()) {
         return false;
+    }
     m_control.SetFocus(GetKeyState(VK_SHIFT) < 0);
     return true;
 }
@@ -115,8 +123,9 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         OnActivate(LOWORD(wParam) != WA_INACTIVE);
         return 0;
     case WM_SETFOCUS:
-        if (m_control.IsShown())
+        if (m_control.IsShown()) {
             m_control.SetFocus();
+        }
         return 0;
     case WM_TIMER:
         OnTimer(wParam);
@@ -156,18 +165,21 @@ void MainWindow::OnSize() {
     const LONG split = m_control.IsShown() ? std::min(ControlSize().cx, client.right) : 0;
     const int parts[] = {std::max<int>(0, client.right - Scale(kFactsWidth)), -1};
     SendMessageW(m_status, SB_SETPARTS, ARRAYSIZE(parts), reinterpret_cast<LPARAM>(parts));
-    if (bottom <= 0)
+    if (bottom <= 0) {
         return;
-    if (split > 0)
+    }
+    if (split > 0) {
         m_control.Move({0, 0, split, bottom});
+    }
     const int left = split > 0 ? split + Scale(kGap) : 0;
     MoveWindow(m_preview.Handle(), left, 0, std::max<int>(0, client.right - left), bottom, TRUE);
 }
 
 // Never smaller than the control with a useful piece of the preview.
 void MainWindow::OnMinMaxInfo(MINMAXINFO& info) const {
-    if (!m_status)
+    if (!m_status) {
         return;
+    }
     const SIZE least = FrameSize(kLeastPreview, 0);
     info.ptMinTrackSize = {least.cx, least.cy};
 }
@@ -193,8 +205,9 @@ void MainWindow::OnInitMenuPopup(HMENU menu) {
     enable(IDM_FILE_CLOSE, m_session && !IsOpening());
     enable(IDM_VIEW_REFRESH, m_session && !IsOpening());
     const UINT first = GetMenuItemID(menu, 0);
-    if (first == IDM_RECENT_NONE || (first >= IDM_RECENT_FIRST && first <= IDM_RECENT_LAST))
+    if (first == IDM_RECENT_NONE || (first >= IDM_RECENT_FIRST && first <= IDM_RECENT_LAST)) {
         FillRecentMenu(menu);
+    }
 }
 
 void MainWindow::OnCommand(int command) {
@@ -212,8 +225,9 @@ void MainWindow::OnCommand(int command) {
         SendMessageW(Handle(), WM_CLOSE, 0, 0);
         break;
     case IDM_VIEW_REFRESH:
-        if (m_session)
+        if (m_session) {
             OpenPackage(m_session->PackageFile());
+        }
         break;
     case IDM_HELP_TOPICS:
         ShowHelp();
@@ -222,8 +236,9 @@ void MainWindow::OnCommand(int command) {
         ShowAbout();
         break;
     default:
-        if (command >= IDM_RECENT_FIRST && command <= IDM_RECENT_LAST)
+        if (command >= IDM_RECENT_FIRST && command <= IDM_RECENT_LAST) {
             OpenRecent(static_cast<std::size_t>(command - IDM_RECENT_FIRST));
+        }
         break;
     }
 }
@@ -239,54 +254,62 @@ void MainWindow::OnDropFiles(HDROP drop) {
 
 // The focus returns to where it was inside the window.
 void MainWindow::OnActivate(bool active) {
-    if (!active)
+    if (!active) {
         m_lastFocus = GetFocus();
-    else if (IsChild(Handle(), m_lastFocus) && IsWindowVisible(m_lastFocus))
+    } else if (IsChild(Handle(), m_lastFocus) && IsWindowVisible(m_lastFocus)) {
         SetFocus(m_lastFocus);
-    else
+    } else {
         SetFocus(Handle());
+    }
 }
 
 void MainWindow::OnClose() {
-    if (m_closing)
+    if (m_closing) {
         return;
+    }
     CancelOpening();
-    if (!ClosePackage())
+    if (!ClosePackage()) {
         return;
+    }
     StorePlacement(Handle(), kSettingsKey);
     DestroyWindow(Handle());
 }
 
 void MainWindow::BrowseForPackage() {
     CloseProperties();
-    if (const std::optional<std::wstring> path = AskForPackage(Handle()))
+    if (const std::optional<std::wstring> path = AskForPackage(Handle())) {
         OpenPackage(*path);
+    }
 }
 
 void MainWindow::OpenRecent(std::size_t index) {
-    if (index < m_recent.Items().size())
+    if (index < m_recent.Items().size()) {
         OpenPackage(std::wstring(m_recent.Items()[index]));
+    }
 }
 
 void MainWindow::FillRecentMenu(HMENU menu) const {
     while (RemoveMenu(menu, 0, MF_BYPOSITION)) {
     }
     const std::vector<std::wstring>& items = m_recent.Items();
-    for (std::size_t i = 0; i < items.size(); ++i)
+    for (std::size_t i = 0; i < items.size(); ++i) {
         AppendMenuW(menu, IsOpening() ? MF_GRAYED : MF_ENABLED, IDM_RECENT_FIRST + i,
                     RecentText(i, items[i]).c_str());
-    if (items.empty())
+    }
+    if (items.empty()) {
         AppendMenuW(menu, MF_GRAYED, IDM_RECENT_NONE, L"(none)");
+    }
 }
 
 void MainWindow::ShowHelp() {
     constexpr UINT kShowTopic = 15; // by its number
     static HtmlHelpEngine engine;
     const HelpTarget help = FindHelp(ProgramFolder(), mxovshare::OVApplication::mxLanguageName);
-    if (!FileExists(help.file))
+    if (!FileExists(help.file)) {
         Complain(L"The help file is not there:\n\n" + help.file);
-    else if (!engine.Call(nullptr, help.file.c_str(), kShowTopic, help.topic))
+    } else if (!engine.Call(nullptr, help.file.c_str(), kShowTopic, help.topic)) {
         Complain(L"The help cannot be shown on this computer.");
+    }
 }
 
 void MainWindow::ShowAbout() {

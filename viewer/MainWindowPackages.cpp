@@ -28,8 +28,9 @@ std::wstring FactsText(const std::vector<mxovshare::PackageEntry>& entries) {
         files += entry.isFolder ? 0 : 1;
         bytes += entry.size;
     }
-    if (files == 0)
+    if (files == 0) {
         return {};
+    }
     return std::to_wstring(files) + (files == 1 ? L" file, " : L" files, ") + SizeText(bytes);
 }
 
@@ -76,15 +77,17 @@ void MainWindow::OpenPackage(const std::wstring& path) {
 }
 
 void MainWindow::OnTimer(UINT_PTR timer) {
-    if (timer == kWatchTimer)
+    if (timer == kWatchTimer) {
         OnWatch();
-    else
+    } else {
         OnProgress();
+    }
 }
 
 void MainWindow::OnProgress() {
-    if (!m_task)
+    if (!m_task) {
         return;
+    }
     if (!m_progress) {
         m_progress = std::make_unique<ProgressDialog>(Handle(), *m_task);
         SetTimer(Handle(), kProgressTimer, kProgressPeriod, nullptr);
@@ -93,8 +96,9 @@ void MainWindow::OnProgress() {
 }
 
 void MainWindow::OnUnpacked() {
-    if (!m_task)
+    if (!m_task) {
         return;
+    }
     KillTimer(Handle(), kProgressTimer);
     m_progress.reset();
     auto [result, session] = m_task->Finish();
@@ -107,8 +111,9 @@ void MainWindow::OnUnpacked() {
     const std::wstring name = FileName(session->PackageFile());
     session.reset();
     ShowPackage();
-    if (!result.cancelled)
+    if (!result.cancelled) {
         Complain(name + L" cannot be opened as a machining package.\n\n" + Sentence(result.message));
+    }
 }
 
 void MainWindow::CancelOpening() {
@@ -136,16 +141,19 @@ void MainWindow::SwitchTo(std::unique_ptr<PackageSession> session) {
 void MainWindow::ShowSaved() {
     m_facts = FactsText(m_session->Entries());
     m_preview.Show(ReadPackageSummary(m_session->FolderWithSeparator(), m_session->PackageFile()));
-    if (!IsOpening())
+    if (!IsOpening()) {
         ShowPackage();
+    }
 }
 
 // False when the user wants to go on with the package.
 bool MainWindow::ClosePackage() {
-    if (!m_session || m_closing || IsOpening())
+    if (!m_session || m_closing || IsOpening()) {
         return true;
-    if (!CloseInControl())
+    }
+    if (!CloseInControl()) {
         return false;
+    }
     KillTimer(Handle(), kWatchTimer);
     m_control.ClearAllData();
     m_session.reset();
@@ -156,13 +164,15 @@ bool MainWindow::ClosePackage() {
 
 // Without a package there is nothing to attach documents to.
 void MainWindow::ShowControl(bool shown) {
-    if (shown == m_control.IsShown())
+    if (shown == m_control.IsShown()) {
         return;
+    }
     const bool focused = m_control.HasFocus();
     m_control.Show(shown);
     OnSize();
-    if (shown || focused)
+    if (shown || focused) {
         SetFocus(Handle());
+    }
 }
 
 void MainWindow::ShowPackage() {

@@ -41,18 +41,21 @@ bool MainWindow::OfferLeftWork() {
             session->Keep();
             continue;
         }
-        if (!DiffersFromPackage(session->Folder(), session->PackageFile()))
+        if (!DiffersFromPackage(session->Folder(), session->PackageFile())) {
             continue;
+        }
         const ScopedFlag closing(m_closing);
         const LeftAnswer answer =
             AskAboutLeft(Handle(), session->PackageFile(), LastWriteBelow(session->Folder()));
-        if (answer == LeftAnswer::Continue)
+        if (answer == LeftAnswer::Continue) {
             chosen = std::move(session);
-        else if (answer == LeftAnswer::Later)
+        } else if (answer == LeftAnswer::Later) {
             session->Keep();
+        }
     }
-    if (!chosen)
+    if (!chosen) {
         return false;
+    }
     chosen->Resume();
     SwitchTo(std::move(chosen));
     m_control.MarkChanged();
@@ -61,12 +64,15 @@ bool MainWindow::OfferLeftWork() {
 
 // The control saves on its own. After a failure it takes the package for saved, which it is not.
 void MainWindow::OnWatch() {
-    if (!m_session || m_closing)
+    if (!m_session || m_closing) {
         return;
-    if (RecordSave())
+    }
+    if (RecordSave()) {
         ShowSaved();
-    if (mxovshare::TakeSaveFailure(m_session->Folder()))
+    }
+    if (mxovshare::TakeSaveFailure(m_session->Folder())) {
         m_control.MarkChanged();
+    }
 }
 
 // True when the package was saved since the last time.
@@ -80,15 +86,17 @@ bool MainWindow::RecordSave() {
 // The control may ask whether to save, and messages arrive meanwhile. False when the user wants to go on with
 // the package.
 bool MainWindow::CloseInControl() {
-    if (!m_session)
+    if (!m_session) {
         return true;
+    }
     CloseProperties();
     OnWatch();
     const ScopedFlag closing(m_closing);
     const bool changed = m_control.HasChanges();
     m_control.ClosePackage();
-    if (mxovshare::TakeSaveFailure(m_session->Folder()))
+    if (mxovshare::TakeSaveFailure(m_session->Folder())) {
         return SettleFailedSave();
+    }
     const bool declined = changed && !RecordSave();
     return SettleOpenDocuments() && SettleOthersChanges(declined);
 }
@@ -96,14 +104,16 @@ bool MainWindow::CloseInControl() {
 // A click outside closes the properties of a document, a shortcut does not: they would go on to show a
 // document of a package that is closed. A disabled frame has a modal dialog, which is not to be closed.
 void MainWindow::CloseProperties() const {
-    if (!IsWindowEnabled(Handle()))
+    if (!IsWindowEnabled(Handle())) {
         return;
+    }
     const auto close = [](HWND window, LPARAM frame) -> BOOL {
         wchar_t name[8] = L"";
         GetClassNameW(window, name, ARRAYSIZE(name));
         if (GetWindow(window, GW_OWNER) == reinterpret_cast<HWND>(frame) &&
-            name == std::wstring_view(L"#32770"))
+            name == std::wstring_view(L"#32770")) {
             DestroyWindow(window);
+        }
         return TRUE;
     };
     EnumThreadWindows(GetCurrentThreadId(), close, reinterpret_cast<LPARAM>(Handle()));
@@ -113,11 +123,13 @@ void MainWindow::CloseProperties() const {
 bool MainWindow::SettleOpenDocuments() {
     for (;;) {
         const std::vector<std::wstring> open = FindOpenDocuments(m_session->Folder());
-        if (open.empty())
+        if (open.empty()) {
             return true;
+        }
         const OpenAnswer answer = AskAboutOpen(Handle(), m_session->PackageFile(), open);
-        if (answer != OpenAnswer::TryAgain)
+        if (answer != OpenAnswer::TryAgain) {
             return answer == OpenAnswer::Close;
+        }
     }
 }
 
@@ -125,10 +137,12 @@ bool MainWindow::SettleOpenDocuments() {
 // the control does not look for that.
 bool MainWindow::SettleOthersChanges(bool declined) {
     std::vector<FileChange> changes = m_session->Changes();
-    if (declined)
+    if (declined) {
         std::erase_if(changes, IsOwnChange);
-    if (changes.empty())
+    }
+    if (changes.empty()) {
         return true;
+    }
     switch (AskAboutChanges(Handle(), m_session->PackageFile(), changes, declined)) {
     case ChangesAnswer::Save:
         m_control.Save();
@@ -141,8 +155,9 @@ bool MainWindow::SettleOthersChanges(bool declined) {
 }
 
 void MainWindow::SavePackage() {
-    if (!m_session || m_closing || IsOpening())
+    if (!m_session || m_closing || IsOpening()) {
         return;
+    }
     if (!m_control.HasChanges() && m_session->Changes().empty()) {
         ShowStatus(L"There is nothing to save", m_facts);
         return;
@@ -162,8 +177,9 @@ bool MainWindow::SettleFailedSave() {
             m_control.MarkChanged();
             return false;
         case UnsavedAnswer::SaveCopy:
-            if (SaveCopy())
+            if (SaveCopy()) {
                 return true;
+            }
             break;
         case UnsavedAnswer::Keep:
             m_session->Keep();
@@ -176,8 +192,9 @@ bool MainWindow::SettleFailedSave() {
 
 bool MainWindow::SaveCopy() {
     const std::optional<std::wstring> path = AskForCopy(Handle(), FileName(m_session->PackageFile()));
-    if (!path)
+    if (!path) {
         return false;
+    }
     mxovshare::Utils::ReGenerateOrvandoFile(m_session->FolderWithSeparator(), *path, L"Saved as a copy");
     return !mxovshare::TakeSaveFailure(m_session->Folder());
 }

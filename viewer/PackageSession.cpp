@@ -46,8 +46,9 @@ std::vector<std::wstring> SessionFiles() {
     std::vector<std::wstring> paths;
     std::error_code ignored;
     for (const auto& entry : std::filesystem::directory_iterator(SessionsFolder(), ignored)) {
-        if (entry.path().extension() == kSessionExtension)
+        if (entry.path().extension() == kSessionExtension) {
             paths.push_back(entry.path().wstring());
+        }
     }
     return paths;
 }
@@ -60,12 +61,14 @@ std::unique_ptr<PackageSession> PackageSession::Create(const std::wstring& packa
     for (int number = 1; number <= kMostSessions; ++number) {
         const std::wstring folder =
             sessions + L"\\" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(number);
-        if (GetFileAttributesW(folder.c_str()) != INVALID_FILE_ATTRIBUTES)
+        if (GetFileAttributesW(folder.c_str()) != INVALID_FILE_ATTRIBUTES) {
             continue;
+        }
         const std::wstring sessionPath = folder + kSessionExtension;
         UniqueHandle sessionFile = HoldSessionFile(sessionPath, CREATE_NEW);
-        if (!sessionFile && GetLastError() == ERROR_FILE_EXISTS)
+        if (!sessionFile && GetLastError() == ERROR_FILE_EXISTS) {
             continue;
+        }
         if (!sessionFile || !WriteSessionFile(sessionFile.get(), packageFile)) {
             error = L"The temporary folder " + sessions + L" cannot be used: " + ErrorText(GetLastError());
             if (sessionFile) {
@@ -86,8 +89,9 @@ void PackageSession::RemoveLeftovers() noexcept {
         std::error_code ignored;
         for (const auto& entry : std::filesystem::directory_iterator(SessionsFolder(), ignored)) {
             const std::wstring path = entry.path().wstring();
-            if (entry.is_directory(ignored) && !FileExists(path + kSessionExtension))
+            if (entry.is_directory(ignored) && !FileExists(path + kSessionExtension)) {
                 RemoveFolder(path);
+            }
         }
     } catch (...) {
         // What cannot be listed now is tried again at the next start.
@@ -100,21 +104,24 @@ std::vector<std::unique_ptr<PackageSession>> PackageSession::TakeOver() noexcept
     try {
         for (const std::wstring& path : SessionFiles()) {
             UniqueHandle file = HoldSessionFile(path, OPEN_EXISTING);
-            if (!file)
+            if (!file) {
                 continue; // of a running viewer
+            }
             const auto value = [&path](const wchar_t* key) {
                 return mxovshare::INIFile::GetKeyValueFromINI(kSection, key, path);
             };
             std::unique_ptr<PackageSession> session(
                 new PackageSession(value(kPackageFile), path.substr(0, path.rfind(L'.')), std::move(file)));
             session->m_stamp = value(kStamp);
-            if (!value(kUnpacked).empty() && FolderExists(session->Folder()))
+            if (!value(kUnpacked).empty() && FolderExists(session->Folder())) {
                 sessions.push_back(std::move(session));
+            }
         }
     } catch (...) {
         // What was not taken over stays for the next start.
-        for (const auto& session : sessions)
+        for (const auto& session : sessions) {
             session->Keep();
+        }
         sessions.clear();
     }
     return sessions;
@@ -125,14 +132,16 @@ PackageSession::PackageSession(std::wstring packageFile, std::wstring folder, Un
       m_sessionFile(std::move(sessionFile)) {}
 
 void PackageSession::Record(const std::wstring& stamp) {
-    if (stamp == m_stamp && !stamp.empty())
+    if (stamp == m_stamp && !stamp.empty()) {
         return;
+    }
     m_stamp = stamp;
     mxovshare::ListPackage(m_packageFile, m_entries);
     SetFilePointer(m_sessionFile.get(), 0, nullptr, FILE_BEGIN);
     if (WriteSessionFile(m_sessionFile.get(), m_packageFile) &&
-        WriteText(m_sessionFile.get(), Line(kUnpacked, L"YES") + Line(kStamp, stamp)))
+        WriteText(m_sessionFile.get(), Line(kUnpacked, L"YES") + Line(kStamp, stamp))) {
         SetEndOfFile(m_sessionFile.get());
+    }
     FlushFileBuffers(m_sessionFile.get());
 }
 
@@ -142,8 +151,9 @@ void PackageSession::Resume() {
 }
 
 PackageSession::~PackageSession() {
-    if (m_keep)
+    if (m_keep) {
         return;
+    }
     // First the file: without it, whatever cannot be removed now is known to be finished with.
     m_sessionFile.reset();
     DeleteFileW((m_folder + kSessionExtension).c_str());

@@ -17,16 +17,19 @@ std::wstring InformationFile(const std::wstring& folder) {
 std::wstring LastChange(const std::wstring& informationFile) {
     const std::vector<std::wstring> entries =
         INIFile::GetSectionNamesFromINI(L"FILE_HISTORY", informationFile);
-    if (entries.empty())
+    if (entries.empty()) {
         return {};
+    }
     const auto value = [&](const wchar_t* key) {
         return INIFile::GetKeyValueFromINI(entries.back(), key, informationFile);
     };
     std::wstring line = value(L"Operation");
-    if (const std::wstring by = value(L"By"); !by.empty())
+    if (const std::wstring by = value(L"By"); !by.empty()) {
         line += L" by " + by;
-    if (const std::wstring time = value(L"Time"); !time.empty())
+    }
+    if (const std::wstring time = value(L"Time"); !time.empty()) {
         line += L", " + time;
+    }
     return line;
 }
 
@@ -38,8 +41,9 @@ PackageSummary ReadPackageSummary(const std::wstring& folder, const std::wstring
     summary.name = FileStem(packageFile);
     summary.version = INIFile::GetKeyValueFromINI(L"FILEINFO", L"MaxtlreVersion", information);
     const std::wstring thumbnail = INIFile::GetKeyValueFromINI(L"FILEINFO", L"Thumbnail", information);
-    if (!thumbnail.empty())
+    if (!thumbnail.empty()) {
         summary.previewFile = folder + thumbnail;
+    }
     summary.lastChange = LastChange(information);
     return summary;
 }

@@ -9,24 +9,29 @@ bool RemoveEntry(const std::wstring& path, DWORD attributes);
 bool RemoveContents(const std::wstring& folder) {
     WIN32_FIND_DATAW found = {};
     const UniqueSearch search = OwnSearch(FindFirstFileW((folder + L"\\*").c_str(), &found));
-    if (!search)
+    if (!search) {
         return GetLastError() == ERROR_FILE_NOT_FOUND;
+    }
     bool removed = true;
     do {
         const std::wstring name = found.cFileName;
-        if (name != L"." && name != L"..")
+        if (name != L"." && name != L"..") {
             removed = RemoveEntry(folder + L"\\" + name, found.dwFileAttributes) && removed;
+        }
     } while (FindNextFileW(search.get(), &found));
     return removed;
 }
 
 bool RemoveEntry(const std::wstring& path, DWORD attributes) {
-    if (attributes & FILE_ATTRIBUTE_READONLY)
+    if (attributes & FILE_ATTRIBUTE_READONLY) {
         SetFileAttributesW(path.c_str(), attributes & ~FILE_ATTRIBUTE_READONLY);
-    if (!(attributes & FILE_ATTRIBUTE_DIRECTORY))
+    }
+    if (!(attributes & FILE_ATTRIBUTE_DIRECTORY)) {
         return DeleteFileW(path.c_str());
-    if (!(attributes & FILE_ATTRIBUTE_REPARSE_POINT) && !RemoveContents(path))
+    }
+    if (!(attributes & FILE_ATTRIBUTE_REPARSE_POINT) && !RemoveContents(path)) {
         return false;
+    }
     return RemoveDirectoryW(path.c_str());
 }
 
@@ -40,8 +45,9 @@ std::wstring FullPath(const std::wstring& path) {
 }
 
 std::wstring LongForm(const std::wstring& path) {
-    if (path.starts_with(L"\\\\?\\"))
+    if (path.starts_with(L"\\\\?\\")) {
         return path;
+    }
     return path.starts_with(L"\\\\") ? L"\\\\?\\UNC" + path.substr(1) : L"\\\\?\\" + path;
 }
 
@@ -95,7 +101,8 @@ std::wstring ErrorText(unsigned long code) {
     wchar_t buffer[512] = L"";
     DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code,
                                   0, buffer, ARRAYSIZE(buffer), nullptr);
-    while (length > 0 && buffer[length - 1] <= L' ')
+    while (length > 0 && buffer[length - 1] <= L' ') {
         --length;
+    }
     return length > 0 ? std::wstring(buffer, length) : L"error " + std::to_wstring(code);
 }

@@ -3,8 +3,9 @@
 #include "package/BitmapFile.h"
 
 UniqueBitmap LoadPreview(const std::wstring& path) {
-    if (path.empty() || !IsSoundBitmap(path))
+    if (path.empty() || !IsSoundBitmap(path)) {
         return {};
+    }
     return UniqueBitmap(static_cast<HBITMAP>(
         LoadImageW(nullptr, path.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
 }

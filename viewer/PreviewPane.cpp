@@ -88,8 +88,9 @@ void PreviewPane::Show(PackageSummary summary) {
     std::wstring text = m_summary.name;
     for (const std::wstring& line :
          {m_summary.version, m_summary.lastChange, std::wstring(m_picture ? L"" : kNoPreview)}) {
-        if (!line.empty())
+        if (!line.empty()) {
             text += L"\n" + line;
+        }
     }
     SetWindowTextW(Handle(), text.c_str());
     InvalidateRect(Handle(), nullptr, FALSE);
@@ -162,12 +163,14 @@ void PreviewPane::Paint(HDC dc, const RECT& area) const {
     Fill(dc, area, kBackground);
     RECT inner = area;
     InflateRect(&inner, -Scale(kMargin), -Scale(kMargin));
-    if (inner.right <= inner.left || inner.bottom <= inner.top)
+    if (inner.right <= inner.left || inner.bottom <= inner.top) {
         return;
-    if (m_hasPackage)
+    }
+    if (m_hasPackage) {
         PaintPackage(dc, inner);
-    else
+    } else {
         PaintInvitation(dc, inner);
+    }
 }
 
 void PreviewPane::PaintInvitation(HDC dc, const RECT& area) const {
@@ -184,13 +187,15 @@ void PreviewPane::PaintPackage(HDC dc, const RECT& area) const {
     RECT rest = area;
     rest.top += Write(dc, m_headingFont.get(), kHeading, m_summary.name, rest, kLine);
     for (const std::wstring& line : {m_summary.version, m_summary.lastChange}) {
-        if (!line.empty())
+        if (!line.empty()) {
             rest.top += Scale(4) + Write(dc, m_textFont.get(), kText, line,
                                          {rest.left, rest.top + Scale(4), rest.right, rest.bottom}, kLine);
+        }
     }
     rest.top += Scale(kMargin) / 2;
-    if (rest.bottom > rest.top)
+    if (rest.bottom > rest.top) {
         PaintPicture(dc, rest);
+    }
 }
 
 void PreviewPane::PaintPicture(HDC dc, const RECT& area) const {
@@ -199,8 +204,9 @@ void PreviewPane::PaintPicture(HDC dc, const RECT& area) const {
     InflateRect(&card, -1, -1);
     Fill(dc, card, kCard);
     InflateRect(&card, -Scale(kMargin) / 2, -Scale(kMargin) / 2);
-    if (card.right <= card.left || card.bottom <= card.top)
+    if (card.right <= card.left || card.bottom <= card.top) {
         return;
+    }
     BITMAP bitmap = {};
     if (!m_picture || !GetObjectW(m_picture.get(), sizeof bitmap, &bitmap)) {
         WriteCentred(dc, m_textFont.get(), kNoPreview, card);

@@ -15,8 +15,9 @@ template <std::size_t Count>
 int Ask(HWND owner, const std::wstring& instruction, const std::wstring& content,
         const wchar_t* const (&answers)[Count], int cancelled) {
     TASKDIALOG_BUTTON buttons[Count] = {};
-    for (std::size_t i = 0; i < Count; ++i)
+    for (std::size_t i = 0; i < Count; ++i) {
         buttons[i] = {kFirstAnswer + static_cast<int>(i), answers[i]};
+    }
     TASKDIALOGCONFIG question = {};
     question.cbSize = sizeof question;
     question.hwndParent = owner;
@@ -29,8 +30,9 @@ int Ask(HWND owner, const std::wstring& instruction, const std::wstring& content
     question.pButtons = buttons;
     question.nDefaultButton = kFirstAnswer;
     int chosen = 0;
-    if (FAILED(TaskDialogIndirect(&question, &chosen, nullptr, nullptr)) || chosen < kFirstAnswer)
+    if (FAILED(TaskDialogIndirect(&question, &chosen, nullptr, nullptr)) || chosen < kFirstAnswer) {
         return cancelled;
+    }
     return chosen - kFirstAnswer;
 }
 
@@ -39,8 +41,9 @@ std::wstring LocalTimeText(const FILETIME& time) {
     SYSTEMTIME local = {};
     wchar_t day[64] = L"";
     wchar_t clock[64] = L"";
-    if (!FileTimeToSystemTime(&time, &utc) || !SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local))
+    if (!FileTimeToSystemTime(&time, &utc) || !SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local)) {
         return {};
+    }
     GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_LONGDATE, &local, nullptr, day, ARRAYSIZE(day), nullptr);
     GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, 0, &local, nullptr, clock, ARRAYSIZE(clock));
     return std::wstring(day) + L", " + clock;
@@ -81,18 +84,21 @@ std::wstring ShortList(const std::vector<std::wstring>& lines) {
     // The last line stands for two others at least.
     const std::size_t shown = lines.size() > kMostLines ? kMostLines - 1 : lines.size();
     std::wstring list;
-    for (std::size_t i = 0; i < shown; ++i)
+    for (std::size_t i = 0; i < shown; ++i) {
         list += lines[i] + L"\n";
-    if (shown < lines.size())
+    }
+    if (shown < lines.size()) {
         list += L"and " + std::to_wstring(lines.size() - shown) + L" more\n";
+    }
     return list;
 }
 
 std::wstring ListOfChanges(const std::vector<FileChange>& changes) {
     std::vector<std::wstring> lines;
     lines.reserve(changes.size());
-    for (const FileChange& change : changes)
+    for (const FileChange& change : changes) {
         lines.push_back(change.name + Remark(change.kind));
+    }
     return ShortList(lines);
 }
 

@@ -16,8 +16,9 @@ RecentPackages::RecentPackages(std::wstring key) : m_key(std::move(key)) {
 void RecentPackages::Add(const std::wstring& package) {
     Forget(package);
     m_items.insert(m_items.begin(), package);
-    if (m_items.size() > kMost)
+    if (m_items.size() > kMost) {
         m_items.resize(kMost);
+    }
     Store();
 }
 
@@ -33,16 +34,19 @@ void RecentPackages::Forget(const std::wstring& package) {
 void RecentPackages::Load() {
     DWORD bytes = 0;
     if (RegGetValueW(HKEY_CURRENT_USER, m_key.c_str(), kPackagesValue, RRF_RT_REG_MULTI_SZ, nullptr, nullptr,
-                     &bytes))
+                     &bytes)) {
         return;
+    }
     std::wstring text(bytes / sizeof(wchar_t), L'\0');
     if (RegGetValueW(HKEY_CURRENT_USER, m_key.c_str(), kPackagesValue, RRF_RT_REG_MULTI_SZ, nullptr,
-                     text.data(), &bytes))
+                     text.data(), &bytes)) {
         return;
+    }
     for (std::size_t start = 0; start < text.size() && m_items.size() < kMost;) {
         const std::wstring item = text.c_str() + start;
-        if (item.empty())
+        if (item.empty()) {
             break;
+        }
         m_items.push_back(item);
         start += item.size() + 1;
     }
@@ -50,8 +54,9 @@ void RecentPackages::Load() {
 
 void RecentPackages::Store() const {
     std::wstring text;
-    for (const std::wstring& item : m_items)
+    for (const std::wstring& item : m_items) {
         text += item + L'\0';
+    }
     text += L'\0';
     RegSetKeyValueW(HKEY_CURRENT_USER, m_key.c_str(), kPackagesValue, REG_MULTI_SZ, text.data(),
                     static_cast<DWORD>(text.size() * sizeof(wchar_t)));

@@ -5,8 +5,9 @@ UnpackTask::UnpackTask(std::unique_ptr<PackageSession> session, HWND notify, UIN
 
 UnpackTask::~UnpackTask() {
     Cancel();
-    if (m_thread.joinable())
+    if (m_thread.joinable()) {
         m_thread.join();
+    }
 }
 
 UnpackTask::Progress UnpackTask::Current() const {

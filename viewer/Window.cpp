@@ -1,8 +1,9 @@
 #include "Window.h"
 
 Window::~Window() {
-    if (m_window)
+    if (m_window) {
         DestroyWindow(m_window);
+    }
 }
 
 bool Window::Create(WNDCLASSEXW windowClass, DWORD exStyle, const wchar_t* text, DWORD style, HWND parent,
@@ -10,8 +11,9 @@ bool Window::Create(WNDCLASSEXW windowClass, DWORD exStyle, const wchar_t* text,
     windowClass.cbSize = sizeof windowClass;
     windowClass.lpfnWndProc = Procedure;
     windowClass.hInstance = GetModuleHandleW(nullptr);
-    if (!RegisterClassExW(&windowClass) && GetLastError() != ERROR_CLASS_ALREADY_EXISTS)
+    if (!RegisterClassExW(&windowClass) && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) {
         return false;
+    }
     const bool child = (style & WS_CHILD) != 0;
     const int place = child ? 0 : CW_USEDEFAULT;
     return CreateWindowExW(exStyle, windowClass.lpszClassName, text, style, place, place, place, place,
@@ -30,8 +32,9 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
     }
     auto* self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (!self)
+    if (!self) {
         return DefWindowProcW(window, message, wParam, lParam);
+    }
     LRESULT result = 0;
     try {
         result = self->OnMessage(message, wParam, lParam);

@@ -11,8 +11,9 @@ bool RestorePlacement(HWND window, const wchar_t* settingsKey) {
     DWORD bytes = sizeof placement;
     if (RegGetValueW(HKEY_CURRENT_USER, settingsKey, kPlacementValue, RRF_RT_REG_BINARY, nullptr, &placement,
                      &bytes) ||
-        bytes != sizeof placement || placement.length != sizeof placement)
+        bytes != sizeof placement || placement.length != sizeof placement) {
         return false;
+    }
     const bool maximised =
         placement.showCmd == SW_SHOWMAXIMIZED ||
         (placement.showCmd == SW_SHOWMINIMIZED && placement.flags & WPF_RESTORETOMAXIMIZED);
@@ -25,7 +26,8 @@ bool RestorePlacement(HWND window, const wchar_t* settingsKey) {
 void StorePlacement(HWND window, const wchar_t* settingsKey) {
     WINDOWPLACEMENT placement = {};
     placement.length = sizeof placement;
-    if (GetWindowPlacement(window, &placement))
+    if (GetWindowPlacement(window, &placement)) {
         RegSetKeyValueW(HKEY_CURRENT_USER, settingsKey, kPlacementValue, REG_BINARY, &placement,
                         sizeof placement);
+    }
 }

@@ -22,10 +22,12 @@ bool IsLetterOrDigit(WPARAM key) {
 /// function key, or Ctrl with a letter that edits nothing. Ctrl with Alt writes characters.
 bool IsHostShortcut(const MSG& message) {
     constexpr std::wstring_view kEditing = L"ACVXYZ";
-    if (message.message != WM_KEYDOWN)
+    if (message.message != WM_KEYDOWN) {
         return false;
-    if (message.wParam >= VK_F1 && message.wParam <= VK_F24)
+    }
+    if (message.wParam >= VK_F1 && message.wParam <= VK_F24) {
         return true;
+    }
     return IsDown(VK_CONTROL) && !IsDown(VK_MENU) && IsLetterOrDigit(message.wParam) &&
            kEditing.find(static_cast<wchar_t>(message.wParam)) == std::wstring_view::npos;
 }

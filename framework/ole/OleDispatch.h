@@ -108,14 +108,14 @@ struct OleMember<Method> {
     static void Call(CCmdTarget& target, const VARIANT* arguments, VARIANT*) {
         [&]<size_t... Index>(std::index_sequence<Index...>) {
             (static_cast<Class&>(target).*Method)(OleVariantType<Args>::Get(arguments[Index])...);
-        }
-        (std::index_sequence_for<Args...>());
+        }(std::index_sequence_for<Args...>());
     }
 };
 
 /// A member variable.
 template <class Class, class Type, Type Class::*Variable>
-requires(!std::is_function_v<Type>) struct OleMember<Variable> {
+    requires(!std::is_function_v<Type>)
+struct OleMember<Variable> {
     static constexpr VARTYPE kType = OleVariantType<Type>::kType;
     static void Get(CCmdTarget& target, VARIANT* result) {
         OleVariantType<Type>::Put(static_cast<Class&>(target).*Variable, result);

@@ -25,8 +25,9 @@ bool IsReplaceable(DWORD attributes) {
 
 std::uint32_t HashOf(const std::wstring& text) {
     std::uint32_t hash = 2166136261;
-    for (const wchar_t unit : text)
+    for (const wchar_t unit : text) {
         hash = (hash ^ unit) * 16777619;
+    }
     return hash;
 }
 
@@ -37,17 +38,19 @@ std::wstring AtomicFile::TemporaryPath(const std::wstring& target) {
     const std::size_t folder = path.find_last_of(L"\\/") + 1;
     std::wstring name = path.substr(folder);
     constexpr std::size_t kRoom = kLongestComponent - std::size(kSuffix);
-    if (name.size() > kRoom)
+    if (name.size() > kRoom) {
         name = name.substr(0, kRoom - 11) + L'~' + std::to_wstring(HashOf(name));
+    }
     return LongPath(path.substr(0, folder) + name + kSuffix);
 }
 
 AtomicFile::AtomicFile(const std::wstring& target)
     : m_target(LongPath(target)), m_temporary(TemporaryPath(target)) {
-    if (!IsReplaceable(GetFileAttributesW(m_target.c_str())))
+    if (!IsReplaceable(GetFileAttributesW(m_target.c_str()))) {
         Fail(ERROR_ACCESS_DENIED);
-    else if (!Create())
+    } else if (!Create()) {
         Fail(GetLastError());
+    }
 }
 
 AtomicFile::~AtomicFile() {
@@ -55,16 +58,19 @@ AtomicFile::~AtomicFile() {
 }
 
 bool AtomicFile::Write(const void* data, std::size_t size) {
-    if (m_error != ERROR_SUCCESS)
+    if (m_error != ERROR_SUCCESS) {
         return false;
+    }
     constexpr std::size_t kBlock = 16 << 20;
     for (const char* place = static_cast<const char*>(data); size > 0;) {
         const auto block = static_cast<DWORD>(std::min(size, kBlock));
         DWORD written = 0;
-        if (WriteFile(m_file.Get(), place, block, &written, nullptr) == FALSE)
+        if (WriteFile(m_file.Get(), place, block, &written, nullptr) == FALSE) {
             return Fail(GetLastError());
-        if (written != block) // a full disk can look like success
+        }
+        if (written != block) { // a full disk can look like success
             return Fail(ERROR_DISK_FULL);
+        }
         place += block;
         size -= block;
     }
@@ -75,16 +81,18 @@ bool AtomicFile::Commit() {
     bool done = m_error == ERROR_SUCCESS;
     if (done) {
         done = FlushFileBuffers(m_file.Get()) != FALSE && KeepAttributes() && m_file.Close() && Replace();
-        if (!done)
+        if (!done) {
             Fail(GetLastError());
+        }
     }
     Discard();
     return done;
 }
 
 bool AtomicFile::Fail(DWORD error) {
-    if (m_error == ERROR_SUCCESS)
+    if (m_error == ERROR_SUCCESS) {
         m_error = error == ERROR_SUCCESS ? ERROR_GEN_FAILURE : error;
+    }
     return false;
 }
 
@@ -93,8 +101,9 @@ bool AtomicFile::Create() {
         m_file = FileHandle(CreateFileW(m_temporary.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
                                         nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
         m_exists = static_cast<bool>(m_file);
-        if (m_exists)
+        if (m_exists) {
             return true;
+        }
         const DWORD error = GetLastError();
         // One that was left behind may have the attributes of a hidden target.
         const bool mayWork = error == ERROR_ACCESS_DENIED
@@ -136,8 +145,9 @@ bool AtomicFile::Replace() {
 
 void AtomicFile::Discard() {
     m_file.Close();
-    if (m_exists)
+    if (m_exists) {
         DeleteFileW(m_temporary.c_str());
+    }
     m_exists = false;
 }
 

@@ -32,10 +32,12 @@ FileHandle OpenDiskFile(const std::wstring& path) {
     FileHandle handle(CreateFileW(LongPath(path).c_str(), GENERIC_READ,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!handle)
+    if (!handle) {
         ThrowFileFailure(L"cannot open", path, GetLastError());
-    if (GetFileType(handle.Get()) != FILE_TYPE_DISK)
+    }
+    if (GetFileType(handle.Get()) != FILE_TYPE_DISK) {
         throw FileFailure{L"cannot open \"" + path + L"\": it is a device"};
+    }
     return handle;
 }
 
@@ -43,8 +45,9 @@ FileHandle OpenDiskFile(const std::wstring& path) {
 
 OpenFile::OpenFile(HANDLE handle, std::wstring path) : m_handle(handle), m_path(std::move(path)) {
     LARGE_INTEGER size = {};
-    if (!GetFileSizeEx(m_handle, &size))
+    if (!GetFileSizeEx(m_handle, &size)) {
         ThrowFileFailure(L"cannot read", m_path, GetLastError());
+    }
     m_size = static_cast<std::uint64_t>(size.QuadPart);
 }
 
@@ -56,10 +59,12 @@ void OpenFile::Read(std::uint64_t offset, std::span<std::uint8_t> to) const {
         const NTSTATUS status =
             NtReadFile(m_handle, nullptr, nullptr, nullptr, &result, to.data(), size, &place, nullptr);
         const DWORD error = NT_SUCCESS(status) ? ERROR_SUCCESS : RtlNtStatusToDosError(status);
-        if (error == ERROR_HANDLE_EOF || (error == ERROR_SUCCESS && result.Information == 0))
+        if (error == ERROR_HANDLE_EOF || (error == ERROR_SUCCESS && result.Information == 0)) {
             throw FileFailure{L"cannot read \"" + m_path + L"\": it became shorter meanwhile"};
-        if (error != ERROR_SUCCESS)
+        }
+        if (error != ERROR_SUCCESS) {
             ThrowFileFailure(L"cannot read", m_path, error);
+        }
         offset += result.Information;
         to = to.subspan(result.Information);
     }
@@ -72,11 +77,13 @@ void OpenFile::Write(std::uint64_t offset, Bytes data) {
         const auto size = static_cast<ULONG>(std::min(data.size(), kLargestTransfer));
         const NTSTATUS status =
             NtWriteFile(m_handle, nullptr, nullptr, nullptr, &result, data.data(), size, &place, nullptr);
-        if (!NT_SUCCESS(status))
+        if (!NT_SUCCESS(status)) {
             ThrowFileFailure(L"cannot write", m_path, RtlNtStatusToDosError(status));
+        }
         // A full disk can look like success.
-        if (result.Information != size)
+        if (result.Information != size) {
             ThrowFileFailure(L"cannot write", m_path, ERROR_DISK_FULL);
+        }
         offset += size;
         data = data.subspan(size);
     }
@@ -88,8 +95,9 @@ void OpenFile::Write(std::uint64_t offset, Bytes data) {
 void OpenFile::SetSize(std::uint64_t size) {
     LARGE_INTEGER place = {};
     place.QuadPart = static_cast<LONGLONG>(size);
-    if (!SetFilePointerEx(m_handle, place, nullptr, FILE_BEGIN) || !SetEndOfFile(m_handle))
+    if (!SetFilePointerEx(m_handle, place, nullptr, FILE_BEGIN) || !SetEndOfFile(m_handle)) {
         ThrowFileFailure(L"cannot write", m_path, GetLastError());
+    }
     m_size = size;
 }
 

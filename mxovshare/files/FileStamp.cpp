@@ -19,8 +19,9 @@ constexpr int kAttempts = 4;           // to read a file that changes meanwhile
 
 // The native form of a full path.
 std::wstring NativePath(const std::wstring& path) {
-    if (path.starts_with(L"\\\\?\\") || path.starts_with(L"\\\\.\\"))
+    if (path.starts_with(L"\\\\?\\") || path.starts_with(L"\\\\.\\")) {
         return L"\\??\\" + path.substr(4);
+    }
     return path.starts_with(L"\\\\") ? L"\\??\\UNC\\" + path.substr(2) : L"\\??\\" + path;
 }
 
@@ -30,8 +31,9 @@ FileStamp StampOfTarget(const std::wstring& path) {
     FILE_BASIC_INFO times = {};
     LARGE_INTEGER size = {};
     if (!file || GetFileInformationByHandleEx(file.Get(), FileBasicInfo, &times, sizeof(times)) == FALSE ||
-        GetFileSizeEx(file.Get(), &size) == FALSE)
+        GetFileSizeEx(file.Get(), &size) == FALSE) {
         return {};
+    }
     return {true, size.QuadPart, times.CreationTime.QuadPart, times.LastWriteTime.QuadPart,
             times.ChangeTime.QuadPart};
 }
@@ -59,8 +61,9 @@ bool ReadBytes(HANDLE file, std::string& bytes) {
     for (std::size_t at = 0; at < bytes.size();) {
         DWORD count = 0;
         const auto block = static_cast<DWORD>(std::min(bytes.size() - at, kBlock));
-        if (ReadFile(file, bytes.data() + at, block, &count, nullptr) == FALSE || count == 0)
+        if (ReadFile(file, bytes.data() + at, block, &count, nullptr) == FALSE || count == 0) {
             return false;
+        }
         at += count;
     }
     return true;
@@ -71,16 +74,19 @@ bool ReadBytes(HANDLE file, std::string& bytes) {
 FileStamp StampOf(const std::wstring& path) {
     std::wstring native = NativePath(path);
     const std::size_t length = native.size() * sizeof(wchar_t);
-    if (path.empty() || length > 0xFFFE)
+    if (path.empty() || length > 0xFFFE) {
         return {};
+    }
     UNICODE_STRING name = {static_cast<USHORT>(length), static_cast<USHORT>(length), native.data()};
     OBJECT_ATTRIBUTES object = {};
     InitializeObjectAttributes(&object, &name, OBJ_CASE_INSENSITIVE, nullptr, nullptr);
     FILE_NETWORK_OPEN_INFORMATION file = {};
-    if (!NT_SUCCESS(NtQueryFullAttributesFile(&object, &file)))
+    if (!NT_SUCCESS(NtQueryFullAttributesFile(&object, &file))) {
         return {};
-    if ((file.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
+    }
+    if ((file.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
         return StampOfTarget(path);
+    }
     return {true, file.EndOfFile.QuadPart, file.CreationTime.QuadPart, file.LastWriteTime.QuadPart,
             file.ChangeTime.QuadPart};
 }
@@ -89,15 +95,18 @@ FileReading ReadWholeFile(const std::wstring& path, std::size_t limit, std::stri
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         stamp = StampOf(path);
         const FileHandle file = OpenForReading(path);
-        if (!file)
+        if (!file) {
             return IsMissing(GetLastError()) ? FileReading::Missing : FileReading::Failed;
+        }
         LARGE_INTEGER size = {};
         if (GetFileType(file.Get()) != FILE_TYPE_DISK || GetFileSizeEx(file.Get(), &size) == FALSE ||
-            static_cast<std::uint64_t>(size.QuadPart) > limit)
+            static_cast<std::uint64_t>(size.QuadPart) > limit) {
             return FileReading::Failed;
+        }
         bytes.resize(static_cast<std::size_t>(size.QuadPart));
-        if (ReadBytes(file.Get(), bytes) && stamp.exists && StampOf(path) == stamp)
+        if (ReadBytes(file.Get(), bytes) && stamp.exists && StampOf(path) == stamp) {
             return FileReading::Done;
+        }
     }
     return FileReading::Failed;
 }

@@ -16,8 +16,9 @@ bool IsSeparator(wchar_t unit) {
 
 std::wstring FolderPath(const std::wstring& folder) {
     std::wstring path = LongPath(folder);
-    while (path.size() > 1 && IsSeparator(path.back()) && path[path.size() - 2] != L':')
+    while (path.size() > 1 && IsSeparator(path.back()) && path[path.size() - 2] != L':') {
         path.pop_back();
+    }
     return path;
 }
 

@@ -22,11 +22,13 @@ std::wstring FullPath(const std::wstring& path) {
 } // namespace
 
 std::wstring LongPath(const std::wstring& path) {
-    if (path.empty() || path.starts_with(L"\\\\?\\") || path.starts_with(L"\\\\.\\"))
+    if (path.empty() || path.starts_with(L"\\\\?\\") || path.starts_with(L"\\\\.\\")) {
         return path;
+    }
     std::wstring full = FullPath(path);
-    if (full.size() < kLongestPlain || full.starts_with(L"\\\\?\\") || full.starts_with(L"\\\\.\\"))
+    if (full.size() < kLongestPlain || full.starts_with(L"\\\\?\\") || full.starts_with(L"\\\\.\\")) {
         return full;
+    }
     return full.starts_with(L"\\\\") ? L"\\\\?\\UNC\\" + full.substr(2) : L"\\\\?\\" + full;
 }
 

@@ -12,8 +12,9 @@ int File::GetFileSize(std::wstring path) {
     try {
         WIN32_FILE_ATTRIBUTE_DATA data = {};
         if (GetFileAttributesExW(LongPath(path).c_str(), GetFileExInfoStandard, &data) == FALSE ||
-            (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+            (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
             return 0;
+        }
         const std::uint64_t size = static_cast<std::uint64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
         return size > kLargest ? kLargest : static_cast<int>(size);
     } catch (...) {

@@ -42,8 +42,9 @@ std::wstring LanguageFolder(const std::wstring& name) {
 
 // Empty when there is no such module. A name that is no plain folder name has none.
 ResourceModule LoadTexts(const std::wstring& name) {
-    if (name.empty() || name.find_first_of(L"\\/:.") != std::wstring::npos)
+    if (name.empty() || name.find_first_of(L"\\/:.") != std::wstring::npos) {
         return {};
+    }
     const std::wstring path = OwnFolder() + L"lang\\" + LanguageFolder(name) + L"\\" + kModuleName;
     constexpr DWORD kOnlyResources = LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE;
     return ResourceModule(LoadLibraryExW(LongPath(path).c_str(), nullptr, kOnlyResources));

@@ -52,8 +52,9 @@ CachedIniFile::CachedIniFile(std::wstring path, const TextPlatform& platform)
 const IniDocument& CachedIniFile::Document() {
     const std::uint64_t now = Now();
     const bool burst = IsBurst(now);
-    if (!burst)
+    if (!burst) {
         Look(now);
+    }
     m_lastUse = burst ? now : Now();
     return *m_document;
 }
@@ -63,10 +64,11 @@ bool CachedIniFile::Apply(std::span<const IniEdit> edits) {
     try {
         for (const IniEdit& edit : edits) {
             m_unsaved.push_back(edit);
-            if (!Perform(*m_document, edit))
+            if (!Perform(*m_document, edit)) {
                 m_unsaved.pop_back();
-            else
+            } else {
                 ForgetOverwritten();
+            }
         }
         const bool saved = HasUnsaved() && m_readable && Save();
         m_lastUse = Now();
@@ -82,8 +84,9 @@ void CachedIniFile::ForgetOverwritten() {
     const std::size_t count = m_unsaved.size();
     if (count < 2 || m_unsaved[count - 1].key.empty() ||
         m_unsaved[count - 2].key != m_unsaved[count - 1].key ||
-        m_unsaved[count - 2].section != m_unsaved[count - 1].section)
+        m_unsaved[count - 2].section != m_unsaved[count - 1].section) {
         return;
+    }
     m_unsaved.erase(m_unsaved.end() - 2);
 }
 
@@ -99,8 +102,9 @@ bool CachedIniFile::MayHideChanges(std::uint64_t now) const {
 
 void CachedIniFile::Look(std::uint64_t now) {
     m_lastLook = now;
-    if (!m_document || !m_readable || StampOf(m_path) != m_stamp || MayHideChanges(now))
+    if (!m_document || !m_readable || StampOf(m_path) != m_stamp || MayHideChanges(now)) {
         Load(now);
+    }
 }
 
 void CachedIniFile::Load(std::uint64_t now) {
@@ -112,24 +116,29 @@ void CachedIniFile::Load(std::uint64_t now) {
         bytes.clear();
         stamp = {};
     }
-    if (reading == FileReading::Missing && m_stamp.exists)
+    if (reading == FileReading::Missing && m_stamp.exists) {
         m_unsaved.clear();
+    }
     m_readable = reading != FileReading::Failed;
-    if (!m_readable)
+    if (!m_readable) {
         m_saveError = ERROR_OPEN_FAILED;
+    }
     Settle(stamp, now);
-    if (m_document && !HasUnsaved() && bytes == m_document->Bytes())
+    if (m_document && !HasUnsaved() && bytes == m_document->Bytes()) {
         return;
+    }
     m_document.reset();
     auto document = std::make_unique<IniDocument>(m_platform, std::move(bytes));
-    for (const IniEdit& edit : m_unsaved)
+    for (const IniEdit& edit : m_unsaved) {
         Perform(*document, edit);
+    }
     m_document = std::move(document);
 }
 
 void CachedIniFile::Settle(const FileStamp& stamp, std::uint64_t now) {
-    if (stamp != m_stamp)
+    if (stamp != m_stamp) {
         m_stampSeen = now;
+    }
     m_stamp = stamp;
     const std::int64_t latest = std::max(stamp.written, stamp.changed);
     m_settled = !stamp.exists || now - m_stampSeen > kCoarsestClock || IsOlderThan(latest, kCoarsestClock);

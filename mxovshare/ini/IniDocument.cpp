@@ -25,11 +25,13 @@ bool IsKeyName(std::u16string_view name) {
 int NumberOf(std::u16string_view digits) {
     std::int64_t number = 0;
     for (const char16_t digit : digits) {
-        if (digit < u'0' || digit > u'9')
+        if (digit < u'0' || digit > u'9') {
             return 0;
+        }
         number = 10 * number + (digit - u'0');
-        if (number > std::numeric_limits<int>::max())
+        if (number > std::numeric_limits<int>::max()) {
             return 0;
+        }
     }
     return static_cast<int>(number);
 }
@@ -45,8 +47,9 @@ IniDocument::IniDocument(const TextPlatform& platform, std::string bytes)
 
 std::u16string IniDocument::Value(std::u16string_view section, std::u16string_view key) const {
     const std::uint32_t sectionNumber = m_index->FindSection(IniName(ReadyName(section), m_platform));
-    if (sectionNumber == IniIndex::kNone)
+    if (sectionNumber == IniIndex::kNone) {
         return {};
+    }
     const std::uint32_t number = m_index->FindKey(sectionNumber, IniName(ReadyName(key), m_platform));
     return number == IniIndex::kNone ? std::u16string() : PlainValue(TextOf(m_index->Key(number).value));
 }
@@ -56,12 +59,14 @@ bool IniDocument::SetValue(std::u16string_view section, std::u16string_view key,
     key = ReadyName(key);
     const std::u16string stored = StoredForm(value);
     if (!IsSectionName(section) || !IsKeyName(key) ||
-        !MayGrow(section.size() + key.size() + stored.size() + 16))
+        !MayGrow(section.size() + key.size() + stored.size() + 16)) {
         return false;
+    }
     std::string unused;
     const std::u16string line = std::u16string(key) + u'=' + stored;
-    if (!EncodeText(std::u16string(section) + line, m_encoding, m_platform, unused))
+    if (!EncodeText(std::u16string(section) + line, m_encoding, m_platform, unused)) {
         BecomeUtf16();
+    }
 
     const std::uint32_t sectionNumber = m_index->FindSection(IniName(section, m_platform));
     const std::uint32_t number = sectionNumber == IniIndex::kNone
@@ -69,8 +74,9 @@ bool IniDocument::SetValue(std::u16string_view section, std::u16string_view key,
                                      : m_index->FindKey(sectionNumber, IniName(key, m_platform));
     if (number != IniIndex::kNone) {
         const IniKey& old = m_index->Key(number);
-        if (old.hasValue && PlainValue(TextOf(old.value)) == PlainValue(stored))
+        if (old.hasValue && PlainValue(TextOf(old.value)) == PlainValue(stored)) {
             return false;
+        }
         ReplaceValue(number, stored);
     } else if (sectionNumber != IniIndex::kNone) {
         InsertKey(sectionNumber, line);
@@ -83,12 +89,14 @@ bool IniDocument::SetValue(std::u16string_view section, std::u16string_view key,
 
 bool IniDocument::RemoveSection(std::u16string_view section) {
     const IniName name(ReadyName(section), m_platform);
-    if (m_index->FindSection(name) == IniIndex::kNone || !MayGrow(0))
+    if (m_index->FindSection(name) == IniIndex::kNone || !MayGrow(0)) {
         return false;
+    }
     const std::vector<IniSection>& sections = m_index->Sections();
     for (auto at = sections.rbegin(); at != sections.rend(); ++at) {
-        if (m_index->NameIs(at->name, name.Text()))
+        if (m_index->NameIs(at->name, name.Text())) {
             Splice(at->begin, at->ownEnd, {});
+        }
     }
     BuildIndex();
     KeepEncoding();
@@ -98,16 +106,18 @@ bool IniDocument::RemoveSection(std::u16string_view section) {
 std::vector<std::u16string> IniDocument::SectionNames(std::u16string_view prefix) const {
     std::vector<std::u16string> names;
     for (const IniSection& section : m_index->Sections()) {
-        if (!section.shadowed && m_index->NameBegins(section.name, prefix))
+        if (!section.shadowed && m_index->NameBegins(section.name, prefix)) {
             names.push_back(TextOf(section.name));
+        }
     }
     return names;
 }
 
 int IniDocument::LastIndex(std::u16string_view prefix) const {
     int last = 0;
-    for (const std::u16string& name : SectionNames(std::u16string(prefix) + u'_'))
+    for (const std::u16string& name : SectionNames(std::u16string(prefix) + u'_')) {
         last = std::max(last, NumberOf(std::u16string_view(name).substr(prefix.size() + 1)));
+    }
     return last;
 }
 
@@ -116,11 +126,13 @@ std::vector<IniSectionText> IniDocument::Contents() const {
     std::vector<IniSectionText> contents;
     auto key = keys.begin();
     for (const IniSection& section : m_index->Sections()) {
-        if (section.shadowed)
+        if (section.shadowed) {
             continue;
+        }
         contents.push_back({TextOf(section.name), {}});
-        for (; key != keys.end() && key->name.begin < section.end; ++key)
+        for (; key != keys.end() && key->name.begin < section.end; ++key) {
             contents.back().values.emplace_back(TextOf(key->name), PlainValue(TextOf(key->value)));
+        }
     }
     return contents;
 }
@@ -138,8 +150,9 @@ void IniDocument::BecomeUtf16() {
 }
 
 void IniDocument::KeepEncoding() {
-    if (m_encoding != IniEncoding::Ansi || !m_hasHighByte || DetectEncoding(m_bytes) == IniEncoding::Ansi)
+    if (m_encoding != IniEncoding::Ansi || !m_hasHighByte || DetectEncoding(m_bytes) == IniEncoding::Ansi) {
         return;
+    }
     if (DecodeText(m_bytes, IniEncoding::Utf8, m_platform) != m_platform.DecodeAnsi(m_bytes)) {
         BecomeUtf16();
         return;
@@ -197,10 +210,12 @@ std::u16string IniDocument::LineEndBefore(std::size_t offset) const {
         const bool inside = offset >= MarkOf(m_encoding).size() + distance;
         return inside ? UnitAt(m_bytes.data() + offset - distance, m_encoding) : u'\0';
     };
-    if (unitBefore(1) == u'\r')
+    if (unitBefore(1) == u'\r') {
         return u"\r";
-    if (unitBefore(1) != u'\n')
+    }
+    if (unitBefore(1) != u'\n') {
         return {};
+    }
     return unitBefore(2) == u'\r' ? u"\r\n" : u"\n";
 }
 
@@ -208,8 +223,9 @@ std::u16string IniDocument::UsualLineEnd() const {
     const std::size_t size = UnitSize(m_encoding);
     for (std::size_t at = MarkOf(m_encoding).size(); at < m_bytes.size(); at += size) {
         const char16_t unit = UnitAt(m_bytes.data() + at, m_encoding);
-        if (unit != u'\r' && unit != u'\n')
+        if (unit != u'\r' && unit != u'\n') {
             continue;
+        }
         const bool pair = unit == u'\r' && at + size < m_bytes.size() &&
                           UnitAt(m_bytes.data() + at + size, m_encoding) == u'\n';
         return pair ? u"\r\n" : std::u16string(1, unit);

@@ -27,11 +27,13 @@ std::size_t AsciiLength(std::string_view bytes) {
     std::size_t at = 0;
     for (std::uint64_t block = 0; at + sizeof(block) <= bytes.size(); at += sizeof(block)) {
         std::memcpy(&block, bytes.data() + at, sizeof(block));
-        if ((block & kHighBits) != 0)
+        if ((block & kHighBits) != 0) {
             break;
+        }
     }
-    while (at < bytes.size() && ByteAt(bytes, at) < 0x80)
+    while (at < bytes.size() && ByteAt(bytes, at) < 0x80) {
         ++at;
+    }
     return at;
 }
 
@@ -56,8 +58,9 @@ bool TakeUtf8(std::string_view& bytes, char32_t& character) {
 bool IsUtf8(std::string_view bytes) {
     char32_t character = 0;
     for (bytes.remove_prefix(AsciiLength(bytes)); !bytes.empty(); bytes.remove_prefix(AsciiLength(bytes))) {
-        if (!TakeUtf8(bytes, character))
+        if (!TakeUtf8(bytes, character)) {
             return false;
+        }
     }
     return true;
 }
@@ -79,8 +82,9 @@ std::u16string DecodeUtf8(std::string_view bytes) {
         text.append(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(ascii));
         bytes.remove_prefix(ascii);
         char32_t character = 0;
-        if (!bytes.empty())
+        if (!bytes.empty()) {
             AppendUnits(text, TakeUtf8(bytes, character) ? character : kReplacement);
+        }
     }
     return text;
 }
@@ -105,12 +109,14 @@ void AppendUtf8(std::string& bytes, char32_t character) {
 }
 
 bool EncodeUtf8(std::u16string_view text, std::string& bytes) {
-    if (HasLoneSurrogate(text))
+    if (HasLoneSurrogate(text)) {
         return false;
+    }
     for (std::size_t i = 0; i < text.size(); ++i) {
         char32_t character = text[i];
-        if (IsHighSurrogate(character))
+        if (IsHighSurrogate(character)) {
             character = 0x10000 + ((character - 0xD800) << 10) + (text[++i] - 0xDC00U);
+        }
         AppendUtf8(bytes, character);
     }
     return true;
@@ -155,8 +161,9 @@ std::string_view MarkOf(IniEncoding encoding) {
 
 IniEncoding DetectEncoding(std::string_view bytes) {
     for (const auto marked : {IniEncoding::Utf8Mark, IniEncoding::Utf16, IniEncoding::Utf16BigEndian}) {
-        if (bytes.starts_with(MarkOf(marked)))
+        if (bytes.starts_with(MarkOf(marked))) {
             return marked;
+        }
     }
     return HasHighByte(bytes) && IsUtf8(bytes) ? IniEncoding::Utf8 : IniEncoding::Ansi;
 }
@@ -166,12 +173,15 @@ bool HasHighByte(std::string_view bytes) {
 }
 
 std::u16string DecodeText(std::string_view bytes, IniEncoding encoding, const TextPlatform& platform) {
-    if (UnitSize(encoding) == 2)
+    if (UnitSize(encoding) == 2) {
         return DecodeUtf16(bytes, encoding == IniEncoding::Utf16BigEndian);
-    if (encoding != IniEncoding::Ansi)
+    }
+    if (encoding != IniEncoding::Ansi) {
         return DecodeUtf8(bytes);
-    if (!HasHighByte(bytes))
+    }
+    if (!HasHighByte(bytes)) {
         return {bytes.begin(), bytes.end()};
+    }
     return platform.DecodeAnsi(bytes);
 }
 
@@ -187,10 +197,12 @@ bool EncodeText(std::u16string_view text, IniEncoding encoding, const TextPlatfo
 bool HasLoneSurrogate(std::u16string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool paired = i + 1 < text.size() && IsLowSurrogate(text[i + 1]);
-        if (IsLowSurrogate(text[i]) || (IsHighSurrogate(text[i]) && !paired))
+        if (IsLowSurrogate(text[i]) || (IsHighSurrogate(text[i]) && !paired)) {
             return true;
-        if (IsHighSurrogate(text[i]))
+        }
+        if (IsHighSurrogate(text[i])) {
             ++i;
+        }
     }
     return false;
 }

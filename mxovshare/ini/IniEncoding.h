@@ -54,8 +54,9 @@ struct Utf16BigEndianUnits {
 
 /// The unit at `place` in a file of this encoding; a byte outside ASCII is part of a character only.
 inline char16_t UnitAt(const char* place, IniEncoding encoding) {
-    if (encoding == IniEncoding::Utf16)
+    if (encoding == IniEncoding::Utf16) {
         return Utf16Units::At(place);
+    }
     return encoding == IniEncoding::Utf16BigEndian ? Utf16BigEndianUnits::At(place) : ByteUnits::At(place);
 }
 

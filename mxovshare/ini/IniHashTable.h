@@ -17,11 +17,13 @@ public:
     /// The first number inserted under `hash` that `matches` accepts; kNone when there is none.
     template <typename Matches>
     std::uint32_t Find(std::uint32_t hash, Matches matches) const {
-        if (m_slots.empty())
+        if (m_slots.empty()) {
             return kNone;
+        }
         for (std::size_t at = Start(hash); m_slots[at].number != kNone; at = Next(at)) {
-            if (m_slots[at].hash == hash && matches(m_slots[at].number))
+            if (m_slots[at].hash == hash && matches(m_slots[at].number)) {
                 return m_slots[at].number;
+            }
         }
         return kNone;
     }

@@ -11,8 +11,9 @@ IniName::IniName(std::u16string_view name, const TextPlatform& platform)
 
 std::uint32_t HashOfName(std::u16string_view name, const TextPlatform& platform) {
     IniHash hash;
-    for (const char16_t unit : name)
+    for (const char16_t unit : name) {
         hash.Add(UpperUnit(unit, platform));
+    }
     return hash.Value();
 }
 

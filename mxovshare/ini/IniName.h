@@ -10,8 +10,9 @@ namespace mxovshare {
 
 /// One unit in upper case.
 inline char16_t UpperUnit(char16_t unit, const TextPlatform& platform) {
-    if (unit >= 0x80)
+    if (unit >= 0x80) {
         return platform.Upper(unit);
+    }
     return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
 }
 
@@ -48,8 +49,9 @@ template <typename Units>
 bool SameUnits(const char* one, std::u16string_view other, const TextPlatform& platform) {
     for (const char16_t unit : other) {
         const char16_t first = Units::At(one);
-        if (first != unit && UpperUnit(first, platform) != UpperUnit(unit, platform))
+        if (first != unit && UpperUnit(first, platform) != UpperUnit(unit, platform)) {
             return false;
+        }
         one += Units::kSize;
     }
     return true;

@@ -22,20 +22,22 @@ public:
     /// Adds the sections of whole lines, which follow what was scanned before.
     void Sections(std::uint32_t begin, std::uint32_t end) {
         ForEachLine(begin, end, [&](IniRange line, IniRange text) {
-            if (text.begin == text.end)
+            if (text.begin == text.end) {
                 m_index.m_commentRun = IniIndex::kNone;
-            else if (IsComment(text))
+            } else if (IsComment(text)) {
                 m_index.m_commentRun = std::min(m_index.m_commentRun, line.begin);
-            else if (!AddHeader(line, text))
+            } else if (!AddHeader(line, text)) {
                 PassKey(line);
+            }
         });
     }
 
     /// Adds the keys of whole lines of one section.
     void Keys(std::uint32_t section, std::uint32_t begin, std::uint32_t end) {
         ForEachLine(begin, end, [&](IniRange, IniRange text) {
-            if (text.begin < text.end && !IsComment(text) && HeaderEnd(text) == text.begin)
+            if (text.begin < text.end && !IsComment(text) && HeaderEnd(text) == text.begin) {
                 AddKey(section, text);
+            }
         });
     }
 
@@ -49,8 +51,9 @@ private:
         while (begin < end) {
             const std::uint32_t textEnd = LineEnd(begin, end);
             std::uint32_t next = std::min(textEnd + Units::kSize, end);
-            if (next < end && At(textEnd) == u'\r' && At(next) == u'\n')
+            if (next < end && At(textEnd) == u'\r' && At(next) == u'\n') {
                 next += Units::kSize;
+            }
             visit(IniRange{begin, next}, Trimmed({begin, textEnd}));
             begin = next;
         }
@@ -58,10 +61,12 @@ private:
 
     // Where the line end is, or `end`.
     std::uint32_t LineEnd(std::uint32_t at, std::uint32_t end) const {
-        if constexpr (Units::kSize == 1)
+        if constexpr (Units::kSize == 1) {
             at = SkipPrintable(at, end);
-        while (at < end && At(at) != u'\n' && At(at) != u'\r')
+        }
+        while (at < end && At(at) != u'\n' && At(at) != u'\r') {
             at += Units::kSize;
+        }
         return at;
     }
 
@@ -70,33 +75,38 @@ private:
         constexpr std::uint64_t kOnes = 0x0101010101010101;
         for (std::uint64_t block = 0; end - at >= sizeof(block); at += sizeof(block)) {
             std::memcpy(&block, m_bytes + at, sizeof(block));
-            if (((block - kOnes * 0x0E) & ~block & kOnes * 0x80) != 0)
+            if (((block - kOnes * 0x0E) & ~block & kOnes * 0x80) != 0) {
                 break;
+            }
         }
         return at;
     }
 
     IniRange Trimmed(IniRange text) const {
-        while (text.begin < text.end && IsIniBlank(At(text.begin)))
+        while (text.begin < text.end && IsIniBlank(At(text.begin))) {
             text.begin += Units::kSize;
-        while (text.begin < text.end && IsIniBlank(At(text.end - Units::kSize)))
+        }
+        while (text.begin < text.end && IsIniBlank(At(text.end - Units::kSize))) {
             text.end -= Units::kSize;
+        }
         return text;
     }
 
     // A name ends at a NUL, as for every plain reader.
     IniRange NameIn(IniRange text) const {
         std::uint32_t end = text.begin;
-        while (end < text.end && At(end) != u'\0')
+        while (end < text.end && At(end) != u'\0') {
             end += Units::kSize;
+        }
         return Trimmed({text.begin, end});
     }
 
     std::uint32_t HashOf(IniRange name) const {
         IniHash hash;
         for (std::uint32_t at = name.begin; at < name.end; at += Units::kSize) {
-            if (Units::kSize == 1 && At(at) >= 0x80)
+            if (Units::kSize == 1 && At(at) >= 0x80) {
                 return HashOfName(m_index.TextOf(name), m_index.m_platform);
+            }
             hash.Add(UpperUnit(At(at), m_index.m_platform));
         }
         return hash.Value();
@@ -105,23 +115,26 @@ private:
     // Where the "]" of a header is; the beginning of the text when it is none.
     std::uint32_t HeaderEnd(IniRange text) const {
         std::uint32_t close = text.begin;
-        if (At(text.begin) != u'[')
+        if (At(text.begin) != u'[') {
             return close;
+        }
         for (std::uint32_t at = text.begin; at < text.end; at += Units::kSize) {
             const char16_t unit = At(at);
-            if (unit == u']')
+            if (unit == u']') {
                 close = at;
-            else if (m_twoByteCharacters && unit >= 0x80 &&
-                     m_index.m_platform.IsLeadByte(static_cast<unsigned char>(unit)))
+            } else if (m_twoByteCharacters && unit >= 0x80 &&
+                       m_index.m_platform.IsLeadByte(static_cast<unsigned char>(unit))) {
                 ++at;
+            }
         }
         return close;
     }
 
     bool AddHeader(IniRange line, IniRange text) {
         const std::uint32_t close = HeaderEnd(text);
-        if (close == text.begin)
+        if (close == text.begin) {
             return false;
+        }
         const IniRange name = NameIn({text.begin + Units::kSize, close});
         m_index.AddSection(line, name, HashOf(name));
         return true;
@@ -129,19 +142,23 @@ private:
 
     void PassKey(IniRange line) {
         m_index.m_commentRun = IniIndex::kNone;
-        if (!m_index.m_sections.empty())
+        if (!m_index.m_sections.empty()) {
             m_index.m_sections.back().keysEnd = line.end;
+        }
     }
 
     void AddKey(std::uint32_t section, IniRange text) {
         std::uint32_t equals = text.begin;
-        while (equals < text.end && At(equals) != u'=')
+        while (equals < text.end && At(equals) != u'=') {
             equals += Units::kSize;
+        }
         IniKey key = {NameIn({text.begin, equals}), {equals, equals}, section, equals < text.end};
-        if (key.hasValue)
+        if (key.hasValue) {
             key.value = Trimmed({equals + Units::kSize, text.end});
-        if (key.name.begin < key.name.end)
+        }
+        if (key.name.begin < key.name.end) {
             m_index.AddKey(key, HashOf(key.name));
+        }
     }
 
     IniIndex& m_index;

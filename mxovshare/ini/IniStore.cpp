@@ -39,8 +39,9 @@ void IniStore::SetValue(const std::wstring& section, const std::wstring& key, co
 DWORD IniStore::SetValues(const std::wstring& section, const IniValues& values, const std::wstring& file) {
     std::vector<IniEdit> edits;
     for (const auto& [key, value] : values) {
-        if (!key.empty())
+        if (!key.empty()) {
             edits.push_back({ToUtf16(section), ToUtf16(key), ToUtf16(value)});
+        }
     }
     return Apply(edits, file);
 }
@@ -53,8 +54,9 @@ void IniStore::RemoveSection(const std::wstring& section, const std::wstring& fi
 std::vector<std::wstring> IniStore::SectionNames(const std::wstring& prefix, const std::wstring& file) {
     const std::lock_guard lock(m_mutex);
     std::vector<std::wstring> names;
-    for (const std::u16string& name : Open(file).Document().SectionNames(ToUtf16(prefix)))
+    for (const std::u16string& name : Open(file).Document().SectionNames(ToUtf16(prefix))) {
         names.push_back(ToWide(name));
+    }
     return names;
 }
 
@@ -64,8 +66,9 @@ int IniStore::LastIndex(const std::wstring& prefix, const std::wstring& file) {
 }
 
 CachedIniFile& IniStore::Open(const std::wstring& file) {
-    if (!m_files.empty() && !m_lastPath.empty() && file == m_lastPath)
+    if (!m_files.empty() && !m_lastPath.empty() && file == m_lastPath) {
         return *m_files.front();
+    }
     m_lastPath = IsFull(file) ? file : std::wstring();
     const std::wstring path = LongPath(file);
     const auto known = std::ranges::find_if(
@@ -77,8 +80,9 @@ CachedIniFile& IniStore::Open(const std::wstring& file) {
     if (m_files.size() >= kCapacity) {
         const auto spare = std::find_if(m_files.rbegin(), m_files.rend(),
                                         [](const auto& cached) { return !cached->HasUnsaved(); });
-        if (spare != m_files.rend())
+        if (spare != m_files.rend()) {
             m_files.erase(std::next(spare).base());
+        }
     }
     m_files.insert(m_files.begin(), std::make_unique<CachedIniFile>(path, m_text));
     return *m_files.front();
@@ -88,8 +92,9 @@ DWORD IniStore::Apply(std::span<const IniEdit> edits, const std::wstring& file) 
     const std::lock_guard lock(m_mutex);
     CachedIniFile& cached = Open(file);
     if (cached.Apply(edits)) {
-        for (const auto& other : m_files) // the same file may be known under another path
+        for (const auto& other : m_files) { // the same file may be known under another path
             other->LookAgain();
+        }
     }
     return cached.HasUnsaved() ? cached.SaveError() : ERROR_SUCCESS;
 }

@@ -24,8 +24,9 @@ std::u16string_view UpToNul(std::u16string_view text) {
 
 void AppendCode(std::u16string& text, char16_t unit) {
     text += u"\\u";
-    for (int shift = 12; shift >= 0; shift -= 4)
+    for (int shift = 12; shift >= 0; shift -= 4) {
         text += kHexDigits[unit >> shift & 0xF];
+    }
 }
 
 // Length of the whole character at `at`: 2 for a surrogate pair.
@@ -35,16 +36,17 @@ std::size_t CharacterLength(std::u16string_view value, std::size_t at) {
 }
 
 void AppendEscaped(std::u16string& text, std::u16string_view character) {
-    if (character == u"\\")
+    if (character == u"\\") {
         text += u"\\\\";
-    else if (character == u"\r")
+    } else if (character == u"\r") {
         text += u"\\r";
-    else if (character == u"\n")
+    } else if (character == u"\n") {
         text += u"\\n";
-    else if (NeedsEscape(character))
+    } else if (NeedsEscape(character)) {
         AppendCode(text, character.front());
-    else
+    } else {
         text += character;
+    }
 }
 
 std::u16string Escaped(std::u16string_view value) {
@@ -58,13 +60,15 @@ std::u16string Escaped(std::u16string_view value) {
 
 // The unit that "\uXXXX" at the start of `text` stands for; -1 for anything else.
 int CodeAt(std::u16string_view text) {
-    if (text.size() < 6)
+    if (text.size() < 6) {
         return -1;
+    }
     int code = 0;
     for (const char16_t digit : text.substr(2, 4)) {
         const std::size_t nibble = kHexDigits.find(digit);
-        if (nibble == std::u16string_view::npos)
+        if (nibble == std::u16string_view::npos) {
             return -1;
+        }
         code = code << 4 | static_cast<int>(nibble);
     }
     return code;
@@ -83,8 +87,9 @@ int TakeUnit(std::u16string_view& text) {
             length = 6;
         }
     }
-    if (unit >= 0)
+    if (unit >= 0) {
         text.remove_prefix(length);
+    }
     return unit;
 }
 
@@ -93,8 +98,9 @@ bool Unescape(std::u16string_view text, std::u16string& value) {
     value.clear();
     for (std::u16string_view rest = text.substr(kMarker.size()); !rest.empty();) {
         const int unit = TakeUnit(rest);
-        if (unit <= 0)
+        if (unit <= 0) {
             return false;
+        }
         value += static_cast<char16_t>(unit);
     }
     return (NeedsEscape(value) || value.starts_with(kMarker)) && Escaped(value) == text;
@@ -103,17 +109,20 @@ bool Unescape(std::u16string_view text, std::u16string& value) {
 } // namespace
 
 std::u16string_view TrimBlanks(std::u16string_view text) {
-    while (!text.empty() && IsIniBlank(text.front()))
+    while (!text.empty() && IsIniBlank(text.front())) {
         text.remove_prefix(1);
-    while (!text.empty() && IsIniBlank(text.back()))
+    }
+    while (!text.empty() && IsIniBlank(text.back())) {
         text.remove_suffix(1);
+    }
     return text;
 }
 
 bool NeedsEscape(std::u16string_view text) {
     for (const char16_t unit : text) {
-        if (IsControl(unit))
+        if (IsControl(unit)) {
             return true;
+        }
     }
     return HasLoneSurrogate(text);
 }
@@ -122,8 +131,9 @@ std::u16string StoredForm(std::u16string_view value) {
     value = UpToNul(value);
     std::u16string text =
         NeedsEscape(value) || value.starts_with(kMarker) ? Escaped(value) : std::u16string(value);
-    if (IsQuoted(text) || TrimBlanks(text).size() != text.size())
+    if (IsQuoted(text) || TrimBlanks(text).size() != text.size()) {
         text = u'"' + text + u'"';
+    }
     return text;
 }
 
@@ -134,8 +144,9 @@ std::u16string PlainValue(std::u16string stored) {
         stored.erase(0, 1);
     }
     std::u16string value;
-    if (stored.starts_with(kMarker) && Unescape(stored, value))
+    if (stored.starts_with(kMarker) && Unescape(stored, value)) {
         return value;
+    }
     return stored;
 }
 

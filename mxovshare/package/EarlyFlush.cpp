@@ -27,15 +27,17 @@ EarlyFlush::~EarlyFlush() {
         m_stop = true;
     }
     m_change.notify_all();
-    if (m_thread.joinable())
+    if (m_thread.joinable()) {
         m_thread.join();
+    }
 }
 
 void EarlyFlush::Write(std::uint64_t offset, Bytes data) {
     m_sink.Write(offset, data);
     const std::uint64_t before = m_written.fetch_add(data.size());
-    if (before / kAmount != (before + data.size()) / kAmount)
+    if (before / kAmount != (before + data.size()) / kAmount) {
         Ask();
+    }
 }
 
 void EarlyFlush::SetSize(std::uint64_t size) {
@@ -46,13 +48,15 @@ void EarlyFlush::SetSize(std::uint64_t size) {
 void EarlyFlush::Finish() {
     std::unique_lock lock(m_mutex);
     m_change.wait(lock, [this] { return m_asked == 0; });
-    if (m_error != ERROR_SUCCESS)
+    if (m_error != ERROR_SUCCESS) {
         ThrowFileFailure(L"cannot write", m_path, m_error);
+    }
 }
 
 void EarlyFlush::Ask() {
-    if (!m_thread.joinable())
+    if (!m_thread.joinable()) {
         return;
+    }
     {
         const std::lock_guard lock(m_mutex);
         ++m_asked;
@@ -64,14 +68,16 @@ void EarlyFlush::Work() noexcept {
     std::unique_lock lock(m_mutex);
     for (;;) {
         m_change.wait(lock, [this] { return m_stop || m_asked > 0; });
-        if (m_stop)
+        if (m_stop) {
             return;
+        }
         const int asked = m_asked;
         lock.unlock();
         const DWORD error = FlushFileBuffers(m_file) ? ERROR_SUCCESS : GetLastError();
         lock.lock();
-        if (m_error == ERROR_SUCCESS)
+        if (m_error == ERROR_SUCCESS) {
             m_error = error;
+        }
         m_asked -= asked;
         m_change.notify_all();
     }

@@ -24,8 +24,9 @@ FilePiece FilePieces::Next() {
     piece.offset = m_offset;
     piece.size = static_cast<std::size_t>(std::min<std::uint64_t>(kDeflatePiece, m_file->Size() - m_offset));
     m_offset += piece.size;
-    if (piece.IsLast())
+    if (piece.IsLast()) {
         m_file.reset();
+    }
     return piece;
 }
 

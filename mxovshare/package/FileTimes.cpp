@@ -28,14 +28,16 @@ ZipTime ToZipTime(const FILETIME& utc) {
     WORD clock = 0;
     if (FileTimeToSystemTime(&utc, &fields) &&
         SystemTimeToTzSpecificLocalTime(nullptr, &fields, &localFields) &&
-        SystemTimeToFileTime(&localFields, &local) && FileTimeToDosDateTime(&local, &date, &clock))
+        SystemTimeToFileTime(&localFields, &local) && FileTimeToDosDateTime(&local, &date, &clock)) {
         time.dosTime = static_cast<std::uint32_t>(date) << 16 | clock;
+    }
     return time;
 }
 
 FILETIME ToFileTime(const ZipTime& time) {
-    if (time.fileTime != 0)
+    if (time.fileTime != 0) {
         return Split(time.fileTime);
+    }
     FILETIME local = {};
     FILETIME utc = {};
     SYSTEMTIME localFields = {};
@@ -44,8 +46,9 @@ FILETIME ToFileTime(const ZipTime& time) {
                                &local) ||
         !FileTimeToSystemTime(&local, &localFields) ||
         !TzSpecificLocalTimeToSystemTime(nullptr, &localFields, &fields) ||
-        !SystemTimeToFileTime(&fields, &utc))
+        !SystemTimeToFileTime(&fields, &utc)) {
         return {};
+    }
     return utc;
 }
 

@@ -27,8 +27,9 @@ public:
         Settle(folder);
     }
     ~Search() {
-        if (m_handle != INVALID_HANDLE_VALUE)
+        if (m_handle != INVALID_HANDLE_VALUE) {
             FindClose(m_handle);
+        }
     }
     Search(const Search&) = delete;
     Search& operator=(const Search&) = delete;
@@ -43,8 +44,9 @@ public:
 private:
     void Settle(const std::wstring& folder) const {
         const DWORD error = m_found ? ERROR_SUCCESS : GetLastError();
-        if (error != ERROR_SUCCESS && error != ERROR_NO_MORE_FILES && error != ERROR_FILE_NOT_FOUND)
+        if (error != ERROR_SUCCESS && error != ERROR_NO_MORE_FILES && error != ERROR_FILE_NOT_FOUND) {
             ThrowFileFailure(L"cannot list", folder, error);
+        }
     }
 
     HANDLE m_handle;
@@ -74,8 +76,9 @@ std::string ToUtf8(const wchar_t* text) {
 class Scanner {
 public:
     explicit Scanner(const std::vector<std::wstring>& except) {
-        for (const std::wstring& path : except)
+        for (const std::wstring& path : except) {
             m_except.push_back(LongPath(path));
+        }
     }
 
     std::vector<FolderItem> Scan(const std::wstring& folder) {
@@ -85,8 +88,9 @@ public:
             const FolderItem next = std::move(m_folders.back());
             m_folders.pop_back();
             const bool isEmpty = ScanOne(next);
-            if (isEmpty && !isRoot)
+            if (isEmpty && !isRoot) {
                 m_items.push_back(next);
+            }
             isRoot = false;
         }
         return std::move(m_items);
@@ -99,8 +103,9 @@ private:
         for (Search found(folder.path); found; found.Next(folder.path)) {
             const WIN32_FIND_DATAW& data = *found;
             if (std::wcscmp(data.cFileName, L".") == 0 || std::wcscmp(data.cFileName, L"..") == 0 ||
-                IsLock(data))
+                IsLock(data)) {
                 continue;
+            }
             isEmpty = false;
             Take(folder, data);
         }
@@ -112,16 +117,20 @@ private:
         found.path = JoinPath(folder.path, data.cFileName);
         found.isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         found.size = static_cast<std::uint64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
-        if (IsExcepted(LongPath(found.path)))
+        if (IsExcepted(LongPath(found.path))) {
             return;
-        if (IsLink(data))
+        }
+        if (IsLink(data)) {
             Refuse(found.path, L"it is a link");
+        }
         const std::string name = ToUtf8(data.cFileName);
-        if (name.empty())
+        if (name.empty()) {
             Refuse(found.path, L"its name is not valid Unicode");
+        }
         found.item.name = folder.item.name.empty() ? name : folder.item.name + "/" + name;
-        if (const std::string_view fault = EntryNameFault(found.item.name); !fault.empty())
+        if (const std::string_view fault = EntryNameFault(found.item.name); !fault.empty()) {
             Refuse(found.path, FromUtf8(fault));
+        }
         constexpr DWORD kKept = kAttributeReadOnly | kAttributeHidden | kAttributeSystem | kAttributeArchive;
         found.item.attributes = static_cast<std::uint8_t>(data.dwFileAttributes & kKept);
         found.item.modified = ToZipTime(data.ftLastWriteTime);
@@ -143,8 +152,9 @@ private:
 };
 
 int Rank(const std::string& folded) {
-    if (folded == "MXINFO.INI")
+    if (folded == "MXINFO.INI") {
         return 0;
+    }
     return folded == "PRIVATE/MXINFO.INI" ? 1 : 2;
 }
 
@@ -166,8 +176,9 @@ std::vector<FolderItem> Sorted(std::vector<FolderItem> items) {
     });
     std::vector<FolderItem> sorted;
     sorted.reserve(items.size());
-    for (const Keyed& key : order)
+    for (const Keyed& key : order) {
         sorted.push_back(std::move(items[key.index]));
+    }
     return sorted;
 }
 
@@ -175,10 +186,12 @@ std::vector<FolderItem> Sorted(std::vector<FolderItem> items) {
 
 std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::vector<std::wstring>& except) {
     const DWORD attributes = GetFileAttributesW(LongPath(folder).c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES)
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
         ThrowFileFailure(L"cannot open folder", folder, GetLastError());
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+    }
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
         throw FileFailure{L"cannot open folder \"" + folder + L"\": it is a file"};
+    }
     return Sorted(Scanner(except).Scan(FolderPath(folder)));
 }
 

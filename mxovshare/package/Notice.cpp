@@ -16,15 +16,17 @@ QuestionSink g_questionSink = nullptr;
 } // namespace
 
 void TellUser(const std::wstring& text) {
-    if (g_sink != nullptr)
+    if (g_sink != nullptr) {
         g_sink(text);
-    else
+    } else {
         MessageBoxW(GetActiveWindow(), text.c_str(), kTitle, MB_OK | MB_ICONERROR);
+    }
 }
 
 bool AskUser(const std::wstring& text) {
-    if (g_questionSink != nullptr)
+    if (g_questionSink != nullptr) {
         return g_questionSink(text);
+    }
     return MessageBoxW(GetActiveWindow(), text.c_str(), kTitle, MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) ==
            IDYES;
 }

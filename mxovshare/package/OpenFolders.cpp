@@ -34,8 +34,9 @@ OpenFolder* Find(const std::wstring& folder) {
 }
 
 OpenFolder& FindOrAdd(const std::wstring& folder) {
-    if (OpenFolder* entry = Find(folder))
+    if (OpenFolder* entry = Find(folder)) {
         return *entry;
+    }
     g_folders.push_back({.folder = FolderPath(folder), .file = {}, .stamp = {}});
     return g_folders.back();
 }
@@ -55,13 +56,15 @@ std::wstring StampOfPackage(const std::wstring& file) {
     const FileHandle handle(CreateFileW(LongPath(file).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
                                         OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     BY_HANDLE_FILE_INFORMATION about = {};
-    if (!handle || GetFileInformationByHandle(handle.Get(), &about) == FALSE)
+    if (!handle || GetFileInformationByHandle(handle.Get(), &about) == FALSE) {
         return {};
+    }
     std::wstring stamp;
     for (const DWORD part : {about.nFileSizeHigh, about.nFileSizeLow, about.ftLastWriteTime.dwHighDateTime,
                              about.ftLastWriteTime.dwLowDateTime, about.dwVolumeSerialNumber,
-                             about.nFileIndexHigh, about.nFileIndexLow})
+                             about.nFileIndexHigh, about.nFileIndexLow}) {
         stamp += (stamp.empty() ? L"" : L"-") + std::to_wstring(part);
+    }
     return stamp;
 }
 
@@ -87,16 +90,18 @@ void ConfirmReplacement(const std::wstring& folder, const std::wstring& file) {
         !AskUser(
             L"The package \"" + file +
             L"\" was changed by somebody else since it was opened here.\n\nDo you want to replace it with "
-            L"your own state? What the other one changed is then lost."))
+            L"your own state? What the other one changed is then lost.")) {
         throw Cancelled();
+    }
 }
 
 std::wstring StampOfFolder(const std::wstring& folder) noexcept {
     std::wstring stamp;
     RunPackageWork(folder, [&] {
         const std::lock_guard guard(g_lock);
-        if (const OpenFolder* entry = Find(folder))
+        if (const OpenFolder* entry = Find(folder)) {
             stamp = entry->stamp;
+        }
     });
     return stamp;
 }
@@ -109,8 +114,9 @@ bool TakeSaveFailure(const std::wstring& folder) noexcept {
     bool failed = false;
     RunPackageWork(folder, [&] {
         const std::lock_guard guard(g_lock);
-        if (OpenFolder* entry = Find(folder))
+        if (OpenFolder* entry = Find(folder)) {
             failed = std::exchange(entry->saveFailed, false);
+        }
     });
     return failed;
 }

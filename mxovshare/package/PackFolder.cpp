@@ -22,25 +22,29 @@ namespace {
 
 std::uint64_t TotalSize(const std::vector<FolderItem>& items) {
     std::uint64_t total = 0;
-    for (const FolderItem& item : items)
+    for (const FolderItem& item : items) {
         total += item.size;
+    }
     return total;
 }
 
 void RefuseTooMuch(const std::wstring& folder, const std::vector<FolderItem>& items) {
     const ZipLimits limits;
-    if (items.size() > limits.entries)
+    if (items.size() > limits.entries) {
         throw FileFailure{L"cannot pack \"" + folder + L"\": it holds more than " +
                           std::to_wstring(limits.entries) + L" files"};
-    if (TotalSize(items) > limits.total)
+    }
+    if (TotalSize(items) > limits.total) {
         throw FileFailure{L"cannot pack \"" + folder + L"\": it holds more than " +
                           std::to_wstring(limits.total >> 30) + L" GB"};
+    }
 }
 
 std::vector<FolderItem> ItemsOf(const std::wstring& folder, const std::wstring& file,
                                 const Substitute* substitute) {
-    if (substitute == nullptr)
+    if (substitute == nullptr) {
         return ScanFolder(folder, {file});
+    }
     std::vector<FolderItem> items = ScanFolder(folder, {file, substitute->content});
     for (FolderItem& item : items) {
         if (IsSamePath(LongPath(item.path), LongPath(substitute->path))) {
@@ -89,23 +93,27 @@ bool PackItems(const ByteSource& file, ByteSink& sink, const std::vector<FolderI
     try {
         const std::vector<Outcome> outcomes = Packer(sink, file, items, old, unchanged, meter).Run();
         for (std::size_t i = 0; i < items.size(); ++i) {
-            if (outcomes[i] == Outcome::Different)
+            if (outcomes[i] == Outcome::Different) {
                 unchanged[i] = nullptr;
+            }
         }
-        if (std::ranges::find(outcomes, Outcome::Different) != outcomes.end())
+        if (std::ranges::find(outcomes, Outcome::Different) != outcomes.end()) {
             return false;
+        }
         // The directory is in the order of the items.
         const std::vector<ZipEntry> entries = ReadZipDirectory(file);
         std::vector<ZipEntry> unproven;
         for (std::size_t i = 0; i < items.size(); ++i) {
-            if (outcomes[i] != Outcome::Proven)
+            if (outcomes[i] != Outcome::Proven) {
                 unproven.push_back(entries.at(i));
+            }
         }
         CheckEntries(file, unproven, meter, &ProvenData::Instance());
         return true;
     } catch (const PackageError&) {
-        if (std::ranges::all_of(unchanged, [](const ZipEntry* entry) { return entry == nullptr; }))
+        if (std::ranges::all_of(unchanged, [](const ZipEntry* entry) { return entry == nullptr; })) {
             throw;
+        }
         // The old package is damaged: the folder alone counts.
         std::ranges::fill(unchanged, nullptr);
         return false;
@@ -133,11 +141,13 @@ void PackFolder(const std::wstring& folder, const std::wstring& file, PackagePro
     const std::vector<FolderItem> items = ItemsOf(folder, file, substitute);
     RefuseTooMuch(folder, items);
     AtomicFile target(file);
-    if (target.Error() != ERROR_SUCCESS)
+    if (target.Error() != ERROR_SUCCESS) {
         ThrowFileFailure(L"cannot write", file, target.Error());
+    }
     PackBeside(file, target.Handle(), items, progress);
-    if (!target.Commit())
+    if (!target.Commit()) {
         ThrowFileFailure(L"cannot replace", file, target.Error());
+    }
 }
 
 } // namespace mxovshare

@@ -52,8 +52,9 @@ PackageResult CreatePackage(const std::wstring& folder, const std::wstring& file
 PackageResult ListPackage(const std::wstring& file, std::vector<PackageEntry>& entries) noexcept {
     return RunPackageWork(file, [&] {
         entries.clear();
-        for (const ZipEntry& entry : ReadZipDirectory(DiskSource(file)))
+        for (const ZipEntry& entry : ReadZipDirectory(DiskSource(file))) {
             entries.push_back(Describe(entry));
+        }
     });
 }
 
@@ -81,10 +82,12 @@ PackageResult ReadInformation(const std::wstring& file, std::vector<InformationS
         const DiskSource source(file);
         const std::vector<ZipEntry> entries = ReadZipDirectory(source);
         const ZipEntry* entry = FindFile(entries, "MXINFO.INI");
-        if (entry == nullptr)
+        if (entry == nullptr) {
             entry = FindFile(entries, "PRIVATE/MXINFO.INI");
-        if (entry == nullptr)
+        }
+        if (entry == nullptr) {
             return;
+        }
         const std::vector<std::uint8_t> content = ReadWholeEntry(source, *entry, kLargestInformation);
         sections = ParseInformation(std::string(content.begin(), content.end()));
     });

@@ -31,8 +31,9 @@ private:
         EntriesJob(Check& owner, std::size_t first, std::size_t end)
             : m_owner(owner), m_first(first), m_end(end) {}
         void Make(const std::atomic<bool>& stop) override {
-            for (std::size_t i = m_first; i < m_end; ++i)
+            for (std::size_t i = m_first; i < m_end; ++i) {
                 m_owner.CheckOne(m_owner.m_entries[i], stop);
+            }
         }
         void Take() override {
             m_owner.Tell();
@@ -49,24 +50,28 @@ private:
     std::unique_ptr<Job> Next() {
         constexpr std::uint64_t kJobSize = std::uint64_t{1} << 20;
         const std::size_t first = m_next;
-        for (std::uint64_t size = 0; m_next < m_entries.size() && size < kJobSize; ++m_next)
+        for (std::uint64_t size = 0; m_next < m_entries.size() && size < kJobSize; ++m_next) {
             size += m_entries[m_next].size + kEntryCost;
+        }
         return first < m_next ? std::make_unique<EntriesJob>(*this, first, m_next) : nullptr;
     }
 
     void CheckOne(const ZipEntry& entry, const std::atomic<bool>& stop) {
         const std::uint32_t packed = ReadEntry(m_source, entry, [this, &stop](Bytes piece) {
-            if (stop)
+            if (stop) {
                 throw Cancelled();
+            }
             m_checked += piece.size();
         });
-        if (m_proven != nullptr)
+        if (m_proven != nullptr) {
             m_proven->Add(entry, packed);
+        }
     }
 
     void Begin(std::size_t index) {
-        if (index < m_entries.size())
+        if (index < m_entries.size()) {
             m_meter.Begin(RelativePath(m_entries[index]));
+        }
     }
 
     void Tell() { m_meter.Advance(m_checked.exchange(0)); }
@@ -86,8 +91,9 @@ private:
 
 std::uint64_t TotalSize(const std::vector<ZipEntry>& entries) {
     std::uint64_t total = 0;
-    for (const ZipEntry& entry : entries)
+    for (const ZipEntry& entry : entries) {
         total += entry.size;
+    }
     return total;
 }
 

@@ -40,8 +40,9 @@ PackageResult RunPackageWork(const std::wstring& file, const std::function<void(
 unsigned ProcessorCount() {
     DWORD_PTR process = 0;
     DWORD_PTR system = 0;
-    if (!GetProcessAffinityMask(GetCurrentProcess(), &process, &system))
+    if (!GetProcessAffinityMask(GetCurrentProcess(), &process, &system)) {
         return 1;
+    }
     return static_cast<unsigned>(std::max(1, std::popcount(process)));
 }
 
@@ -56,8 +57,9 @@ void ProgressMeter::Advance(std::uint64_t bytes) {
 }
 
 void ProgressMeter::Tell() {
-    if (m_listener != nullptr && !m_listener->OnProgress(m_name, m_done, m_total))
+    if (m_listener != nullptr && !m_listener->OnProgress(m_name, m_done, m_total)) {
         throw Cancelled();
+    }
 }
 
 } // namespace mxovshare

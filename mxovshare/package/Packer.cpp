@@ -21,8 +21,9 @@ template <typename Take>
 void ReadStretch(const ByteSource& source, std::uint64_t begin, std::uint64_t end,
                  std::vector<std::uint8_t>& buffer, const std::atomic<bool>& stop, Take take) {
     while (begin < end) {
-        if (stop)
+        if (stop) {
             throw Cancelled();
+        }
         const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(buffer.size(), end - begin));
         const std::span<std::uint8_t> bytes = std::span(buffer).first(size);
         source.Read(begin, bytes);
@@ -66,8 +67,9 @@ private:
 class Packer::StretchJob : public Job {
 public:
     StretchJob(Packer& owner, Pass pass) : m_owner(owner), m_pass(pass) {
-        if (m_pass == Pass::Compare)
+        if (m_pass == Pass::Compare) {
             ++m_owner.m_comparing;
+        }
     }
     void Add(const Stretch& stretch) {
         m_stretches.push_back(stretch);
@@ -77,20 +79,23 @@ public:
     void Make(const std::atomic<bool>& stop) override {
         std::vector<std::uint8_t> buffer(kBuffer);
         for (Stretch& stretch : m_stretches) {
-            if (m_pass == Pass::Compare)
+            if (m_pass == Pass::Compare) {
                 m_owner.Compare(stretch, buffer, stop);
-            else
+            } else {
                 m_owner.Copy(stretch, buffer, stop);
+            }
         }
-        if (m_pass == Pass::Compare)
+        if (m_pass == Pass::Compare) {
             --m_owner.m_comparing;
+        }
     }
     void Take() override {
         for (const Stretch& stretch : m_stretches) {
-            if (m_pass == Pass::Compare)
+            if (m_pass == Pass::Compare) {
                 m_owner.TakeCompared(stretch);
-            else
+            } else {
                 m_owner.TakeCopied(stretch);
+            }
         }
     }
 
@@ -113,10 +118,12 @@ Packer::Packer(ByteSink& sink, const ByteSource& written, const std::vector<Fold
     const auto copied = std::stable_partition(
         m_order.begin(), m_order.end(), [this](std::size_t item) { return m_unchanged[item] == nullptr; });
     m_added.assign(copied, m_order.end());
-    for (Progress& pass : m_passes)
+    for (Progress& pass : m_passes) {
         pass.next = static_cast<std::size_t>(copied - m_order.begin());
-    for (const std::size_t item : m_added)
+    }
+    for (const std::size_t item : m_added) {
         m_places[item] = m_writer.Reserve(m_items[item].item, *m_unchanged[item]);
+    }
 }
 
 std::vector<Outcome> Packer::Run() {
@@ -128,11 +135,13 @@ std::vector<Outcome> Packer::Run() {
 
 std::unique_ptr<Job> Packer::Next() {
     if (!m_pieces.IsOpen()) {
-        if (m_next == m_order.size() || m_unchanged[m_order[m_next]] != nullptr)
+        if (m_next == m_order.size() || m_unchanged[m_order[m_next]] != nullptr) {
             return NextStretches();
+        }
         const std::size_t item = m_order[m_next++];
-        if (m_items[item].isFolder)
+        if (m_items[item].isFolder) {
             return std::make_unique<FolderJob>(*this, item);
+        }
         m_pieces.Open(m_items[item].path);
     }
     return std::make_unique<PieceJob>(*this, m_order[m_next - 1], m_pieces.Next());
@@ -144,8 +153,9 @@ std::unique_ptr<Job> Packer::NextStretches() {
     const auto isDone = [this](Pass pass) { return PassOf(pass).next == m_order.size(); };
     const bool compares = isDone(Pass::Copy) || (m_comparing < kMostComparing && !isDone(Pass::Compare));
     const Pass chosen = compares ? Pass::Compare : Pass::Copy;
-    if (isDone(chosen))
+    if (isDone(chosen)) {
         return nullptr;
+    }
     Progress& pass = PassOf(chosen);
     auto job = std::make_unique<StretchJob>(*this, chosen);
     while (job->Room() > 0 && pass.next < m_order.size()) {
@@ -171,16 +181,18 @@ void Packer::Compare(Stretch& stretch, std::vector<std::uint8_t>& buffer,
                      const std::atomic<bool>& stop) const {
     const DiskSource file(m_items[stretch.item].path);
     stretch.hasSize = file.Size() == m_unchanged[stretch.item]->size;
-    if (stretch.hasSize)
+    if (stretch.hasSize) {
         ReadStretch(file, stretch.offset, stretch.offset + stretch.size, buffer, stop,
                     [&stretch](Bytes bytes) { stretch.crc32 = Checksum(stretch.crc32, bytes); });
+    }
 }
 
 void Packer::Copy(Stretch& stretch, std::vector<std::uint8_t>& buffer, const std::atomic<bool>& stop) const {
     const ZipEntry& entry = *m_unchanged[stretch.item];
     const std::vector<std::uint8_t> header = m_writer.PackedHeader(m_items[stretch.item].item, entry);
-    if (stretch.offset == 0)
+    if (stretch.offset == 0) {
         m_sink.Write(m_places[stretch.item], header);
+    }
     const std::uint64_t place = m_places[stretch.item] + header.size() + stretch.offset;
     const std::uint64_t begin = entry.dataOffset + stretch.offset;
     std::uint64_t next = place;
@@ -220,23 +232,27 @@ bool Packer::Join(Pass pass, const Stretch& stretch) {
 }
 
 void Packer::TakeCompared(const Stretch& stretch) {
-    if (stretch.offset == 0)
+    if (stretch.offset == 0) {
         m_meter.Begin(m_items[stretch.item].path);
+    }
     const bool isLast = Join(Pass::Compare, stretch);
     m_meter.Advance(stretch.size);
     const Progress& found = PassOf(Pass::Compare);
-    if (isLast && !(found.hasSize && found.crc32 == m_unchanged[stretch.item]->crc32))
+    if (isLast && !(found.hasSize && found.crc32 == m_unchanged[stretch.item]->crc32)) {
         m_outcomes[stretch.item] = Outcome::Different;
+    }
 }
 
 void Packer::TakeCopied(const Stretch& stretch) {
-    if (!Join(Pass::Copy, stretch) || m_outcomes[stretch.item] == Outcome::Different)
+    if (!Join(Pass::Copy, stretch) || m_outcomes[stretch.item] == Outcome::Different) {
         return;
+    }
     const ZipEntry& entry = *m_unchanged[stretch.item];
     const bool isProven = ProvenData::Instance().Has(entry, PassOf(Pass::Copy).crc32);
     m_outcomes[stretch.item] = isProven ? Outcome::Proven : Outcome::Copied;
-    if (isProven)
+    if (isProven) {
         m_meter.Advance(entry.size);
+    }
 }
 
 } // namespace mxovshare

@@ -10,8 +10,9 @@ constexpr ULONGLONG kInterval = 50;
 // Input stays where it is: nobody can use the host while it saves.
 void PaintWindows() {
     MSG message = {};
-    while (PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE))
+    while (PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE)) {
         DispatchMessageW(&message);
+    }
 }
 
 } // namespace
@@ -26,14 +27,17 @@ void ProgressWindow::Stop::operator()(IProgressDialog* dialog) const {
 
 bool ProgressWindow::OnProgress(const std::wstring& name, std::uint64_t done, std::uint64_t total) {
     const ULONGLONG now = GetTickCount64();
-    if (now < m_nextLook)
+    if (now < m_nextLook) {
         return true;
+    }
     m_nextLook = now + kInterval;
-    if (!m_tried)
+    if (!m_tried) {
         Open();
+    }
     PaintWindows();
-    if (m_dialog == nullptr)
+    if (m_dialog == nullptr) {
         return true;
+    }
     Show(name, done, total);
     return !m_dialog->HasUserCancelled();
 }
@@ -42,8 +46,9 @@ void ProgressWindow::Open() {
     m_tried = true;
     IProgressDialog* dialog = nullptr;
     if (FAILED(CoCreateInstance(CLSID_ProgressDialog, nullptr, CLSCTX_INPROC_SERVER, IID_IProgressDialog,
-                                reinterpret_cast<void**>(&dialog))))
+                                reinterpret_cast<void**>(&dialog)))) {
         return;
+    }
     m_dialog.reset(dialog);
     m_dialog->SetTitle(L"Maxtrel Orvando Document Manager");
     m_dialog->SetLine(1, m_title.c_str(), TRUE, nullptr);

@@ -30,8 +30,9 @@ bool IsFile(const std::wstring& path) {
 std::wstring FindInformation(const std::wstring& folder) {
     for (const wchar_t* name : {L"mxinfo.ini", L"Private\\mxinfo.ini"}) {
         std::wstring path = JoinPath(folder, name);
-        if (IsFile(path))
+        if (IsFile(path)) {
             return path;
+        }
     }
     throw FileFailure{L"there is no mxinfo.ini in the folder \"" + folder + L"\""};
 }
@@ -73,8 +74,9 @@ public:
             }
             error = m_file->Error();
         }
-        if (error != ERROR_SUCCESS)
+        if (error != ERROR_SUCCESS) {
             ThrowFileFailure(L"cannot write", path, error);
+        }
     }
 
     Substitute ForPackage() const {
@@ -86,8 +88,9 @@ public:
 
     // Should the file have got locked meanwhile, the entry is kept and goes out with the next change.
     void Commit() {
-        if (!m_file->Commit())
+        if (!m_file->Commit()) {
             IniStore::Instance().SetValues(m_section, m_values, m_path);
+        }
     }
 
 private:
@@ -95,13 +98,15 @@ private:
         const SystemText text;
         std::string bytes;
         FileStamp stamp;
-        if (ReadWholeFile(m_path, IniDocument::kMaxBytes, bytes, stamp) != FileReading::Done)
+        if (ReadWholeFile(m_path, IniDocument::kMaxBytes, bytes, stamp) != FileReading::Done) {
             ThrowFileFailure(L"cannot read", m_path, ERROR_OPEN_FAILED);
+        }
         IniDocument document(text, std::move(bytes));
         const std::u16string prefix = ToUtf16(kHistory);
         m_section = std::wstring(kHistory) + L"_" + std::to_wstring(document.LastIndex(prefix) + 1);
-        for (const auto& [key, value] : m_values)
+        for (const auto& [key, value] : m_values) {
             document.SetValue(ToUtf16(m_section), ToUtf16(key), ToUtf16(value));
+        }
         return document.Bytes();
     }
 
@@ -129,8 +134,9 @@ void Utils::ReGenerateOrvandoFile(std::wstring packageFolder, std::wstring packa
         Save(packageFolder, packageFile, text);
     });
     RunPackageWork(packageFile, [&] {
-        if (result.ok)
+        if (result.ok) {
             return;
+        }
         const std::wstring reason = result.cancelled ? L"You cancelled it" : result.message;
         TellUser(L"The package \"" + packageFile + L"\" was not saved:\n\n" + reason +
                  L".\n\nThe package file is as it was before. Your changes are still in the open package.");

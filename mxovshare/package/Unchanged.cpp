@@ -11,8 +11,9 @@ std::vector<const ZipEntry*> FindCandidates(const std::vector<FolderItem>& items
                                             const std::vector<ZipEntry>& entries) {
     std::unordered_map<std::string_view, const ZipEntry*> byName;
     for (const ZipEntry& entry : entries) {
-        if (ZipWriter::CanAddPacked(entry))
+        if (ZipWriter::CanAddPacked(entry)) {
             byName.emplace(entry.name, &entry);
+        }
     }
     std::vector<const ZipEntry*> candidates;
     candidates.reserve(items.size());

@@ -19,10 +19,11 @@ public:
     Traces() = default;
     ~Traces() {
         for (auto made = m_made.rbegin(); made != m_made.rend(); ++made) {
-            if (made->isFolder)
+            if (made->isFolder) {
                 RemoveDirectoryW(made->path.c_str());
-            else
+            } else {
                 DeleteFileW(made->path.c_str());
+            }
         }
     }
     Traces(const Traces&) = delete;
@@ -47,8 +48,9 @@ bool IsFolder(const std::wstring& path) {
 bool IsEmptyFolder(const std::wstring& path) {
     WIN32_FIND_DATAW data = {};
     const HANDLE search = FindFirstFileW(LongPath(JoinPath(path, L"*")).c_str(), &data);
-    if (search == INVALID_HANDLE_VALUE)
+    if (search == INVALID_HANDLE_VALUE) {
         return true;
+    }
     bool isEmpty = true;
     do {
         const std::wstring_view name = data.cFileName;
@@ -84,10 +86,12 @@ public:
 private:
     void PrepareFolder() {
         if (GetFileAttributesW(m_folder.c_str()) != INVALID_FILE_ATTRIBUTES) {
-            if (!IsFolder(m_folder))
+            if (!IsFolder(m_folder)) {
                 throw FileFailure{L"cannot unpack into \"" + m_folder + L"\": it is a file"};
-            if (!IsEmptyFolder(m_folder))
+            }
+            if (!IsEmptyFolder(m_folder)) {
                 throw FileFailure{L"cannot unpack into \"" + m_folder + L"\": it is not empty"};
+            }
         }
         MakeFolders(m_folder);
     }
@@ -95,27 +99,31 @@ private:
     void CheckRoom() const {
         ULARGE_INTEGER room = {};
         if (GetDiskFreeSpaceExW(m_folder.c_str(), &room, nullptr, nullptr) &&
-            room.QuadPart < TotalSize(m_entries))
+            room.QuadPart < TotalSize(m_entries)) {
             ThrowFileFailure(L"cannot unpack into", m_folder, ERROR_DISK_FULL);
+        }
     }
 
     // Makes the folder and those above it that are missing.
     void MakeFolders(const std::wstring& path) {
-        if (path == m_lastFolder)
+        if (path == m_lastFolder) {
             return;
+        }
         std::vector<std::wstring> missing;
         std::wstring next = path;
         while (!IsFolder(LongPath(next))) {
             missing.push_back(next);
             const std::size_t cut = next.find_last_of(L"\\/");
-            if (cut == std::wstring::npos || cut == 0)
+            if (cut == std::wstring::npos || cut == 0) {
                 break;
+            }
             next.resize(cut);
         }
         while (!missing.empty()) {
             const std::wstring full = LongPath(missing.back());
-            if (!CreateDirectoryW(full.c_str(), nullptr))
+            if (!CreateDirectoryW(full.c_str(), nullptr)) {
                 ThrowFileFailure(L"cannot create folder", missing.back(), GetLastError());
+            }
             m_traces.Add(full, true);
             missing.pop_back();
         }
@@ -128,8 +136,9 @@ private:
         const DWORD attributes = FILE_ATTRIBUTE_ARCHIVE | (entry.attributes & kAttributeHidden);
         const FileHandle handle(CreateFileW(full.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
                                             attributes, nullptr));
-        if (!handle)
+        if (!handle) {
             ThrowFileFailure(L"cannot create", path, GetLastError());
+        }
         m_traces.Add(full, false);
         OpenFile target(handle.Get(), path);
         const std::uint32_t packed = ReadEntry(m_source, entry, [&](Bytes piece) {

@@ -28,8 +28,9 @@ char32_t FoldCharacter(char32_t character) {
     const auto* range = std::lower_bound(std::begin(kCaseRanges), std::end(kCaseRanges), character,
                                          [](const CaseRange& r, char32_t c) { return r.last < c; });
     if (range == std::end(kCaseRanges) || character < range->first ||
-        (character - range->first) % range->step != 0)
+        (character - range->first) % range->step != 0) {
         return character;
+    }
     return static_cast<char32_t>(static_cast<std::int32_t>(character) + range->distance);
 }
 
@@ -44,8 +45,9 @@ std::string FoldCase(std::string_view text) {
         folded.append(text.substr(0, ascii));
         std::transform(folded.begin() + begin, folded.end(), folded.begin() + begin, FoldAscii);
         text.remove_prefix(ascii);
-        if (text.empty())
+        if (text.empty()) {
             return folded;
+        }
         const Utf8Character next = DecodeUtf8(text);
         AppendUtf8(folded, FoldCharacter(next.code));
         text.remove_prefix(next.length);

@@ -24,8 +24,9 @@ bool SystemText::EncodeAnsi(std::u16string_view text, std::string& bytes) const 
     const int size = WideCharToMultiByte(CP_ACP, flags, wide.data(), length, nullptr, 0, nullptr, nullptr);
     std::string encoded(size, '\0');
     WideCharToMultiByte(CP_ACP, flags, wide.data(), length, encoded.data(), size, nullptr, nullptr);
-    if (DecodeAnsi(encoded) != text)
+    if (DecodeAnsi(encoded) != text) {
         return false;
+    }
     bytes += encoded;
     return true;
 }

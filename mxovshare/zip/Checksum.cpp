@@ -15,8 +15,9 @@ constexpr std::uint32_t kNothing = ~0u;   // what zlib's function takes for a re
 // the left it is what a reflected product is to be multiplied by.
 constexpr std::int64_t Power(int n) {
     std::uint32_t power = 1u << 31;
-    for (; n > 0; --n)
+    for (; n > 0; --n) {
         power = power >> 1 ^ ((power & 1) != 0 ? 0xEDB88320 : 0);
+    }
     return static_cast<std::int64_t>(power) << 1;
 }
 
@@ -42,16 +43,19 @@ MXOV_MULTIPLIES std::uint32_t Fold(std::uint32_t before, Bytes& bytes) {
     const __m128i byBlock = _mm_set_epi64x(kByBlock[1], kByBlock[0]);
     const std::uint8_t* next = bytes.data();
     __m128i part[4];
-    for (std::size_t i = 0; i < 4; ++i)
+    for (std::size_t i = 0; i < 4; ++i) {
         part[i] = Load(next + i * kBlock);
+    }
     part[0] = _mm_xor_si128(part[0], _mm_cvtsi32_si128(static_cast<int>(~before)));
     const std::uint8_t* const end = next + bytes.size() / kStep * kStep;
     for (next += kStep; next != end; next += kStep) {
-        for (std::size_t i = 0; i < 4; ++i)
+        for (std::size_t i = 0; i < 4; ++i) {
             part[i] = _mm_xor_si128(Shift(part[i], byStep), Load(next + i * kBlock));
+        }
     }
-    for (std::size_t i = 1; i < 4; ++i)
+    for (std::size_t i = 1; i < 4; ++i) {
         part[i] = _mm_xor_si128(Shift(part[i - 1], byBlock), part[i]);
+    }
     std::uint8_t rest[kBlock];
     _mm_storeu_si128(reinterpret_cast<__m128i*>(rest), part[3]);
     bytes = bytes.subspan(static_cast<std::size_t>(end - bytes.data()));
@@ -62,8 +66,9 @@ MXOV_MULTIPLIES std::uint32_t Fold(std::uint32_t before, Bytes& bytes) {
 
 std::uint32_t Checksum(std::uint32_t before, Bytes bytes) {
     static const bool multiplies = __builtin_cpu_supports("pclmul") != 0;
-    if (multiplies && bytes.size() >= kStep)
+    if (multiplies && bytes.size() >= kStep) {
         before = Fold(before, bytes);
+    }
     return static_cast<std::uint32_t>(crc32_z(before, bytes.data(), bytes.size()));
 }
 

@@ -20,8 +20,9 @@ class Deflater {
 public:
     explicit Deflater(DeflateEffort effort, int level = kUsualLevel) {
         const int strategy = effort == DeflateEffort::Normal ? Z_DEFAULT_STRATEGY : Z_HUFFMAN_ONLY;
-        if (deflateInit2(&m_stream, level, Z_DEFLATED, kRawDeflateWindow, kMemoryLevel, strategy) != Z_OK)
+        if (deflateInit2(&m_stream, level, Z_DEFLATED, kRawDeflateWindow, kMemoryLevel, strategy) != Z_OK) {
             throw std::bad_alloc();
+        }
     }
     ~Deflater() { deflateEnd(&m_stream); }
     Deflater(const Deflater&) = delete;
@@ -51,8 +52,9 @@ std::vector<std::uint8_t> Run(Deflater& stream, Bytes piece, int flush) {
 // Whether a quick look at two places finds nothing to gain: pictures, archives, encrypted data.
 bool IsIncompressible(Bytes piece) {
     constexpr std::size_t kSample = std::size_t{16} << 10;
-    if (piece.size() < 8 * kSample)
+    if (piece.size() < 8 * kSample) {
         return false;
+    }
     constexpr std::size_t kGain = kSample / 64;
     const auto gains = [piece](std::size_t place) {
         Deflater stream(DeflateEffort::Normal, Z_BEST_SPEED);
@@ -65,8 +67,9 @@ bool IsIncompressible(Bytes piece) {
 
 std::vector<std::uint8_t> DeflatePiece(Bytes piece, Bytes dictionary, bool last, DeflateEffort effort) {
     Deflater stream(effort);
-    if (!dictionary.empty())
+    if (!dictionary.empty()) {
         deflateSetDictionary(stream.Get(), dictionary.data(), static_cast<uInt>(dictionary.size()));
+    }
     return Run(stream, piece, last ? Z_FINISH : Z_SYNC_FLUSH);
 }
 
@@ -92,11 +95,13 @@ PackedPiece PackPiece(Bytes piece, Bytes dictionary, bool last) {
     PackedPiece packed;
     packed.size = piece.size();
     packed.crc32 = Checksum(0, piece);
-    if (!IsIncompressible(piece))
+    if (!IsIncompressible(piece)) {
         packed.bytes = DeflatePiece(piece, dictionary, last, DeflateEffort::Normal);
+    }
     packed.isRaw = packed.bytes.empty() || packed.bytes.size() >= piece.size();
-    if (packed.isRaw)
+    if (packed.isRaw) {
         packed.bytes.assign(piece.begin(), piece.end());
+    }
     return packed;
 }
 

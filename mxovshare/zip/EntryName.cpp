@@ -21,12 +21,14 @@ constexpr std::string_view kDeviceNumbers[] = {"0", "1", "2", "3",        "4",  
 // An extension does not keep a device name from naming the device, nor do blanks in front of the extension.
 bool IsDevice(std::string_view part) {
     constexpr std::size_t kShortest = 3;
-    if (part.size() < kShortest)
+    if (part.size() < kShortest) {
         return false;
+    }
     std::string base = FoldCase(part.substr(0, part.find('.')));
     base.erase(base.find_last_not_of(' ') + 1);
-    if (std::ranges::find(kDevices, base) != std::end(kDevices))
+    if (std::ranges::find(kDevices, base) != std::end(kDevices)) {
         return true;
+    }
     const auto prefix = std::string_view(base).substr(0, 3);
     return std::ranges::find(kNumberedDevices, prefix) != std::end(kNumberedDevices) &&
            std::ranges::find(kDeviceNumbers, std::string_view(base).substr(3)) != std::end(kDeviceNumbers);
@@ -36,8 +38,9 @@ bool IsDevice(std::string_view part) {
 bool IsPlain(char byte) {
     static constexpr auto kPlain = [] {
         std::array<bool, 0x80> plain = {};
-        for (std::size_t code = 0x20; code < 0x7F; ++code)
+        for (std::size_t code = 0x20; code < 0x7F; ++code) {
             plain[code] = kForbidden.find(static_cast<char>(code)) == std::string_view::npos && code != ':';
+        }
         return plain;
     }();
     const auto code = static_cast<unsigned char>(byte);
@@ -47,20 +50,24 @@ bool IsPlain(char byte) {
 bool HoldsControlCharacter(std::string_view part) {
     while (!part.empty()) {
         const Utf8Character next = DecodeUtf8(part);
-        if (next.code < 0x20 || (next.code >= 0x7F && next.code < 0xA0))
+        if (next.code < 0x20 || (next.code >= 0x7F && next.code < 0xA0)) {
             return true;
+        }
         part.remove_prefix(next.length);
     }
     return false;
 }
 
 std::string_view CharacterFault(std::string_view part) {
-    if (HoldsControlCharacter(part))
+    if (HoldsControlCharacter(part)) {
         return "the name holds a control character";
-    if (part.find_first_of(kForbidden) != std::string_view::npos)
+    }
+    if (part.find_first_of(kForbidden) != std::string_view::npos) {
         return "the name holds one of the characters < > | \" ? *";
-    if (part.find(':') != std::string_view::npos)
+    }
+    if (part.find(':') != std::string_view::npos) {
         return "the name holds \":\", a drive or an alternate stream";
+    }
     return {};
 }
 
@@ -70,20 +77,26 @@ bool IsLonger(std::string_view text, std::size_t units) {
 }
 
 std::string_view PartFault(std::string_view part) {
-    if (part.empty())
+    if (part.empty()) {
         return "the name has an empty part";
-    if (part == "." || part == "..")
-        return "the name leads through \".\" or \"..\"";
-    if (part.back() == '.' || part.back() == ' ')
-        return "a part of the name ends in a dot or a blank";
-    if (!std::ranges::all_of(part, IsPlain)) {
-        if (const std::string_view fault = CharacterFault(part); !fault.empty())
-            return fault;
     }
-    if (IsLonger(part, kLongestNamePart))
+    if (part == "." || part == "..") {
+        return "the name leads through \".\" or \"..\"";
+    }
+    if (part.back() == '.' || part.back() == ' ') {
+        return "a part of the name ends in a dot or a blank";
+    }
+    if (!std::ranges::all_of(part, IsPlain)) {
+        if (const std::string_view fault = CharacterFault(part); !fault.empty()) {
+            return fault;
+        }
+    }
+    if (IsLonger(part, kLongestNamePart)) {
         return "a part of the name is longer than 255 characters";
-    if (IsDevice(part))
+    }
+    if (IsDevice(part)) {
         return "the name is that of a device";
+    }
     return {};
 }
 
@@ -95,23 +108,30 @@ bool HasDrive(std::string_view name) {
 } // namespace
 
 std::string_view EntryNameFault(std::string_view name) {
-    if (name.empty())
+    if (name.empty()) {
         return "the name is empty";
-    if (!IsUtf8(name))
+    }
+    if (!IsUtf8(name)) {
         return "the name is not valid UTF-8";
-    if (name.front() == '/' || name.front() == '\\')
+    }
+    if (name.front() == '/' || name.front() == '\\') {
         return "the name is an absolute path";
-    if (HasDrive(name))
+    }
+    if (HasDrive(name)) {
         return "the name begins with a drive letter";
-    if (name.find('\\') != std::string_view::npos)
+    }
+    if (name.find('\\') != std::string_view::npos) {
         return "the name holds \"\\\" where only \"/\" separates";
-    if (IsLonger(name, kLongestName))
+    }
+    if (IsLonger(name, kLongestName)) {
         return "the name is longer than 32000 characters";
+    }
     while (true) {
         const std::size_t end = name.find('/');
         const std::string_view fault = PartFault(name.substr(0, end));
-        if (!fault.empty() || end == std::string_view::npos)
+        if (!fault.empty() || end == std::string_view::npos) {
             return fault;
+        }
         name.remove_prefix(end + 1);
     }
 }

@@ -19,8 +19,9 @@ constexpr int kRawInflate = -MAX_WBITS;
 class Inflater {
 public:
     Inflater() {
-        if (inflateInit2(&m_stream, kRawInflate) != Z_OK)
+        if (inflateInit2(&m_stream, kRawInflate) != Z_OK) {
             throw std::bad_alloc();
+        }
     }
     ~Inflater() { inflateEnd(&m_stream); }
     Inflater(const Inflater&) = delete;
@@ -44,8 +45,9 @@ public:
     Bytes Next() {
         const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(m_left, m_buffer.size()));
         const auto piece = std::span(m_buffer).first(size);
-        if (size > 0)
+        if (size > 0) {
             m_source.Read(m_offset, piece);
+        }
         m_offset += size;
         m_left -= size;
         return piece;
@@ -65,19 +67,23 @@ public:
     Outlet(const ZipEntry& entry, const std::function<void(Bytes)>& take) : m_entry(entry), m_take(take) {}
 
     void Put(Bytes piece) {
-        if (piece.size() > m_entry.size - m_size)
+        if (piece.size() > m_entry.size - m_size) {
             throw EntryError(m_entry.name, "it unpacks to more than its stated size");
+        }
         m_size += piece.size();
         m_crc = Checksum(m_crc, piece);
-        if (!piece.empty())
+        if (!piece.empty()) {
             m_take(piece);
+        }
     }
 
     void Finish() const {
-        if (m_size != m_entry.size)
+        if (m_size != m_entry.size) {
             throw EntryError(m_entry.name, "it unpacks to less than its stated size");
-        if (m_crc != m_entry.crc32)
+        }
+        if (m_crc != m_entry.crc32) {
             throw EntryError(m_entry.name, "its data does not meet its checksum");
+        }
     }
 
 private:
@@ -104,16 +110,20 @@ std::uint32_t Inflate(PackedData& data, const ZipEntry& entry, Outlet& outlet) {
         stream->next_out = buffer.data();
         stream->avail_out = static_cast<uInt>(buffer.size());
         state = inflate(stream.Get(), Z_NO_FLUSH);
-        if (state == Z_MEM_ERROR)
+        if (state == Z_MEM_ERROR) {
             throw std::bad_alloc();
-        if (state == Z_BUF_ERROR)
+        }
+        if (state == Z_BUF_ERROR) {
             throw EntryError(entry.name, "its data is cut off");
-        if (state != Z_OK && state != Z_STREAM_END)
+        }
+        if (state != Z_OK && state != Z_STREAM_END) {
             throw EntryError(entry.name, "its data is damaged");
+        }
         outlet.Put(Bytes(buffer).first(buffer.size() - stream->avail_out));
     }
-    if (stream->avail_in != 0 || !data.AtEnd())
+    if (stream->avail_in != 0 || !data.AtEnd()) {
         throw EntryError(entry.name, "its data goes on behind its end");
+    }
     return crc;
 }
 
@@ -127,8 +137,9 @@ std::uint32_t ReadEntry(const ByteSource& source, const ZipEntry& entry,
     if (entry.method == zip::kMethodDeflated) {
         packedChecksum = Inflate(data, entry, outlet);
     } else {
-        while (!data.AtEnd())
+        while (!data.AtEnd()) {
             outlet.Put(data.Next());
+        }
     }
     outlet.Finish();
     return packedChecksum;
@@ -136,8 +147,9 @@ std::uint32_t ReadEntry(const ByteSource& source, const ZipEntry& entry,
 
 std::vector<std::uint8_t> ReadWholeEntry(const ByteSource& source, const ZipEntry& entry,
                                          std::uint64_t limit) {
-    if (entry.size > limit)
+    if (entry.size > limit) {
         throw EntryError(entry.name, "it is longer than " + std::to_string(limit / 1024) + " KB");
+    }
     std::vector<std::uint8_t> content;
     content.reserve(static_cast<std::size_t>(entry.size));
     ReadEntry(source, entry,

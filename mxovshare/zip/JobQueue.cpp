@@ -26,8 +26,9 @@ public:
     Crew(unsigned threads, const NextJob& next)
         : m_next(next), m_ahead(2 * std::size_t{threads} + kJobsAhead) {
         try {
-            while (m_threads.size() < threads)
+            while (m_threads.size() < threads) {
                 m_threads.emplace_back([this] { Work(); });
+            }
         } catch (const std::system_error&) {
             // Fewer threads do the same work.
         }
@@ -38,8 +39,9 @@ public:
             m_stop = true;
         }
         m_room.notify_all();
-        for (std::thread& thread : m_threads)
+        for (std::thread& thread : m_threads) {
             thread.join();
+        }
     }
     Crew(const Crew&) = delete;
     Crew& operator=(const Crew&) = delete;
@@ -47,8 +49,9 @@ public:
     /// The next slot in order, made; nullptr at the end.
     std::unique_ptr<Slot> Next(const std::function<void()>& idle) {
         if (m_threads.empty()) {
-            if (Slot* slot = Claim())
+            if (Slot* slot = Claim()) {
                 Make(*slot);
+            }
         }
         std::unique_lock lock(m_mutex);
         while (!m_made.wait_for(lock, kPatience, [this] { return IsFrontMade() || IsAtEnd(); })) {
@@ -57,8 +60,9 @@ public:
             lock.lock();
         }
         if (IsAtEnd()) {
-            if (m_nextError)
+            if (m_nextError) {
                 std::rethrow_exception(m_nextError);
+            }
             return nullptr;
         }
         std::unique_ptr<Slot> slot = std::move(m_slots.front());
@@ -72,16 +76,18 @@ private:
     bool IsAtEnd() const { return m_slots.empty() && m_isExhausted; }
 
     void Work() noexcept {
-        while (Slot* slot = Claim())
+        while (Slot* slot = Claim()) {
             Make(*slot);
+        }
     }
 
     // A new slot with a job in it; nullptr when there is no more to do.
     Slot* Claim() noexcept {
         std::unique_lock lock(m_mutex);
         m_room.wait(lock, [this] { return m_stop || m_isExhausted || m_slots.size() < m_ahead; });
-        if (m_stop || m_isExhausted)
+        if (m_stop || m_isExhausted) {
             return nullptr;
+        }
         try {
             auto slot = std::make_unique<Slot>();
             slot->job = m_next();
@@ -106,8 +112,9 @@ private:
         }
         const std::lock_guard lock(m_mutex);
         slot.isMade = true;
-        if (IsFrontMade())
+        if (IsFrontMade()) {
             m_made.notify_one();
+        }
     }
 
     const NextJob& m_next;
@@ -127,8 +134,9 @@ private:
 void RunJobs(unsigned threads, const NextJob& next, const std::function<void()>& idle) {
     Crew crew(threads, next);
     while (const std::unique_ptr<Slot> slot = crew.Next(idle)) {
-        if (slot->error)
+        if (slot->error) {
             std::rethrow_exception(slot->error);
+        }
         slot->job->Take();
     }
 }

@@ -44,8 +44,9 @@ private:
 };
 
 Bytes CentralReader::Take(std::size_t size) {
-    if (size > m_end - m_offset)
+    if (size > m_end - m_offset) {
         throw PackageError("the directory is cut off");
+    }
     const Bytes bytes = m_window.View(m_offset, size);
     m_offset += size;
     return bytes;
@@ -55,18 +56,21 @@ Bytes CentralReader::Take(std::size_t size) {
 void SettleKind(ZipEntry& entry, std::uint32_t externalAttributes) {
     entry.attributes = static_cast<std::uint8_t>(externalAttributes);
     entry.isFolder = entry.name.ends_with('/');
-    if (entry.isFolder)
+    if (entry.isFolder) {
         entry.name.pop_back();
+    }
     const std::uint32_t unixType = externalAttributes >> 16 & kUnixTypeMask;
     if ((externalAttributes & kReparsePoint) != 0 ||
-        (unixType != 0 && unixType != (entry.isFolder ? kUnixFolder : kUnixFile)))
+        (unixType != 0 && unixType != (entry.isFolder ? kUnixFolder : kUnixFile))) {
         throw EntryError(entry.name, "it is a link or a special file");
+    }
 }
 
 ZipEntry CentralReader::Next() {
     FieldReader fields(Take(kCentralSize));
-    if (fields.U32() != kCentralSignature)
+    if (fields.U32() != kCentralSignature) {
         throw PackageError("the directory is damaged");
+    }
     fields.Skip(4);
     ZipEntry entry;
     entry.flags = fields.U16();
@@ -88,10 +92,12 @@ ZipEntry CentralReader::Next() {
     const Bytes name = rest.Next(nameSize);
     entry.name.assign(name.begin(), name.end());
     const Bytes extra = rest.Next(extraSize);
-    if (disk != 0 && disk != kFull16)
+    if (disk != 0 && disk != kFull16) {
         throw EntryError(entry.name, "it lies on another disk");
-    if (!ResolveZip64(extra, wide))
+    }
+    if (!ResolveZip64(extra, wide)) {
         throw EntryError(entry.name, "its ZIP64 sizes are missing");
+    }
     entry.size = wide.size;
     entry.packedSize = wide.packedSize;
     entry.headerOffset = wide.headerOffset;
@@ -101,21 +107,28 @@ ZipEntry CentralReader::Next() {
 }
 
 void CheckEntry(const ZipEntry& entry) {
-    if (const std::string_view fault = EntryNameFault(entry.name); !fault.empty())
+    if (const std::string_view fault = EntryNameFault(entry.name); !fault.empty()) {
         throw EntryError(entry.name, fault);
-    if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption | kFlagMasked)) != 0)
+    }
+    if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption | kFlagMasked)) != 0) {
         throw EntryError(entry.name, "it is encrypted");
-    if (entry.method != kMethodStored && entry.method != kMethodDeflated)
+    }
+    if (entry.method != kMethodStored && entry.method != kMethodDeflated) {
         throw EntryError(entry.name,
                          "it is compressed by the unknown method " + std::to_string(entry.method));
-    if ((entry.flags & kFlagPatch) != 0)
+    }
+    if ((entry.flags & kFlagPatch) != 0) {
         throw EntryError(entry.name, "it holds patch data");
-    if (entry.method == kMethodStored && entry.size != entry.packedSize)
+    }
+    if (entry.method == kMethodStored && entry.size != entry.packedSize) {
         throw EntryError(entry.name, "its two sizes contradict each other");
-    if (entry.isFolder && entry.size != 0)
+    }
+    if (entry.isFolder && entry.size != 0) {
         throw EntryError(entry.name, "it is a folder that holds data");
-    if (entry.size / kDeflateExpansion > entry.packedSize)
+    }
+    if (entry.size / kDeflateExpansion > entry.packedSize) {
         throw EntryError(entry.name, "its stated size is more than its data can hold");
+    }
 }
 
 // With the lowest of all characters as separator, what lies in a folder sorts right behind the folder's own
@@ -137,15 +150,17 @@ void CheckClashes(const std::vector<ZipEntry>& entries) {
         const ZipEntry& first = entries[order[i - 1]];
         const std::string& above = keys[order[i - 1]];
         const std::string& key = keys[order[i]];
-        if (key == above)
+        if (key == above) {
             throw EntryError(entries[order[i]].name,
                              first.name == entries[order[i]].name
                                  ? "the name occurs twice"
                                  : "the name differs only in case from " + QuoteName(first.name));
+        }
         if (!first.isFolder && key.size() > above.size() && key.starts_with(above) &&
-            key[above.size()] == '\1')
+            key[above.size()] == '\1') {
             throw EntryError(entries[order[i]].name,
                              "it lies in " + QuoteName(first.name) + ", which is a file");
+        }
     }
 }
 
@@ -154,10 +169,11 @@ void CheckTotal(const std::vector<ZipEntry>& entries, std::uint64_t fileSize, co
     const std::uint64_t allowed = std::min(limits.total, std::max(limits.freeExpansion, proportionate));
     std::uint64_t total = 0;
     for (const ZipEntry& entry : entries) {
-        if (entry.size > allowed - total)
+        if (entry.size > allowed - total) {
             throw EntryError(entry.name, "the package would unpack to more than " +
                                              std::to_string(allowed >> 20) +
                                              " MB, which is out of proportion to its size");
+        }
         total += entry.size;
     }
 }
@@ -166,8 +182,9 @@ void CheckTotal(const std::vector<ZipEntry>& entries, std::uint64_t fileSize, co
 
 std::vector<ZipEntry> ReadZipDirectory(const ByteSource& source, const ZipLimits& limits) {
     const DirectoryPlace place = FindDirectory(source);
-    if (place.count > limits.entries)
+    if (place.count > limits.entries) {
         throw PackageError("the package holds more than " + std::to_string(limits.entries) + " entries");
+    }
     CentralReader reader(source, place);
     std::vector<ZipEntry> entries;
     entries.reserve(place.count);
@@ -175,8 +192,9 @@ std::vector<ZipEntry> ReadZipDirectory(const ByteSource& source, const ZipLimits
         entries.push_back(reader.Next());
         CheckEntry(entries.back());
     }
-    if (!reader.AtEnd())
+    if (!reader.AtEnd()) {
         throw PackageError("the directory holds more than the end record counts");
+    }
     CheckTotal(entries, source.Size(), limits);
     CheckClashes(entries);
     SettleData(source, place.offset, entries);

@@ -63,8 +63,9 @@ public:
 private:
     std::uint64_t Take(std::size_t count) {
         std::uint64_t value = 0;
-        for (std::size_t i = count; i-- > 0;)
+        for (std::size_t i = count; i-- > 0;) {
             value = value << 8 | m_bytes[i];
+        }
         Skip(count);
         return value;
     }
@@ -88,8 +89,9 @@ public:
 
 private:
     FieldWriter& Put(std::uint64_t value, int count) {
-        for (int i = 0; i < count; ++i)
+        for (int i = 0; i < count; ++i) {
             m_bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+        }
         return *this;
     }
 

@@ -31,8 +31,9 @@ struct LocalHeader {
 // Reads the header of an entry, which must end within `room` bytes.
 LocalHeader ReadLocalHeader(ByteWindow& window, const ZipEntry& entry, std::uint64_t room) {
     FieldReader fields(window.View(entry.headerOffset, kLocalSize));
-    if (fields.U32() != kLocalSignature)
+    if (fields.U32() != kLocalSignature) {
         throw EntryError(entry.name, "its header is missing");
+    }
     LocalHeader header;
     fields.Skip(2);
     header.flags = fields.U16();
@@ -44,8 +45,9 @@ LocalHeader ReadLocalHeader(ByteWindow& window, const ZipEntry& entry, std::uint
     const std::size_t nameSize = fields.U16();
     const std::size_t extraSize = fields.U16();
     header.length = kLocalSize + nameSize + extraSize;
-    if (header.length > room)
+    if (header.length > room) {
         throw EntryError(entry.name, "its header overlaps other data");
+    }
     FieldReader rest(window.View(entry.headerOffset + kLocalSize, nameSize + extraSize));
     const Bytes name = rest.Next(nameSize);
     header.name = {reinterpret_cast<const char*>(name.data()), name.size()};
@@ -55,8 +57,9 @@ LocalHeader ReadLocalHeader(ByteWindow& window, const ZipEntry& entry, std::uint
 
 bool SaysTheSame(const LocalHeader& header, const ZipEntry& entry) {
     const bool sameName = header.name == (entry.isFolder ? entry.name + "/" : entry.name);
-    if (!sameName || header.method != entry.method || (header.flags ^ entry.flags) & kComparedFlags)
+    if (!sameName || header.method != entry.method || (header.flags ^ entry.flags) & kComparedFlags) {
         return false;
+    }
     // With a descriptor behind the data the header may leave these three open.
     const bool open = (entry.flags & kFlagDescriptor) != 0;
     const auto agrees = [open](std::uint64_t value, std::uint64_t directory) {
@@ -72,16 +75,19 @@ std::size_t DescriptorLength(Bytes bytes, const ZipEntry& entry) {
     for (const bool wide : {false, true}) {
         for (const bool marked : {true, false}) {
             const std::size_t length = (marked ? 4u : 0u) + 4u + (wide ? 16u : 8u);
-            if (bytes.size() < length)
+            if (bytes.size() < length) {
                 continue;
+            }
             FieldReader fields(bytes);
-            if (marked && fields.U32() != kDescriptorSignature)
+            if (marked && fields.U32() != kDescriptorSignature) {
                 continue;
+            }
             const std::uint32_t crc32 = fields.U32();
             const std::uint64_t packedSize = wide ? fields.U64() : fields.U32();
             const std::uint64_t size = wide ? fields.U64() : fields.U32();
-            if (crc32 == entry.crc32 && packedSize == entry.packedSize && size == entry.size)
+            if (crc32 == entry.crc32 && packedSize == entry.packedSize && size == entry.size) {
                 return length;
+            }
         }
     }
     return 0;
@@ -90,20 +96,24 @@ std::size_t DescriptorLength(Bytes bytes, const ZipEntry& entry) {
 // Settles one entry, which must end at `limit` or before.
 void SettleEntry(ByteWindow& window, std::uint64_t limit, ZipEntry& entry) {
     constexpr std::uint64_t kLongestDescriptor = 24;
-    if (entry.headerOffset > limit || limit - entry.headerOffset < kLocalSize)
+    if (entry.headerOffset > limit || limit - entry.headerOffset < kLocalSize) {
         throw EntryError(entry.name, "its header overlaps other data");
+    }
     const std::uint64_t room = limit - entry.headerOffset;
     const LocalHeader header = ReadLocalHeader(window, entry, room);
-    if (!SaysTheSame(header, entry))
+    if (!SaysTheSame(header, entry)) {
         throw EntryError(entry.name, "its header contradicts the directory");
-    if (entry.packedSize > room - header.length)
+    }
+    if (entry.packedSize > room - header.length) {
         throw EntryError(entry.name, "its data overlaps other data");
+    }
     entry.dataOffset = entry.headerOffset + header.length;
     if ((entry.flags & kFlagDescriptor) != 0) {
         const std::uint64_t left = room - header.length - entry.packedSize;
         const auto length = static_cast<std::size_t>(std::min(left, kLongestDescriptor));
-        if (DescriptorLength(window.View(entry.dataOffset + entry.packedSize, length), entry) == 0)
+        if (DescriptorLength(window.View(entry.dataOffset + entry.packedSize, length), entry) == 0) {
             throw EntryError(entry.name, "its data descriptor contradicts the directory");
+        }
     }
 }
 
@@ -112,8 +122,9 @@ void SettleEntry(ByteWindow& window, std::uint64_t limit, ZipEntry& entry) {
 void SettleData(const ByteSource& source, std::uint64_t directoryOffset, std::vector<ZipEntry>& entries) {
     std::vector<ZipEntry*> order;
     order.reserve(entries.size());
-    for (ZipEntry& entry : entries)
+    for (ZipEntry& entry : entries) {
         order.push_back(&entry);
+    }
     std::ranges::sort(order, {}, &ZipEntry::headerOffset);
     ByteWindow window(source, kHeaderWindow);
     for (std::size_t i = 0; i < order.size(); ++i) {

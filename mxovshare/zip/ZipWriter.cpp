@@ -50,17 +50,20 @@ void ZipWriter::AddPiece(const PackedPiece& piece, const ByteSource& content) {
     const std::uint64_t done = entry.size - m_left;
     m_left -= piece.size;
     if (entry.method == kMethodStored && !piece.isRaw) {
-        if (done > 0)
+        if (done > 0) {
             Repack(content, done, Packing::StoredBlocks);
+        }
         entry.method = kMethodDeflated;
     }
-    if (piece.isRaw && entry.method == kMethodDeflated)
+    if (piece.isRaw && entry.method == kMethodDeflated) {
         Append(StoredPiece(piece.bytes, m_left == 0));
-    else
+    } else {
         Append(piece.bytes);
+    }
     entry.crc32 = CombinedChecksum(entry.crc32, piece.crc32, static_cast<std::uint32_t>(piece.size));
-    if (m_left == 0)
+    if (m_left == 0) {
         EndFile(content);
+    }
 }
 
 void ZipWriter::EndFile(const ByteSource& content) {
@@ -86,12 +89,13 @@ void ZipWriter::Repack(const ByteSource& content, std::uint64_t size, Packing pa
         content.Read(done, piece);
         done += piece.size();
         const bool last = done == entry.size;
-        if (packing == Packing::Store)
+        if (packing == Packing::Store) {
             Append(piece);
-        else if (packing == Packing::StoredBlocks)
+        } else if (packing == Packing::StoredBlocks) {
             Append(StoredPiece(piece, last));
-        else
+        } else {
             Append(DeflatePiece(piece, {}, last, DeflateEffort::EntropyOnly));
+        }
     }
 }
 
@@ -127,8 +131,9 @@ void ZipWriter::AddFolder(const ZipItem& item) {
 std::vector<std::uint8_t> ZipWriter::LocalHeader(const ZipEntry& entry) const {
     const bool wide = IsWide(entry.size);
     std::vector<std::uint8_t> extra;
-    if (wide)
+    if (wide) {
         FieldWriter(extra).U16(kExtraZip64).U16(16).U64(entry.size).U64(entry.packedSize);
+    }
     AppendTimes(entry.modified, extra);
 
     std::vector<std::uint8_t> header;
@@ -146,8 +151,9 @@ void ZipWriter::AppendCentralHeader(const ZipEntry& entry) {
     std::vector<std::uint8_t> wideValues;
     FieldWriter wide(wideValues);
     for (const std::uint64_t value : {entry.size, entry.packedSize, entry.headerOffset}) {
-        if (IsWide(value))
+        if (IsWide(value)) {
             wide.U64(value);
+        }
     }
     std::vector<std::uint8_t> extra;
     if (!wideValues.empty()) {
@@ -189,10 +195,12 @@ void ZipWriter::Finish(const std::vector<std::size_t>& ranks) {
     const std::uint64_t directoryOffset = Position();
     std::vector<std::size_t> order(m_entries.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
-    if (!ranks.empty())
+    if (!ranks.empty()) {
         std::ranges::sort(order, {}, [&ranks](std::size_t i) { return ranks[i]; });
-    for (const std::size_t i : order)
+    }
+    for (const std::size_t i : order) {
         AppendCentralHeader(m_entries[i]);
+    }
     AppendEnd(directoryOffset);
     Flush();
     m_sink.SetSize(Position());
@@ -204,8 +212,9 @@ void ZipWriter::Append(Bytes bytes) {
 }
 
 void ZipWriter::FlushWhenFull() {
-    if (m_pending.size() >= kPendingLimit)
+    if (m_pending.size() >= kPendingLimit) {
         Flush();
+    }
 }
 
 void ZipWriter::Patch(std::uint64_t offset, Bytes bytes) {
@@ -227,8 +236,9 @@ void ZipWriter::Rewind(std::uint64_t offset) {
 }
 
 void ZipWriter::Flush() {
-    if (!m_pending.empty())
+    if (!m_pending.empty()) {
         m_sink.Write(m_flushed, m_pending);
+    }
     m_flushed += m_pending.size();
     m_pending.clear();
 }

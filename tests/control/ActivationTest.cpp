@@ -128,8 +128,10 @@ TEST_F(ActivationTest, EveryLackingContainerIsServed) {
         other.habits.*habit = false;
         const auto another = CreateControl();
         other.Embed(another.Get());
-        for (const LONG verb : {OLEIVERB_INPLACEACTIVATE, OLEIVERB_UIACTIVATE, OLEIVERB_HIDE, OLEIVERB_SHOW})
+        for (const LONG verb :
+             {OLEIVERB_INPLACEACTIVATE, OLEIVERB_UIACTIVATE, OLEIVERB_HIDE, OLEIVERB_SHOW}) {
             EXPECT_EQ(S_OK, other.DoVerb(verb)) << verb;
+        }
         EXPECT_TRUE(other.ControlWindow());
         Value path(package.Path());
         EXPECT_EQ(S_OK, Invoke(Automation(another.Get()).Get(), kInputParameter, DISPATCH_PROPERTYPUT,
@@ -160,12 +162,14 @@ TEST_F(ActivationTest, OddAmbientValuesAreHarmless) {
     nothing.vt = VT_UNKNOWN;
     for (const VARIANT& value : {text.Get(), system, nothing, VARIANT{}}) {
         for (const DISPID id : {DISPID_AMBIENT_BACKCOLOR, DISPID_AMBIENT_FORECOLOR, DISPID_AMBIENT_FONT,
-                                DISPID_AMBIENT_LOCALEID, DISPID_AMBIENT_USERMODE, DISPID_AMBIENT_UIDEAD})
+                                DISPID_AMBIENT_LOCALEID, DISPID_AMBIENT_USERMODE, DISPID_AMBIENT_UIDEAD}) {
             container.ambients[id] = value;
+        }
         EXPECT_EQ(S_OK, Activate(OLEIVERB_UIACTIVATE));
         Pump();
-        for (const DISPID id : {DISPID_AMBIENT_BACKCOLOR, DISPID_AMBIENT_FONT, DISPID_UNKNOWN})
+        for (const DISPID id : {DISPID_AMBIENT_BACKCOLOR, DISPID_AMBIENT_FONT, DISPID_UNKNOWN}) {
             EXPECT_EQ(S_OK, As<IOleControl>(control.Get(), IID_IOleControl)->OnAmbientPropertyChange(id));
+        }
         ExpectDraws(View().Get(), "odd ambient values");
         EXPECT_EQ(S_OK, InPlace()->InPlaceDeactivate());
     }
@@ -273,8 +277,9 @@ TEST_F(ActivationTest, ContainerMayCloseOrReleaseInsideEveryCallThatItGets) {
             }
         };
         object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, &other, 0, other.Window(), &other.position);
-        if (!done)
+        if (!done) {
             object->Close(OLECLOSE_NOSAVE);
+        }
         EXPECT_TRUE(done) << moment;
         Pump();
         EXPECT_FALSE(other.ControlWindow()) << moment;

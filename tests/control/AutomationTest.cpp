@@ -166,14 +166,16 @@ TEST_F(AutomationTest, ValuesOfOtherTypesAreRefused) {
     VARIANT dispatch = Of(VT_DISPATCH);
     EXPECT_TRUE(FAILED(Put(dispatch)));
     EXPECT_TRUE(FAILED(Resize(Of(VT_NULL), Of(VT_NULL))));
-    for (const VARTYPE type : {VT_I4, VT_BSTR, VT_VARIANT, VT_R8, VT_DATE, VT_UNKNOWN})
+    for (const VARTYPE type : {VT_I4, VT_BSTR, VT_VARIANT, VT_R8, VT_DATE, VT_UNKNOWN}) {
         EXPECT_TRUE(FAILED(Resize(Of(VT_BYREF | type), Of(VT_BYREF | type))))
             << "a reference to nothing: " << type;
+    }
     VARIANT missing = Of(VT_ERROR);
     missing.scode = DISP_E_PARAMNOTFOUND;
     EXPECT_EQ(DISP_E_PARAMNOTOPTIONAL, Load(missing, missing));
-    for (const VARTYPE type : {VT_SAFEARRAY, VT_RECORD, VT_ARRAY, VT_VECTOR, VT_BLOB})
+    for (const VARTYPE type : {VT_SAFEARRAY, VT_RECORD, VT_ARRAY, VT_VECTOR, VT_BLOB}) {
         EXPECT_TRUE(FAILED(Resize(Of(type), Of(type)))) << type;
+    }
     EXPECT_EQ(L"", InputParameter(automation.Get()));
 }
 
@@ -218,8 +220,9 @@ TEST_F(AutomationTest, WorksBeforeInitNewAndAfterClose) {
         EXPECT_EQ(S_OK, Put(folder.Get()));
         EXPECT_EQ(package.Path(), InputParameter(automation.Get()));
         EXPECT_EQ(S_OK, Resize(Number(VT_I4, -1), Number(VT_I4, INT_MAX)));
-        for (const DISPID member : {Member(kClearAllData), kClose, kAboutBox})
+        for (const DISPID member : {Member(kClearAllData), kClose, kAboutBox}) {
             EXPECT_EQ(S_OK, Invoke(automation.Get(), member, kMethod));
+        }
     };
     everyMember();
     const auto object = As<IOleObject>(control.Get(), IID_IOleObject);
@@ -249,8 +252,9 @@ TEST_F(AutomationTest, CallsFromAnotherThreadAreRefused) {
         DISPID id = 0;
         EXPECT_EQ(RPC_E_WRONG_THREAD, automation->GetIDsOfNames(IID_NULL, names, 1, 0, &id));
         Value folder(L"Q:\\nowhere\\");
-        for (const DISPID member : {Member(kClearAllData), kClose, kAboutBox})
+        for (const DISPID member : {Member(kClearAllData), kClose, kAboutBox}) {
             EXPECT_EQ(RPC_E_WRONG_THREAD, Invoke(automation.Get(), member, kMethod));
+        }
         EXPECT_EQ(RPC_E_WRONG_THREAD, Put(folder.Get()));
         Value read;
         EXPECT_EQ(RPC_E_WRONG_THREAD, Invoke(automation.Get(), kInputParameter, kGet, {}, &read.Get()));
@@ -297,8 +301,9 @@ TEST_F(AutomationTest, WhatTheObjectHoldsIsNotToldToAnotherThread) {
         SIZEL size = {};
         EXPECT_EQ(RPC_E_WRONG_THREAD, object->GetExtent(DVASPECT_CONTENT, &size));
         HWND window = nullptr;
-        for (const IID* iid : {&IID_IOleInPlaceObject, &IID_IOleInPlaceActiveObject})
+        for (const IID* iid : {&IID_IOleInPlaceObject, &IID_IOleInPlaceActiveObject}) {
             EXPECT_EQ(RPC_E_WRONG_THREAD, As<IOleWindow>(control.Get(), *iid)->GetWindow(&window));
+        }
         EXPECT_EQ(RPC_E_WRONG_THREAD,
                   As<IViewObject>(control.Get(), IID_IViewObject)->GetAdvise(nullptr, nullptr, nullptr));
         EXPECT_EQ(RPC_E_WRONG_THREAD,

@@ -121,8 +121,9 @@ TEST_F(CatalogueTest, OnlyARecentPackageShowsTheAdditionalSection) {
     for (const auto& [version, shown] : shownFor) {
         package.WriteInformation(package.Information(version));
         Load(package.Path());
-        for (const int id : {kAdditionalBox, kAdditionalList, kAddButton, kDeleteButton})
+        for (const int id : {kAdditionalBox, kAdditionalList, kAddButton, kDeleteButton}) {
             EXPECT_EQ(shown, IsWindowVisible(client.Item(id)) != FALSE) << version << ": " << id;
+        }
         EXPECT_EQ(AdditionalRows(), client.Rows(kAdditionalList)) << "loaded whatever the version";
     }
     package.WriteInformation("[FILEINFO]\nMaxtlreVersion=2024\n");
@@ -133,16 +134,19 @@ TEST_F(CatalogueTest, OnlyARecentPackageShowsTheAdditionalSection) {
 TEST_F(CatalogueTest, DamagedInformationFilesAreReadAsFarAsTheyGoAndNeverWritten) {
     const std::string utf16 = [] {
         std::string bytes = "\xff\xfe";
-        for (const char c : std::string("[FILEINFO]\r\nCADFilePath=Q:\\a\\wide.sldprt\r\n"))
+        for (const char c : std::string("[FILEINFO]\r\nCADFilePath=Q:\\a\\wide.sldprt\r\n")) {
             bytes += std::string{c, '\0'};
+        }
         return bytes;
     }();
     std::string huge = "[FILEINFO]\r\nCADFilePath=Q:\\a\\huge.sldprt\r\n";
-    while (huge.size() < 8'000'000)
+    while (huge.size() < 8'000'000) {
         huge += "Filler" + std::to_string(huge.size()) + "=some value that nobody reads\r\n";
+    }
     std::string binary;
-    for (int i = 0; i < 100'000; ++i)
+    for (int i = 0; i < 100'000; ++i) {
         binary += static_cast<char>(i * 7919 >> 3);
+    }
 
     const struct {
         const char* what;

@@ -35,8 +35,9 @@ std::wstring InputParameter(IDispatch* object) {
 }
 
 ControlModule::ControlModule() : m_module(LoadLibraryW(L"MXOVDocViewCtrl.ocx")) {
-    if (!m_module)
+    if (!m_module) {
         throw std::runtime_error("the control's module cannot be loaded");
+    }
 }
 
 ControlModule::~ControlModule() {
@@ -50,8 +51,9 @@ HRESULT ControlModule::Call(const char* name) const {
 }
 
 ControlObjectTest::ControlObjectTest() {
-    if (FAILED(OleInitialize(nullptr)))
+    if (FAILED(OleInitialize(nullptr))) {
         throw std::runtime_error("no apartment");
+    }
 }
 
 ControlObjectTest::~ControlObjectTest() {
@@ -67,8 +69,9 @@ ComPtr<IUnknown> ControlObjectTest::CreateControl() {
     ComPtr<IUnknown> control;
     const HRESULT created = CoCreateInstance(kControlClass, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
                                              reinterpret_cast<void**>(control.GetAddressOf()));
-    if (FAILED(created))
+    if (FAILED(created)) {
         throw std::runtime_error("the control cannot be created; is it registered?");
+    }
     return control;
 }
 

@@ -79,8 +79,9 @@ TEST_F(DialogTest, OnSizeChangeMovesNothing) {
 }
 
 TEST_F(DialogTest, StartsEmptyWithNothingToSaveOrDelete) {
-    for (const int list : {kPartList, kGCodeList, kSetupList, kAdditionalList})
+    for (const int list : {kPartList, kGCodeList, kSetupList, kAdditionalList}) {
         EXPECT_TRUE(client.Rows(list).empty());
+    }
     EXPECT_FALSE(IsWindowEnabled(client.Item(kSaveButton)));
     EXPECT_FALSE(IsWindowEnabled(client.Item(kDeleteButton)));
     EXPECT_TRUE(IsWindowEnabled(client.Item(kAddButton)));
@@ -140,15 +141,17 @@ TEST_F(DialogTest, ListsHaveThreeColumnsImagesAndFullRows) {
 }
 
 TEST_F(DialogTest, AddAndDeleteShowTheirBitmaps) {
-    for (const int id : {kAddButton, kDeleteButton})
+    for (const int id : {kAddButton, kDeleteButton}) {
         EXPECT_TRUE(SendMessageW(client.Item(id), BM_GETIMAGE, IMAGE_BITMAP, 0)) << id;
+    }
 }
 
 TEST_F(DialogTest, HeaderClickFoldsASectionAndMovesWhatLiesBelow) {
     Load();
     std::vector<RECT> before;
-    for (const int id : kMoving)
+    for (const int id : kMoving) {
         before.push_back(client.ItemRect(id));
+    }
     const RECT save = client.ItemRect(kSaveButton);
     const int full = Height(client.ItemRect(kPartBox));
     const int shift = FoldedBy(kPartBox);
@@ -167,18 +170,21 @@ TEST_F(DialogTest, HeaderClickFoldsASectionAndMovesWhatLiesBelow) {
     ClickHeader(kPartBox, 200, 19);
     EXPECT_EQ(full, Height(client.ItemRect(kPartBox)));
     EXPECT_TRUE(IsWindowVisible(client.Item(kPartList)));
-    for (size_t i = 0; i < before.size(); ++i)
+    for (size_t i = 0; i < before.size(); ++i) {
         EXPECT_EQ(before[i], client.ItemRect(kMoving[i])) << kMoving[i];
+    }
 }
 
 TEST_F(DialogTest, FoldingAdditionalDocumentsHidesItsButtons) {
     Load();
     ClickHeader(kAdditionalBox);
-    for (const int id : {kAdditionalList, kAddButton, kDeleteButton})
+    for (const int id : {kAdditionalList, kAddButton, kDeleteButton}) {
         EXPECT_FALSE(IsWindowVisible(client.Item(id))) << id;
+    }
     ClickHeader(kAdditionalBox, 200);
-    for (const int id : {kAdditionalList, kAddButton, kDeleteButton})
+    for (const int id : {kAdditionalList, kAddButton, kDeleteButton}) {
         EXPECT_TRUE(IsWindowVisible(client.Item(id))) << id;
+    }
 }
 
 TEST_F(DialogTest, ReloadKeepsAFoldedSectionsListHidden) {

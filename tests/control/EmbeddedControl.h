@@ -18,8 +18,9 @@ protected:
     }
 
     HRESULT Activate(LONG verb = OLEIVERB_INPLACEACTIVATE) {
-        if (!container.Object())
+        if (!container.Object()) {
             container.Embed(control.Get());
+        }
         return container.DoVerb(verb);
     }
 

@@ -139,8 +139,9 @@ TEST_F(EventTest, ParameterLoadedIsNeverRaised) {
     const auto everyMember = [&] {
         EXPECT_EQ(S_OK, Invoke(automation.Get(), kInputParameter, DISPATCH_PROPERTYPUT, {folder.Get()}));
         EXPECT_EQ(S_OK, Invoke(automation.Get(), kLoadFile, DISPATCH_METHOD, {folder.Get(), folder.Get()}));
-        for (const DISPID member : {Member(kClearAllData), kClose, kAboutBox})
+        for (const DISPID member : {Member(kClearAllData), kClose, kAboutBox}) {
             EXPECT_EQ(S_OK, Invoke(automation.Get(), member, DISPATCH_METHOD));
+        }
         Pump();
     };
     everyMember();

@@ -27,8 +27,9 @@ protected:
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
             const bool key = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
             keysUp += message.message == WM_KEYUP || message.message == WM_SYSKEYUP;
-            if (key && active->TranslateAccelerator(&message) == S_OK)
+            if (key && active->TranslateAccelerator(&message) == S_OK) {
                 continue;
+            }
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
@@ -44,10 +45,12 @@ protected:
             input.ki.dwFlags = flags;
             inputs.push_back(input);
         };
-        for (const WORD key : keys)
+        for (const WORD key : keys) {
             add(key, 0);
-        for (auto key = keys.rbegin(); key != keys.rend(); ++key)
+        }
+        for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
             add(*key, KEYEVENTF_KEYUP);
+        }
         const size_t expected = keysUp + keys.size();
         ASSERT_EQ(inputs.size(), SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)));
         for (int attempt = 0; keysUp < expected && attempt < kAttempts; ++attempt) {
@@ -160,8 +163,9 @@ TEST_F(KeyboardTest, EnterAndEscapeNeverCloseOrHideTheDialog) {
     Press({VK_ESCAPE});
     EXPECT_TRUE(IsWindowVisible(dialog));
     // Containers that treat the control as a part of a dialog of their own send its commands.
-    for (const WPARAM command : {IDOK, IDCANCEL})
+    for (const WPARAM command : {IDOK, IDCANCEL}) {
         SendMessageW(dialog, WM_COMMAND, command, 0);
+    }
     SendMessageW(dialog, WM_CLOSE, 0, 0);
     EXPECT_EQ(dialog, Dialog());
     EXPECT_TRUE(IsWindowVisible(dialog));

@@ -25,8 +25,9 @@ HWND Shown(const std::wstring& title) {
             auto& [wanted, found] = *reinterpret_cast<std::pair<const std::wstring&, HWND>*>(parameter);
             wchar_t text[200] = L"";
             GetWindowTextW(window, text, ARRAYSIZE(text));
-            if (IsWindowVisible(window) && wcsstr(text, wanted.c_str()))
+            if (IsWindowVisible(window) && wcsstr(text, wanted.c_str())) {
                 found = window;
+            }
             return found == nullptr;
         },
         reinterpret_cast<LPARAM>(&search));
@@ -55,13 +56,16 @@ private:
     static constexpr UINT kInterval = 50; // milliseconds
 
     static void CALLBACK Step(HWND, UINT, UINT_PTR, DWORD) {
-        if (!current)
+        if (!current) {
             return;
+        }
         const HWND box = Shown(current->m_title);
-        if (!box)
+        if (!box) {
             return;
-        if (!std::exchange(current->m_wasUp, true))
+        }
+        if (!std::exchange(current->m_wasUp, true)) {
             current->m_act();
+        }
         PostMessageW(box, WM_COMMAND, current->m_answer, 0);
     }
 
@@ -121,8 +125,9 @@ protected:
     /// No window besides the container's, no reference, and the module may go.
     void ExpectNothingLeft() {
         Pump();
-        for (const wchar_t* title : {kBoxTitle, kPopupTitle, kFrameTitle})
+        for (const wchar_t* title : {kBoxTitle, kPopupTitle, kFrameTitle}) {
             EXPECT_FALSE(Shown(title));
+        }
         EXPECT_FALSE(IsWindow(container.Window()) && container.ControlWindow());
         EXPECT_EQ(1, container.References());
         EXPECT_EQ(S_OK, m_module.Call("DllCanUnloadNow"));
@@ -136,8 +141,9 @@ protected:
             [](HWND window, LPARAM parameter) -> BOOL {
                 wchar_t text[100] = L"";
                 GetWindowTextW(window, text, ARRAYSIZE(text));
-                if (text == kPageText)
+                if (text == kPageText) {
                     *reinterpret_cast<HWND*>(parameter) = GetParent(window);
+                }
                 return TRUE;
             },
             reinterpret_cast<LPARAM>(&page));
@@ -196,8 +202,9 @@ TEST_F(ModalTest, ClosedAndReleasedWhileAFileIsChosen) {
         bool left = false;
         {
             const FileDialogDriver driver([&](HWND dialog) {
-                if (!std::exchange(left, true))
+                if (!std::exchange(left, true)) {
                     Leave();
+                }
                 choose ? FileDialogDriver::Choose(dialog, package.Path() + L"mxinfo.ini")
                        : FileDialogDriver::Cancel(dialog);
             });

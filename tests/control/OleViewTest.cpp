@@ -45,8 +45,9 @@ public:
 private:
     static BOOL CALLBACK Look(HWND window, LPARAM parameter) {
         auto& search = *reinterpret_cast<WindowSearch*>(parameter);
-        if (search.m_accept(window))
+        if (search.m_accept(window)) {
             search.m_found = window;
+        }
         return search.m_found == nullptr;
     }
 
@@ -66,8 +67,9 @@ public:
         STARTUPINFOW start = {};
         start.cb = sizeof start;
         if (!CreateProcessW(nullptr, command, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                            &m_process))
+                            &m_process)) {
             throw std::runtime_error("the system has no viewer of type libraries");
+        }
     }
     ~Viewer() {
         TerminateProcess(m_process.hProcess, 0);
@@ -90,8 +92,9 @@ public:
                                           (ClassOf(window) == kDialogClass) == dialog &&
                                           Descendant(window, childClass);
                                }).OnTop();
-            if (found)
+            if (found) {
                 return found;
+            }
             Sleep(kInterval); // the windows of another process tell us nothing
         }
         return nullptr;

@@ -6,8 +6,9 @@ constexpr SYSTEMTIME kFileTime = {2024, 1, 1, 1, 9, 5, 3, 0};
 
 std::string Narrow(const std::wstring& text) {
     std::string narrow;
-    for (const wchar_t c : text)
+    for (const wchar_t c : text) {
         narrow += static_cast<char>(c);
+    }
     return narrow;
 }
 
@@ -38,8 +39,9 @@ PackageBuilder::PackageBuilder() {
 
 void PackageBuilder::WriteInformation(const std::string& text) const {
     std::string lines;
-    for (const char c : text)
+    for (const char c : text) {
         lines += c == '\n' ? "\r\n" : std::string(1, c);
+    }
     m_folder.Write(L"pkg\\mxinfo.ini", lines);
 }
 

@@ -136,8 +136,9 @@ TEST_F(PopupTest, AnOlderPackageCannotBeEdited) {
     client.Call(L"LoadFile", {package.Path(), L""});
     ClickItem(kPartList, 0);
     EXPECT_EQ(Text(kName), L"bracket.sldprt");
-    for (const int id : {kPath, kBrowse, kDescription})
+    for (const int id : {kPath, kBrowse, kDescription}) {
         EXPECT_FALSE(IsWindowEnabled(Item(id))) << id;
+    }
 }
 
 TEST_F(PopupTest, ClearingLeavesNothingToClick) {

@@ -24,8 +24,9 @@ protected:
         RegDeleteTreeW(HKEY_CURRENT_USER, kTestRoot);
         if (RegCreateKeyExW(HKEY_CURRENT_USER, kTestRoot, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &m_root,
                             nullptr) ||
-            RegOverridePredefKey(HKEY_CLASSES_ROOT, m_root))
+            RegOverridePredefKey(HKEY_CLASSES_ROOT, m_root)) {
             throw std::runtime_error("no private registry");
+        }
     }
     ~RegistrationErrorTest() override {
         RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
@@ -35,8 +36,9 @@ protected:
 
     static bool Exists(const std::wstring& path) {
         HKEY key = nullptr;
-        if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_READ, &key))
+        if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_READ, &key)) {
             return false;
+        }
         RegCloseKey(key);
         return true;
     }

@@ -5,8 +5,9 @@
 
 int wmain(int argc, wchar_t** argv) {
     FILE* const log = argc == 3 ? _wfopen(argv[1], L"ab") : nullptr;
-    if (!log)
+    if (!log) {
         return 2;
+    }
     char text[4 * MAX_PATH] = "";
     WideCharToMultiByte(CP_UTF8, 0, argv[2], -1, text, sizeof text, nullptr, nullptr);
     std::fprintf(log, "%s\n", text);

@@ -5,8 +5,9 @@
 #include <string>
 
 int wmain(int argc, wchar_t** argv) {
-    if (argc != 4)
+    if (argc != 4) {
         return 2;
+    }
     wchar_t value[2048] = L"";
     GetPrivateProfileStringW(argv[2], argv[3], L"", value, ARRAYSIZE(value), argv[1]);
     char text[sizeof value * 2] = "";

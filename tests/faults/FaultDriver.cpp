@@ -97,8 +97,9 @@ void KeepState(const Scene& scene) {
 } // namespace
 
 int wmain(int count, wchar_t** arguments) {
-    if (count < 6)
+    if (count < 6) {
         return 2;
+    }
     SetNoticeSink([](const std::wstring&) { ++notices; });
     const std::vector<std::wstring> rest(arguments + 6, arguments + count);
     const Scene scene = {arguments[2], arguments[3], arguments[4], arguments[5]};

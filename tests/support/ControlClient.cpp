@@ -102,24 +102,27 @@ HRESULT ControlClient::Invoke(const wchar_t* name, WORD flags, std::vector<VARIA
         outcome = m_automation->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, nullptr,
                                        nullptr);
     }
-    for (VARIANT& argument : arguments)
+    for (VARIANT& argument : arguments) {
         VariantClear(&argument);
+    }
     return outcome;
 }
 
 HRESULT ControlClient::Call(const wchar_t* method, std::initializer_list<std::wstring> strings) {
     std::vector<VARIANT> arguments;
     arguments.reserve(strings.size());
-    for (auto text = std::rbegin(strings); text != std::rend(strings); ++text)
+    for (auto text = std::rbegin(strings); text != std::rend(strings); ++text) {
         arguments.push_back(Text(*text));
+    }
     return Invoke(method, DISPATCH_METHOD, arguments, nullptr);
 }
 
 HRESULT ControlClient::CallNumbers(const wchar_t* method, std::initializer_list<int> numbers) {
     std::vector<VARIANT> arguments;
     arguments.reserve(numbers.size());
-    for (auto number = std::rbegin(numbers); number != std::rend(numbers); ++number)
+    for (auto number = std::rbegin(numbers); number != std::rend(numbers); ++number) {
         arguments.push_back(Number(*number));
+    }
     return Invoke(method, DISPATCH_METHOD, arguments, nullptr);
 }
 
@@ -134,8 +137,9 @@ std::wstring ControlClient::Get(const wchar_t* property) {
     std::vector<VARIANT> none;
     std::wstring text;
     if (SUCCEEDED(Invoke(property, DISPATCH_PROPERTYGET, none, &value)) && value.vt == VT_BSTR &&
-        value.bstrVal)
+        value.bstrVal) {
         text.assign(value.bstrVal, SysStringLen(value.bstrVal));
+    }
     VariantClear(&value);
     return text;
 }
@@ -147,8 +151,9 @@ HWND ControlClient::ControlWindow() const {
 HWND ControlClient::Dialog() const {
     // The control's window may lie inside another one of its own.
     for (HWND window = ControlWindow(); window; window = GetWindow(window, GW_CHILD)) {
-        if (const HWND dialog = FindWindowExW(window, nullptr, L"#32770", nullptr))
+        if (const HWND dialog = FindWindowExW(window, nullptr, L"#32770", nullptr)) {
             return dialog;
+        }
     }
     return nullptr;
 }
@@ -211,8 +216,9 @@ void ControlClient::Settle() {
 
 ComApartment::ComApartment() {
     static const bool registered = AtlAxWinInit() != FALSE; // once in a program
-    if (FAILED(OleInitialize(nullptr)) || !registered)
+    if (FAILED(OleInitialize(nullptr)) || !registered) {
         throw std::runtime_error("the ATL container is not available");
+    }
 }
 
 ComApartment::~ComApartment() {

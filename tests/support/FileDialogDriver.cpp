@@ -23,8 +23,9 @@ HWND FindControl(HWND dialog, const std::wstring& className, const std::wstring&
             wchar_t shown[200] = L"";
             GetClassNameW(window, name, ARRAYSIZE(name));
             GetWindowTextW(window, shown, ARRAYSIZE(shown));
-            if (wanted.className != name || (!wanted.text.empty() && wanted.text != shown))
+            if (wanted.className != name || (!wanted.text.empty() && wanted.text != shown)) {
                 return TRUE;
+            }
             wanted.found = window;
             return FALSE;
         },
@@ -41,8 +42,9 @@ HWND FindFileDialog() {
             wchar_t name[10] = L"";
             GetClassNameW(window, name, ARRAYSIZE(name));
             if (std::wstring(name) != L"#32770" || !IsWindowVisible(window) ||
-                !FindControl(window, L"Edit") || !FindControl(window, L"SHELLDLL_DefView"))
+                !FindControl(window, L"Edit") || !FindControl(window, L"SHELLDLL_DefView")) {
                 return TRUE;
+            }
             *reinterpret_cast<HWND*>(parameter) = window;
             return FALSE;
         },
@@ -53,8 +55,9 @@ HWND FindFileDialog() {
 void CALLBACK ActOnDialog(HWND /*window*/, UINT /*message*/, UINT_PTR /*timer*/, DWORD /*time*/) {
     static bool acting = false;
     const HWND dialog = acting ? nullptr : FindFileDialog();
-    if (!dialog)
+    if (!dialog) {
         return;
+    }
     acting = true;
     currentAct(dialog);
     acting = false;

@@ -22,8 +22,9 @@ std::array<int, 256> GdiObjectsByType() {
     const auto* table = *reinterpret_cast<const Entry* const*>(RtlGetCurrentPeb() + kTableOffset);
     std::array<int, 256> counts{};
     for (size_t i = 0; i < kEntries; ++i) {
-        if (table[i].type != 0)
+        if (table[i].type != 0) {
             ++counts[table[i].type];
+        }
     }
     return counts;
 }

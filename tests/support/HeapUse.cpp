@@ -41,8 +41,9 @@ HeapUse Walk(HANDLE heap) {
     PROCESS_HEAP_ENTRY entry = {};
     HeapLock(heap);
     while (HeapWalk(heap, &entry)) {
-        if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY)
+        if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) {
             Add(use, entry.cbData);
+        }
     }
     HeapUnlock(heap);
     return use;
@@ -62,8 +63,9 @@ public:
         const HMODULE system = GetModuleHandleW(L"ntdll.dll");
         BYTE* const allocate = Redirectable(system, "RtlAllocateHeap");
         BYTE* const release = Redirectable(system, "RtlFreeHeap");
-        if (!allocate || !release)
+        if (!allocate || !release) {
             return false;
+        }
         m_blocks = static_cast<Block*>(
             VirtualAlloc(nullptr, kTableSize * sizeof(Block), MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
         m_allocate = Behind<Allocate>(allocate);
@@ -77,8 +79,9 @@ public:
         AcquireSRWLockExclusive(&m_lock);
         HeapUse use = m_older;
         for (size_t i = 0; i < kTableSize; ++i) {
-            if (m_blocks[i].start)
+            if (m_blocks[i].start) {
                 Add(use, HeapSize(m_blocks[i].heap, 0, m_blocks[i].start));
+            }
         }
         ReleaseSRWLockExclusive(&m_lock);
         return use;
@@ -131,8 +134,9 @@ private:
     // Where the block stands in the table, or the free place where it would.
     [[nodiscard]] size_t Find(const void* start) const {
         size_t place = Home(start);
-        while (m_blocks[place].start && m_blocks[place].start != start)
+        while (m_blocks[place].start && m_blocks[place].start != start) {
             place = Next(place);
+        }
         return place;
     }
 
@@ -151,8 +155,9 @@ private:
 
     void Note(HANDLE heap, void* start) {
         AcquireSRWLockExclusive(&m_lock);
-        if (++m_count == kTableSize)
+        if (++m_count == kTableSize) {
             std::abort();
+        }
         m_blocks[Find(start)] = {heap, start};
         ReleaseSRWLockExclusive(&m_lock);
     }
@@ -183,14 +188,16 @@ Watch* watch = nullptr;
 
 void* NTAPI Watch::OnAllocate(HANDLE heap, ULONG flags, SIZE_T size) {
     void* const start = watch->m_allocate(heap, flags, size);
-    if (start && watch->m_heaps.Have(heap))
+    if (start && watch->m_heaps.Have(heap)) {
         watch->Note(heap, start);
+    }
     return start;
 }
 
 BOOLEAN NTAPI Watch::OnFree(HANDLE heap, ULONG flags, void* start) {
-    if (start && watch->m_heaps.Have(heap))
+    if (start && watch->m_heaps.Have(heap)) {
         watch->Forget(heap, start);
+    }
     return watch->m_free(heap, flags, start);
 }
 
@@ -198,8 +205,9 @@ HeapUse WalkAll(const Watch* except) {
     HeapUse use;
     const Heaps heaps;
     for (auto heap = heaps.handles.begin(); heap != heaps.end(); ++heap) {
-        if (except && except->Watched().Have(*heap))
+        if (except && except->Watched().Have(*heap)) {
             continue;
+        }
         const HeapUse one = Walk(*heap);
         use.bytes += one.bytes;
         use.blocks += one.blocks;
@@ -213,11 +221,13 @@ bool WalkHidesBlocks() {
     std::array<void*, 100> blocks = {};
     const HANDLE heap = GetProcessHeap();
     const HeapUse before = Walk(heap);
-    for (void*& block : blocks)
+    for (void*& block : blocks) {
         block = HeapAlloc(heap, 0, kSize);
+    }
     const HeapUse after = Walk(heap);
-    for (void* const block : blocks)
+    for (void* const block : blocks) {
         HeapFree(heap, 0, block);
+    }
     return after.blocks - before.blocks < static_cast<std::int64_t>(blocks.size());
 }
 
@@ -228,8 +238,9 @@ HeapUse HeapUse::Count() {
     static const bool walkHides = WalkHidesBlocks();
     if (walkHides && !watch) {
         watch = &started;
-        if (!started.Start(WalkAll(nullptr)))
+        if (!started.Start(WalkAll(nullptr))) {
             throw std::runtime_error("what is in use of the heaps cannot be counted");
+        }
     }
     HeapUse use = WalkAll(watch);
     if (watch) {

@@ -19,16 +19,19 @@ namespace {
 void FillContextCache() {
     constexpr size_t kKept = 64;
     std::array<HDC, kKept> contexts = {};
-    for (HDC& context : contexts)
+    for (HDC& context : contexts) {
         context = GetDC(nullptr);
-    for (const HDC context : contexts)
+    }
+    for (const HDC context : contexts) {
         ReleaseDC(nullptr, context);
+    }
 }
 
 /// The system makes the brush of each of its colours when somebody first needs it, and keeps it.
 void MakeColourBrushes() {
-    for (int colour = COLOR_SCROLLBAR; colour <= COLOR_MENUBAR; ++colour)
+    for (int colour = COLOR_SCROLLBAR; colour <= COLOR_MENUBAR; ++colour) {
         GetSysColorBrush(colour);
+    }
     // The half-tone brush of scroll bars has no number; a window of the process itself must ask.
     const HWND window =
         CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
@@ -42,10 +45,12 @@ void MakeColourBrushes() {
 int UserObjects() {
     constexpr int kAll = 0x10000;
     std::vector<HMENU> menus;
-    while (const HMENU menu = CreateMenu())
+    while (const HMENU menu = CreateMenu()) {
         menus.push_back(menu);
-    for (const HMENU menu : menus)
+    }
+    for (const HMENU menu : menus) {
         DestroyMenu(menu);
+    }
     return kAll - static_cast<int>(menus.size());
 }
 
@@ -66,13 +71,15 @@ int Handles() {
     std::vector<BYTE> buffer(1 << 16);
     ULONG needed = 0;
     while (NtQuerySystemInformation(kHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()),
-                                    &needed) != 0)
+                                    &needed) != 0) {
         buffer.resize(buffer.size() * 2);
+    }
     const auto& table = *reinterpret_cast<const Table*>(buffer.data());
     const Handle* const handles = table.handles;
     int count = 0;
-    for (ULONG i = 0; i < table.count; ++i)
+    for (ULONG i = 0; i < table.count; ++i) {
         count += handles[i].process == GetCurrentProcessId();
+    }
     return count;
 }
 
@@ -91,8 +98,9 @@ ProcessResources ProcessResources::Count() {
 
 ProcessResources ProcessResources::operator-(const ProcessResources& before) const {
     ProcessResources grown = *this;
-    for (size_t type = 0; type < gdiObjects.size(); ++type)
+    for (size_t type = 0; type < gdiObjects.size(); ++type) {
         grown.gdiObjects[type] -= before.gdiObjects[type];
+    }
     grown.userObjects -= before.userObjects;
     grown.handles -= before.handles;
     grown.heapBytes -= before.heapBytes;
@@ -116,14 +124,17 @@ std::string ProcessResources::Text() const {
 std::string ProcessResources::GrowthSince(const ProcessResources& before, std::int64_t slack) const {
     std::string growth;
     const auto note = [&](const std::string& what, std::int64_t then, std::int64_t now) {
-        if (now > then)
+        if (now > then) {
             growth += what + ": " + std::to_string(then) + " to " + std::to_string(now) + "; ";
+        }
     };
-    for (size_t type = 0; type < gdiObjects.size(); ++type)
+    for (size_t type = 0; type < gdiObjects.size(); ++type) {
         note("GDI objects of type " + std::to_string(type), before.gdiObjects[type], gdiObjects[type]);
+    }
     note("user objects", before.userObjects, userObjects);
     note("handles", before.handles, handles);
-    if (heapBytes > before.heapBytes + slack)
+    if (heapBytes > before.heapBytes + slack) {
         note("heap bytes", before.heapBytes, heapBytes);
+    }
     return growth;
 }

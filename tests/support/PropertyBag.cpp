@@ -1,8 +1,9 @@
 #include "PropertyBag.h"
 
 PropertyBag::~PropertyBag() {
-    for (auto& [name, value] : values)
+    for (auto& [name, value] : values) {
         VariantClear(&value);
+    }
 }
 
 STDMETHODIMP PropertyBag::QueryInterface(REFIID /*iid*/, void** object) {

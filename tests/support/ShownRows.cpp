@@ -18,8 +18,9 @@ int ItemImage(HWND list, int item) {
 
 std::ostream& operator<<(std::ostream& out, const ShownRow& row) {
     const std::wstring text = row.name + L" | " + row.size + L" | " + row.date;
-    for (const wchar_t c : text)
+    for (const wchar_t c : text) {
         out << (c < 0x7f ? static_cast<char>(c) : '?');
+    }
     return out << " | image " << row.image;
 }
 
@@ -37,8 +38,9 @@ std::vector<ShownRow> ShownRows(HWND list) {
     std::vector<ShownRow> rows;
     const auto count = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
     rows.reserve(static_cast<size_t>(count));
-    for (int item = 0; item < count; ++item)
+    for (int item = 0; item < count; ++item) {
         rows.push_back({ListText(list, item, 0), ListText(list, item, 1), ListText(list, item, 2),
                         ItemImage(list, item)});
+    }
     return rows;
 }

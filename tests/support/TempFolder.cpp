@@ -26,8 +26,9 @@ std::wstring TempFolder::Write(const std::wstring& name, std::string_view bytes)
     fs::create_directories(path.parent_path());
     std::ofstream file(path, std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!file.flush())
+    if (!file.flush()) {
         throw std::runtime_error("a test file cannot be written");
+    }
     return path.wstring();
 }
 
@@ -40,8 +41,9 @@ void TempFolder::SetTime(const std::wstring& name, const SYSTEMTIME& utc) const 
     SystemTimeToFileTime(&utc, &time);
     const HANDLE file = CreateFileW((*this / name).c_str(), FILE_WRITE_ATTRIBUTES,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE || !SetFileTime(file, nullptr, nullptr, &time))
+    if (file == INVALID_HANDLE_VALUE || !SetFileTime(file, nullptr, nullptr, &time)) {
         throw std::runtime_error("a test file's time cannot be set");
+    }
     CloseHandle(file);
 }
 

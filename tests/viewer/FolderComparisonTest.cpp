@@ -122,12 +122,14 @@ TEST_F(FolderComparisonTest, LocksOfOfficeProgramsAreNoDocuments) {
 
 TEST_F(FolderComparisonTest, DocumentsWithALockAreOpen) {
     for (const wchar_t* name : {L"plan.docx", L"SetupSheets\\long name.docx", L"SetupSheets\\tools.xlsx",
-                                L"SetupSheets\\sheet.odt", L"SetupSheets\\plan.docx"})
+                                L"SetupSheets\\sheet.odt", L"SetupSheets\\plan.docx"}) {
         m_folder.Write(name, "x");
+    }
     EXPECT_TRUE(FindOpenDocuments(m_folder.Path()).empty());
     for (const wchar_t* name : {L"SetupSheets\\~$ng name.docx", L"SetupSheets\\~$tools.xlsx",
-                                L"SetupSheets\\.~lock.sheet.odt#", L"~$plan.docx", L"~$gone.docx", L"~$"})
+                                L"SetupSheets\\.~lock.sheet.odt#", L"~$plan.docx", L"~$gone.docx", L"~$"}) {
         m_folder.Write(name, "lock");
+    }
     std::vector<std::wstring> open = FindOpenDocuments(m_folder.Path());
     std::ranges::sort(open);
     EXPECT_EQ(open, (std::vector<std::wstring>{L"SetupSheets\\long name.docx", L"SetupSheets\\sheet.odt",

@@ -30,8 +30,9 @@ std::string BitmapBytes(const std::function<void(Headers&)>& spoil = nullptr, in
     headers.info.biPlanes = 1;
     headers.info.biBitCount = static_cast<WORD>(bits);
     std::string bytes(headers.file.bfSize, '\x40');
-    if (spoil)
+    if (spoil) {
         spoil(headers);
+    }
     std::memcpy(bytes.data(), &headers.file, sizeof headers.file);
     std::memcpy(bytes.data() + sizeof headers.file, &headers.info, sizeof headers.info);
     return bytes;
@@ -46,8 +47,9 @@ bool Loads(const std::string& bytes) {
 } // namespace
 
 TEST(PreviewImage, LoadsEveryUsualDepth) {
-    for (const int bits : {1, 4, 8, 16, 24, 32})
+    for (const int bits : {1, 4, 8, 16, 24, 32}) {
         EXPECT_TRUE(Loads(BitmapBytes(nullptr, bits))) << bits;
+    }
     EXPECT_TRUE(Loads(BitmapBytes([](Headers& h) { h.info.biHeight = -6; }))) << "top down";
 }
 
@@ -72,8 +74,9 @@ TEST(PreviewImage, MissingAndForeignFilesCountAsAbsent) {
 
 TEST(PreviewImage, EveryTruncationCountsAsAbsent) {
     const std::string whole = BitmapBytes();
-    for (std::size_t length = 0; length < whole.size(); ++length)
+    for (std::size_t length = 0; length < whole.size(); ++length) {
         EXPECT_FALSE(Loads(whole.substr(0, length))) << length;
+    }
 }
 
 TEST(PreviewImage, HeadersThatLieCountAsAbsent) {
@@ -96,8 +99,9 @@ TEST(PreviewImage, HeadersThatLieCountAsAbsent) {
         [](Headers& h) { h.info.biCompression = BI_JPEG; },
         [](Headers& h) { h.info.biCompression = BI_RLE8; },
     };
-    for (const auto& lie : lies)
+    for (const auto& lie : lies) {
         EXPECT_FALSE(Loads(BitmapBytes(lie))) << (&lie - lies);
+    }
     EXPECT_FALSE(Loads(BitmapBytes([](Headers& h) { h.info.biClrUsed = 5000; }, 8)));
     EXPECT_FALSE(Loads(BitmapBytes([](Headers& h) { h.info.biClrUsed = 0xFFFFFFFF; }, 8)));
 }

@@ -32,8 +32,9 @@ protected:
         BitBlt(memory.get(), 0, 0, kWidth, kHeight, dc, 0, 0, SRCCOPY);
         std::set<COLORREF> colours;
         for (int y = 0; y < kHeight; y += 3) {
-            for (int x = 0; x < kWidth; x += 3)
+            for (int x = 0; x < kWidth; x += 3) {
                 colours.insert(GetPixel(memory.get(), x, y));
+            }
         }
         SelectObject(memory.get(), old);
         ReleaseDC(m_pane.Handle(), dc);
@@ -56,8 +57,9 @@ std::wstring WriteGreenPicture(const TempFolder& folder) {
     BITMAPINFOHEADER info = {sizeof info, 20, 20, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
     std::string bytes(reinterpret_cast<const char*>(&file), sizeof file);
     bytes.append(reinterpret_cast<const char*>(&info), sizeof info);
-    for (int i = 0; i < 400; ++i)
+    for (int i = 0; i < 400; ++i) {
         bytes.append("\x00\xC8\x00", 3);
+    }
     return folder.Write(L"green.bmp", bytes);
 }
 

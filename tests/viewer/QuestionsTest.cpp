@@ -6,8 +6,9 @@ namespace {
 
 std::wstring ListOf(int count) {
     std::vector<FileChange> changes;
-    for (int i = 1; i <= count; ++i)
+    for (int i = 1; i <= count; ++i) {
         changes.push_back({std::to_wstring(i) + L".nc", FileChangeKind::Changed});
+    }
     return ListOfChanges(changes);
 }
 

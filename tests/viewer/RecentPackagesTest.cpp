@@ -39,8 +39,9 @@ TEST_F(RecentPackagesTest, IsThereAtTheNextStart) {
 
 TEST_F(RecentPackagesTest, KeepsNoMoreThanItShows) {
     RecentPackages recent(kKey);
-    for (int i = 1; i <= 12; ++i)
+    for (int i = 1; i <= 12; ++i) {
         recent.Add(L"C:\\" + std::to_wstring(i) + L".mxov");
+    }
     ASSERT_EQ(recent.Items().size(), RecentPackages::kMost);
     EXPECT_EQ(recent.Items().front(), L"C:\\12.mxov");
     EXPECT_EQ(recent.Items().back(), L"C:\\4.mxov");

@@ -24,8 +24,9 @@ bool WaitForMessage(HWND window) {
     const UINT_PTR timer = SetTimer(window, 1, 30000, nullptr);
     MSG message = {};
     while (GetMessageW(&message, window, 0, 0) > 0) {
-        if (message.message == kFinished || message.message == WM_TIMER)
+        if (message.message == kFinished || message.message == WM_TIMER) {
             break;
+        }
     }
     KillTimer(window, timer);
     return message.message == kFinished;

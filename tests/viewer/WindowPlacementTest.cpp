@@ -11,13 +11,15 @@ protected:
     WindowPlacementTest() { RegDeleteTreeW(HKEY_CURRENT_USER, kKey); }
     ~WindowPlacementTest() override {
         RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
-        if (m_window)
+        if (m_window) {
             DestroyWindow(m_window);
+        }
     }
 
     void MakeWindow(const RECT& area) {
-        if (m_window)
+        if (m_window) {
             DestroyWindow(m_window);
+        }
         m_window =
             CreateWindowW(L"STATIC", L"", WS_OVERLAPPEDWINDOW, area.left, area.top, area.right - area.left,
                           area.bottom - area.top, nullptr, nullptr, nullptr, nullptr);

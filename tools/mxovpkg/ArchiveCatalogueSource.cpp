@@ -29,17 +29,21 @@ bool HasPrefix(std::wstring_view text, std::wstring_view prefix) {
 
 // The path inside the package with single separators; none for a path that lies elsewhere.
 std::optional<std::wstring> InPackage(const std::wstring& path) {
-    if (!path.starts_with(ArchiveCatalogueSource::kFolder))
+    if (!path.starts_with(ArchiveCatalogueSource::kFolder)) {
         return {};
+    }
     std::wstring inside;
     for (wchar_t unit : path.substr(ArchiveCatalogueSource::kFolder.size())) {
-        if (unit == L'/')
+        if (unit == L'/') {
             unit = L'\\';
-        if (unit != L'\\' || (!inside.empty() && inside.back() != L'\\'))
+        }
+        if (unit != L'\\' || (!inside.empty() && inside.back() != L'\\')) {
             inside += unit;
+        }
     }
-    if (inside.ends_with(L'\\'))
+    if (inside.ends_with(L'\\')) {
         inside.pop_back();
+    }
     return inside;
 }
 
@@ -69,8 +73,9 @@ ArchiveCatalogueSource::LowerBound(const std::wstring& path) const {
 std::wstring ArchiveCatalogueSource::Value(const std::wstring& section, const std::wstring& key) const {
     const auto nameOf = [this](std::size_t number) -> const std::wstring& { return m_sections[number].name; };
     const auto found = std::ranges::lower_bound(m_sectionsByName, section, IsBefore, nameOf);
-    if (found == m_sectionsByName.end() || Compare(nameOf(*found), section) != 0)
+    if (found == m_sectionsByName.end() || Compare(nameOf(*found), section) != 0) {
         return {};
+    }
     const auto& values = m_sections[*found].values;
     const auto value =
         std::ranges::find_if(values, [&key](const auto& pair) { return Compare(pair.first, key) == 0; });
@@ -80,22 +85,26 @@ std::wstring ArchiveCatalogueSource::Value(const std::wstring& section, const st
 std::vector<std::wstring> ArchiveCatalogueSource::SectionNames(const std::wstring& prefix) const {
     std::vector<std::wstring> names;
     for (const mxovshare::InformationSection& section : m_sections) {
-        if (HasPrefix(section.name, prefix))
+        if (HasPrefix(section.name, prefix)) {
             names.push_back(section.name);
+        }
     }
     return names;
 }
 
 FileStatus ArchiveCatalogueSource::Status(const std::wstring& path) const {
     const auto inside = InPackage(path);
-    if (!inside)
+    if (!inside) {
         return IsFullPath(path) ? m_disk.Status(path) : FileStatus();
-    if (inside->empty())
+    }
+    if (inside->empty()) {
         return {.exists = true, .isFolder = true};
+    }
     const auto found = LowerBound(*inside);
-    if (found != m_entries.end() && Compare(found->name, *inside) == 0)
+    if (found != m_entries.end() && Compare(found->name, *inside) == 0) {
         return {
             .exists = true, .isFolder = found->isFolder, .size = found->size, .lastWrite = found->modified};
+    }
     const std::wstring folder = *inside + L"\\";
     const auto within = LowerBound(folder);
     const bool exists = within != m_entries.end() && HasPrefix(within->name, folder);
@@ -104,21 +113,24 @@ FileStatus ArchiveCatalogueSource::Status(const std::wstring& path) const {
 
 int ArchiveCatalogueSource::FileSize(const std::wstring& path) const {
     const FileStatus status = Status(path);
-    if (!status.exists || status.isFolder)
+    if (!status.exists || status.isFolder) {
         return 0;
+    }
     return static_cast<int>(std::min<std::uint64_t>(status.size, std::numeric_limits<int>::max()));
 }
 
 std::vector<std::wstring> ArchiveCatalogueSource::FileNames(const std::wstring& folder) const {
     std::vector<std::wstring> names;
     const auto inside = InPackage(folder + L"\\");
-    if (!inside)
+    if (!inside) {
         return names;
+    }
     const std::wstring prefix = inside->empty() ? std::wstring() : *inside + L"\\";
     for (auto entry = LowerBound(prefix); entry != m_entries.end() && HasPrefix(entry->name, prefix);
          ++entry) {
-        if (!entry->isFolder && entry->name.find(L'\\', prefix.size()) == std::wstring::npos)
+        if (!entry->isFolder && entry->name.find(L'\\', prefix.size()) == std::wstring::npos) {
             names.push_back(entry->name.substr(prefix.size()));
+        }
     }
     return names;
 }

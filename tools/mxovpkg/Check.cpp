@@ -48,18 +48,21 @@ void PrintSection(const Section& section, const std::vector<CatalogueItem>& item
     std::size_t nameWidth = 0;
     std::size_t count = 0;
     for (const CatalogueItem& item : items) {
-        if (item.record.category != section.category)
+        if (item.record.category != section.category) {
             continue;
+        }
         nameWidth = std::max(nameWidth, item.record.fileName.size());
         ++count;
     }
-    if (count == 0)
+    if (count == 0) {
         PrintLine(L"  none");
+    }
     for (const CatalogueItem& item : items) {
-        if (item.record.category == section.category)
+        if (item.record.category == section.category) {
             PrintLine(OneLine(L"  " + Padded(item.record.fileName, nameWidth) + L"  " +
                               Padded(item.sizeText, 10) + L"  " + Padded(item.record.timestamp, 19) + L"  " +
                               StateOf(item)));
+        }
     }
 }
 
@@ -67,15 +70,18 @@ void PrintSection(const Section& section, const std::vector<CatalogueItem>& item
 void WarnAboutMissing(const ArchiveCatalogueSource& source, const std::vector<CatalogueItem>& items) {
     for (const CatalogueItem& item : items) {
         const DocumentRecord& record = item.record;
-        if (item.image == kMissingImage)
+        if (item.image == kMissingImage) {
             PrintWarning(L"linked document \"" + record.filePath + L"\" does not exist");
+        }
         const bool isCopy = record.isAdditional != 0 && record.isReferenced == 0;
-        if (isCopy && !source.Status(ArchiveCatalogueSource::kFolder + record.filePath).exists)
+        if (isCopy && !source.Status(ArchiveCatalogueSource::kFolder + record.filePath).exists) {
             PrintWarning(L"document \"" + record.filePath + L"\" is not in the package");
+        }
     }
     const std::wstring thumbnail = source.Value(inikey::kFileInfo, inikey::kThumbnail);
-    if (!thumbnail.empty() && !source.Status(ArchiveCatalogueSource::kFolder + thumbnail).exists)
+    if (!thumbnail.empty() && !source.Status(ArchiveCatalogueSource::kFolder + thumbnail).exists) {
         PrintWarning(L"preview \"" + thumbnail + L"\" is not in the package");
+    }
 }
 
 void PrintCatalogue(const ArchiveCatalogueSource& source) {
@@ -83,8 +89,9 @@ void PrintCatalogue(const ArchiveCatalogueSource& source) {
     PrintLine(L"written by: " + (version.empty() ? L"unknown" : OneLine(version)));
     const std::vector<CatalogueItem> items = CatalogueLoader(source, ArchiveCatalogueSource::kFolder).Load();
     const bool isRecent = IsRecentVersion(version);
-    for (const Section& section : kSections)
+    for (const Section& section : kSections) {
         PrintSection(section, items, isRecent || section.category != DocumentCategory::AdditionalDocument);
+    }
     WarnAboutMissing(source, items);
 }
 
@@ -99,10 +106,12 @@ int Check(const std::wstring& file) {
     std::vector<mxovshare::PackageEntry> entries;
     std::vector<mxovshare::InformationSection> sections;
     PackageResult result = Verify(file);
-    if (result.ok)
+    if (result.ok) {
         result = mxovshare::ListPackage(file, entries);
-    if (result.ok)
+    }
+    if (result.ok) {
         result = mxovshare::ReadInformation(file, sections);
+    }
     if (!result.ok) {
         PrintFailure(result);
         return kFailed;
@@ -111,7 +120,8 @@ int Check(const std::wstring& file) {
     PrintLine(file + L": " + std::to_wstring(entries.size()) +
               (entries.size() == 1 ? L" entry" : L" entries") + L", all sound");
     PrintCatalogue(ArchiveCatalogueSource(std::move(entries), std::move(sections)));
-    if (!hasInformation)
+    if (!hasInformation) {
         PrintWarning(L"the package holds no information file (mxinfo.ini), or an empty one");
+    }
     return kDone;
 }

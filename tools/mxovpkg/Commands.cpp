@@ -15,12 +15,14 @@ using mxovshare::PackageResult;
 
 std::wstring Summary(const std::vector<PackageEntry>& entries) {
     std::uint64_t size = 0;
-    for (const PackageEntry& entry : entries)
+    for (const PackageEntry& entry : entries) {
         size += entry.size;
+    }
     const auto folders = static_cast<std::size_t>(std::ranges::count_if(entries, &PackageEntry::isFolder));
     std::wstring text = Count(entries.size() - folders, L"file");
-    if (folders > 0)
+    if (folders > 0) {
         text += L", " + Count(folders, L"empty folder");
+    }
     return text + L", " + std::to_wstring(size) + L" bytes";
 }
 
@@ -74,10 +76,11 @@ int List(const std::wstring& file) {
         return kFailed;
     }
     PrintEntry(L"Size", L"Packed", L"Modified (UTC)", L"Name");
-    for (const PackageEntry& entry : entries)
+    for (const PackageEntry& entry : entries) {
         PrintEntry(entry.isFolder ? L"" : std::to_wstring(entry.size),
                    entry.isFolder ? L"" : std::to_wstring(entry.packedSize), FormatFileTime(entry.modified),
                    entry.isFolder ? entry.name + L"\\" : entry.name);
+    }
     PrintLine(Summary(entries));
     return kDone;
 }

@@ -51,19 +51,23 @@ int UsageError(const std::wstring& what) {
 }
 
 int Run(std::vector<std::wstring> arguments) {
-    if (arguments.empty())
+    if (arguments.empty()) {
         return UsageError(L"a command is missing");
+    }
     const std::wstring name = arguments.front();
     arguments.erase(arguments.begin());
     for (const Command& command : Commands()) {
-        if (name != command.name)
+        if (name != command.name) {
             continue;
-        if (arguments.size() != command.arguments)
+        }
+        if (arguments.size() != command.arguments) {
             return UsageError(name + L" takes " + Count(command.arguments, L"argument") + L", not " +
                               std::to_wstring(arguments.size()));
+        }
         for (const std::wstring& argument : arguments) {
-            if (argument.empty())
+            if (argument.empty()) {
                 return UsageError(L"an argument of " + name + L" is empty");
+            }
         }
         return command.run(arguments);
     }

@@ -11,8 +11,9 @@ constexpr std::size_t kLineLength = 78;
 std::atomic<bool> g_cancelled = false;
 
 BOOL WINAPI OnControl(DWORD event) {
-    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
+    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) {
         return FALSE;
+    }
     g_cancelled = true;
     return TRUE;
 }
@@ -25,8 +26,9 @@ Progress::Progress(std::wstring verb)
 }
 
 Progress::~Progress() {
-    if (m_shown > 0)
+    if (m_shown > 0) {
         Show({});
+    }
     SetConsoleCtrlHandler(OnControl, FALSE);
 }
 

@@ -17,8 +17,9 @@ inline std::string Utf8(const std::wstring& text) {
 inline std::string Quoted(const std::wstring& text) {
     std::string quoted = "\"";
     for (const char character : Utf8(text)) {
-        if (character == '"' || character == '\\')
+        if (character == '"' || character == '\\') {
             quoted += '\\';
+        }
         if (static_cast<unsigned char>(character) < ' ') {
             char escape[8] = "";
             std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(character));
@@ -33,8 +34,9 @@ inline std::string Quoted(const std::wstring& text) {
 template <class Items, class Format>
 std::string Array(const Items& items, Format format) {
     std::string text = "[";
-    for (const auto& item : items)
+    for (const auto& item : items) {
         text += (text.size() > 1 ? "," : "") + format(item);
+    }
     return text + "]";
 }
 

@@ -22,10 +22,12 @@ public:
         GetWindowThreadProcessId(window, &process);
         m_process.reset(
             OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, process));
-        if (m_process)
+        if (m_process) {
             m_memory = VirtualAllocEx(m_process.get(), nullptr, kBytes, MEM_COMMIT, PAGE_READWRITE);
-        if (!m_memory)
+        }
+        if (!m_memory) {
             throw std::runtime_error("the memory of the other process cannot be used");
+        }
     }
     ~RemoteMemory() { VirtualFreeEx(m_process.get(), m_memory, 0, MEM_RELEASE); }
     RemoteMemory(const RemoteMemory&) = delete;
@@ -41,14 +43,16 @@ public:
         static_assert(sizeof(T) <= kStructureBytes);
         const wchar_t empty = L'\0';
         if (!WriteProcessMemory(m_process.get(), Structure(), &value, sizeof value, nullptr) ||
-            !WriteProcessMemory(m_process.get(), Text(), &empty, sizeof empty, nullptr))
+            !WriteProcessMemory(m_process.get(), Text(), &empty, sizeof empty, nullptr)) {
             throw std::runtime_error("the memory of the other process cannot be written");
+        }
     }
 
     template <class T>
     void Read(T& value, const void* from) const {
-        if (!ReadProcessMemory(m_process.get(), from, &value, sizeof value, nullptr))
+        if (!ReadProcessMemory(m_process.get(), from, &value, sizeof value, nullptr)) {
             throw std::runtime_error("the memory of the other process cannot be read");
+        }
     }
 
     [[nodiscard]] std::wstring ReadText(const wchar_t* from) const {
@@ -56,8 +60,9 @@ public:
             wchar_t text[kMostCharacters + 1];
         } buffer = {};
         if (!ReadProcessMemory(m_process.get(), from, buffer.text, kMostCharacters * sizeof(wchar_t),
-                               nullptr))
+                               nullptr)) {
             throw std::runtime_error("the text of the other process cannot be read");
+        }
         return buffer.text;
     }
 
@@ -83,8 +88,9 @@ std::vector<ListColumn> ReadColumns(HWND list, const RemoteMemory& memory) {
         column.pszText = memory.Text();
         column.cchTextMax = kMostCharacters;
         memory.Write(column);
-        if (!AskWith(list, LVM_GETCOLUMNW, i, memory))
+        if (!AskWith(list, LVM_GETCOLUMNW, i, memory)) {
             throw std::runtime_error("a column cannot be read");
+        }
         memory.Read(column, memory.Structure());
         columns.push_back({memory.ReadText(column.pszText), column.cx});
     }
@@ -102,8 +108,9 @@ ListRow ReadRow(HWND list, int index, std::size_t columns, const RemoteMemory& m
         item.pszText = memory.Text();
         item.cchTextMax = kMostCharacters;
         memory.Write(item);
-        if (!AskWith(list, LVM_GETITEMW, 0, memory))
+        if (!AskWith(list, LVM_GETITEMW, 0, memory)) {
             throw std::runtime_error("an item cannot be read");
+        }
         memory.Read(item, memory.Structure());
         row.texts.push_back(memory.ReadText(item.pszText));
         if (column == 0) {
@@ -118,8 +125,9 @@ ListRow ReadRow(HWND list, int index, std::size_t columns, const RemoteMemory& m
 
 LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     DWORD_PTR result = 0;
-    if (!SendMessageTimeoutW(window, message, wParam, lParam, SMTO_ABORTIFHUNG, kPatience, &result))
+    if (!SendMessageTimeoutW(window, message, wParam, lParam, SMTO_ABORTIFHUNG, kPatience, &result)) {
         throw std::runtime_error("a window does not answer");
+    }
     return static_cast<LRESULT>(result);
 }
 
@@ -129,7 +137,8 @@ ListContent ReadListView(HWND list) {
     content.extendedStyle = static_cast<unsigned long>(Ask(list, LVM_GETEXTENDEDLISTVIEWSTYLE));
     content.columns = ReadColumns(list, memory);
     const auto count = static_cast<int>(Ask(list, LVM_GETITEMCOUNT));
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
         content.rows.push_back(ReadRow(list, i, content.columns.size(), memory));
+    }
     return content;
 }

@@ -40,17 +40,20 @@ std::wstring Text(HWND window) {
 
 std::vector<HWND> Children(HWND window) {
     std::vector<HWND> children;
-    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         children.push_back(child);
+    }
     return children;
 }
 
 HWND FindDescendant(HWND window, int id) {
     for (const HWND child : Children(window)) {
-        if (GetDlgCtrlID(child) == id)
+        if (GetDlgCtrlID(child) == id) {
             return child;
-        if (const HWND found = FindDescendant(child, id))
+        }
+        if (const HWND found = FindDescendant(child, id)) {
             return found;
+        }
     }
     return nullptr;
 }
@@ -65,8 +68,9 @@ std::vector<HWND> TopLevelWindows(HWND frame) {
             DWORD process = 0;
             GetWindowThreadProcessId(found.front(), &wanted);
             GetWindowThreadProcessId(window, &process);
-            if (process == wanted && window != found.front() && IsWindowVisible(window))
+            if (process == wanted && window != found.front() && IsWindowVisible(window)) {
                 found.push_back(window);
+            }
             return TRUE;
         },
         reinterpret_cast<LPARAM>(&windows));
@@ -109,8 +113,9 @@ std::string WindowJson(HWND window) {
         ",\"id\":" + std::to_string(GetDlgCtrlID(window)) + ",\"text\":" + Quoted(Text(window)) +
         ",\"visible\":" + Truth(IsWindowVisible(window)) + ",\"enabled\":" + Truth(IsWindowEnabled(window)) +
         ",\"display\":" + DisplayNumber(window) + ",\"rect\":" + RectangleJson(area);
-    if (className == L"SysListView32")
+    if (className == L"SysListView32") {
         json += ListJson(ReadListView(window));
+    }
     return json + ",\"children\":" + Array(Children(window), WindowJson) + "}";
 }
 
@@ -132,8 +137,9 @@ void PrintWindows(HWND frame) {
     std::string shown = WindowsJson(frame);
     for (int i = 1; i < kMostReadings; ++i) {
         const std::string before = std::exchange(shown, WindowsJson(frame));
-        if (shown == before)
+        if (shown == before) {
             break;
+        }
     }
     std::printf("%s\n", shown.c_str());
 }
@@ -156,8 +162,9 @@ HWND WindowAt(POINT point) {
             auto& wanted = *reinterpret_cast<Search*>(parameter);
             RECT area = {};
             GetWindowRect(window, &area);
-            if (IsWindowVisible(window) && PtInRect(&area, wanted.point))
+            if (IsWindowVisible(window) && PtInRect(&area, wanted.point)) {
                 wanted.found = window;
+            }
             return wanted.found == nullptr;
         },
         reinterpret_cast<LPARAM>(&search));
@@ -198,11 +205,13 @@ void PrintSection(HWND box, HWND list) {
     const ListContent content = ReadListView(list);
     std::printf("%s%s\n", Utf8(Text(box)).c_str(), IsWindowVisible(list) ? "" : " (hidden)");
     std::vector<std::wstring> titles;
-    for (const ListColumn& column : content.columns)
+    for (const ListColumn& column : content.columns) {
         titles.push_back(column.title);
+    }
     PrintLine(titles, "Image");
-    for (const ListRow& row : content.rows)
+    for (const ListRow& row : content.rows) {
         PrintLine(row.texts, (std::to_string(row.image) + " " + ImageText(row.image)).c_str());
+    }
 }
 
 void PrintCatalogue(HWND frame) {
@@ -210,16 +219,18 @@ void PrintCatalogue(HWND frame) {
     for (int i = 0; i < kSections; ++i) {
         const HWND box = FindDescendant(frame, kFirstSection + i);
         const HWND list = FindDescendant(frame, kFirstList + i);
-        if (!box || !list)
+        if (!box || !list) {
             throw std::runtime_error("the viewer shows no document lists");
+        }
         PrintSection(box, list);
     }
 }
 
 void PressButton(HWND frame, int id) {
     const HWND button = FindDescendant(frame, id);
-    if (!button)
+    if (!button) {
         throw std::runtime_error("there is no such button");
+    }
     PostMessageW(GetParent(button), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button));
 }
 
@@ -262,18 +273,20 @@ int Run(const std::vector<std::string>& words) {
     }
     try {
         const HWND frame = FindWindowW(kFrameClass, nullptr);
-        if (!frame)
+        if (!frame) {
             throw std::runtime_error("no viewer is open");
-        if (command == "windows")
+        }
+        if (command == "windows") {
             PrintWindows(frame);
-        else if (command == "press")
+        } else if (command == "press") {
             PressButton(frame, NumberIn(words[1]));
-        else if (command == "insert")
+        } else if (command == "insert") {
             InsertText(frame, NumberIn(words[1]), ReadText(words[2].c_str()));
-        else if (command == "input")
+        } else if (command == "input") {
             PrintInput(frame, {NumberIn(words[1]), NumberIn(words[2])});
-        else
+        } else {
             PrintCatalogue(frame);
+        }
         return 0;
     } catch (const std::exception& error) {
         std::printf("WindowDump: %s\n", error.what());
@@ -286,12 +299,14 @@ int Run(const std::vector<std::string>& words) {
 // asking it.
 void Serve() {
     for (std::string line; std::getline(std::cin, line);) {
-        if (!line.empty() && line.back() == '\r')
+        if (!line.empty() && line.back() == '\r') {
             line.pop_back();
+        }
         std::istringstream text(line);
         std::vector<std::string> words;
-        for (std::string word; std::getline(text, word, '\t');)
+        for (std::string word; std::getline(text, word, '\t');) {
             words.push_back(word);
+        }
         const int code = Run(words);
         std::printf("\x04%d\n", code);
         std::fflush(stdout);
@@ -302,8 +317,9 @@ void Serve() {
 
 int main(int argc, char** argv) {
     const std::vector<std::string> words(argv + 1, argv + argc);
-    if (words != std::vector<std::string>{"serve"})
+    if (words != std::vector<std::string>{"serve"}) {
         return Run(words);
+    }
     Serve();
     return 0;
 }

@@ -49,10 +49,12 @@ protected:
         PumpUntil([&keys] {
             MSG message = {};
             while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-                if (message.message == WM_KEYDOWN && message.wParam == VK_F24)
+                if (message.message == WM_KEYDOWN && message.wParam == VK_F24) {
                     return true;
-                if (message.message == WM_KEYDOWN)
+                }
+                if (message.message == WM_KEYDOWN) {
                     keys.push_back(message.wParam);
+                }
                 TranslateMessage(&message);
                 DispatchMessageW(&message);
             }

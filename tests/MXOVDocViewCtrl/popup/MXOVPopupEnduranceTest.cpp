@@ -21,8 +21,9 @@ constexpr std::int64_t kToleratedBytes = 16384;
 
 int WantedCycles() {
     const char* wanted = std::getenv("MXOV_POPUP_CYCLES");
-    if (wanted)
+    if (wanted) {
         return std::atoi(wanted);
+    }
     return std::getenv("MXOV_LONG") ? kLongCycles : kShortCycles;
 }
 
@@ -34,8 +35,9 @@ class Cycles : public PopupFixture {
 public:
     Cycles() {
         m_history.clear();
-        for (int i = 0; i < kHistoryEntries; ++i)
+        for (int i = 0; i < kHistoryEntries; ++i) {
             m_history.push_back({L"Updated", L"2024-05-14 08:52:10", L"M. Keller", L""});
+        }
     }
 
     void TestBody() override {}

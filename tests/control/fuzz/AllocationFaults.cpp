@@ -60,8 +60,9 @@ BSTR WINAPI FailingSysAllocStringLen(const OLECHAR* text, UINT length) {
 template <class Function>
 void Hook(HMODULE module, const char* name, Function* replacement, Function*& real) {
     real = reinterpret_cast<Function*>(HookImport(module, name, reinterpret_cast<void*>(replacement)));
-    if (!real)
+    if (!real) {
         throw std::runtime_error(std::string("the module does not import ") + name);
+    }
 }
 
 void HookAllocations(HMODULE module) {
@@ -137,12 +138,14 @@ HRESULT Connect(HostedControl& control) {
     ComPtr<IConnectionPoint> point;
     const HRESULT found = As<IConnectionPointContainer>(control, IID_IConnectionPointContainer)
                               ->FindConnectionPoint(kEventInterface, &point);
-    if (FAILED(found))
+    if (FAILED(found)) {
         return found;
+    }
     DWORD cookie = 0;
     const HRESULT connected = point->Advise(static_cast<IDispatch*>(&sink), &cookie);
-    if (FAILED(connected))
+    if (FAILED(connected)) {
         return connected;
+    }
     ComPtr<IEnumConnections> connections;
     const HRESULT listed = point->EnumConnections(&connections);
     connections.Reset();
@@ -226,23 +229,28 @@ std::vector<Method> Methods(VARIANT folder) {
 bool CallWithFault(const Method& method, uint64_t number, Plant plant) {
     BeginStep(method.name, number);
     HostedControl control;
-    if (method.active && control.Activate() != S_OK)
+    if (method.active && control.Activate() != S_OK) {
         throw std::runtime_error(std::string(method.name) + ": a sound activation failed");
+    }
     allocation = 0;
     failing = number;
     counting = true;
     const HRESULT result = method.call(control);
-    if (number == 3)
+    if (number == 3) {
         Spring(plant);
+    }
     counting = false;
     const bool reached = allocation >= number;
     HostedControl::Pump();
-    if (!reached && FAILED(result))
+    if (!reached && FAILED(result)) {
         throw std::runtime_error(std::string(method.name) + ": fails without a fault");
+    }
     // Whatever failed, the next call works.
     Value number1(1L);
-    if (Invoke(control.Automation(), kOnSizeChange, DISPATCH_METHOD, {number1.Get(), number1.Get()}) != S_OK)
+    if (Invoke(control.Automation(), kOnSizeChange, DISPATCH_METHOD, {number1.Get(), number1.Get()}) !=
+        S_OK) {
         throw std::runtime_error(std::string(method.name) + ": the control is of no use afterwards");
+    }
     Invoke(control.Automation(), kClearAllData, DISPATCH_METHOD); // the records outlive the control
     return reached;
 }
@@ -256,14 +264,17 @@ void CreateWithFaults(const ControlModule& module, uint64_t& faults) {
         const HRESULT created = CoCreateInstance(kControlClass, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
                                                  reinterpret_cast<void**>(control.GetAddressOf()));
         counting = false;
-        if (allocation < number)
+        if (allocation < number) {
             return;
+        }
         ++faults;
-        if (SUCCEEDED(created) != (control.Get() != nullptr))
+        if (SUCCEEDED(created) != (control.Get() != nullptr)) {
             throw std::runtime_error("creation tells what is not so");
+        }
         control.Reset();
-        if (module.Call("DllCanUnloadNow") != S_OK)
+        if (module.Call("DllCanUnloadNow") != S_OK) {
             throw std::runtime_error("a control that was not made holds the module");
+        }
     }
 }
 
@@ -274,8 +285,9 @@ std::string FailAllocations(Plant plant) {
     const ControlModule module;
     Value folder(package.Path());
     const std::vector<Method> methods = Methods(folder.Get());
-    for (const Method& method : methods) // fills the caches that last as long as the module
+    for (const Method& method : methods) { // fills the caches that last as long as the module
         CallWithFault(method, ~uint64_t{0}, Plant::kNone);
+    }
     HookAllocations(module.Handle());
     CountBlocks(GetModuleHandleW(L"mxovshare.dll"));
     std::string found;
@@ -284,16 +296,18 @@ std::string FailAllocations(Plant plant) {
     for (const Method& method : methods) {
         const int64_t before = outstanding;
         uint64_t number = 1;
-        while (CallWithFault(method, number, plant))
+        while (CallWithFault(method, number, plant)) {
             ++number;
+        }
         faults += number - 1;
         const int64_t left = outstanding - before;
         std::printf("%s%s: %llu allocations, %lld blocks left\n", method.name,
                     method.active ? " (active)" : "", static_cast<unsigned long long>(number - 1),
                     static_cast<long long>(left));
         std::fflush(stdout);
-        if (left > 0)
+        if (left > 0) {
             found += std::string(method.name) + " leaks; ";
+        }
     }
     std::printf("%llu faults\n", static_cast<unsigned long long>(faults));
     return found;

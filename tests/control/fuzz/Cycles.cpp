@@ -29,27 +29,33 @@ void Press(HWND window, int x, int y) {
 void PressFirstRow(HWND list) {
     RECT row = {};
     row.left = LVIR_LABEL;
-    if (!SendMessageW(list, LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row)))
+    if (!SendMessageW(list, LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row))) {
         throw std::runtime_error("no document is listed");
+    }
     Press(list, row.left + 10, (row.top + row.bottom) / 2);
 }
 
 void OneCycle(const PackageBuilder& package, Plant plant) {
     HostedControl control;
-    if (control.Activate() != S_OK)
+    if (control.Activate() != S_OK) {
         throw std::runtime_error("the control is not activated");
+    }
     Value folder(package.Path());
-    if (Invoke(control.Automation(), kLoadFile, DISPATCH_METHOD, {folder.Get(), folder.Get()}) != S_OK)
+    if (Invoke(control.Automation(), kLoadFile, DISPATCH_METHOD, {folder.Get(), folder.Get()}) != S_OK) {
         throw std::runtime_error("the package is not loaded");
+    }
     HostedControl::Pump();
     const HWND dialog = control.Dialog();
-    for (const int box : {kPartBox, kGCodeBox})
+    for (const int box : {kPartBox, kGCodeBox}) {
         Press(GetDlgItem(dialog, box), 40, 8);
+    }
     PressFirstRow(GetDlgItem(dialog, kAdditionalList));
-    if (!FindWindowW(L"#32770", L"Document Properties"))
+    if (!FindWindowW(L"#32770", L"Document Properties")) {
         throw std::runtime_error("a click on a document shows no popup");
-    if (Invoke(control.Automation(), kClose, DISPATCH_METHOD) != S_OK)
+    }
+    if (Invoke(control.Automation(), kClose, DISPATCH_METHOD) != S_OK) {
         throw std::runtime_error("Close failed");
+    }
     Spring(plant);
 }
 
@@ -67,8 +73,9 @@ public:
         context.hModule = module;
         context.lpResourceName = MAKEINTRESOURCEW(kManifest);
         m_context = CreateActCtxW(&context);
-        if (m_context == INVALID_HANDLE_VALUE || !ActivateActCtx(m_context, &m_cookie))
+        if (m_context == INVALID_HANDLE_VALUE || !ActivateActCtx(m_context, &m_cookie)) {
             throw std::runtime_error("the module's manifest cannot be used");
+        }
     }
     ~ModuleControls() {
         DeactivateActCtx(0, m_cookie);
@@ -89,8 +96,9 @@ void BareCycles(HMODULE module, int count) {
         BeginStep("bare cycle", static_cast<uint64_t>(cycle));
         const HWND dialog =
             CreateDialogParamW(module, MAKEINTRESOURCEW(kPopupTemplate), nullptr, HandleNothing, 0);
-        if (!dialog)
+        if (!dialog) {
             throw std::runtime_error("the popup's template makes no dialog");
+        }
         ShowWindow(dialog, SW_SHOW);
         HostedControl::Pump();
         DestroyWindow(dialog);
@@ -125,8 +133,9 @@ std::string RunCycles(uint64_t count, Plant plant) {
         BeginStep("cycle", cycle);
         OneCycle(package, plant);
         const uint64_t popups = cycle + 1 - kWarmUpCycles;
-        if (popups % kReportEvery && cycle + 1 != count)
+        if (popups % kReportEvery && cycle + 1 != count) {
             continue;
+        }
         ProcessResources expected = start;
         expected.userObjects += static_cast<int>(popups); // the mouse hook that stays, as it is meant to
         expected.heapBytes += static_cast<std::int64_t>(popups) * platform;

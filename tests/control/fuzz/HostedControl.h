@@ -11,8 +11,9 @@ public:
     HostedControl() {
         ComPtr<IUnknown> control;
         if (FAILED(CoCreateInstance(kControlClass, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
-                                    reinterpret_cast<void**>(control.GetAddressOf()))))
+                                    reinterpret_cast<void**>(control.GetAddressOf())))) {
             throw std::runtime_error("the control cannot be created; is it registered?");
+        }
         control->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(m_automation.GetAddressOf()));
         m_container.position = m_container.clip = {0, 0, 390, 290};
         m_container.Embed(control.Get());
@@ -29,8 +30,9 @@ public:
     /// Handles messages until none is waiting.
     static void Pump() {
         MSG message;
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
             DispatchMessageW(&message);
+        }
     }
 
 private:

@@ -29,12 +29,14 @@ void* HookImport(HMODULE module, const char* function, void* replacement) {
         const auto* names = At<IMAGE_THUNK_DATA>(module, library->OriginalFirstThunk);
         auto* places = At<void*>(module, library->FirstThunk);
         for (size_t i = 0; names[i].u1.AddressOfData; ++i) {
-            if (IMAGE_SNAP_BY_ORDINAL(names[i].u1.Ordinal))
+            if (IMAGE_SNAP_BY_ORDINAL(names[i].u1.Ordinal)) {
                 continue;
+            }
             const auto* name =
                 At<IMAGE_IMPORT_BY_NAME>(module, static_cast<DWORD>(names[i].u1.AddressOfData));
-            if (!std::strcmp(name->Name, function))
+            if (!std::strcmp(name->Name, function)) {
                 return Exchange(&places[i], replacement);
+            }
         }
     }
     return nullptr;

@@ -62,15 +62,17 @@ Call AnyCall(const InvokeValues& values, std::mt19937& random) {
             random() % 2 ? DISPID_PROPERTYPUT : static_cast<DISPID>(random() % kMostArguments) - 1;
     }
     call.count = random() % kMostArguments;
-    if (random() % 4 == 0)
+    if (random() % 4 == 0) {
         call.namedCount = random() % kMostArguments;
+    }
     if (call.member == kInputParameter && random() % 2) { // a call that fits
         call.flags = DISPATCH_PROPERTYPUT;
         call.count = call.namedCount = 1;
         call.named[0] = DISPID_PROPERTYPUT;
     }
-    if (DoesWork(call) && random() % kFittingEvery)
+    if (DoesWork(call) && random() % kFittingEvery) {
         ++call.count;
+    }
     return call;
 }
 
@@ -95,8 +97,9 @@ DISPID Named(IDispatch* object, DISPID unknown, std::mt19937& random) {
     LPOLESTR names[] = {name.data()};
     DISPID member = DISPID_UNKNOWN;
     const HRESULT found = object->GetIDsOfNames(IID_NULL, names, 1, random() % 2 ? 0x409 : 0, &member);
-    if (SUCCEEDED(found) == (member == DISPID_UNKNOWN))
+    if (SUCCEEDED(found) == (member == DISPID_UNKNOWN)) {
         throw std::runtime_error("a name is answered wrongly");
+    }
     return SUCCEEDED(found) ? member : unknown;
 }
 
@@ -106,10 +109,12 @@ void LoadPackage(HostedControl& control, const VARIANT& folder, std::mt19937& ra
     const HRESULT loaded = random() % 2 ? Invoke(object, kLoadFile, DISPATCH_METHOD, {folder, folder})
                                         : Invoke(object, kInputParameter, DISPATCH_PROPERTYPUT, {folder});
     const HWND list = GetDlgItem(control.Dialog(), kGCodeList);
-    if (loaded != S_OK || SendMessageW(list, LVM_GETITEMCOUNT, 0, 0) == 0)
+    if (loaded != S_OK || SendMessageW(list, LVM_GETITEMCOUNT, 0, 0) == 0) {
         throw std::runtime_error("the package is not loaded");
-    if (random() % 2)
+    }
+    if (random() % 2) {
         Invoke(object, kClearAllData, DISPATCH_METHOD);
+    }
 }
 
 class InvokeFuzz {
@@ -119,8 +124,9 @@ public:
     /// So many calls on one control.
     void Hammer(uint64_t calls) {
         HostedControl control;
-        if (control.Activate() != S_OK)
+        if (control.Activate() != S_OK) {
             throw std::runtime_error("the control is not activated");
+        }
         for (uint64_t i = 0; i < calls; ++i) {
             if (m_random() % kLoadEvery == 0) {
                 BeginStep("a package is loaded", i);
@@ -129,8 +135,9 @@ public:
             } else {
                 AnyOf(control.Automation(), i);
             }
-            if (i % kPumpEvery == 0)
+            if (i % kPumpEvery == 0) {
                 HostedControl::Pump();
+            }
         }
         // The records and the library's view of the last file outlive the control: they are the same each
         // time.
@@ -140,9 +147,10 @@ public:
 
     void Report() const {
         for (size_t i = 0; i < std::size(kMembers); ++i) {
-            if (i == 0 || kMembers[i] != kMembers[i - 1])
+            if (i == 0 || kMembers[i] != kMembers[i - 1]) {
                 std::printf("member %ld: %llu succeeded, %llu failed\n", kMembers[i],
                             Of(kMembers[i]).succeeded, Of(kMembers[i]).failed);
+            }
         }
         std::printf("others: %llu succeeded, %llu failed; %llu loads\n", m_outcomes.back().succeeded,
                     m_outcomes.back().failed, m_loads);
@@ -151,16 +159,19 @@ public:
 private:
     void AnyOf(IDispatch* object, uint64_t number) {
         Call call = AnyCall(m_values, m_random);
-        if (m_random() % kNameEvery == 0 && !DoesWork(call))
+        if (m_random() % kNameEvery == 0 && !DoesWork(call)) {
             call.member = Named(object, call.member, m_random);
+        }
         BeginStep("member, flags, arguments", number, {call.member, call.flags, call.count});
-        if (!Make(call, object, m_random, Of(call.member)))
+        if (!Make(call, object, m_random, Of(call.member))) {
             throw std::runtime_error("an unexpected result in " + Words(doing));
+        }
     }
     static size_t IndexOf(DISPID member) {
         size_t i = 0;
-        while (i < std::size(kMembers) && kMembers[i] != member)
+        while (i < std::size(kMembers) && kMembers[i] != member) {
             ++i;
+        }
         return i;
     }
     Outcomes& Of(DISPID member) { return m_outcomes[IndexOf(member)]; }

@@ -29,8 +29,9 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS* info) {
     char name[MAX_PATH] = "?";
     if (GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                           reinterpret_cast<LPCSTR>(address), &module))
+                           reinterpret_cast<LPCSTR>(address), &module)) {
         GetModuleFileNameA(module, name, MAX_PATH);
+    }
     std::printf("crashed: code %08lx at %s + %llx in %s\n", info->ExceptionRecord->ExceptionCode, name,
                 static_cast<unsigned long long>(address - reinterpret_cast<BYTE*>(module)),
                 Words(doing).c_str());
@@ -40,32 +41,40 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS* info) {
 }
 
 Plant PlantOf(const char* name) {
-    if (!std::strcmp(name, "crash"))
+    if (!std::strcmp(name, "crash")) {
         return Plant::kCrash;
-    if (!std::strcmp(name, "leak"))
+    }
+    if (!std::strcmp(name, "leak")) {
         return Plant::kLeak;
+    }
     return std::strcmp(name, "hang") ? Plant::kNone : Plant::kHang;
 }
 
 std::string Run(const std::string& run, uint64_t count, uint32_t seed, Plant plant) {
-    if (run == "invoke")
+    if (run == "invoke") {
         return FuzzInvoke(count, seed, plant);
-    if (run == "messages")
+    }
+    if (run == "messages") {
         return FuzzMessages(count, seed, plant);
-    if (run == "allocations")
+    }
+    if (run == "allocations") {
         return FailAllocations(plant);
-    if (run == "cycles")
+    }
+    if (run == "cycles") {
         return RunCycles(count, plant);
+    }
     return "no such run: " + run;
 }
 
 } // namespace
 
 void Spring(Plant plant) {
-    if (plant == Plant::kCrash)
+    if (plant == Plant::kCrash) {
         RaiseException(EXCEPTION_ACCESS_VIOLATION, 0, 0, nullptr);
-    if (plant == Plant::kHang)
+    }
+    if (plant == Plant::kHang) {
         Sleep(INFINITE);
+    }
     if (plant == Plant::kLeak) {
         constexpr size_t kBytes = 0x20000;
         HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, kBytes);

@@ -97,8 +97,9 @@ bool Waits(UINT message, WPARAM wParam) {
 /// The control's windows whose procedure is ours.
 std::vector<HWND> OwnWindows(const HostedControl& control) {
     std::vector<HWND> windows = {control.Window(), control.Dialog()};
-    for (const int box : {kPartBox, kGCodeBox, kSetupBox, kAdditionalBox})
+    for (const int box : {kPartBox, kGCodeBox, kSetupBox, kAdditionalBox}) {
         windows.push_back(GetDlgItem(control.Dialog(), box));
+    }
     return windows;
 }
 
@@ -127,8 +128,9 @@ std::string FuzzMessages(uint64_t count, uint32_t seed, Plant plant) {
     const ControlModule module;
     const auto hammer = [&](uint64_t messages) {
         HostedControl control;
-        if (control.Activate() != S_OK)
+        if (control.Activate() != S_OK) {
             throw std::runtime_error("the control is not activated");
+        }
         Value folder(package.Path());
         Invoke(control.Automation(), kInputParameter, DISPATCH_PROPERTYPUT, {folder.Get()});
         const std::vector<HWND> windows = OwnWindows(control);
@@ -137,15 +139,18 @@ std::string FuzzMessages(uint64_t count, uint32_t seed, Plant plant) {
             const UINT message = AnyMessage(random);
             const WPARAM wParam = random() % 2 ? random() % 0x800 : random();
             const LPARAM lParam = random() % 2 ? static_cast<LPARAM>(random() % 0x01000100) : 0;
-            if (IsTrusted(message) || Waits(message, wParam))
+            if (IsTrusted(message) || Waits(message, wParam)) {
                 continue;
+            }
             BeginStep("message, parameters, window", i,
                       {message, static_cast<long long>(wParam), lParam, GetDlgCtrlID(window)});
             SendMessageW(window, message, wParam, lParam);
-            if (i % 1000 == 0)
+            if (i % 1000 == 0) {
                 HostedControl::Pump();
-            if (!IsWindow(window))
+            }
+            if (!IsWindow(window)) {
                 throw std::runtime_error("a window went with message " + std::to_string(message));
+            }
         }
         Spring(plant);
     };

@@ -38,6 +38,7 @@ std::string Words(const Step& step) {
 void WatchProgress(unsigned seconds) {
     const HANDLE thread =
         CreateThread(nullptr, 0, Watch, reinterpret_cast<void*>(UINT_PTR{seconds}), 0, nullptr);
-    if (thread)
+    if (thread) {
         CloseHandle(thread);
+    }
 }

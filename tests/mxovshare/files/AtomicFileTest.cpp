@@ -64,8 +64,9 @@ TEST(AtomicFile, CanBeWrittenInPlaceAndReadBack) {
 TEST(AtomicFile, LargeContentArrivesWhole) {
     const TempFolder folder;
     std::string bytes(40 << 20, '\0');
-    for (std::size_t i = 0; i < bytes.size(); i += 997)
+    for (std::size_t i = 0; i < bytes.size(); i += 997) {
         bytes[i] = static_cast<char>(i >> 9);
+    }
     ASSERT_TRUE(Replace(folder / L"a.bin", bytes));
     EXPECT_EQ(folder.Read(L"a.bin"), bytes);
 }
@@ -177,11 +178,13 @@ TEST(AtomicFile, NamesMayBeAsLongAsAFileSystemTakes) {
 
 TEST(AtomicFileChild, DISABLED_DiesHalfWay) {
     const std::wstring target = FileForChild();
-    if (target.empty())
+    if (target.empty()) {
         return;
+    }
     AtomicFile file(target);
-    if (Put(file, "half of it"))
+    if (Put(file, "half of it")) {
         TerminateProcess(GetCurrentProcess(), 5);
+    }
 }
 
 TEST(AtomicFile, WhatACrashLeftBehindIsGoneAfterTheNextWrite) {

@@ -56,8 +56,9 @@ TEST(Library, ExportsItsInterfaceAndNoMore) {
     const auto* directory = reinterpret_cast<const IMAGE_EXPORT_DIRECTORY*>(base + offset);
     const auto* names = reinterpret_cast<const DWORD*>(base + directory->AddressOfNames);
     ASSERT_GE(directory->NumberOfNames, 8U);
-    for (DWORD i = 0; i < directory->NumberOfNames; ++i)
+    for (DWORD i = 0; i < directory->NumberOfNames; ++i) {
         EXPECT_TRUE(std::string_view(base + names[i]).starts_with("_ZN9mxovshare")) << base + names[i];
+    }
 }
 
 } // namespace

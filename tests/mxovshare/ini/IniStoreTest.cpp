@@ -137,8 +137,9 @@ TEST_F(IniStoreFile, SeesThatTheFileIsGoneAndBack) {
 }
 
 TEST(IniStoreChild, DISABLED_WritesWithTheProfileFunctions) {
-    if (FileForChild().empty())
+    if (FileForChild().empty()) {
         return;
+    }
     ASSERT_TRUE(WritePrivateProfileStringW(L"s", L"other", L"theirs", FileForChild().c_str()));
 }
 
@@ -285,8 +286,9 @@ TEST_F(IniStoreFile, MoreFilesThanAreKept) {
 TEST_F(IniStoreFile, KeptChangesOutliveTheFilesThatAreKept) {
     const FileHandle lock = Lock(m_file, FILE_SHARE_READ);
     SetValue(L"k", L"new");
-    for (std::size_t i = 0; i < 2 * IniStore::kCapacity; ++i)
+    for (std::size_t i = 0; i < 2 * IniStore::kCapacity; ++i) {
         m_store.Value(L"s", L"k", m_folder / (std::to_wstring(i) + L".ini"));
+    }
     EXPECT_EQ(Value(), L"new");
 }
 
@@ -301,25 +303,29 @@ TEST_F(IniStoreFile, ThreadsMayShareIt) {
             }
         });
     }
-    for (std::thread& thread : threads)
+    for (std::thread& thread : threads) {
         thread.join();
+    }
     IniStore fresh;
     EXPECT_EQ(fresh.SectionNames(L"F_", m_file).size(), 4U);
-    for (const std::wstring& name : fresh.SectionNames(L"F_", m_file))
+    for (const std::wstring& name : fresh.SectionNames(L"F_", m_file)) {
         EXPECT_EQ(fresh.Value(name, L"k", m_file), L"24");
+    }
 }
 
 TEST_F(IniStoreFile, TenThousandDocuments) {
     std::string bytes;
-    for (int i = 1; i <= 10'000; ++i)
+    for (int i = 1; i <= 10'000; ++i) {
         bytes += "[REFERANCE_FILE_" + std::to_string(i) + "]\r\nIsReferencedFile=YES\r\nFilePath=C:\\jobs\\" +
                  std::to_string(i) + ".pdf\r\n";
+    }
     Overwrite(m_file, bytes);
     const Names names = m_store.SectionNames(L"REFERANCE_FILE", m_file);
     ASSERT_EQ(names.size(), 10'000U);
-    for (std::size_t i = 0; i < names.size(); ++i)
+    for (std::size_t i = 0; i < names.size(); ++i) {
         ASSERT_EQ(m_store.Value(names[i], L"FilePath", m_file),
                   L"C:\\jobs\\" + std::to_wstring(i + 1) + L".pdf");
+    }
     EXPECT_EQ(m_store.LastIndex(L"REFERANCE_FILE", m_file), 10'000);
     m_store.SetValue(L"REFERANCE_FILE_5000", L"Description", L"half way", m_file);
     EXPECT_EQ(m_store.Value(L"REFERANCE_FILE_10000", L"FilePath", m_file), L"C:\\jobs\\10000.pdf");

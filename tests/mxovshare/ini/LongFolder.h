@@ -19,16 +19,19 @@ public:
         std::wstring path = m_root.Path();
         while (path.size() < length) {
             path += L"\\a folder with quite a long name, number " + std::to_wstring(path.size());
-            if (!CreateDirectoryW(LongPath(path).c_str(), nullptr))
+            if (!CreateDirectoryW(LongPath(path).c_str(), nullptr)) {
                 throw std::runtime_error("a long folder cannot be made");
+            }
             m_folders.push_back(path);
         }
     }
     ~LongFolder() {
-        for (const std::wstring& file : m_files)
+        for (const std::wstring& file : m_files) {
             DeleteFileW(LongPath(file).c_str());
-        for (auto folder = m_folders.rbegin(); folder != m_folders.rend(); ++folder)
+        }
+        for (auto folder = m_folders.rbegin(); folder != m_folders.rend(); ++folder) {
             RemoveDirectoryW(LongPath(*folder).c_str());
+        }
     }
     LongFolder(const LongFolder&) = delete;
     LongFolder& operator=(const LongFolder&) = delete;

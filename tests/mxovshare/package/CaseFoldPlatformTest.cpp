@@ -22,8 +22,9 @@ std::wstring Folded(wchar_t unit) {
 
 TEST(CaseFold, AgreesWithTheSystemInTheWholeBasicPlane) {
     for (unsigned unit = 0; unit < 0x10000; ++unit) {
-        if (unit >= 0xD800 && unit <= 0xDFFF)
+        if (unit >= 0xD800 && unit <= 0xDFFF) {
             continue;
+        }
         const wchar_t upper = RtlUpcaseUnicodeChar(static_cast<WCHAR>(unit));
         EXPECT_EQ(Folded(static_cast<wchar_t>(unit)), std::wstring(1, upper)) << std::hex << unit;
     }

@@ -30,10 +30,12 @@ TEST_F(EarlyFlushTest, WritesFromSeveralThreads) {
     mxovshare::OpenFile file(handle.Get(), m_path);
     EarlyFlush sink(file, handle.Get(), m_path);
     std::vector<std::thread> writers;
-    for (std::uint64_t i = 0; i < 8; ++i)
+    for (std::uint64_t i = 0; i < 8; ++i) {
         writers.emplace_back([&, i] { sink.Write(i * m_piece.size(), m_piece); });
-    for (std::thread& writer : writers)
+    }
+    for (std::thread& writer : writers) {
         writer.join();
+    }
     EXPECT_EQ(file.Size(), 8 * m_piece.size());
     sink.SetSize(20'000'000);
     sink.Finish();
@@ -48,8 +50,9 @@ TEST_F(EarlyFlushTest, TellsAFlushThatFailedBeforeTheLastOne) {
     ASSERT_FALSE(FlushFileBuffers(unflushable.Get()));
     mxovshare::OpenFile file(handle.Get(), m_path);
     EarlyFlush sink(file, unflushable.Get(), m_path);
-    for (std::uint64_t i = 0; i < 3; ++i)
+    for (std::uint64_t i = 0; i < 3; ++i) {
         sink.Write(i * m_piece.size(), m_piece);
+    }
     EXPECT_THROW(sink.Finish(), FileFailure);
 }
 
@@ -57,8 +60,9 @@ TEST_F(EarlyFlushTest, MayBeGivenUpAtAnyTime) {
     const FileHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
     mxovshare::OpenFile file(handle.Get(), m_path);
     EarlyFlush sink(file, handle.Get(), m_path);
-    for (std::uint64_t i = 0; i < 6; ++i)
+    for (std::uint64_t i = 0; i < 6; ++i) {
         sink.Write(i * m_piece.size(), m_piece);
+    }
 }
 
 } // namespace

@@ -8,8 +8,9 @@ namespace {
 std::string ReadAll(const std::wstring& path) {
     const HANDLE file =
         CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
+    if (file == INVALID_HANDLE_VALUE) {
         throw std::runtime_error("a test file cannot be read");
+    }
     std::string content(GetFileSize(file, nullptr), '\0');
     DWORD done = 0;
     ReadFile(file, content.data(), static_cast<DWORD>(content.size()), &done, nullptr);
@@ -22,12 +23,14 @@ void Collect(const std::wstring& root, const std::wstring& inside,
              std::map<std::wstring, FileSnapshot>& files) {
     WIN32_FIND_DATAW data = {};
     const HANDLE search = FindFirstFileW((root + inside + L"*").c_str(), &data);
-    if (search == INVALID_HANDLE_VALUE)
+    if (search == INVALID_HANDLE_VALUE) {
         return;
+    }
     do {
         const std::wstring_view name = data.cFileName;
-        if (name == L"." || name == L"..")
+        if (name == L"." || name == L"..") {
             continue;
+        }
         const std::wstring path = inside + data.cFileName;
         FileSnapshot& file = files[path];
         file.isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -60,10 +63,11 @@ void RemoveTree(const std::wstring& folder) {
     const auto files = TakeSnapshot(folder);
     for (auto file = files.rbegin(); file != files.rend(); ++file) {
         const std::wstring path = L"\\\\?\\" + folder + L"\\" + file->first;
-        if (file->second.isFolder)
+        if (file->second.isFolder) {
             RemoveDirectoryW(path.c_str());
-        else
+        } else {
             DeleteFileW(path.c_str());
+        }
     }
     RemoveDirectoryW(folder.c_str());
 }

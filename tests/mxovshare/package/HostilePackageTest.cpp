@@ -124,8 +124,9 @@ std::vector<Hostile> WhatIsNoPackage() {
 
 std::vector<Hostile> All() {
     std::vector<Hostile> all = NamesThatLeadAway();
-    for (const auto& group : {FieldsThatLie(), WhatIsNoPackage()})
+    for (const auto& group : {FieldsThatLie(), WhatIsNoPackage()}) {
         all.insert(all.end(), group.begin(), group.end());
+    }
     return all;
 }
 
@@ -186,8 +187,9 @@ void ExpectRefused(const TempFolder& work, const std::string& bytes, const std::
 TEST(HostilePackages, AreRefusedWhenTruncatedAnywhere) {
     const TempFolder work;
     const std::string honest = Honest();
-    for (std::size_t size = 0; size < honest.size(); ++size)
+    for (std::size_t size = 0; size < honest.size(); ++size) {
         ExpectRefused(work, honest.substr(0, size), std::to_string(size));
+    }
 }
 
 TEST(HostilePackages, NeverUnpackToOtherContentForAFlippedBit) {
@@ -204,8 +206,9 @@ TEST(HostilePackages, NeverUnpackToOtherContentForAFlippedBit) {
             continue;
         }
         // What the bit was in does not matter for the content: times, attributes, versions.
-        for (const auto& [name, file] : TakeSnapshot(work / L"out"))
+        for (const auto& [name, file] : TakeSnapshot(work / L"out")) {
             EXPECT_TRUE(file.isFolder || file.content.ends_with("end") || file.content == "content") << bit;
+        }
         RemoveTree(work / L"out");
     }
     EXPECT_GT(refused, static_cast<int>(honest.size()));

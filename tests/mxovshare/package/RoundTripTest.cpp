@@ -17,8 +17,9 @@ namespace {
 std::string Noise(std::size_t size) {
     std::mt19937 generator(11);
     std::string bytes(size, '\0');
-    for (char& byte : bytes)
+    for (char& byte : bytes) {
         byte = static_cast<char>(generator());
+    }
     return bytes;
 }
 
@@ -33,8 +34,9 @@ std::vector<std::wstring> Names(const std::wstring& package) {
     ExpectDone(ListPackage(package, entries));
     std::vector<std::wstring> names;
     names.reserve(entries.size());
-    for (const PackageEntry& entry : entries)
+    for (const PackageEntry& entry : entries) {
         names.push_back(entry.name);
+    }
     return names;
 }
 
@@ -113,8 +115,9 @@ TEST(PackageRoundTrip, TakesPathsOfAnyLength) {
 TEST(PackageRoundTrip, PutsTheInformationFileFirstAndTheRestInOrder) {
     const TempFolder folder;
     for (const wchar_t* name :
-         {L"b.txt", L"A.txt", L"Private\\mxinfo.ini", L"c\\d.txt", L"MxInfo.ini", L"a-b.txt"})
+         {L"b.txt", L"A.txt", L"Private\\mxinfo.ini", L"c\\d.txt", L"MxInfo.ini", L"a-b.txt"}) {
         folder.Write(name, "x");
+    }
     const TempFolder work;
     ExpectDone(CreatePackage(folder.Path(), work / L"p.mxov"));
     EXPECT_EQ(Names(work / L"p.mxov"),

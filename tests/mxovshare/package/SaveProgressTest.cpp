@@ -35,8 +35,9 @@ private:
         while (!m_stop && !m_seen) {
             const HWND dialog = FindWindowW(L"#32770", L"Maxtrel Orvando Document Manager");
             m_seen = dialog != nullptr && IsWindowVisible(dialog);
-            if (m_seen && cancel)
+            if (m_seen && cancel) {
                 PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+            }
             Sleep(1);
         }
     }
@@ -65,8 +66,9 @@ protected:
         std::string noise(4'000'000, '\0');
         for (int i = 0; i < files; ++i) {
             // Worth compressing, so that it takes its time on any number of processors.
-            for (char& byte : noise)
+            for (char& byte : noise) {
                 byte = static_cast<char>(generator() & 0x3F);
+            }
             m_folder.Write(std::to_wstring(i) + L".bin", noise);
         }
     }

@@ -57,8 +57,9 @@ protected:
     static std::string Noise(std::size_t size) {
         std::mt19937 generator(9);
         std::string noise(size, '\0');
-        for (char& byte : noise)
+        for (char& byte : noise) {
             byte = static_cast<char>(generator());
+        }
         return noise;
     }
 
@@ -116,8 +117,9 @@ TEST_F(UnchangedTest, PacksEverythingAnewWhenTheOldDataIsDamaged) {
 // What was unpacked once is not unpacked again after it was copied; damage is noticed all the same.
 TEST_F(UnchangedTest, PacksEverythingAnewWhenKnownDataWasDamagedSince) {
     std::string text;
-    for (int i = 0; i < 50'000; ++i)
+    for (int i = 0; i < 50'000; ++i) {
         text += std::to_string(i * i % 1009) + "\r\n";
+    }
     Write(text);
     m_folder.Write(L"noise.bin", Noise(700'000));
     ASSERT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
@@ -135,8 +137,9 @@ TEST_F(UnchangedTest, PacksEverythingAnewWhenKnownDataWasDamagedSince) {
 }
 
 TEST_F(UnchangedTest, ListsTheInformationFileFirstWhateverChanged) {
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < 5; ++i) {
         m_folder.Write(L"more\\" + std::to_wstring(i), Noise(3'000'000));
+    }
     ASSERT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
     m_folder.Write(L"mxinfo.ini", "[FILEINFO]\r\nGCode=a");
     m_folder.Write(L"more\\3", "changed");
@@ -145,8 +148,9 @@ TEST_F(UnchangedTest, ListsTheInformationFileFirstWhateverChanged) {
     ASSERT_TRUE(ListPackage(Package(), entries).ok);
     std::vector<std::wstring> names;
     names.reserve(entries.size());
-    for (const PackageEntry& entry : entries)
+    for (const PackageEntry& entry : entries) {
         names.push_back(entry.name);
+    }
     EXPECT_EQ(names, (std::vector<std::wstring>{L"mxinfo.ini", L"doc.txt", L"more\\0", L"more\\1", L"more\\2",
                                                 L"more\\3", L"more\\4"}));
     ASSERT_TRUE(UnpackPackage(Package(), m_work / L"out").ok);
@@ -170,9 +174,10 @@ TEST_F(UnchangedTest, NeverTakesWhatExpandsOutOfProportion) {
 }
 
 TEST_F(UnchangedTest, GivesTheSamePackageAsPackingAnew) {
-    for (int i = 0; i < 20; ++i)
+    for (int i = 0; i < 20; ++i) {
         m_folder.Write(L"more\\" + std::to_wstring(i),
                        std::string(static_cast<std::size_t>(i) * 100'000, 'x'));
+    }
     ASSERT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
     const std::string once = m_work.Read(L"p.mxov");
     ASSERT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);

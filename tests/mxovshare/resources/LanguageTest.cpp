@@ -133,22 +133,27 @@ TEST_F(Language, TheModuleOfTheLanguageBeforeIsReleased) {
 }
 
 TEST_P(EachLanguage, HasEveryTextAndNoOther) {
-    for (const UINT id : kTexts)
+    for (const UINT id : kTexts) {
         EXPECT_FALSE(Text(id).empty()) << id;
-    for (const UINT id : {136U, 142U, 143U, 153U})
+    }
+    for (const UINT id : {136U, 142U, 143U, 153U}) {
         EXPECT_TRUE(Text(id).empty()) << id;
+    }
 }
 
 TEST_P(EachLanguage, HasSentencesOfItsOwn) {
     std::array<std::wstring, 4> texts;
-    for (UINT id = 149; id <= 152; ++id)
+    for (UINT id = 149; id <= 152; ++id) {
         texts.at(id - 149) = Text(id);
+    }
     for (const wchar_t* other : kLanguages) {
-        if (std::wstring(other) == GetParam())
+        if (std::wstring(other) == GetParam()) {
             continue;
+        }
         ASSERT_TRUE(UseLanguage(other));
-        for (UINT id = 149; id <= 152; ++id)
+        for (UINT id = 149; id <= 152; ++id) {
             EXPECT_NE(texts.at(id - 149), Text(id)) << id << " is the same in " << other;
+        }
     }
 }
 
@@ -167,8 +172,9 @@ TEST_P(EachLanguage, ColumnTitlesFitTheirColumns) {
     const Ruler ruler;
     const std::array<std::pair<UINT, int>, 6> columns = {
         {{137, 150}, {138, 40}, {139, 150}, {140, 55}, {139, 90}, {141, 80}}};
-    for (const auto& [id, width] : columns)
+    for (const auto& [id, width] : columns) {
         EXPECT_LE(ruler.Width(Text(id)) + kHeaderMargins, width) << id;
+    }
 }
 
 TEST_P(EachLanguage, TheSavedOperationFitsItsHistoryColumn) {
@@ -178,8 +184,9 @@ TEST_P(EachLanguage, TheSavedOperationFitsItsHistoryColumn) {
 
 TEST_P(EachLanguage, LabelsFitBeforeTheirFields) {
     const Ruler ruler;
-    for (const UINT id : {138U, 145U, 146U, 147U})
+    for (const UINT id : {138U, 145U, 146U, 147U}) {
         EXPECT_LE(ruler.Width(Text(id) + L" : "), ruler.Pixels(58)) << id;
+    }
     EXPECT_LE(ruler.Width(Text(150)), ruler.Pixels(186));
 }
 

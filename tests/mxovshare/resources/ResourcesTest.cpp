@@ -30,8 +30,9 @@ Pixels Draw(WORD id) {
     GdiFlush();
     Pixels pixels{};
     std::copy_n(static_cast<const std::uint32_t*>(bits), pixels.size(), pixels.begin());
-    for (std::uint32_t& pixel : pixels)
+    for (std::uint32_t& pixel : pixels) {
         pixel &= kWhite;
+    }
     SelectObject(dc.get(), previous);
     return pixels;
 }
@@ -39,9 +40,11 @@ Pixels Draw(WORD id) {
 /// The number of coloured pixels in the middle two columns of the given rows.
 int MiddlePixels(const Pixels& pixels, std::size_t firstRow, std::size_t lastRow) {
     int count = 0;
-    for (std::size_t row = firstRow; row <= lastRow; ++row)
-        for (std::size_t column = kIconSize / 2 - 1; column <= kIconSize / 2; ++column)
+    for (std::size_t row = firstRow; row <= lastRow; ++row) {
+        for (std::size_t column = kIconSize / 2 - 1; column <= kIconSize / 2; ++column) {
             count += pixels[row * kIconSize + column] != kWhite ? 1 : 0;
+        }
+    }
     return count;
 }
 
@@ -56,13 +59,15 @@ TEST(Resources, EveryTextOfTheInterfaceIsThere) {
     EXPECT_EQ(Text(146), L"Path");
     EXPECT_EQ(Text(147), L"Description");
     EXPECT_EQ(Text(148), L"Updated");
-    for (UINT id = 149; id <= 152; ++id)
+    for (UINT id = 149; id <= 152; ++id) {
         EXPECT_FALSE(Text(id).empty()) << id;
+    }
 }
 
 TEST(Resources, NumbersWithoutAUseHoldNoText) {
-    for (const UINT id : {136U, 142U, 143U, 153U})
+    for (const UINT id : {136U, 142U, 143U, 153U}) {
         EXPECT_EQ(Text(id), L"") << id;
+    }
 }
 
 TEST(Resources, ThePictureForNoPreviewHasThePreviewsSize) {

@@ -12,10 +12,11 @@ TEST(SystemText, AnsiTextComesBackOrIsRefused) {
     for (unsigned unit = 1; unit <= 0xFFFF; ++unit) {
         const std::u16string one(1, static_cast<char16_t>(unit));
         std::string bytes = "x";
-        if (text.EncodeAnsi(one, bytes))
+        if (text.EncodeAnsi(one, bytes)) {
             EXPECT_EQ(text.DecodeAnsi(bytes), u"x" + one);
-        else
+        } else {
             EXPECT_EQ(bytes, "x");
+        }
     }
 }
 

@@ -24,46 +24,55 @@ std::optional<std::string> EditComparison::SetValue(const std::u16string& sectio
                                                     const std::u16string& value) {
     const std::string before = m_document.Bytes();
     const bool changed = m_document.SetValue(section, key, value);
-    if (changed != (before != m_document.Bytes()))
+    if (changed != (before != m_document.Bytes())) {
         return "a change was not told as it was";
+    }
     const std::u16string sectionName(TrimBlanks(UpToNul(section)));
     const std::u16string keyName(TrimBlanks(UpToNul(key)));
     const bool refused = sectionName.empty() || keyName.empty() || NeedsEscape(sectionName) ||
                          NeedsEscape(keyName) || keyName.find(u'=') != keyName.npos || keyName[0] == u';' ||
                          keyName[0] == u'[';
-    if (refused)
+    if (refused) {
         return changed ? std::optional<std::string>("a bad name was written") : Check();
+    }
     m_plain.SetValue(sectionName, keyName, value);
-    if (m_document.Value(section, key) != UpToNul(value))
+    if (m_document.Value(section, key) != UpToNul(value)) {
         return "the value does not come back";
+    }
     return Check();
 }
 
 std::optional<std::string> EditComparison::RemoveSection(const std::u16string& section) {
     const std::u16string name(TrimBlanks(UpToNul(section)));
     m_document.RemoveSection(section);
-    if (!name.empty())
+    if (!name.empty()) {
         m_plain.RemoveSection(name);
+    }
     return Check();
 }
 
 std::optional<std::string> EditComparison::Check() const {
-    if (Text() != m_plain.Text())
+    if (Text() != m_plain.Text()) {
         return "the texts differ";
+    }
     const IniDocument fresh(m_platform, m_document.Bytes());
     const std::vector<IniSectionText> contents = m_document.Contents();
     const std::vector<IniSectionText> freshContents = fresh.Contents();
     const std::vector<std::u16string> names = m_plain.SectionNames({});
-    if (contents.size() != names.size() || freshContents.size() != names.size())
+    if (contents.size() != names.size() || freshContents.size() != names.size()) {
         return "the numbers of sections differ";
+    }
     for (std::size_t i = 0; i < names.size(); ++i) {
-        if (contents[i].name != names[i] || freshContents[i].name != names[i])
+        if (contents[i].name != names[i] || freshContents[i].name != names[i]) {
             return "the section names differ";
-        if (contents[i].values != freshContents[i].values)
+        }
+        if (contents[i].values != freshContents[i].values) {
             return "the index is not that of the bytes";
+        }
         for (const auto& [key, value] : contents[i].values) {
-            if (m_document.Value(names[i], key) != value || m_plain.Value(names[i], key) != value)
+            if (m_document.Value(names[i], key) != value || m_plain.Value(names[i], key) != value) {
                 return "the values differ";
+            }
         }
     }
     return std::nullopt;

@@ -105,8 +105,9 @@ TEST(IniDocumentReading, DamagedAndBinaryInputIsDefined) {
     EXPECT_EQ(Read("[s]\nk=a\0b\nj\0x=2\n"s, u"s", u"j"), u"2");
     EXPECT_EQ(Read("[s]\nk=\032v\032\n", u"s", u"k"), u"v");
     std::string noise;
-    for (unsigned i = 0; i < 300'000; ++i)
+    for (unsigned i = 0; i < 300'000; ++i) {
         noise += static_cast<char>(i * 7919 >> 5);
+    }
     EXPECT_EQ(IniDocument(kLatin, noise).Bytes(), noise);
     EXPECT_EQ(Read(std::string(5'000'000, '['), u"s", u"k"), u"");
     EXPECT_EQ(Read(std::string(5'000'000, '\n') + "[s]\nk=v", u"s", u"k"), u"v");
@@ -184,10 +185,12 @@ TEST(IniDocumentWriting, SettingWhatIsThereChangesNothing) {
 
 TEST(IniDocumentWriting, NamesThatCannotStandInAFileAreIgnored) {
     IniDocument document(kLatin, "[s]\nk=v\n");
-    for (const std::u16string& key : {u""s, u"  "s, u"a=b"s, u";c"s, u"[x"s, u"a\nb"s, u"\xD800"s, u"\0k"s})
+    for (const std::u16string& key : {u""s, u"  "s, u"a=b"s, u";c"s, u"[x"s, u"a\nb"s, u"\xD800"s, u"\0k"s}) {
         EXPECT_FALSE(document.SetValue(u"s", key, u"v"));
-    for (const std::u16string& section : {u""s, u" "s, u"a\rb"s, u"\xDC00"s})
+    }
+    for (const std::u16string& section : {u""s, u" "s, u"a\rb"s, u"\xDC00"s}) {
         EXPECT_FALSE(document.SetValue(section, u"k", u"v"));
+    }
     EXPECT_EQ(document.Bytes(), "[s]\nk=v\n");
     EXPECT_TRUE(document.SetValue(u"a]b", u"#c", u"v"));
     EXPECT_EQ(document.Value(u"a]b", u"#c"), u"v");

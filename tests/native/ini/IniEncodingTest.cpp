@@ -24,8 +24,9 @@ TEST(IniEncoding, IsDetectedFromMarksAndBytes) {
 TEST(IniEncoding, MalformedUtf8CountsAsAnsi) {
     for (const char* bytes : {"\xC3", "\xC3\xA9\xC3", "\x80", "\xC0\x80", "\xC1\xBF", "\xE0\x80\x80",
                               "\xED\xA0\x80", "\xED\xBF\xBF", "\xF0\x80\x80\x80", "\xF4\x90\x80\x80",
-                              "\xF5\x80\x80\x80", "\xFF", "\xE2\x82", "\xE2\x28\xA1"})
+                              "\xF5\x80\x80\x80", "\xFF", "\xE2\x82", "\xE2\x28\xA1"}) {
         EXPECT_EQ(DetectEncoding(bytes), IniEncoding::Ansi) << testing::PrintToString(bytes);
+    }
 }
 
 TEST(IniEncoding, EveryCharacterComesBackInEveryUnicodeEncoding) {
@@ -34,10 +35,12 @@ TEST(IniEncoding, EveryCharacterComesBackInEveryUnicodeEncoding) {
          {IniEncoding::Utf8, IniEncoding::Utf8Mark, IniEncoding::Utf16, IniEncoding::Utf16BigEndian}) {
         std::u16string text;
         for (char32_t character = 0; character <= 0x10FFFF; character += character < 0x10000 ? 1 : 251) {
-            if (character >= 0xD800 && character <= 0xDFFF)
+            if (character >= 0xD800 && character <= 0xDFFF) {
                 continue;
-            if (character >= 0x10000)
+            }
+            if (character >= 0x10000) {
                 text += static_cast<char16_t>(0xD7C0 + (character >> 10));
+            }
             text += static_cast<char16_t>(character < 0x10000 ? character : 0xDC00 + (character & 0x3FF));
         }
         std::string bytes;
@@ -64,8 +67,9 @@ TEST(IniEncoding, LoneSurrogatesAreFound) {
     EXPECT_FALSE(HasLoneSurrogate(u""));
     EXPECT_FALSE(HasLoneSurrogate(u"a\xD83D\xDD27z"));
     for (const std::u16string& text :
-         {u"\xD800"s, u"\xDC00"s, u"\xDC00\xD800"s, u"\xD800\xD800\xDC00"s, u"a\xD800z"s})
+         {u"\xD800"s, u"\xDC00"s, u"\xDC00\xD800"s, u"\xD800\xD800\xDC00"s, u"a\xD800z"s}) {
         EXPECT_TRUE(HasLoneSurrogate(text));
+    }
 }
 
 } // namespace

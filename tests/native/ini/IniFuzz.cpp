@@ -16,8 +16,9 @@ public:
     Input(const std::uint8_t* data, std::size_t size) : m_rest(reinterpret_cast<const char*>(data), size) {}
 
     std::size_t Number(std::size_t bound) {
-        if (m_rest.empty())
+        if (m_rest.empty()) {
             return 0;
+        }
         const auto byte = static_cast<unsigned char>(m_rest.back());
         m_rest.remove_suffix(1);
         return byte % bound;
@@ -46,8 +47,9 @@ struct Edit {
 };
 
 void Demand(const std::optional<std::string>& difference) {
-    if (!difference)
+    if (!difference) {
         return;
+    }
     std::fprintf(stderr, "%s\n", difference->c_str());
     std::abort();
 }
@@ -63,8 +65,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Input input(data, size);
     const TextPlatform& platform = *kPlatforms[input.Number(3)];
     std::vector<Edit> edits;
-    for (std::size_t count = input.Number(5); count > 0; --count)
+    for (std::size_t count = input.Number(5); count > 0; --count) {
         edits.push_back({input.Number(4) == 0, input.Text(3), input.Text(3), input.Text(6)});
+    }
 
     EditComparison comparison(platform, input.Rest());
     Demand(comparison.Check());

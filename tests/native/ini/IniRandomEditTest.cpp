@@ -21,8 +21,9 @@ public:
 
     std::u16string Text(std::u16string_view alphabet, std::size_t longest) {
         std::u16string text;
-        for (std::size_t length = Below(longest + 1); length > 0; --length)
+        for (std::size_t length = Below(longest + 1); length > 0; --length) {
             text += alphabet[Below(alphabet.size())];
+        }
         return text;
     }
 
@@ -47,12 +48,14 @@ public:
     std::string File(IniEncoding encoding, const TextPlatform& platform) {
         const std::u16string ends[] = {u"\r\n", u"\n", u"\r"};
         std::u16string text;
-        for (std::size_t count = Below(14); count > 0; --count)
+        for (std::size_t count = Below(14); count > 0; --count) {
             text += Line() + ends[Below(8) == 0 ? Below(3) : 0];
+        }
         text += Below(3) == 0 ? Line() : std::u16string();
         std::string bytes(MarkOf(encoding));
-        if (!EncodeText(text, encoding, platform, bytes))
+        if (!EncodeText(text, encoding, platform, bytes)) {
             bytes.append(text.begin(), text.end());
+        }
         return bytes;
     }
 
@@ -77,20 +80,23 @@ void EditAtRandom(unsigned seed, const TextPlatform& platform) {
 
 TEST(IniRandomEdit, AgreesWithThePlainRulesOnASingleBytePage) {
     const SingleBytePage page;
-    for (unsigned seed = 0; seed < 6'000 && !testing::Test::HasFailure(); ++seed)
+    for (unsigned seed = 0; seed < 6'000 && !testing::Test::HasFailure(); ++seed) {
         EditAtRandom(seed, page);
+    }
 }
 
 TEST(IniRandomEdit, AgreesWithThePlainRulesOnADoubleBytePage) {
     const DoubleBytePage page;
-    for (unsigned seed = 0; seed < 6'000 && !testing::Test::HasFailure(); ++seed)
+    for (unsigned seed = 0; seed < 6'000 && !testing::Test::HasFailure(); ++seed) {
         EditAtRandom(seed, page);
+    }
 }
 
 TEST(IniRandomEdit, AgreesWithThePlainRulesWhereTheCodePageIsUtf8) {
     const Utf8Page page;
-    for (unsigned seed = 0; seed < 3'000 && !testing::Test::HasFailure(); ++seed)
+    for (unsigned seed = 0; seed < 3'000 && !testing::Test::HasFailure(); ++seed) {
         EditAtRandom(seed, page);
+    }
 }
 
 } // namespace

@@ -30,16 +30,18 @@ void ExpectRoundTrip(const std::u16string& value) {
 void ForEachText(std::u16string_view alphabet, std::size_t length, const std::u16string& start,
                  const std::function<void(const std::u16string&)>& visit) {
     visit(start);
-    for (std::size_t i = 0; length > 0 && i < alphabet.size(); ++i)
+    for (std::size_t i = 0; length > 0 && i < alphabet.size(); ++i) {
         ForEachText(alphabet, length - 1, start + alphabet[i], visit);
+    }
 }
 
 TEST(IniValue, OrdinaryValuesStandAsTheyAre) {
     for (const std::u16string& value :
          {u""s, u"v"s, u"two words"s, u"a=b;c # [d]"s, u"C:\\new\\report.txt"s, u"\\\\server\\share"s,
           u"say \"hi\""s, u"\"open"s, u"it's"s, u"a\tb"s, u"\xE9\x4E2D\xD83D\xDD27"s, u"\""s, u"'"s,
-          u"\\esc"s, u"\xA0nbsp\xA0"s})
+          u"\\esc"s, u"\xA0nbsp\xA0"s}) {
         EXPECT_EQ(StoredForm(value), value);
+    }
 }
 
 TEST(IniValue, BlanksAndQuotesAtTheEndsGetOneMorePair) {
@@ -71,8 +73,9 @@ TEST(IniValue, TextThatOnlyLooksEscapedStaysAsItIs) {
     for (const std::u16string& text :
          {u"\\esc:"s, u"\\esc:v"s, u"\\esc:a\\b"s, u"\\esc:a\\n\\"s, u"\\esc:a\\u000A"s, u"\\esc:\\u00"s,
           u"\\esc:\\u001a"s, u"\\esc:\\n\\u0041"s, u"\\esc:\\\\n"s, u"\\esc:\\u0000\\n"s, u"\\ESC:\\n"s,
-          u"\\esc:\\uD83D\\uDD27"s})
+          u"\\esc:\\uD83D\\uDD27"s}) {
         EXPECT_EQ(PlainValue(text), text);
+    }
 }
 
 TEST(IniValue, NulEndsAValue) {

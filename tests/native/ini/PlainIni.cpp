@@ -35,15 +35,17 @@ PlainIni::PlainIni(std::u16string_view text, const TextPlatform& platform) : m_p
 
 std::u16string PlainIni::Text() const {
     std::u16string text;
-    for (const Line& line : m_lines)
+    for (const Line& line : m_lines) {
         text += line.text + line.end;
+    }
     return text;
 }
 
 std::u16string PlainIni::Value(std::u16string_view section, std::u16string_view key) const {
     const std::size_t header = FindHeader(section);
-    if (header == m_lines.size())
+    if (header == m_lines.size()) {
         return {};
+    }
     const std::size_t next = NextHeader(header + 1);
     const std::size_t line = FindKey(header + 1, next, key);
     return line == next ? std::u16string() : PlainValue(std::u16string(ValueOf(m_lines[line].text)));
@@ -54,8 +56,9 @@ std::vector<std::u16string> PlainIni::SectionNames(std::u16string_view prefix) c
     for (const Line& line : m_lines) {
         std::u16string name;
         const auto isSame = [&](const std::u16string& other) { return Upper(other) == Upper(name); };
-        if (IsHeader(line, name) && !name.empty() && std::ranges::none_of(names, isSame))
+        if (IsHeader(line, name) && !name.empty() && std::ranges::none_of(names, isSame)) {
             names.push_back(name);
+        }
     }
     std::erase_if(names, [&](const std::u16string& name) { return !Upper(name).starts_with(Upper(prefix)); });
     return names;
@@ -75,8 +78,9 @@ void PlainIni::SetValue(std::u16string_view section, std::u16string_view key, st
     const std::size_t found = FindKey(header + 1, next, key);
     if (found == next) {
         std::size_t at = next;
-        while (at > header + 1 && (TrimBlanks(m_lines[at - 1].text).empty() || IsComment(m_lines[at - 1])))
+        while (at > header + 1 && (TrimBlanks(m_lines[at - 1].text).empty() || IsComment(m_lines[at - 1]))) {
             --at;
+        }
         InsertLine(at, text);
         return;
     }
@@ -97,8 +101,9 @@ void PlainIni::RemoveSection(std::u16string_view section) {
     for (std::size_t header = FindHeader(section); header < m_lines.size();
          header = FindHeader(section, header)) {
         std::size_t end = NextHeader(header + 1);
-        while (end < m_lines.size() && end > header + 1 && IsComment(m_lines[end - 1]))
+        while (end < m_lines.size() && end > header + 1 && IsComment(m_lines[end - 1])) {
             --end;
+        }
         m_lines.erase(m_lines.begin() + static_cast<std::ptrdiff_t>(header),
                       m_lines.begin() + static_cast<std::ptrdiff_t>(end));
     }
@@ -106,16 +111,18 @@ void PlainIni::RemoveSection(std::u16string_view section) {
 
 std::u16string PlainIni::Upper(std::u16string_view text) const {
     std::u16string upper;
-    for (const char16_t unit : text)
+    for (const char16_t unit : text) {
         upper += unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 0x20) : m_platform.Upper(unit);
+    }
     return upper;
 }
 
 bool PlainIni::IsHeader(const Line& line, std::u16string& name) const {
     const std::u16string_view text = TrimBlanks(line.text);
     const std::size_t close = text.rfind(u']');
-    if (!text.starts_with(u'[') || close == text.npos)
+    if (!text.starts_with(u'[') || close == text.npos) {
         return false;
+    }
     name = UpToNul(text.substr(1, close - 1));
     return true;
 }
@@ -127,31 +134,35 @@ bool PlainIni::IsComment(const Line& line) const {
 std::size_t PlainIni::FindHeader(std::u16string_view section, std::size_t from) const {
     for (std::size_t i = from; i < m_lines.size(); ++i) {
         std::u16string name;
-        if (IsHeader(m_lines[i], name) && !name.empty() && Upper(name) == Upper(section))
+        if (IsHeader(m_lines[i], name) && !name.empty() && Upper(name) == Upper(section)) {
             return i;
+        }
     }
     return m_lines.size();
 }
 
 std::size_t PlainIni::NextHeader(std::size_t from) const {
     std::u16string name;
-    while (from < m_lines.size() && !IsHeader(m_lines[from], name))
+    while (from < m_lines.size() && !IsHeader(m_lines[from], name)) {
         ++from;
+    }
     return from;
 }
 
 std::size_t PlainIni::FindKey(std::size_t from, std::size_t to, std::u16string_view key) const {
-    while (from < to && (IsComment(m_lines[from]) || Upper(NameOf(m_lines[from].text)) != Upper(key)))
+    while (from < to && (IsComment(m_lines[from]) || Upper(NameOf(m_lines[from].text)) != Upper(key))) {
         ++from;
+    }
     return from;
 }
 
 void PlainIni::InsertLine(std::size_t at, std::u16string_view text) {
     Line line = {std::u16string(text), {}};
-    if (at > 0 && m_lines[at - 1].end.empty())
+    if (at > 0 && m_lines[at - 1].end.empty()) {
         m_lines[at - 1].end = UsualEnd();
-    else if (at > 0)
+    } else if (at > 0) {
         line.end = m_lines[at - 1].end;
+    }
     m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(at), line);
 }
 

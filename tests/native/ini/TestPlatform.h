@@ -21,16 +21,18 @@ class SingleBytePage : public TestPlatform {
 public:
     std::u16string DecodeAnsi(std::string_view bytes) const override {
         std::u16string text;
-        for (const char byte : bytes)
+        for (const char byte : bytes) {
             text += static_cast<char16_t>(static_cast<unsigned char>(byte));
+        }
         return text;
     }
 
     bool EncodeAnsi(std::u16string_view text, std::string& bytes) const override {
         std::string encoded;
         for (const char16_t unit : text) {
-            if (unit > 0xFF)
+            if (unit > 0xFF) {
                 return false;
+            }
             encoded += static_cast<char>(unit);
         }
         bytes += encoded;

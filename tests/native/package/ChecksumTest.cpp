@@ -14,8 +14,9 @@ namespace {
 std::vector<std::uint8_t> Noise(std::size_t size) {
     std::mt19937 generator(11);
     std::vector<std::uint8_t> noise(size);
-    for (std::uint8_t& byte : noise)
+    for (std::uint8_t& byte : noise) {
         byte = static_cast<std::uint8_t>(generator());
+    }
     return noise;
 }
 
@@ -51,10 +52,11 @@ TEST(Checksum, GoesOnFromAnyOther) {
 TEST(Checksum, IsCombinedFromThoseOfTwoParts) {
     const std::vector<std::uint8_t> noise = Noise(3000);
     const Bytes bytes(noise);
-    for (const std::size_t cut : {0, 1, 64, 1500, 2999, 3000})
+    for (const std::size_t cut : {0, 1, 64, 1500, 2999, 3000}) {
         EXPECT_EQ(CombinedChecksum(Checksum(0, bytes.first(cut)), Checksum(0, bytes.subspan(cut)),
                                    static_cast<std::uint32_t>(noise.size() - cut)),
                   Checksum(0, bytes));
+    }
 }
 
 } // namespace

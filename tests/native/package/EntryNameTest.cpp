@@ -56,16 +56,18 @@ INSTANTIATE_TEST_SUITE_P(
         std::pair(
             [] {
                 std::string name = "d";
-                while (name.size() < 32001)
+                while (name.size() < 32001) {
                     name += "/dddddddddddddddddddddddddddddd";
+                }
                 return name;
             }(),
             "32000 characters")));
 
 TEST(EntryName, CountsCharactersBeyondTheBasicPlaneTwice) {
     std::string name;
-    for (int i = 0; i < 127; ++i)
+    for (int i = 0; i < 127; ++i) {
         name += "\xF0\x9F\x94\xA7";
+    }
     EXPECT_EQ(EntryNameFault(name + "x"), "");
     EXPECT_NE(EntryNameFault(name + "xx"), "");
 }

@@ -26,8 +26,9 @@ ForgedEntry Wide() {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2)
+    if (argc != 2) {
         return 2;
+    }
     ForgedEnd comment;
     comment.comment = "comment";
     int number = 0;
@@ -37,8 +38,9 @@ int main(int argc, char** argv) {
                                    ForgeZip({MakeEntry("a")}, comment)}) {
         std::ofstream file(std::string(argv[1]) + "/seed" + std::to_string(number++), std::ios::binary);
         file << zip;
-        if (!file.flush())
+        if (!file.flush()) {
             return 1;
+        }
     }
     return 0;
 }

@@ -28,8 +28,9 @@ public:
     void Make(const std::atomic<bool>&) override {
         // Later jobs are done before earlier ones.
         std::this_thread::sleep_for(std::chrono::microseconds(m_number % 3 == 0 ? 300 : 0));
-        if (m_number == m_ledger.failing)
+        if (m_number == m_ledger.failing) {
             throw std::runtime_error("failed");
+        }
         ++m_ledger.made;
     }
     void Take() override {
@@ -44,8 +45,9 @@ private:
 
 NextJob Jobs(Ledger& ledger, int count) {
     return [&ledger, count]() -> std::unique_ptr<Job> {
-        if (ledger.given == count)
+        if (ledger.given == count) {
             return nullptr;
+        }
         ledger.farthest = std::max<int>(ledger.farthest, ledger.given - ledger.takenCount);
         return std::make_unique<CountingJob>(ledger, ledger.given++);
     };
@@ -58,8 +60,9 @@ TEST(JobQueue, TakesEverythingInOrder) {
         Ledger ledger;
         RunJobs(threads, Jobs(ledger, 200), Nothing);
         ASSERT_EQ(ledger.taken.size(), 200u) << threads;
-        for (int i = 0; i < 200; ++i)
+        for (int i = 0; i < 200; ++i) {
             EXPECT_EQ(ledger.taken[static_cast<std::size_t>(i)], i);
+        }
     }
 }
 
@@ -90,8 +93,9 @@ TEST(JobQueue, ThrowsTheFailureToGiveAJobBehindThoseBeforeIt) {
         Ledger ledger;
         const NextJob inner = Jobs(ledger, 200);
         const NextJob next = [&]() -> std::unique_ptr<Job> {
-            if (ledger.given == 20)
+            if (ledger.given == 20) {
                 throw std::runtime_error("no more");
+            }
             return inner();
         };
         EXPECT_THROW(RunJobs(threads, next, Nothing), std::runtime_error);
@@ -102,8 +106,9 @@ TEST(JobQueue, ThrowsTheFailureToGiveAJobBehindThoseBeforeIt) {
 class EndlessJob : public Job {
 public:
     void Make(const std::atomic<bool>& stop) override {
-        while (!stop)
+        while (!stop) {
             std::this_thread::yield();
+        }
     }
     void Take() override {}
 };
@@ -111,8 +116,9 @@ public:
 TEST(JobQueue, StopsLongWorkWhenTheIdleCallThrows) {
     int calls = 0;
     const auto idle = [&calls] {
-        if (++calls == 3)
+        if (++calls == 3) {
             throw std::runtime_error("cancelled");
+        }
     };
     EXPECT_THROW(RunJobs(
                      2, [] { return std::make_unique<EndlessJob>(); }, idle),

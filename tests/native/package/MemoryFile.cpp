@@ -4,8 +4,9 @@
 #include <stdexcept>
 
 void MemoryFile::Read(std::uint64_t offset, std::span<std::uint8_t> to) const {
-    if (offset > m_bytes.size() || to.size() > m_bytes.size() - offset)
+    if (offset > m_bytes.size() || to.size() > m_bytes.size() - offset) {
         throw std::logic_error("read past the end");
+    }
     std::copy_n(m_bytes.begin() + static_cast<std::ptrdiff_t>(offset), to.size(), to.begin());
 }
 

@@ -19,14 +19,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             std::uint64_t unpacked = 0;
             try {
                 ReadEntry(file, entry, [&unpacked](Bytes piece) { unpacked += piece.size(); });
-                if (unpacked != entry.size)
+                if (unpacked != entry.size) {
                     std::abort();
+                }
             } catch (const PackageError&) {
-                if (unpacked > entry.size)
+                if (unpacked > entry.size) {
                     std::abort();
+                }
             }
-            if (!EntryNameFault(entry.name).empty())
+            if (!EntryNameFault(entry.name).empty()) {
                 std::abort();
+            }
         }
     } catch (const PackageError&) {
     }

@@ -43,8 +43,9 @@ TEST(ProvenData, HoldsWhatIsNotPackedAgainstItsOwnChecksum) {
 
 TEST(ProvenData, RemembersNoMoreThanItMay) {
     ProvenData data;
-    for (std::size_t i = 0; i <= ProvenData::kMost; ++i)
+    for (std::size_t i = 0; i <= ProvenData::kMost; ++i) {
         data.Add(Deflated(2 * i, 1), 2);
+    }
     EXPECT_TRUE(data.Has(Deflated(2 * ProvenData::kMost, 1), 2));
     EXPECT_FALSE(data.Has(Deflated(2, 1), 2));
 }

@@ -60,8 +60,9 @@ TEST(ZipDirectory, RefusesWhatIsNoPackage) {
 
 TEST(ZipDirectory, RefusesEveryTruncation) {
     const std::string zip = ForgeZip({MakeEntry("a.txt"), MakeEntry("b.txt", std::string(300, 'b'), true)});
-    for (std::size_t size = 0; size < zip.size(); ++size)
+    for (std::size_t size = 0; size < zip.size(); ++size) {
         EXPECT_NE(Refusal(zip.substr(0, size)), "accepted") << size;
+    }
 }
 
 TEST(ZipDirectory, RefusesEndRecordsThatLie) {
@@ -74,8 +75,9 @@ TEST(ZipDirectory, RefusesEndRecordsThatLie) {
     earlier.offsetError = -1;
     later.offsetError = 1;
     disk.disk = 1;
-    for (const ForgedEnd& end : {more, fewer, longer, shorter, earlier, later, disk})
+    for (const ForgedEnd& end : {more, fewer, longer, shorter, earlier, later, disk}) {
         EXPECT_NE(Refusal(ForgeZip(entries, end)), "accepted");
+    }
     ForgedEnd many;
     many.countError = 60000;
     EXPECT_NE(Refusal(ForgeZip(entries, many)).find("more entries than"), std::string::npos);

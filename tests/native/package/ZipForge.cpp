@@ -33,15 +33,17 @@ std::string Deflated(const std::string& content) {
 
 std::string Number(std::uint64_t value, int bytes) {
     std::string text;
-    for (int i = 0; i < bytes; ++i, value >>= 8)
+    for (int i = 0; i < bytes; ++i, value >>= 8) {
         text += static_cast<char>(value & 0xFF);
+    }
     return text;
 }
 
 ForgedEntry MakeEntry(const std::string& name, const std::string& content, bool deflated) {
     ForgedEntry entry;
-    if (!name.ends_with('/'))
+    if (!name.ends_with('/')) {
         entry.data = deflated ? Deflated(content) : content;
+    }
     const std::string& whole = name.ends_with('/') ? entry.data : content;
     entry.local.name = name;
     entry.local.flags = 0x0800;

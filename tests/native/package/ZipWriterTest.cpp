@@ -17,16 +17,18 @@ namespace {
 std::string Random(std::size_t size) {
     std::mt19937 generator(7);
     std::string text(size, '\0');
-    for (char& byte : text)
+    for (char& byte : text) {
         byte = static_cast<char>(generator());
+    }
     return text;
 }
 
 std::string Text(std::size_t size) {
     std::mt19937 generator(7);
     std::string text;
-    while (text.size() < size)
+    while (text.size() < size) {
         text += "N" + std::to_string(text.size()) + " G1 X" + std::to_string(generator() % 1000) + "\r\n";
+    }
     text.resize(size);
     return text;
 }
@@ -54,8 +56,9 @@ void AddFile(ZipWriter& writer, const ZipItem& item, const std::string& content)
 MemoryFile Pack(const std::vector<Item>& items, std::uint64_t wideFrom = 0xFFF00000) {
     MemoryFile file;
     ZipWriter writer(file, wideFrom);
-    for (const Item& item : items)
+    for (const Item& item : items) {
         AddFile(writer, {.name = item.name, .modified = {}, .attributes = 0}, item.content);
+    }
     writer.Finish();
     return file;
 }
@@ -87,8 +90,9 @@ TEST(ZipWriter, RoundTripsEveryKindOfContent) {
 
 TEST(ZipWriter, RoundTripsAroundThePiecesOfCompression) {
     for (const std::size_t size :
-         {kDeflatePiece - 1, kDeflatePiece, kDeflatePiece + 1, 3 * kDeflatePiece + 5})
+         {kDeflatePiece - 1, kDeflatePiece, kDeflatePiece + 1, 3 * kDeflatePiece + 5}) {
         ExpectRoundTrip({{"text", Text(size)}, {"random", Random(size)}});
+    }
 }
 
 TEST(ZipWriter, CompressesOverTheEdgesOfPieces) {
@@ -112,8 +116,9 @@ TEST(ZipWriter, NeverMakesContentLarger) {
 TEST(ZipWriter, NeverMakesWhatAReaderTakesForABomb) {
     std::vector<Item> items;
     items.reserve(40);
-    for (int i = 0; i < 40; ++i)
+    for (int i = 0; i < 40; ++i) {
         items.push_back({"zeros" + std::to_string(i), std::string(2'000'000, '\0')});
+    }
     const MemoryFile file = Pack(items);
     EXPECT_LT(file.Size(), 80'000'000u / 7);
     EXPECT_EQ(ReadZipDirectory(file).size(), 40u);
@@ -134,8 +139,9 @@ TEST(ZipWriter, WritesZip64WhereAFieldIsTooSmall) {
 TEST(ZipWriter, WritesMoreThan65535Entries) {
     MemoryFile file;
     ZipWriter writer(file);
-    for (int i = 0; i < 70'000; ++i)
+    for (int i = 0; i < 70'000; ++i) {
         AddFile(writer, {.name = "f" + std::to_string(i), .modified = {}, .attributes = 0}, "");
+    }
     writer.Finish();
     const auto entries = ReadZipDirectory(file);
     ASSERT_EQ(entries.size(), 70'000u);
@@ -186,10 +192,12 @@ MemoryFile CopyPacked(const MemoryFile& old, const std::vector<ZipEntry>& entrie
     const auto renamed = [](const ZipEntry& entry) {
         return ZipItem{.name = "new/" + entry.name, .modified = {}, .attributes = 0};
     };
-    for (const ZipEntry& entry : entries)
+    for (const ZipEntry& entry : entries) {
         places.push_back(writer.Reserve(renamed(entry), entry));
-    for (const Item& item : anew)
+    }
+    for (const Item& item : anew) {
         AddFile(writer, {.name = item.name, .modified = {}, .attributes = 0}, item.content);
+    }
     writer.Finish(ranks);
     for (std::size_t i = entries.size(); i-- > 0;) {
         std::vector<std::uint8_t> data(entries[i].packedSize);
@@ -204,8 +212,9 @@ MemoryFile CopyPacked(const MemoryFile& old, const std::vector<ZipEntry>& entrie
 TEST(ZipWriter, LeavesRoomForWhatIsPackedAlready) {
     const MemoryFile old = Pack({{"text", Text(2'500'000)}, {"random", Random(100'000)}, {"empty", ""}});
     const auto packed = ReadZipDirectory(old);
-    for (const ZipEntry& entry : packed)
+    for (const ZipEntry& entry : packed) {
         EXPECT_TRUE(ZipWriter::CanAddPacked(entry)) << entry.name;
+    }
     const MemoryFile file = CopyPacked(old, packed);
     const auto entries = ReadZipDirectory(file);
     ASSERT_EQ(entries.size(), 3u);
