@@ -1,4 +1,4 @@
-#include "../OleTestControl.h"
+#include "OleTestControl.h"
 
 #include <OleTest.h>
 

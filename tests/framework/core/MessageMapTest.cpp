@@ -1,4 +1,4 @@
-#include "../TestWindow.h"
+#include "TestWindow.h"
 
 #include "afxcmn.h"
 

@@ -1,6 +1,6 @@
 // The module state, in this program and in a library that is loaded and unloaded.
 #include "core/ModuleState.h"
-#include "../TestWindow.h"
+#include "TestWindow.h"
 
 #include "GdiObjectCount.h"
 

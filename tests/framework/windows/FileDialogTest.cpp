@@ -1,5 +1,5 @@
 // The file dialog, worked through its own windows.
-#include "../TestWindow.h"
+#include "TestWindow.h"
 
 #include "afxdlgs.h"
 #include "FileDialogDriver.h"

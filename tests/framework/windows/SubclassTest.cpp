@@ -1,5 +1,5 @@
 // Who gets a window's messages when several parties subclass it, come and go.
-#include "../TestWindow.h"
+#include "TestWindow.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // What becomes of exceptions out of handlers, and of the message that is being handled.
-#include "../TestWindow.h"
+#include "TestWindow.h"
 
 #include "GdiObjectCount.h"
 

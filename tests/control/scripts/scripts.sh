@@ -2,7 +2,7 @@
 # Runs both scripts and compares every line they print; a script that stops early ends silently with 0.
 set -uo pipefail
 cd "$(dirname "$0")"
-. ../../tools/env.sh
+. ../../../tools/env.sh
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 printf '[FILEINFO]\r\nMaxtlreVersion=Package Writer 2024\r\nCADFilePath=Q:\\part.sldprt\r\n' >"$folder/mxinfo.ini"

@@ -2,7 +2,7 @@
 # Registers and unregisters the control with regsvr32 where it never was registered, and compares the whole registry
 # before and after. Checks the entries in between, and the error codes of the two exported functions.
 set -uo pipefail
-. "$(dirname "$0")/../../tools/env.sh"
+. "$(dirname "$0")/../../../tools/env.sh"
 work=$MXOV_BUILD/registration
 control="Z:${MXOV_BUILD//\//\\}\\bin\\MXOVDocViewCtrl.ocx"
 failures=0

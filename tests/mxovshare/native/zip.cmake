@@ -2,32 +2,32 @@
 find_package(ZLIB REQUIRED)
 include(${MXOVSHARE}/zip/sources.cmake)
 
-add_library(package_model STATIC MemoryFile.cpp ZipForge.cpp ${ZIP_SOURCES})
-target_include_directories(package_model PUBLIC ${MXOVSHARE} ${CMAKE_CURRENT_SOURCE_DIR})
+add_library(package_model STATIC ${TESTS}/zip/MemoryFile.cpp ${TESTS}/zip/ZipForge.cpp ${ZIP_SOURCES})
+target_include_directories(package_model PUBLIC ${MXOVSHARE} ${TESTS}/zip)
 target_link_libraries(package_model PUBLIC fuzzed ZLIB::ZLIB PRIVATE warnings)
 set_target_properties(package_model PROPERTIES UNITY_BUILD ${MXOV_UNITY})
 
 add_executable(package_native_tests
-    CaseFoldTest.cpp
-    ChecksumTest.cpp
-    EntryNameTest.cpp
-    EntryReaderTest.cpp
-    JobQueueTest.cpp
-    ProvenDataTest.cpp
-    ZipDirectoryTest.cpp
-    ZipWriterTest.cpp)
+    ${TESTS}/text/CaseFoldTest.cpp
+    ${TESTS}/zip/ChecksumTest.cpp
+    ${TESTS}/zip/EntryNameTest.cpp
+    ${TESTS}/zip/EntryReaderTest.cpp
+    ${TESTS}/zip/JobQueueTest.cpp
+    ${TESTS}/zip/ProvenDataTest.cpp
+    ${TESTS}/zip/ZipDirectoryTest.cpp
+    ${TESTS}/zip/ZipWriterTest.cpp)
 target_link_libraries(package_native_tests PRIVATE package_model GTest::gtest_main warnings)
 add_test(NAME package_native_tests COMMAND package_native_tests)
 
 set(seeds ${CMAKE_CURRENT_BINARY_DIR}/package_seeds)
 file(MAKE_DIRECTORY ${seeds})
-add_executable(package_fuzz_seeds FuzzSeeds.cpp)
+add_executable(package_fuzz_seeds ${TESTS}/zip/FuzzSeeds.cpp)
 target_link_libraries(package_fuzz_seeds PRIVATE package_model warnings)
 add_custom_command(TARGET package_fuzz_seeds POST_BUILD COMMAND package_fuzz_seeds ${seeds} VERBATIM)
 
-add_executable(package_fuzz PackageFuzz.cpp)
+add_executable(package_fuzz ${TESTS}/zip/PackageFuzz.cpp)
 target_link_libraries(package_fuzz PRIVATE package_model fuzzer warnings)
 add_dependencies(package_fuzz package_fuzz_seeds)
 add_test(NAME package_fuzz
-    COMMAND ${CMAKE_SOURCE_DIR}/tests/native/fuzz.sh $<TARGET_FILE:package_fuzz> 2048
+    COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/fuzz.sh $<TARGET_FILE:package_fuzz> 2048
             ${CMAKE_CURRENT_BINARY_DIR}/package_corpus ${seeds})

@@ -3,7 +3,7 @@
 # registration run where the control was never registered.
 set -uo pipefail
 cd "$(dirname "$0")"
-. ../../tools/env.sh
+. ../../../tools/env.sh
 samples=$MXOV_BUILD/guide
 work=$MXOV_BUILD/guide-$1
 failures=0

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The delivered control is one self-contained file: at most 1 MB, system libraries and the host's library apart.
 set -uo pipefail
-. "$(dirname "$0")/../../tools/env.sh"
+. "$(dirname "$0")/../../../tools/env.sh"
 control=$MXOV_BUILD/bin/MXOVDocViewCtrl.ocx
 system='advapi32|comctl32|comdlg32|gdi32|kernel32|msvcrt|ole32|oleaut32|shlwapi|user32|uuid'
 failures=0

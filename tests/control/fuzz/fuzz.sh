@@ -4,13 +4,13 @@
 # nothing goes on for a minute; MXOV_FUZZ_SECONDS is the most that a whole run may take.
 set -uo pipefail
 cd "$(dirname "$0")"
-. ../../tools/env.sh
+. ../../../tools/env.sh
 fuzz=$MXOV_BUILD/tests/control_fuzz.exe
 
 run() { # SECONDS RUN...: what happened, in one word
     local code limit=$1
     shift
-    timeout "$limit" ../../tools/wine-run "$fuzz" "$@" >"$log" 2>&1
+    timeout "$limit" ../../../tools/wine-run "$fuzz" "$@" >"$log" 2>&1
     code=$?
     if [ "$code" -eq 124 ]; then
         echo "hung: no end after $limit s" >>"$log"
