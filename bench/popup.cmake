@@ -1,4 +1,4 @@
-# The properties popup; its owner window and documents are those of the tests.
+# The properties popup, with the owner window and documents of its tests.
 set(popup_test_folder ${CMAKE_SOURCE_DIR}/tests/MXOVDocViewCtrl/popup)
 mxov_bench(popup_bench
     SOURCES popup_bench.cpp ${popup_test_folder}/PopupFixture.cpp

@@ -1,4 +1,4 @@
-# The control's start in a container, beside that of a control with one list view.
+# Start-up of the control in a container, compared with a control that has one list view.
 add_library(minimal_control SHARED
     MinimalControl.cpp
     MinimalControl.def

@@ -1,5 +1,5 @@
-# How tests are declared. Each that needs Wine runs in a prefix of its own, with a display of its own where it shows
-# windows (DESKTOP), so that as many run side by side as there are processors.
+# Declares tests. Each that needs Wine runs in its own prefix, and on its own display if it shows windows (DESKTOP), so
+# that tests can run in parallel.
 
 # mxov_add_test(NAME [DESKTOP] [CLEAN] [TIMEOUT SECONDS] COMMAND...): CLEAN: the control is not registered.
 function(mxov_add_test name)
@@ -29,7 +29,7 @@ function(mxov_test name)
     mxov_add_test(${name} ${desktop} COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-run $<TARGET_FILE:${name}>)
 endfunction()
 
-# The program alone: mxov_test_program(NAME SOURCES... [LIBRARIES...])
+# The program without a test: mxov_test_program(NAME SOURCES... [LIBRARIES...])
 function(mxov_test_program name)
     cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
     add_executable(${name} ${arg_SOURCES})

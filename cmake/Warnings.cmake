@@ -1,5 +1,5 @@
-# Link to the target `warnings` for the project's own code: every warning is an error. Left out is the
-# warning of non-virtual destructors: COM interfaces have none, and deleting through one is caught by -Wall.
+# Target `warnings` for the project's own code: every warning is an error. -Wnon-virtual-dtor is omitted: COM interfaces
+# have no virtual destructors, and -Wall reports a delete through one.
 add_library(warnings INTERFACE)
 target_compile_options(warnings INTERFACE
     $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Werror -Woverloaded-virtual>

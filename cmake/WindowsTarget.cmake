@@ -1,9 +1,9 @@
-# Settings of everything that is built for Windows, and the helpers that declare the delivered files and tests.
+# Settings for everything built for Windows, and the helpers that declare delivered files.
 add_compile_definitions(UNICODE _UNICODE STRICT NOMINMAX WIN32_LEAN_AND_MEAN WINVER=0x0A00 _WIN32_WINNT=0x0A00
                         NTDDI_VERSION=0x0A000000)
 add_compile_options($<$<COMPILE_LANGUAGE:C,CXX>:-fstack-protector-strong>)
 add_link_options(-static -fstack-protector-strong -Wl,--no-insert-timestamp -Wl,--nxcompat -Wl,--dynamicbase)
-# Line numbers are all that a crash report needs, and half of what full debug information takes to build.
+# Line numbers are enough for a crash report and take half the build time of full debug information.
 set(CMAKE_C_FLAGS_RELWITHDEBINFO "-O2 -g1 -DNDEBUG")
 set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O2 -g1 -DNDEBUG")
 set(CMAKE_RC_FLAGS "-c 65001")
@@ -17,7 +17,7 @@ function(mxov_quick_load target)
     target_link_options(${target} PRIVATE -Wl,--file-alignment,4096)
 endfunction()
 
-# Puts a delivered file into the bin folder, stripped; its symbols stay beside the object files.
+# Puts a stripped file into the bin folder; its symbols stay beside the object files.
 function(mxov_deliver target)
     mxov_quick_load(${target})
     set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MXOV_BIN} PREFIX "")

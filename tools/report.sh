@@ -1,12 +1,12 @@
-# Sourced by the commands that people call: one line for each step, everything else in build/log/, whose end is shown
-# when a step fails.
+# Sourced by the user's commands: one line per step; everything else goes to build/log/, whose end is shown when a step
+# fails.
 . "$(dirname "${BASH_SOURCE[0]}")/env.sh"
 mkdir -p "$MXOV_BUILD/log"
 
-# A path as the user would name it.
+# A path relative to the current folder.
 short() { echo "${1#"$PWD"/}"; }
 
-# fail WHAT ADVICE: ends the command with one line that says what to do.
+# fail WHAT ADVICE: ends the command with one line: the failure and what to do.
 fail() {
     echo "${0##*/}: $1; $2" >&2
     exit 1
@@ -18,14 +18,14 @@ fail_with_log() {
     fail "$2 (all of it: $(short "$1"))" "$3"
 }
 
-# step NAME ADVICE COMMAND...: runs a command, its output in the log of that name.
+# step NAME ADVICE COMMAND...: runs a command and writes its output to the log of that name.
 step() {
     local name=$1 advice=$2 log=$MXOV_BUILD/log/$1.log
     shift 2
     "$@" >"$log" 2>&1 || fail_with_log "$log" "$name ended with $?" "$advice"
 }
 
-# count LOG VERB: copies its input to the log and, on a terminal, shows how far it is by marks such as "12/173" at the
+# count LOG VERB: copies its input to the log and, on a terminal, shows the progress from marks such as "12/173" at the
 # start of a line.
 count() {
     local log=$1 line in_place=
@@ -38,7 +38,7 @@ count() {
     [ -z "$in_place" ] || printf '\r\033[K'
 }
 
-# counted LOG VERB: the closing line when all of it was done; nothing when there was nothing to do.
+# counted LOG VERB: prints the final line, or nothing if there was nothing to do.
 counted() {
     local total
     total=$(sed -nE 's/^[ []*[1-9][0-9]*\/([0-9]+).*/\1/p' "$1" | tail -n 1)

@@ -1,4 +1,4 @@
-"""Drives a running viewer from outside with a real mouse and keyboard, and reads what its windows show.
+"""Drives a running viewer from outside with a real mouse and keyboard, and reads its windows.
 
 Runs inside tools/with-desktop.
 """
@@ -25,7 +25,7 @@ PATIENCE = 60  # seconds
 
 
 class Window:
-    """One window as it was when the snapshot was taken."""
+    """One window at the time of the snapshot."""
 
     def __init__(self, data):
         self.handle, self.class_name, self.id = data['handle'], data['class'], data['id']
@@ -51,7 +51,7 @@ class Window:
             yield from child.walk()
 
     def find(self, **wanted):
-        """The first window inside, this one included, with these attributes; None when there is none."""
+        """The first window at or below this one with these attributes, or None."""
         return next((window for window in self.walk()
                      if all(getattr(window, name) == value for name, value in wanted.items())), None)
 
@@ -74,16 +74,16 @@ class Snapshot:
         return [self.item(number) for number in SECTIONS]
 
     def dialog(self):
-        """The first other window, such as a message box; None when there is none."""
+        """The first other window, such as a message box, or None."""
         return self.others[0] if self.others else None
 
     def texts(self):
-        """Everything written in the first other window."""
+        """All texts of the first other window."""
         return '\n'.join(window.text for window in self.dialog().walk()) if self.others else ''
 
 
 class WindowReader:
-    """The program that reads the viewer's windows, kept running: it is asked some hundred times in a test."""
+    """The program that reads the viewer's windows. It keeps running, since a test calls it some hundred times."""
     END = b'\x04'
 
     def __init__(self):
@@ -93,7 +93,7 @@ class WindowReader:
         atexit.register(self.process.stdin.close)
 
     def ask(self, *words):
-        """What a command prints, and its code."""
+        """The output of a command, and its code."""
         self.process.stdin.write('\t'.join(words).encode() + b'\n')
         self.process.stdin.flush()
         output = b''
@@ -106,7 +106,7 @@ class WindowReader:
 
 
 class Viewer:
-    """A viewer process. `with Viewer(...)` ends it in any case; `close` ends it as a user does."""
+    """A viewer process. `with Viewer(...)` always ends it; `close` ends it as a user does."""
 
     def __init__(self, *arguments, program='viewer.exe'):
         self.log = tempfile.TemporaryFile('w+', encoding='utf-8', errors='replace')
@@ -131,15 +131,15 @@ class Viewer:
         return self.reader().ask(*map(str, words))
 
     def dump(self, *words):
-        """What WindowDump prints; it has to succeed."""
+        """The output of WindowDump, which has to succeed."""
         return self.run_dump(*words).expect().output
 
     def snapshot(self):
-        """What is shown now."""
+        """The current windows."""
         return self.wait('the window', lambda s: True)
 
     def wait(self, what, condition):
-        """Waits until the condition holds for a snapshot, and gives that snapshot."""
+        """Waits until the condition holds for a snapshot, and returns that snapshot."""
         snapshot = None
 
         def look():
@@ -154,7 +154,7 @@ class Viewer:
         return snapshot
 
     def wait_until_nothing_hinders(self, what, look):
-        """Waits until `look` gives None; until then it tells what hinders."""
+        """Waits until `look` returns None; until then it returns the obstacle."""
         end = time.monotonic() + PATIENCE
         while time.monotonic() < end:
             ended = self.process.poll()
@@ -188,7 +188,7 @@ class Viewer:
         return xdisplay.Display()
 
     def input_state(self, x=0, y=0):
-        """Where keys, and a click at a point, go to; text instead when nothing is to be pressed now."""
+        """The targets of keys and of a click at a point; a text if nothing must be pressed now."""
         ended = self.run_dump('input', x, y)
         if ended.code != 0:
             return str(ended)
@@ -196,8 +196,8 @@ class Viewer:
         return 'a modifier key still counts as held down' if state['held'] else state
 
     def hindrance_for_keys(self):
-        """Why a key would not reach the viewer; None when it would. The window manager passes the display's focus on
-        in its own time, and what is pressed until then goes nowhere."""
+        """Why a key would not reach the viewer, or None. The window manager assigns the focus asynchronously; keys pressed
+        before that are lost."""
         state = self.input_state()
         if isinstance(state, str):
             return state
@@ -209,8 +209,8 @@ class Viewer:
         return None if self.display().focus() == window['display'] else f'the display has not given {name} the focus yet'
 
     def hindrance_for_clicks(self, x, y):
-        """Why a click where the mouse is now would not reach the window that the viewer shows there; None when it
-        would. The window manager maps and moves windows in its own time."""
+        """Why a click at the mouse would not reach the viewer's window there, or None. The window manager maps and moves
+        windows asynchronously."""
         state = self.input_state(x, y)
         if isinstance(state, str):
             return state
@@ -218,12 +218,12 @@ class Viewer:
         area = display.area(window['display'])
         if not area or display.mouse() != (display.outermost(window['display']), (x, y)):
             return f'the mouse is not over {name} yet'
-        # The display's window is what is inside the borders, which are alike at the left, at the right and below.
+        # The display's window excludes the borders, which are equally wide at the left, at the right and at the bottom.
         borders = {area[0] - window['rect'][0], window['rect'][2] - area[2], window['rect'][3] - area[3]}
         return None if len(borders) == 1 else f'{name} is on its way to another place'
 
     def point(self, x, y):
-        """Moves the mouse to a window of the viewer that is ready for it."""
+        """Moves the mouse into a window of the viewer, once that can take a click."""
         self.do('mousemove', x, y)
         self.wait_until_nothing_hinders('the mouse reaches the viewer', lambda: self.hindrance_for_clicks(x, y))
 
@@ -249,7 +249,7 @@ class Viewer:
         self.do('type', '--delay', 5, text)
 
     def kill(self):
-        """Ends the viewer's process at once, as a crash does."""
+        """Kills the viewer's process, as a crash would."""
         self.process.kill()
         self.process.wait(PATIENCE)
 
@@ -258,6 +258,6 @@ class Viewer:
         (SCREENSHOTS / f'{name}.png').write_bytes(self.display().picture())
 
     def close(self):
-        """Closes the window with the keyboard; gives the exit code."""
+        """Closes the window with the keyboard; returns the exit code."""
         self.press('alt+F4')
         return self.process.wait(PATIENCE)

@@ -1,4 +1,4 @@
-"""Runs Wine programs to their end for tests and tools, and keeps what they and Wine say."""
+"""Runs Wine programs for tests and tools, and captures their output and Wine's."""
 import pathlib
 import subprocess
 import tempfile
@@ -6,7 +6,7 @@ import typing
 
 
 def windows_path(path):
-    """The name under which a Wine program sees a file of this system."""
+    """A file's path as Wine programs see it."""
     return 'Z:' + str(pathlib.Path(path).absolute()).replace('/', '\\')
 
 
@@ -15,22 +15,22 @@ class Ended(typing.NamedTuple):
     words: tuple  # its command line
     code: int
     output: str
-    errors: str  # what it and Wine said besides
+    errors: str  # its error output and Wine's
 
     def __str__(self):
         return (f'{" ".join(self.words)} ended with {self.code}; output: {self.output or "none"}; '
                 f'errors: {self.errors or "none"}')
 
     def expect(self, code=0):
-        """Itself, when it ended with this code."""
+        """Returns itself if it ended with this code, otherwise raises."""
         if self.code != code:
             raise AssertionError(str(self))
         return self
 
 
 def run_wine(*words):
-    """Runs a Wine program to its end. Its output goes through files: services that Wine starts on the way would hold
-    a pipe open for ever."""
+    """Runs a Wine program to its end. Its output goes to files: services that Wine starts would keep a pipe open
+    forever."""
     with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
         code = subprocess.run(['wine', *words], stdin=subprocess.DEVNULL, stdout=output, stderr=errors,
                               check=False).returncode
@@ -42,22 +42,22 @@ def run_wine(*words):
 
 
 def change_registry(*words):
-    """Runs `reg`, which has to succeed: a change that stays out unnoticed shows up as the fault of another test."""
+    """Runs `reg`, which has to succeed: a change that silently fails would show up in another test."""
     run_wine('reg', *words).expect()
 
 
 def query_registry(*words):
-    """What `reg query` prints; nothing when there is no such key or value."""
+    """The output of `reg query`; empty if there is no such key or value."""
     return run_reg_that_may_miss('query', *words).output
 
 
 def forget_registry(key):
-    """Removes a key, which need not be there."""
+    """Removes a key, which need not exist."""
     run_reg_that_may_miss('delete', key, '/f')
 
 
 def run_reg_that_may_miss(*words):
-    """`reg` ends with 1 when it does not find something; a `reg` that does not run ends with it too."""
+    """`reg` returns 1 if it does not find something; a `reg` that does not start returns 1 as well."""
     ended = run_wine('reg', *words)
     if ended.code == 1 and 'Unable to find the specified registry' in ended.output + ended.errors:
         return ended._replace(output='')

@@ -1,5 +1,4 @@
-"""What an X display knows of its windows, where tests need it: who has the focus, what lies below the mouse, how it
-looks."""
+"""Queries an X display about its windows: the focus, the window below the mouse, its pixels."""
 import ctypes
 import struct
 import zlib
@@ -10,7 +9,7 @@ ERROR_HANDLER = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
 
 
 class Image(ctypes.Structure):
-    """The beginning of Xlib's XImage."""
+    """The first members of Xlib's XImage."""
     _fields_ = [('width', ctypes.c_int), ('height', ctypes.c_int), ('offset', ctypes.c_int), ('format', ctypes.c_int),
                 ('data', ctypes.c_void_p), ('byte_order', ctypes.c_int), ('unit', ctypes.c_int),
                 ('bit_order', ctypes.c_int), ('pad', ctypes.c_int), ('depth', ctypes.c_int),
@@ -18,7 +17,7 @@ class Image(ctypes.Structure):
 
 
 def png(width, height, lines):
-    """A PNG file of lines that begin with the number of their filter and have three bytes for each pixel."""
+    """A PNG file made of lines that start with their filter's number and have three bytes per pixel."""
     def chunk(name, data):
         return struct.pack('>I', len(data)) + name + data + struct.pack('>I', zlib.crc32(name + data))
 
@@ -28,7 +27,7 @@ def png(width, height, lines):
 
 @ERROR_HANDLER
 def ignore_error(_display, _event):
-    """A window may be gone when it is asked for; the call gives 0 then."""
+    """A window may have gone; the call then returns 0."""
     return 0
 
 
@@ -47,13 +46,13 @@ class Display:
         self.root = Window(self.x.XDefaultRootWindow(self.display))
 
     def focus(self):
-        """The window that keys go to."""
+        """The window that has the focus."""
         window, revert = Window(), ctypes.c_int()
         self.x.XGetInputFocus(self.display, ctypes.byref(window), ctypes.byref(revert))
         return window.value
 
     def outermost(self, window):
-        """The window manager's frame around a window, or the window itself when it has none; None when it is gone."""
+        """The window manager's frame around a window, or the window itself if it has none; None if it has gone."""
         while True:
             root, parent, children, count = Window(), Window(), ctypes.POINTER(Window)(), ctypes.c_uint()
             if not self.x.XQueryTree(self.display, Window(window), ctypes.byref(root), ctypes.byref(parent),
@@ -66,7 +65,7 @@ class Display:
             window = parent.value
 
     def mouse(self):
-        """The outermost window below the mouse, and the place of the mouse."""
+        """The outermost window below the mouse, and the mouse's position."""
         root, child, mask = Window(), Window(), ctypes.c_uint()
         numbers = [ctypes.c_int() for _ in range(4)]
         self.x.XQueryPointer(self.display, self.root, ctypes.byref(root), ctypes.byref(child),
@@ -74,7 +73,7 @@ class Display:
         return child.value, (numbers[0].value, numbers[1].value)
 
     def area(self, window):
-        """Left, top, right and bottom of a window on the screen; None when it is gone."""
+        """Left, top, right and bottom of a window on the screen; None if it has gone."""
         root, child, place, size = Window(), Window(), [ctypes.c_int(), ctypes.c_int()], [ctypes.c_uint() for _ in '1234']
         if not (self.x.XGetGeometry(self.display, Window(window), ctypes.byref(root), *map(ctypes.byref, place),
                                     *map(ctypes.byref, size))
@@ -85,7 +84,7 @@ class Display:
         return left, top, left + size[0].value, top + size[1].value
 
     def picture(self, window=None, part=None):
-        """What a window shows, or the whole display, as a PNG file; `part`: its left, top, width and height."""
+        """A window or the whole display as a PNG file; `part`: left, top, width and height of a part."""
         window = self.root if window is None else Window(window)
         if part is None:
             root, numbers = Window(), [ctypes.c_uint() for _ in range(6)]

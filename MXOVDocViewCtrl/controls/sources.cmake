@@ -1,4 +1,4 @@
-# The group boxes and what else any dialog can use.
+# The group boxes, and helpers for any dialog.
 set(MXOV_CONTROLS_SOURCES
     ${CMAKE_CURRENT_LIST_DIR}/CollapseGroupBox.cpp
     ${CMAKE_CURRENT_LIST_DIR}/MXOVGroupBoxEx.cpp

@@ -1,5 +1,5 @@
-# The resource modules of the languages other than English: DLLs without code, in lang/<language>/ beside the
-# library. The folders are named as those of the help files.
+# Resource-only modules of the languages other than English, in lang/<language>/ beside the library. The folders have the
+# names of those of the help files.
 function(mxov_satellite language)
     set(target mxovtexts_${language})
     add_library(${target} MODULE resources/${language}.rc)
