@@ -1,0 +1,69 @@
+#!/usr/bin/env python3
+"""Every row of tests/promises.md names at least one test, and each of them exists and is part of the suite."""
+import ast
+import os
+import pathlib
+import re
+import subprocess
+import unittest
+
+TESTS = pathlib.Path(__file__).resolve().parents[1]
+BUILD = pathlib.Path(os.environ.get('MXOV_BUILD', TESTS.parent / 'build'))
+TABLE = TESTS / 'promises.md'
+ROW = re.compile(r'^\| (?!promise \|)(.*) \| (.*) \|$', re.MULTILINE)
+GOOGLE_TEST = re.compile(r'^TEST(?:_F|_P)?\((\w+),\s*(\w+)\)', re.MULTILINE)
+
+
+def listed_sources():
+    """The names of all sources that some CMake file of the tests lists."""
+    text = ''.join(path.read_text(encoding='utf-8') for path in [*TESTS.rglob('CMakeLists.txt'), *TESTS.rglob('*.cmake')])
+    return set(re.findall(r'\w+\.cpp', text))
+
+
+def google_tests():
+    listed = listed_sources()
+    return {f'{suite}.{test}' for source in TESTS.rglob('*.cpp') if source.name in listed
+            for suite, test in GOOGLE_TEST.findall(source.read_text(encoding='utf-8')) if not test.startswith('DISABLED_')}
+
+
+def python_tests():
+    trees = (ast.parse(path.read_text(encoding='utf-8')) for path in TESTS.rglob('*Test.py'))
+    return {f'{suite.name}.{test.name}' for tree in trees for suite in tree.body if isinstance(suite, ast.ClassDef)
+            for test in suite.body if isinstance(test, ast.FunctionDef) and test.name.startswith('test_')}
+
+
+def programs():
+    """The tests as ctest knows them."""
+    listing = subprocess.run(['ctest', '--test-dir', BUILD / 'windows', '-N'], capture_output=True, text=True, check=True)
+    return set(re.findall(r'Test +#\d+: (\S+)', listing.stdout))
+
+
+def faults(table, known):
+    """What is wrong with a table."""
+    rows = ROW.findall(table)
+    for promise, cell in rows:
+        names = re.findall(r'`([^`]+)`', cell)
+        if not names:
+            yield f'no test: {promise}'
+        yield from (f'{name} does not exist: {promise}' for name in names if name not in known)
+    if not rows:
+        yield 'no promise'
+
+
+class PromisesTest(unittest.TestCase):
+    def test_every_promise_names_tests_that_exist(self):
+        known = google_tests() | python_tests() | programs()
+        self.assertEqual(list(faults(TABLE.read_text(encoding='utf-8'), known)), [])
+
+    def test_what_a_table_lacks_is_found(self):
+        known = {'Suite.Test', 'program'}
+        head = '| promise | test |\n|---|---|\n'
+        self.assertEqual(list(faults(head, known)), ['no promise'])
+        self.assertEqual(list(faults(head + '| it works | `Suite.Test`, `program` |\n', known)), [])
+        self.assertEqual(list(faults(head + '| it works | by hand |\n', known)), ['no test: it works'])
+        self.assertEqual(list(faults(head + '| it works | `Suite.Test`, `Suite.Gone` |\n', known)),
+                         ['Suite.Gone does not exist: it works'])
+
+
+if __name__ == '__main__':
+    unittest.main(verbosity=2)
