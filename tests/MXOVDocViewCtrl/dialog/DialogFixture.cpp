@@ -84,6 +84,8 @@ MessageBoxAnswer::~MessageBoxAnswer() {
 LRESULT CALLBACK MessageBoxAnswer::Hook(int code, WPARAM wParam, LPARAM lParam) {
     if (code == HCBT_ACTIVATE) {
         currentAnswer->Read(reinterpret_cast<HWND>(wParam));
+    } else if (code == HCBT_DESTROYWND && reinterpret_cast<HWND>(wParam) == currentAnswer->m_answered) {
+        currentAnswer->m_answered = nullptr;
     }
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
@@ -92,9 +94,12 @@ void MessageBoxAnswer::Read(HWND box) {
     constexpr int kMessageText = 0xffff;
     wchar_t name[16] = L"";
     GetClassNameW(box, name, ARRAYSIZE(name));
-    if (std::wstring(name) != L"#32770" || !GetDlgItem(box, m_button) || !GetDlgItem(box, kMessageText)) {
+    // The window manager may activate a box again before the answer reaches it.
+    if (box == m_answered || std::wstring(name) != L"#32770" || !GetDlgItem(box, m_button) ||
+        !GetDlgItem(box, kMessageText)) {
         return;
     }
+    m_answered = box;
     ++count;
     title = TextOf(box);
     text = TextOf(GetDlgItem(box, kMessageText));

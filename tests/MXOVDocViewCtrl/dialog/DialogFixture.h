@@ -73,4 +73,5 @@ private:
 
     int m_button;
     HHOOK m_hook;
+    HWND m_answered = nullptr; ///< the box that has its answer and is still there
 };
