@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Every row of tests/promises.md names at least one test, and each of them exists and is part of the suite."""
+"""Every row of a table of promises names at least one test, and each of them exists and is part of the suite."""
 import ast
 import os
 import pathlib
@@ -9,8 +9,9 @@ import unittest
 
 TESTS = pathlib.Path(__file__).resolve().parents[1]
 BUILD = pathlib.Path(os.environ.get('MXOV_BUILD', TESTS.parent / 'build'))
-TABLE = TESTS / 'promises.md'
-ROW = re.compile(r'^\| (?!promise \|)(.*) \| (.*) \|$', re.MULTILINE)
+PAGES = [TESTS / 'promises.md', *(TESTS.parent / 'docs' / name for name in ('reliability.md', 'footprint.md'))]
+TABLE = re.compile(r'^\|.*\| test \|\n\|[-|]*\|\n((?:\|.*\|\n)*)', re.MULTILINE)
+ROW = re.compile(r'^\| (.*) \| (.*) \|$', re.MULTILINE)
 GOOGLE_TEST = re.compile(r'^TEST(?:_F|_P)?\((\w+),\s*(\w+)\)', re.MULTILINE)
 
 
@@ -38,9 +39,9 @@ def programs():
     return set(re.findall(r'Test +#\d+: (\S+)', listing.stdout))
 
 
-def faults(table, known):
-    """What is wrong with a table."""
-    rows = ROW.findall(table)
+def faults(page, known):
+    """What is wrong with the tables of a page whose last column is headed "test"."""
+    rows = [row for table in TABLE.findall(page) for row in ROW.findall(table)]
     for promise, cell in rows:
         names = re.findall(r'`([^`]+)`', cell)
         if not names:
@@ -53,7 +54,9 @@ def faults(table, known):
 class PromisesTest(unittest.TestCase):
     def test_every_promise_names_tests_that_exist(self):
         known = google_tests() | python_tests() | programs()
-        self.assertEqual(list(faults(TABLE.read_text(encoding='utf-8'), known)), [])
+        for page in PAGES:
+            with self.subTest(page=page.name):
+                self.assertEqual(list(faults(page.read_text(encoding='utf-8'), known)), [])
 
     def test_what_a_table_lacks_is_found(self):
         known = {'Suite.Test', 'program'}
@@ -61,6 +64,7 @@ class PromisesTest(unittest.TestCase):
         self.assertEqual(list(faults(head, known)), ['no promise'])
         self.assertEqual(list(faults(head + '| it works | `Suite.Test`, `program` |\n', known)), [])
         self.assertEqual(list(faults(head + '| it works | by hand |\n', known)), ['no test: it works'])
+        self.assertEqual(list(faults('| file | size |\n|---|---|\n| one | `two` |\n', known)), ['no promise'])
         self.assertEqual(list(faults(head + '| it works | `Suite.Test`, `Suite.Gone` |\n', known)),
                          ['Suite.Gone does not exist: it works'])
 

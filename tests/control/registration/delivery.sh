@@ -13,6 +13,12 @@ foreign=$(x86_64-w64-mingw32-objdump -p "$control" | sed -n 's/^\s*DLL Name: //p
 exports=$(x86_64-w64-mingw32-objdump -p "$control" | sed -n '/Ordinal\/Name Pointer/,/^$/p' | grep -oE 'Dll[A-Za-z]+' | sort | tr '\n' ' ')
 [ "$exports" = 'DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer ' ] ||
     { echo "FAILED: exports $exports"; failures=$((failures + 1)); }
+# Nothing that is delivered talks to a network by itself.
+network='ws2_32|wsock32|mswsock|winhttp|wininet|urlmon|dnsapi|netapi32|websocket'
+for file in "$MXOV_BUILD"/bin/*.{ocx,dll,exe}; do
+    ! x86_64-w64-mingw32-objdump -p "$file" | grep -qiE "DLL Name: ($network)\.dll" ||
+        { echo "FAILED: ${file##*/} imports a network library"; failures=$((failures + 1)); }
+done
 # A stack guard drawn by a cryptographic provider loads three more libraries at the start of every host.
 for file in "$control" "$MXOV_BUILD/bin/mxovshare.dll"; do
     ! x86_64-w64-mingw32-objdump -p "$file" | grep -q 'CryptAcquireContext' ||
