@@ -8,8 +8,7 @@
 
 namespace {
 
-// Compares names as the file system does. What both begin with is passed over first: hostile names have much
-// of that in common.
+// Compares names as the file system does. The common prefix is skipped first: hostile names share long ones.
 int Compare(std::wstring_view left, std::wstring_view right) {
     const auto [differing, other] = std::ranges::mismatch(left, right);
     left.remove_prefix(static_cast<std::size_t>(differing - left.begin()));
@@ -27,7 +26,7 @@ bool HasPrefix(std::wstring_view text, std::wstring_view prefix) {
     return Compare(text.substr(0, prefix.size()), prefix) == 0;
 }
 
-// The path inside the package with single separators; none for a path that lies elsewhere.
+// The path inside the package with single separators; none for a path outside it.
 std::optional<std::wstring> InPackage(const std::wstring& path) {
     if (!path.starts_with(ArchiveCatalogueSource::kFolder)) {
         return {};

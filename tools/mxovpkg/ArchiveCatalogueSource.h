@@ -1,4 +1,4 @@
-// The catalogue of a package that is not unpacked.
+// Reads the catalogue from a package without unpacking it.
 #pragma once
 
 #include <mxovpackage.h>
@@ -6,11 +6,11 @@
 
 #include <vector>
 
-/// Answers from the package's directory and information file as if it were unpacked into kFolder. Other full
-/// paths are looked up on the disk, where links lead.
+/// Uses the package's directory and information file as if it were unpacked into kFolder. Other full paths,
+/// those of links, are looked up on the disk.
 class ArchiveCatalogueSource final : public CatalogueSource {
 public:
-    /// Stands for the package folder, with its trailing separator; no file system has such a name.
+    /// Represents the package folder, with its trailing separator; no file system allows such a name.
     static const std::wstring kFolder;
 
     ArchiveCatalogueSource(std::vector<mxovshare::PackageEntry> entries,
@@ -25,13 +25,13 @@ public:
 private:
     using Entries = std::vector<mxovshare::PackageEntry>;
 
-    /// The first entry that is not before a path relative to the package folder.
+    /// The first entry that does not sort before a path relative to the package folder.
     Entries::const_iterator LowerBound(const std::wstring& path) const;
 
-    /// In the order of the file system. What lies in a folder stands together; the folder itself may have no
-    /// entry.
+    /// In the order of the file system. The entries of a folder are adjacent; the folder itself may have
+    /// none.
     Entries m_entries;
     std::vector<mxovshare::InformationSection> m_sections; ///< in their order in the file
     std::vector<std::size_t> m_sectionsByName;             ///< their numbers
-    DiskCatalogueSource m_disk{{}};                        ///< only asked about files
+    DiskCatalogueSource m_disk{{}};                        ///< queried for files only
 };

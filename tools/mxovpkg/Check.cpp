@@ -66,7 +66,7 @@ void PrintSection(const Section& section, const std::vector<CatalogueItem>& item
     }
 }
 
-// Warns about documents that the catalogue names and nobody finds.
+// Warns about documents of the catalogue that do not exist.
 void WarnAboutMissing(const ArchiveCatalogueSource& source, const std::vector<CatalogueItem>& items) {
     for (const CatalogueItem& item : items) {
         const DocumentRecord& record = item.record;

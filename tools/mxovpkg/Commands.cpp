@@ -26,7 +26,7 @@ std::wstring Summary(const std::vector<PackageEntry>& entries) {
     return text + L", " + std::to_wstring(size) + L" bytes";
 }
 
-// Prints what the package now holds, after an operation that ended with `result`.
+// Prints the contents of the package after an operation that ended with `result`.
 int Finish(const PackageResult& result, const std::wstring& done, const std::wstring& file) {
     std::vector<PackageEntry> entries;
     const PackageResult listed = result.ok ? mxovshare::ListPackage(file, entries) : result;

@@ -1,4 +1,4 @@
-// The commands of the package command line. Each gives the program's exit code.
+// The commands of the package command line. Each returns the program's exit code.
 #pragma once
 
 #include <string>
@@ -12,5 +12,5 @@ enum ExitCode : int {
 int Create(const std::wstring& folder, const std::wstring& file);
 int List(const std::wstring& file);
 int Extract(const std::wstring& file, const std::wstring& folder);
-/// Unpacks nowhere: verifies every entry, shows the catalogue, warns about what it names and nobody finds.
+/// Verifies every entry without unpacking it to disk, prints the catalogue, warns about missing documents.
 int Check(const std::wstring& file);

@@ -1,4 +1,4 @@
-// Text for the user: UTF-8 where a file or a pipe takes it, Unicode on a console.
+// Text for the user: UTF-8 to a file or a pipe, Unicode to a console.
 #pragma once
 
 #include <windows.h>
@@ -21,5 +21,5 @@ private:
     bool m_isConsole;
 };
 
-/// `text` fit for one line of output: control characters stand as "?".
+/// `text` made printable on one line: control characters become "?".
 std::wstring OneLine(std::wstring text);

@@ -1,17 +1,16 @@
-// Progress of long work on the console, and its end by Ctrl+C.
+// Progress of long operations on the console; Ctrl+C cancels them.
 #pragma once
 
 #include "Output.h"
 
 #include <mxovpackage.h>
 
-/// Shows a line that follows the work when standard error is a console, after the first half second. Ctrl+C
-/// cancels.
+/// Shows the progress on one line after half a second, if standard error is a console. Ctrl+C cancels.
 class Progress final : public mxovshare::PackageProgress {
 public:
-    /// `verb` begins the line, such as "Packing".
+    /// `verb` starts the line, such as "Packing".
     explicit Progress(std::wstring verb);
-    /// Wipes the line.
+    /// Clears the line.
     ~Progress() override;
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;

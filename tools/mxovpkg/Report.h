@@ -1,4 +1,4 @@
-// How the commands tell results.
+// How the commands report results.
 #pragma once
 
 #include <mxovpackage.h>
@@ -9,7 +9,7 @@
 void PrintLine(std::wstring_view line);
 void PrintWarning(const std::wstring& warning);
 
-/// Prints the one line that says why an operation did not succeed.
+/// Prints one line with the reason of a failure.
 void PrintFailure(const mxovshare::PackageResult& result);
 void PrintFailure(const std::wstring& message);
 

@@ -1,8 +1,8 @@
-// Prints what a running viewer shows, seen from outside: `catalogue` its document lists for people, `windows`
-// all its windows as JSON for tests. `press NUMBER` sends the command of a button, a hidden one too, to its
-// dialog. `insert NUMBER FILE` replaces what is selected in a field of a popup with the text of a UTF-8 file,
-// as pasting does. `input X Y` prints, as JSON, where keys and a click at this point of the screen go to.
-// `serve` takes such commands from standard input. Exit code 1: there is no viewer, or it cannot be read.
+// Prints the windows of a running viewer: `catalogue` its document lists as text, `windows` all windows as
+// JSON. `press NUMBER` sends a button's command to its dialog, also for a hidden button. `insert NUMBER FILE`
+// replaces the selection in a field of a popup with the text of a UTF-8 file, as pasting does. `input X Y`
+// prints, as JSON, the targets of keys and of a click at a point of the screen. `serve` reads commands from
+// standard input. Exit code 1: there is no viewer, or it cannot be read.
 #include "Json.h"
 #include "RemoteListView.h"
 
@@ -171,8 +171,8 @@ HWND WindowAt(POINT point) {
     return search.found;
 }
 
-// Keys go to the foreground window: `viewer` tells whether it is one of the viewer's, `focused` whether the
-// focus of its thread is inside, `held` whether a modifier key still counts as down.
+// Keys go to the foreground window. `viewer`: it belongs to the viewer; `focused`: the focus of its thread is
+// inside; `held`: a modifier key is down.
 void PrintInput(HWND frame, POINT point) {
     const HWND foreground = GetForegroundWindow();
     const HWND focus = foreground ? FocusOfThread(foreground) : nullptr;
