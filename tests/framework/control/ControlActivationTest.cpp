@@ -1,5 +1,5 @@
-#include "OleTestControl.h"
 #include "GdiObjectCount.h"
+#include "OleTestControl.h"
 
 namespace {
 

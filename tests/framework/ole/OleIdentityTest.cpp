@@ -1,5 +1,5 @@
-#include "OleTestControl.h"
 #include "ControlInterfaces.h"
+#include "OleTestControl.h"
 
 namespace {
 
