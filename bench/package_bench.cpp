@@ -5,7 +5,7 @@
 #include "PackagePeers.h"
 #include "Timing.h"
 #include "zip/EntryReader.h"
-#include "zip/ProvenData.h"
+#include "zip/VerifiedEntryCache.h"
 #include "zip/ZipDirectory.h"
 
 #include <cstdio>
@@ -75,7 +75,7 @@ void Saving(PackageFolder& folder) {
     };
     std::vector<double> unknownTimes;
     for (int run = 0; run < kRuns; ++run) {
-        ProvenData::Instance().Forget();
+        VerifiedEntryCache::Instance().Clear();
         unknownTimes.push_back(save());
     }
     Require(UnpackPackage(package, work / L"opened").ok, "opening");

@@ -4,7 +4,7 @@
 #include "files/LongPath.h"
 #include "mxovpackage.h"
 #include "package/FileTimes.h"
-#include "package/PackageWork.h"
+#include "package/PackageErrors.h"
 #include "text/CaseFold.h"
 #include "zip/EntryName.h"
 

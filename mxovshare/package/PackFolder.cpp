@@ -4,13 +4,13 @@
 #include "files/DiskFile.h"
 #include "files/FolderPath.h"
 #include "files/LongPath.h"
-#include "package/EarlyFlush.h"
+#include "package/BackgroundFlusher.h"
 #include "package/FileTimes.h"
 #include "package/FolderScan.h"
 #include "package/PackageContent.h"
-#include "package/PackageWork.h"
+#include "package/PackageErrors.h"
 #include "package/Packer.h"
-#include "package/Unchanged.h"
+#include "package/ReuseCandidates.h"
 #include "zip/PackageError.h"
 
 #include <algorithm>
@@ -102,13 +102,13 @@ bool PackItems(const ByteSource& file, ByteSink& sink, const std::vector<FolderI
         }
         // The directory is in the order of the items.
         const std::vector<ZipEntry> entries = ReadZipDirectory(file);
-        std::vector<ZipEntry> unproven;
+        std::vector<ZipEntry> unverified;
         for (std::size_t i = 0; i < items.size(); ++i) {
-            if (outcomes[i] != Outcome::Proven) {
-                unproven.push_back(entries.at(i));
+            if (outcomes[i] != Outcome::Verified) {
+                unverified.push_back(entries.at(i));
             }
         }
-        CheckEntries(file, unproven, meter, &ProvenData::Instance());
+        CheckEntries(file, unverified, meter, &VerifiedEntryCache::Instance());
         return true;
     } catch (const PackageError&) {
         if (std::ranges::all_of(unchanged, [](const ZipEntry* entry) { return entry == nullptr; })) {
@@ -124,11 +124,11 @@ bool PackItems(const ByteSource& file, ByteSink& sink, const std::vector<FolderI
 void PackBeside(const std::wstring& file, HANDLE target, const std::vector<FolderItem>& items,
                 PackageProgress* progress) {
     OpenFile packed(target, file);
-    EarlyFlush sink(packed, target, file);
+    BackgroundFlusher sink(packed, target, file);
     // Everything is read twice: to pack or compare it, and to check what was packed.
     ProgressMeter meter(progress, 2 * TotalSize(items));
     const OldPackage old(file);
-    std::vector<const ZipEntry*> unchanged = FindCandidates(items, old.Entries());
+    std::vector<const ZipEntry*> unchanged = FindReuseCandidates(items, old.Entries());
     while (!PackItems(packed, sink, items, old, unchanged, meter)) {
     }
     sink.Finish();

@@ -3,10 +3,10 @@
 #include "files/DiskFile.h"
 #include "ini/IniInformation.h"
 #include "package/FileTimes.h"
-#include "package/OpenFolders.h"
 #include "package/PackageContent.h"
 #include "package/PackFolder.h"
 #include "package/Unpack.h"
+#include "package/UnpackedFolders.h"
 #include "text/CaseFold.h"
 #include "zip/EntryReader.h"
 
@@ -46,11 +46,11 @@ const ZipEntry* FindFile(const std::vector<ZipEntry>& entries, std::string_view 
 
 PackageResult CreatePackage(const std::wstring& folder, const std::wstring& file,
                             PackageProgress* progress) noexcept {
-    return RunPackageWork(file, [&] { PackFolder(folder, file, progress); });
+    return RunForResult(file, [&] { PackFolder(folder, file, progress); });
 }
 
 PackageResult ListPackage(const std::wstring& file, std::vector<PackageEntry>& entries) noexcept {
-    return RunPackageWork(file, [&] {
+    return RunForResult(file, [&] {
         entries.clear();
         for (const ZipEntry& entry : ReadZipDirectory(DiskSource(file))) {
             entries.push_back(Describe(entry));
@@ -60,15 +60,15 @@ PackageResult ListPackage(const std::wstring& file, std::vector<PackageEntry>& e
 
 PackageResult UnpackPackage(const std::wstring& file, const std::wstring& folder,
                             PackageProgress* progress) noexcept {
-    return RunPackageWork(file, [&] {
+    return RunForResult(file, [&] {
         const std::wstring stamp = StampOfPackage(file);
         UnpackInto(file, folder, progress);
-        NoteFolder(folder, file, stamp);
+        RecordFolder(folder, file, stamp);
     });
 }
 
 PackageResult VerifyPackage(const std::wstring& file, PackageProgress* progress) noexcept {
-    return RunPackageWork(file, [&] {
+    return RunForResult(file, [&] {
         const DiskSource source(file);
         const std::vector<ZipEntry> entries = ReadZipDirectory(source);
         ProgressMeter meter(progress, TotalSize(entries));
@@ -77,7 +77,7 @@ PackageResult VerifyPackage(const std::wstring& file, PackageProgress* progress)
 }
 
 PackageResult ReadInformation(const std::wstring& file, std::vector<InformationSection>& sections) noexcept {
-    return RunPackageWork(file, [&] {
+    return RunForResult(file, [&] {
         sections.clear();
         const DiskSource source(file);
         const std::vector<ZipEntry> entries = ReadZipDirectory(source);

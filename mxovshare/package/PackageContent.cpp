@@ -1,5 +1,6 @@
 #include "package/PackageContent.h"
 
+#include "package/PackageErrors.h"
 #include "zip/EntryReader.h"
 #include "zip/JobQueue.h"
 
@@ -12,8 +13,8 @@ namespace {
 class Check {
 public:
     Check(const ByteSource& source, const std::vector<ZipEntry>& entries, ProgressMeter& meter,
-          ProvenData* proven)
-        : m_source(source), m_entries(entries), m_meter(meter), m_proven(proven) {}
+          VerifiedEntryCache* verified)
+        : m_source(source), m_entries(entries), m_meter(meter), m_verified(verified) {}
 
     void Run() {
         Begin(0);
@@ -21,7 +22,7 @@ public:
         constexpr std::uint64_t kAlone = std::uint64_t{1} << 20;
         RunJobs(
             TotalSize(m_entries) < kAlone ? 0 : ProcessorCount(), [this] { return Next(); },
-            [this] { Tell(); });
+            [this] { ReportChecked(); });
     }
 
 private:
@@ -36,7 +37,7 @@ private:
             }
         }
         void Take() override {
-            m_owner.Tell();
+            m_owner.ReportChecked();
             m_owner.Begin(m_end);
         }
 
@@ -63,8 +64,8 @@ private:
             }
             m_checked += piece.size();
         });
-        if (m_proven != nullptr) {
-            m_proven->Add(entry, packed);
+        if (m_verified != nullptr) {
+            m_verified->Add(entry, packed);
         }
     }
 
@@ -74,7 +75,7 @@ private:
         }
     }
 
-    void Tell() { m_meter.Advance(m_checked.exchange(0)); }
+    void ReportChecked() { m_meter.Advance(m_checked.exchange(0)); }
 
     // The checking of even an empty entry, in bytes that take as long.
     static constexpr std::uint64_t kEntryCost = std::uint64_t{8} << 10;
@@ -82,7 +83,7 @@ private:
     const ByteSource& m_source;
     const std::vector<ZipEntry>& m_entries;
     ProgressMeter& m_meter;
-    ProvenData* m_proven;
+    VerifiedEntryCache* m_verified;
     std::size_t m_next = 0;
     std::atomic<std::uint64_t> m_checked = 0; // bytes since the last time they were told
 };
@@ -104,8 +105,8 @@ std::wstring RelativePath(const ZipEntry& entry) {
 }
 
 void CheckEntries(const ByteSource& source, const std::vector<ZipEntry>& entries, ProgressMeter& meter,
-                  ProvenData* proven) {
-    Check(source, entries, meter, proven).Run();
+                  VerifiedEntryCache* verified) {
+    Check(source, entries, meter, verified).Run();
 }
 
 } // namespace mxovshare

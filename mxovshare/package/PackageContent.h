@@ -2,8 +2,8 @@
 #pragma once
 
 #include "files/ByteSource.h"
-#include "package/PackageWork.h"
-#include "zip/ProvenData.h"
+#include "package/ProgressMeter.h"
+#include "zip/VerifiedEntryCache.h"
 #include "zip/ZipDirectory.h"
 
 #include <string>
@@ -16,9 +16,9 @@ std::uint64_t TotalSize(const std::vector<ZipEntry>& entries);
 /// The entry's name as a path relative to the package folder, separated by "\".
 std::wstring RelativePath(const ZipEntry& entry);
 
-/// Reads every entry and checks it; what is sound is noted in `proven`, if given. Throws PackageError for the
-/// first fault.
+/// Reads every entry and checks it; what is sound is noted in `verified`, if given. Throws PackageError for
+/// the first fault.
 void CheckEntries(const ByteSource& source, const std::vector<ZipEntry>& entries, ProgressMeter& meter,
-                  ProvenData* proven = nullptr);
+                  VerifiedEntryCache* verified = nullptr);
 
 } // namespace mxovshare

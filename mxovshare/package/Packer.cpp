@@ -1,7 +1,8 @@
 #include "package/Packer.h"
 
+#include "package/PackageErrors.h"
 #include "zip/Checksum.h"
-#include "zip/ProvenData.h"
+#include "zip/VerifiedEntryCache.h"
 
 #include <algorithm>
 #include <numeric>
@@ -128,7 +129,7 @@ Packer::Packer(ByteSink& sink, const ByteSource& written, const std::vector<Fold
 
 std::vector<Outcome> Packer::Run() {
     RunJobs(
-        ProcessorCount(), [this] { return Next(); }, [this] { m_meter.Tell(); });
+        ProcessorCount(), [this] { return Next(); }, [this] { m_meter.Report(); });
     m_writer.Finish(m_added);
     return std::move(m_outcomes);
 }
@@ -248,9 +249,9 @@ void Packer::TakeCopied(const Stretch& stretch) {
         return;
     }
     const ZipEntry& entry = *m_unchanged[stretch.item];
-    const bool isProven = ProvenData::Instance().Has(entry, PassOf(Pass::Copy).crc32);
-    m_outcomes[stretch.item] = isProven ? Outcome::Proven : Outcome::Copied;
-    if (isProven) {
+    const bool isVerified = VerifiedEntryCache::Instance().Contains(entry, PassOf(Pass::Copy).crc32);
+    m_outcomes[stretch.item] = isVerified ? Outcome::Verified : Outcome::Copied;
+    if (isVerified) {
         m_meter.Advance(entry.size);
     }
 }

@@ -3,7 +3,7 @@
 
 #include "package/FilePieces.h"
 #include "package/FolderScan.h"
-#include "package/PackageWork.h"
+#include "package/ProgressMeter.h"
 #include "zip/JobQueue.h"
 #include "zip/ZipWriter.h"
 
@@ -19,7 +19,7 @@ namespace mxovshare {
 enum class Outcome {
     Anew,      ///< packed from the file
     Copied,    ///< as the old package has it, which is still to be checked
-    Proven,    ///< the same, read back and known to be sound
+    Verified,  ///< the same, read back and known to be sound
     Different, ///< the file is not what its entry holds, so the new file is no package
 };
 
@@ -29,7 +29,7 @@ class Packer {
 public:
     /// `unchanged` tells for each item the entry of `old` that probably holds it, or nullptr. The new file is
     /// written through `sink`, by several threads, and read back through `written`. What is done of an item
-    /// advances the meter by its size, and once more when it is proven.
+    /// advances the meter by its size, and once more when it is verified.
     Packer(ByteSink& sink, const ByteSource& written, const std::vector<FolderItem>& items,
            const ByteSource& old, const std::vector<const ZipEntry*>& unchanged, ProgressMeter& meter);
 

@@ -5,11 +5,11 @@
 #include "files/LongPath.h"
 #include "ini/IniDocument.h"
 #include "ini/IniStore.h"
-#include "package/Notice.h"
-#include "package/OpenFolders.h"
-#include "package/PackageWork.h"
+#include "package/MessageBoxes.h"
+#include "package/PackageErrors.h"
 #include "package/PackFolder.h"
 #include "package/ProgressWindow.h"
+#include "package/UnpackedFolders.h"
 
 #include <cwchar>
 #include <optional>
@@ -129,20 +129,20 @@ void Save(const std::wstring& folder, const std::wstring& file, const std::wstri
 } // namespace
 
 void Utils::ReGenerateOrvandoFile(std::wstring packageFolder, std::wstring packageFile, std::wstring text) {
-    const PackageResult result = RunPackageWork(packageFile, [&] {
+    const PackageResult result = RunForResult(packageFile, [&] {
         ConfirmReplacement(packageFolder, packageFile);
         Save(packageFolder, packageFile, text);
     });
-    RunPackageWork(packageFile, [&] {
+    RunForResult(packageFile, [&] {
         if (result.ok) {
             return;
         }
         const std::wstring reason = result.cancelled ? L"You cancelled it" : result.message;
-        TellUser(L"The package \"" + packageFile + L"\" was not saved:\n\n" + reason +
-                 L".\n\nThe package file is as it was before. Your changes are still in the open package.");
+        ShowError(L"The package \"" + packageFile + L"\" was not saved:\n\n" + reason +
+                  L".\n\nThe package file is as it was before. Your changes are still in the open package.");
     });
     // Hosts look at it at any time: not before the user has read the message.
-    RunPackageWork(packageFile, [&] { NoteSave(packageFolder, packageFile, result.ok); });
+    RunForResult(packageFile, [&] { RecordSave(packageFolder, packageFile, result.ok); });
 }
 
 } // namespace mxovshare

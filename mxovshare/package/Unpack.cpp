@@ -5,6 +5,7 @@
 #include "files/LongPath.h"
 #include "package/FileTimes.h"
 #include "package/PackageContent.h"
+#include "package/ProgressMeter.h"
 #include "zip/EntryReader.h"
 
 #include <vector>
@@ -14,10 +15,10 @@ namespace mxovshare {
 namespace {
 
 // Removes what was made, newest first, unless it is kept.
-class Traces {
+class CreatedFiles {
 public:
-    Traces() = default;
-    ~Traces() {
+    CreatedFiles() = default;
+    ~CreatedFiles() {
         for (auto made = m_made.rbegin(); made != m_made.rend(); ++made) {
             if (made->isFolder) {
                 RemoveDirectoryW(made->path.c_str());
@@ -26,8 +27,8 @@ public:
             }
         }
     }
-    Traces(const Traces&) = delete;
-    Traces& operator=(const Traces&) = delete;
+    CreatedFiles(const CreatedFiles&) = delete;
+    CreatedFiles& operator=(const CreatedFiles&) = delete;
 
     void Add(const std::wstring& path, bool isFolder) { m_made.push_back({path, isFolder}); }
     void Keep() { m_made.clear(); }
@@ -80,7 +81,7 @@ public:
                 UnpackFile(entry, path, meter);
             }
         }
-        m_traces.Keep();
+        m_created.Keep();
     }
 
 private:
@@ -124,7 +125,7 @@ private:
             if (!CreateDirectoryW(full.c_str(), nullptr)) {
                 ThrowFileFailure(L"cannot create folder", missing.back(), GetLastError());
             }
-            m_traces.Add(full, true);
+            m_created.Add(full, true);
             missing.pop_back();
         }
         m_lastFolder = path;
@@ -139,13 +140,13 @@ private:
         if (!handle) {
             ThrowFileFailure(L"cannot create", path, GetLastError());
         }
-        m_traces.Add(full, false);
+        m_created.Add(full, false);
         OpenFile target(handle.Get(), path);
         const std::uint32_t packed = ReadEntry(m_source, entry, [&](Bytes piece) {
             target.Write(target.Size(), piece);
             meter.Advance(piece.size());
         });
-        ProvenData::Instance().Add(entry, packed);
+        VerifiedEntryCache::Instance().Add(entry, packed);
         const FILETIME modified = ToFileTime(entry.modified);
         // With the attributes, since Wine 10 takes "hidden" from a file whose time alone is set.
         FILE_BASIC_INFO information = {};
@@ -158,7 +159,7 @@ private:
     std::vector<ZipEntry> m_entries;
     std::wstring m_folder;
     std::wstring m_lastFolder;
-    Traces m_traces;
+    CreatedFiles m_created;
 };
 
 } // namespace

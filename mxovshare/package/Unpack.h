@@ -1,7 +1,9 @@
 // Unpacking a package into a folder.
 #pragma once
 
-#include "package/PackageWork.h"
+#include "mxovpackage.h"
+
+#include <string>
 
 namespace mxovshare {
 

@@ -62,9 +62,10 @@ private:
 };
 
 // Hands on what was unpacked and keeps count and checksum.
-class Outlet {
+class EntryOutput {
 public:
-    Outlet(const ZipEntry& entry, const std::function<void(Bytes)>& take) : m_entry(entry), m_take(take) {}
+    EntryOutput(const ZipEntry& entry, const std::function<void(Bytes)>& take)
+        : m_entry(entry), m_take(take) {}
 
     void Put(Bytes piece) {
         if (piece.size() > m_entry.size - m_size) {
@@ -94,7 +95,7 @@ private:
 };
 
 // Gives the checksum of the packed data.
-std::uint32_t Inflate(PackedData& data, const ZipEntry& entry, Outlet& outlet) {
+std::uint32_t Inflate(PackedData& data, const ZipEntry& entry, EntryOutput& output) {
     Inflater stream;
     std::uint32_t crc = 0;
     // One byte more than stated is room enough to notice too much.
@@ -119,7 +120,7 @@ std::uint32_t Inflate(PackedData& data, const ZipEntry& entry, Outlet& outlet) {
         if (state != Z_OK && state != Z_STREAM_END) {
             throw EntryError(entry.name, "its data is damaged");
         }
-        outlet.Put(Bytes(buffer).first(buffer.size() - stream->avail_out));
+        output.Put(Bytes(buffer).first(buffer.size() - stream->avail_out));
     }
     if (stream->avail_in != 0 || !data.AtEnd()) {
         throw EntryError(entry.name, "its data goes on behind its end");
@@ -132,16 +133,16 @@ std::uint32_t Inflate(PackedData& data, const ZipEntry& entry, Outlet& outlet) {
 std::uint32_t ReadEntry(const ByteSource& source, const ZipEntry& entry,
                         const std::function<void(Bytes)>& take) {
     PackedData data(source, entry);
-    Outlet outlet(entry, take);
+    EntryOutput output(entry, take);
     std::uint32_t packedChecksum = entry.crc32;
     if (entry.method == zip::kMethodDeflated) {
-        packedChecksum = Inflate(data, entry, outlet);
+        packedChecksum = Inflate(data, entry, output);
     } else {
         while (!data.AtEnd()) {
-            outlet.Put(data.Next());
+            output.Put(data.Next());
         }
     }
-    outlet.Finish();
+    output.Finish();
     return packedChecksum;
 }
 

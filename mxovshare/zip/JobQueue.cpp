@@ -1,5 +1,6 @@
 #include "JobQueue.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -13,7 +14,7 @@ namespace mxovshare {
 
 namespace {
 
-constexpr std::chrono::milliseconds kPatience(20);
+constexpr std::chrono::milliseconds kIdleInterval(20);
 
 struct Slot {
     std::unique_ptr<Job> job;
@@ -21,9 +22,9 @@ struct Slot {
     bool isMade = false;
 };
 
-class Crew {
+class WorkerPool {
 public:
-    Crew(unsigned threads, const NextJob& next)
+    WorkerPool(unsigned threads, const NextJob& next)
         : m_next(next), m_ahead(2 * std::size_t{threads} + kJobsAhead) {
         try {
             while (m_threads.size() < threads) {
@@ -33,7 +34,7 @@ public:
             // Fewer threads do the same work.
         }
     }
-    ~Crew() {
+    ~WorkerPool() {
         {
             const std::lock_guard lock(m_mutex);
             m_stop = true;
@@ -43,10 +44,10 @@ public:
             thread.join();
         }
     }
-    Crew(const Crew&) = delete;
-    Crew& operator=(const Crew&) = delete;
+    WorkerPool(const WorkerPool&) = delete;
+    WorkerPool& operator=(const WorkerPool&) = delete;
 
-    /// The next slot in order, made; nullptr at the end.
+    // The next slot in order with its job done; nullptr at the end.
     std::unique_ptr<Slot> Next(const std::function<void()>& idle) {
         if (m_threads.empty()) {
             if (Slot* slot = Claim()) {
@@ -54,7 +55,7 @@ public:
             }
         }
         std::unique_lock lock(m_mutex);
-        while (!m_made.wait_for(lock, kPatience, [this] { return IsFrontMade() || IsAtEnd(); })) {
+        while (!m_made.wait_for(lock, kIdleInterval, [this] { return IsFrontMade() || IsAtEnd(); })) {
             lock.unlock();
             idle();
             lock.lock();
@@ -131,9 +132,13 @@ private:
 
 } // namespace
 
+unsigned ProcessorCount() {
+    return std::max(1u, std::thread::hardware_concurrency());
+}
+
 void RunJobs(unsigned threads, const NextJob& next, const std::function<void()>& idle) {
-    Crew crew(threads, next);
-    while (const std::unique_ptr<Slot> slot = crew.Next(idle)) {
+    WorkerPool workers(threads, next);
+    while (const std::unique_ptr<Slot> slot = workers.Next(idle)) {
         if (slot->error) {
             std::rethrow_exception(slot->error);
         }

@@ -53,7 +53,7 @@ Bytes CentralReader::Take(std::size_t size) {
 }
 
 // Folders are marked by a "/" at the end of their names, which is no part of the name.
-void SettleKind(ZipEntry& entry, std::uint32_t externalAttributes) {
+void ReadKind(ZipEntry& entry, std::uint32_t externalAttributes) {
     entry.attributes = static_cast<std::uint8_t>(externalAttributes);
     entry.isFolder = entry.name.ends_with('/');
     if (entry.isFolder) {
@@ -102,7 +102,7 @@ ZipEntry CentralReader::Next() {
     entry.packedSize = wide.packedSize;
     entry.headerOffset = wide.headerOffset;
     ReadTimes(extra, entry.modified);
-    SettleKind(entry, attributes);
+    ReadKind(entry, attributes);
     return entry;
 }
 
@@ -197,7 +197,7 @@ std::vector<ZipEntry> ReadZipDirectory(const ByteSource& source, const ZipLimits
     }
     CheckTotal(entries, source.Size(), limits);
     CheckClashes(entries);
-    SettleData(source, place.offset, entries);
+    LocateData(source, place.offset, entries);
     return entries;
 }
 

@@ -94,7 +94,7 @@ std::size_t DescriptorLength(Bytes bytes, const ZipEntry& entry) {
 }
 
 // Settles one entry, which must end at `limit` or before.
-void SettleEntry(ByteWindow& window, std::uint64_t limit, ZipEntry& entry) {
+void LocateEntryData(ByteWindow& window, std::uint64_t limit, ZipEntry& entry) {
     constexpr std::uint64_t kLongestDescriptor = 24;
     if (entry.headerOffset > limit || limit - entry.headerOffset < kLocalSize) {
         throw EntryError(entry.name, "its header overlaps other data");
@@ -119,7 +119,7 @@ void SettleEntry(ByteWindow& window, std::uint64_t limit, ZipEntry& entry) {
 
 } // namespace
 
-void SettleData(const ByteSource& source, std::uint64_t directoryOffset, std::vector<ZipEntry>& entries) {
+void LocateData(const ByteSource& source, std::uint64_t directoryOffset, std::vector<ZipEntry>& entries) {
     std::vector<ZipEntry*> order;
     order.reserve(entries.size());
     for (ZipEntry& entry : entries) {
@@ -129,7 +129,7 @@ void SettleData(const ByteSource& source, std::uint64_t directoryOffset, std::ve
     ByteWindow window(source, kHeaderWindow);
     for (std::size_t i = 0; i < order.size(); ++i) {
         const std::uint64_t limit = i + 1 < order.size() ? order[i + 1]->headerOffset : directoryOffset;
-        SettleEntry(window, std::min(limit, directoryOffset), *order[i]);
+        LocateEntryData(window, std::min(limit, directoryOffset), *order[i]);
     }
 }
 

@@ -9,7 +9,7 @@ set(ZIP_SOURCES
     zip/EntryReader.cpp
     zip/JobQueue.cpp
     zip/PackageError.cpp
-    zip/ProvenData.cpp
+    zip/VerifiedEntryCache.cpp
     zip/ZipDirectory.cpp
     zip/ZipEnd.cpp
     zip/ZipExtra.cpp

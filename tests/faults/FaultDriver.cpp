@@ -5,7 +5,7 @@
 //   packages alike, and one line tells how it went: calls that could be spoilt, whether one was, the messages
 //   to the user of the first act and of the second, and the name of the file that the spoilt call was about.
 #include "mxovpackage.h"
-#include "package/Notice.h"
+#include "package/MessageBoxes.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -100,7 +100,7 @@ int wmain(int count, wchar_t** arguments) {
     if (count < 6) {
         return 2;
     }
-    SetNoticeSink([](const std::wstring&) { ++notices; });
+    SetErrorSink([](const std::wstring&) { ++notices; });
     const std::vector<std::wstring> rest(arguments + 6, arguments + count);
     const Scene scene = {arguments[2], arguments[3], arguments[4], arguments[5]};
     if (rest.empty()) {

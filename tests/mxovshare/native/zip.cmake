@@ -13,7 +13,7 @@ add_executable(package_native_tests
     ${TESTS}/zip/EntryNameTest.cpp
     ${TESTS}/zip/EntryReaderTest.cpp
     ${TESTS}/zip/JobQueueTest.cpp
-    ${TESTS}/zip/ProvenDataTest.cpp
+    ${TESTS}/zip/VerifiedEntryCacheTest.cpp
     ${TESTS}/zip/ZipDirectoryTest.cpp
     ${TESTS}/zip/ZipWriterTest.cpp)
 target_link_libraries(package_native_tests PRIVATE package_model GTest::gtest_main warnings)

@@ -2,7 +2,7 @@
 
 #include "FolderSnapshot.h"
 #include "mxovpackage.h"
-#include "package/Notice.h"
+#include "package/MessageBoxes.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -19,12 +19,12 @@ class RegenerateTest : public testing::Test {
 protected:
     void SetUp() override {
         notices.clear();
-        SetNoticeSink([](const std::wstring& text) { notices.push_back(text); });
+        SetErrorSink([](const std::wstring& text) { notices.push_back(text); });
         m_folder.Write(L"mxinfo.ini", kInformation);
         m_folder.Write(L"doc.txt", "document");
         m_work.Write(L"p.mxov", "the old one");
     }
-    void TearDown() override { SetNoticeSink(nullptr); }
+    void TearDown() override { SetErrorSink(nullptr); }
 
     void Regenerate(const std::wstring& text = L"Edited") {
         Utils::ReGenerateOrvandoFile(m_folder.PathWithSeparator(), Package(), text);

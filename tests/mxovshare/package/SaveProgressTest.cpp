@@ -1,7 +1,7 @@
 #include "mxovshare.h"
 
 #include "mxovpackage.h"
-#include "package/Notice.h"
+#include "package/MessageBoxes.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -52,12 +52,12 @@ protected:
     void SetUp() override {
         ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
         notices.clear();
-        SetNoticeSink([](const std::wstring& text) { notices.push_back(text); });
+        SetErrorSink([](const std::wstring& text) { notices.push_back(text); });
         m_folder.Write(L"mxinfo.ini", "[FILEINFO]\r\n");
         m_work.Write(L"p.mxov", "the old one");
     }
     void TearDown() override {
-        SetNoticeSink(nullptr);
+        SetErrorSink(nullptr);
         CoUninitialize();
     }
 

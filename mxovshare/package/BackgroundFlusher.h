@@ -16,13 +16,13 @@ namespace mxovshare {
 /// Passes on what is written to an open file and meanwhile flushes it on a thread of its own: each time some
 /// megabytes are written, and when the size is set. It does not replace the flush at the end. Writing is for
 /// any thread.
-class EarlyFlush : public ByteSink {
+class BackgroundFlusher : public ByteSink {
 public:
     /// `path` names the file in failures.
-    EarlyFlush(ByteSink& sink, HANDLE file, std::wstring path);
-    ~EarlyFlush() override;
-    EarlyFlush(const EarlyFlush&) = delete;
-    EarlyFlush& operator=(const EarlyFlush&) = delete;
+    BackgroundFlusher(ByteSink& sink, HANDLE file, std::wstring path);
+    ~BackgroundFlusher() override;
+    BackgroundFlusher(const BackgroundFlusher&) = delete;
+    BackgroundFlusher& operator=(const BackgroundFlusher&) = delete;
 
     void Write(std::uint64_t offset, Bytes data) override;
     void SetSize(std::uint64_t size) override;

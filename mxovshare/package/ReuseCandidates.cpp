@@ -1,4 +1,4 @@
-#include "package/Unchanged.h"
+#include "package/ReuseCandidates.h"
 
 #include "zip/ZipWriter.h"
 
@@ -7,8 +7,8 @@
 
 namespace mxovshare {
 
-std::vector<const ZipEntry*> FindCandidates(const std::vector<FolderItem>& items,
-                                            const std::vector<ZipEntry>& entries) {
+std::vector<const ZipEntry*> FindReuseCandidates(const std::vector<FolderItem>& items,
+                                                 const std::vector<ZipEntry>& entries) {
     std::unordered_map<std::string_view, const ZipEntry*> byName;
     for (const ZipEntry& entry : entries) {
         if (ZipWriter::CanAddPacked(entry)) {

@@ -1,10 +1,10 @@
-#include "package/OpenFolders.h"
+#include "package/UnpackedFolders.h"
 
 #include "files/FileHandle.h"
 #include "files/FolderPath.h"
 #include "files/LongPath.h"
-#include "package/Notice.h"
-#include "package/PackageWork.h"
+#include "package/MessageBoxes.h"
+#include "package/PackageErrors.h"
 
 #include <algorithm>
 #include <mutex>
@@ -14,7 +14,7 @@ namespace mxovshare {
 
 namespace {
 
-struct OpenFolder {
+struct UnpackedFolder {
     std::wstring folder;
     std::wstring file;
     std::wstring stamp;
@@ -23,18 +23,18 @@ struct OpenFolder {
 
 // Packages are unpacked and saved on several threads.
 std::mutex g_lock;
-std::vector<OpenFolder> g_folders;
+std::vector<UnpackedFolder> g_folders;
 
 // The entry of a folder, or null; under the lock.
-OpenFolder* Find(const std::wstring& folder) {
+UnpackedFolder* Find(const std::wstring& folder) {
     const std::wstring path = FolderPath(folder);
     const auto found = std::ranges::find_if(
-        g_folders, [&path](const OpenFolder& entry) { return IsSamePath(entry.folder, path); });
+        g_folders, [&path](const UnpackedFolder& entry) { return IsSamePath(entry.folder, path); });
     return found != g_folders.end() ? &*found : nullptr;
 }
 
-OpenFolder& FindOrAdd(const std::wstring& folder) {
-    if (OpenFolder* entry = Find(folder)) {
+UnpackedFolder& FindOrAdd(const std::wstring& folder) {
+    if (UnpackedFolder* entry = Find(folder)) {
         return *entry;
     }
     g_folders.push_back({.folder = FolderPath(folder), .file = {}, .stamp = {}});
@@ -44,7 +44,7 @@ OpenFolder& FindOrAdd(const std::wstring& folder) {
 bool IsChangedByOthers(const std::wstring& folder, const std::wstring& file) {
     const std::wstring now = StampOfPackage(file);
     const std::lock_guard guard(g_lock);
-    const OpenFolder* entry = Find(folder);
+    const UnpackedFolder* entry = Find(folder);
     return entry != nullptr && !now.empty() && !entry->stamp.empty() && now != entry->stamp &&
            IsSamePath(FolderPath(entry->file), FolderPath(file));
 }
@@ -68,17 +68,17 @@ std::wstring StampOfPackage(const std::wstring& file) {
     return stamp;
 }
 
-void NoteFolder(const std::wstring& folder, const std::wstring& file, const std::wstring& stamp) {
+void RecordFolder(const std::wstring& folder, const std::wstring& file, const std::wstring& stamp) {
     const std::lock_guard guard(g_lock);
-    OpenFolder& entry = FindOrAdd(folder);
+    UnpackedFolder& entry = FindOrAdd(folder);
     entry.file = file;
     entry.stamp = stamp;
     entry.saveFailed = false;
 }
 
-void NoteSave(const std::wstring& folder, const std::wstring& file, bool ok) {
+void RecordSave(const std::wstring& folder, const std::wstring& file, bool ok) {
     if (ok) {
-        NoteFolder(folder, file, StampOfPackage(file));
+        RecordFolder(folder, file, StampOfPackage(file));
         return;
     }
     const std::lock_guard guard(g_lock);
@@ -87,7 +87,7 @@ void NoteSave(const std::wstring& folder, const std::wstring& file, bool ok) {
 
 void ConfirmReplacement(const std::wstring& folder, const std::wstring& file) {
     if (IsChangedByOthers(folder, file) &&
-        !AskUser(
+        !AskYesNo(
             L"The package \"" + file +
             L"\" was changed by somebody else since it was opened here.\n\nDo you want to replace it with "
             L"your own state? What the other one changed is then lost.")) {
@@ -97,9 +97,9 @@ void ConfirmReplacement(const std::wstring& folder, const std::wstring& file) {
 
 std::wstring StampOfFolder(const std::wstring& folder) noexcept {
     std::wstring stamp;
-    RunPackageWork(folder, [&] {
+    RunForResult(folder, [&] {
         const std::lock_guard guard(g_lock);
-        if (const OpenFolder* entry = Find(folder)) {
+        if (const UnpackedFolder* entry = Find(folder)) {
             stamp = entry->stamp;
         }
     });
@@ -107,14 +107,14 @@ std::wstring StampOfFolder(const std::wstring& folder) noexcept {
 }
 
 void ResumeFolder(const std::wstring& folder, const std::wstring& file, const std::wstring& stamp) noexcept {
-    RunPackageWork(file, [&] { NoteFolder(folder, file, stamp); });
+    RunForResult(file, [&] { RecordFolder(folder, file, stamp); });
 }
 
 bool TakeSaveFailure(const std::wstring& folder) noexcept {
     bool failed = false;
-    RunPackageWork(folder, [&] {
+    RunForResult(folder, [&] {
         const std::lock_guard guard(g_lock);
-        if (OpenFolder* entry = Find(folder)) {
+        if (UnpackedFolder* entry = Find(folder)) {
             failed = std::exchange(entry->saveFailed, false);
         }
     });

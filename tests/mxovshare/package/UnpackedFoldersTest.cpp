@@ -1,7 +1,7 @@
 // Package files that somebody else changes while they are open here, and saves that fail.
-#include "package/OpenFolders.h"
+#include "package/UnpackedFolders.h"
 #include "mxovpackage.h"
-#include "package/Notice.h"
+#include "package/MessageBoxes.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -16,13 +16,13 @@ int questions = 0;
 bool answer = false;
 std::vector<std::wstring> folderNotices;
 
-class OpenFoldersTest : public testing::Test {
+class UnpackedFoldersTest : public testing::Test {
 protected:
     void SetUp() override {
         questions = 0;
         answer = false;
         folderNotices.clear();
-        SetNoticeSink([](const std::wstring& text) { folderNotices.push_back(text); });
+        SetErrorSink([](const std::wstring& text) { folderNotices.push_back(text); });
         SetQuestionSink([](const std::wstring& text) {
             EXPECT_NE(text.find(L"p.mxov"), std::wstring::npos);
             ++questions;
@@ -34,7 +34,7 @@ protected:
         ASSERT_TRUE(UnpackPackage(Package(), Folder()).ok);
     }
     void TearDown() override {
-        SetNoticeSink(nullptr);
+        SetErrorSink(nullptr);
         SetQuestionSink(nullptr);
     }
 
@@ -55,7 +55,7 @@ protected:
     TempFolder m_work;
 };
 
-TEST_F(OpenFoldersTest, OwnSavesAreNotAskedAbout) {
+TEST_F(UnpackedFoldersTest, OwnSavesAreNotAskedAbout) {
     Save();
     Save();
     EXPECT_EQ(questions, 0);
@@ -63,7 +63,7 @@ TEST_F(OpenFoldersTest, OwnSavesAreNotAskedAbout) {
     EXPECT_FALSE(TakeSaveFailure(Folder()));
 }
 
-TEST_F(OpenFoldersTest, NoKeepsWhatTheOtherOneSaved) {
+TEST_F(UnpackedFoldersTest, NoKeepsWhatTheOtherOneSaved) {
     ChangeAsAnother();
     Save();
     EXPECT_EQ(questions, 1);
@@ -74,7 +74,7 @@ TEST_F(OpenFoldersTest, NoKeepsWhatTheOtherOneSaved) {
     EXPECT_FALSE(TakeSaveFailure(Folder()));
 }
 
-TEST_F(OpenFoldersTest, YesReplacesItAndIsNotAskedAgain) {
+TEST_F(UnpackedFoldersTest, YesReplacesItAndIsNotAskedAgain) {
     ChangeAsAnother();
     answer = true;
     Save();
@@ -83,14 +83,14 @@ TEST_F(OpenFoldersTest, YesReplacesItAndIsNotAskedAgain) {
     EXPECT_EQ(questions, 1);
 }
 
-TEST_F(OpenFoldersTest, AnotherFileOfTheSameSizeAndTimeIsNoticed) {
+TEST_F(UnpackedFoldersTest, AnotherFileOfTheSameSizeAndTimeIsNoticed) {
     ASSERT_TRUE(CopyFileW(Package().c_str(), (m_work / L"copy").c_str(), TRUE));
     ASSERT_TRUE(MoveFileExW((m_work / L"copy").c_str(), Package().c_str(), MOVEFILE_REPLACE_EXISTING));
     Save();
     EXPECT_EQ(questions, 1);
 }
 
-TEST_F(OpenFoldersTest, AMissingPackageAndAnotherOneAreWrittenWithoutAsking) {
+TEST_F(UnpackedFoldersTest, AMissingPackageAndAnotherOneAreWrittenWithoutAsking) {
     ASSERT_TRUE(DeleteFileW(Package().c_str()));
     Save();
     m_work.Write(L"other.mxov", "something");
@@ -99,7 +99,7 @@ TEST_F(OpenFoldersTest, AMissingPackageAndAnotherOneAreWrittenWithoutAsking) {
     EXPECT_TRUE(folderNotices.empty());
 }
 
-TEST_F(OpenFoldersTest, AResumedFolderIsGuardedByTheKeptStamp) {
+TEST_F(UnpackedFoldersTest, AResumedFolderIsGuardedByTheKeptStamp) {
     const std::wstring stamp = StampOfFolder(Folder() + L"\\");
     EXPECT_EQ(stamp, StampOfPackage(Package()));
     ResumeFolder(m_source.Path(), Package(), stamp);
@@ -109,7 +109,7 @@ TEST_F(OpenFoldersTest, AResumedFolderIsGuardedByTheKeptStamp) {
     EXPECT_EQ(questions, 1);
 }
 
-TEST_F(OpenFoldersTest, AFailedSaveIsKnownUntilItIsTakenOrMendedBySaving) {
+TEST_F(UnpackedFoldersTest, AFailedSaveIsKnownUntilItIsTakenOrMendedBySaving) {
     const std::wstring hindrance = m_work / L"none\\p.mxov";
     Utils::ReGenerateOrvandoFile(Folder(), hindrance, L"Edited");
     EXPECT_EQ(folderNotices.size(), 1u);

@@ -16,7 +16,7 @@ namespace {
 
 constexpr SYSTEMTIME kTime = {2024, 5, 3, 15, 7, 31, 50, 0};
 
-class UnchangedTest : public testing::Test {
+class ReuseCandidatesTest : public testing::Test {
 protected:
     void SetUp() override {
         m_folder.Write(L"mxinfo.ini", "[FILEINFO]");
@@ -70,18 +70,18 @@ protected:
     TempFolder m_work;
 };
 
-TEST_F(UnchangedTest, TakesWhatIsTheSame) {
+TEST_F(ReuseCandidatesTest, TakesWhatIsTheSame) {
     EXPECT_TRUE(IsTakenFrom(ForgeZip({MakeEntry("other.txt"), Stored(m_content)})));
 }
 
-TEST_F(UnchangedTest, ComparesTheContentEvenWhenSizeAndTimeAreTheSame) {
+TEST_F(ReuseCandidatesTest, ComparesTheContentEvenWhenSizeAndTimeAreTheSame) {
     std::string other = m_content;
     other[400'000] = '?';
     EXPECT_FALSE(IsTakenFrom(ForgeZip({Stored(other)})));
 }
 
 // Several threads take a part of it each.
-TEST_F(UnchangedTest, ComparesALargeDocumentToItsEnd) {
+TEST_F(ReuseCandidatesTest, ComparesALargeDocumentToItsEnd) {
     std::string content;
     content.resize(20'000'000, 'd');
     Write(content);
@@ -93,7 +93,7 @@ TEST_F(UnchangedTest, ComparesALargeDocumentToItsEnd) {
     }
 }
 
-TEST_F(UnchangedTest, PacksAnewWhatWasWrittenSince) {
+TEST_F(ReuseCandidatesTest, PacksAnewWhatWasWrittenSince) {
     SYSTEMTIME later = kTime;
     later.wSecond += 1;
     Write(m_content, later);
@@ -102,20 +102,20 @@ TEST_F(UnchangedTest, PacksAnewWhatWasWrittenSince) {
     EXPECT_FALSE(IsTakenFrom(ForgeZip({Stored(m_content)})));
 }
 
-TEST_F(UnchangedTest, TakesNothingFromAnEntryOfAnotherName) {
+TEST_F(ReuseCandidatesTest, TakesNothingFromAnEntryOfAnotherName) {
     ForgedEntry entry = Stored(m_content);
     entry.local.name = entry.central.name = "DOC.TXT";
     EXPECT_FALSE(IsTakenFrom(ForgeZip({entry})));
 }
 
-TEST_F(UnchangedTest, PacksEverythingAnewWhenTheOldDataIsDamaged) {
+TEST_F(ReuseCandidatesTest, PacksEverythingAnewWhenTheOldDataIsDamaged) {
     ForgedEntry entry = Stored(m_content);
     entry.data[500'000] = '?';
     EXPECT_FALSE(IsTakenFrom(ForgeZip({entry})));
 }
 
 // What was unpacked once is not unpacked again after it was copied; damage is noticed all the same.
-TEST_F(UnchangedTest, PacksEverythingAnewWhenKnownDataWasDamagedSince) {
+TEST_F(ReuseCandidatesTest, PacksEverythingAnewWhenKnownDataWasDamagedSince) {
     std::string text;
     for (int i = 0; i < 50'000; ++i) {
         text += std::to_string(i * i % 1009) + "\r\n";
@@ -136,7 +136,7 @@ TEST_F(UnchangedTest, PacksEverythingAnewWhenKnownDataWasDamagedSince) {
     }
 }
 
-TEST_F(UnchangedTest, ListsTheInformationFileFirstWhateverChanged) {
+TEST_F(ReuseCandidatesTest, ListsTheInformationFileFirstWhateverChanged) {
     for (int i = 0; i < 5; ++i) {
         m_folder.Write(L"more\\" + std::to_wstring(i), Noise(3'000'000));
     }
@@ -157,11 +157,11 @@ TEST_F(UnchangedTest, ListsTheInformationFileFirstWhateverChanged) {
     EXPECT_EQ(TakeSnapshot(m_work / L"out"), TakeSnapshot(m_folder.Path()));
 }
 
-TEST_F(UnchangedTest, PacksEverythingAnewOverWhatIsNoPackage) {
+TEST_F(ReuseCandidatesTest, PacksEverythingAnewOverWhatIsNoPackage) {
     EXPECT_FALSE(IsTakenFrom(ForgeZip({Stored(m_content)}) + "x"));
 }
 
-TEST_F(UnchangedTest, NeverTakesWhatExpandsOutOfProportion) {
+TEST_F(ReuseCandidatesTest, NeverTakesWhatExpandsOutOfProportion) {
     const std::string zeros(4'000'000, '\0');
     Write(zeros);
     ForgedEntry entry = MakeEntry("doc.txt", zeros, true);
@@ -173,7 +173,7 @@ TEST_F(UnchangedTest, NeverTakesWhatExpandsOutOfProportion) {
     EXPECT_GT(entries[1].packedSize, zeros.size() / 10);
 }
 
-TEST_F(UnchangedTest, GivesTheSamePackageAsPackingAnew) {
+TEST_F(ReuseCandidatesTest, GivesTheSamePackageAsPackingAnew) {
     for (int i = 0; i < 20; ++i) {
         m_folder.Write(L"more\\" + std::to_wstring(i),
                        std::string(static_cast<std::size_t>(i) * 100'000, 'x'));

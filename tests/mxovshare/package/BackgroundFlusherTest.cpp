@@ -1,8 +1,8 @@
-#include "package/EarlyFlush.h"
+#include "package/BackgroundFlusher.h"
 
 #include "files/DiskFile.h"
 #include "files/FileHandle.h"
-#include "package/PackageWork.h"
+#include "package/PackageErrors.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@ using namespace mxovshare;
 
 namespace {
 
-class EarlyFlushTest : public testing::Test {
+class BackgroundFlusherTest : public testing::Test {
 protected:
     FileHandle Open(DWORD access) const {
         return FileHandle(CreateFileW(m_path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
@@ -25,10 +25,10 @@ protected:
     const std::wstring m_path = m_work.Write(L"file", "old");
 };
 
-TEST_F(EarlyFlushTest, WritesFromSeveralThreads) {
+TEST_F(BackgroundFlusherTest, WritesFromSeveralThreads) {
     const FileHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
     mxovshare::OpenFile file(handle.Get(), m_path);
-    EarlyFlush sink(file, handle.Get(), m_path);
+    BackgroundFlusher sink(file, handle.Get(), m_path);
     std::vector<std::thread> writers;
     for (std::uint64_t i = 0; i < 8; ++i) {
         writers.emplace_back([&, i] { sink.Write(i * m_piece.size(), m_piece); });
@@ -44,22 +44,22 @@ TEST_F(EarlyFlushTest, WritesFromSeveralThreads) {
     EXPECT_EQ(content.find_first_not_of('p'), std::string::npos);
 }
 
-TEST_F(EarlyFlushTest, TellsAFlushThatFailedBeforeTheLastOne) {
+TEST_F(BackgroundFlusherTest, TellsAFlushThatFailedBeforeTheLastOne) {
     const FileHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
     const FileHandle unflushable = Open(GENERIC_READ);
     ASSERT_FALSE(FlushFileBuffers(unflushable.Get()));
     mxovshare::OpenFile file(handle.Get(), m_path);
-    EarlyFlush sink(file, unflushable.Get(), m_path);
+    BackgroundFlusher sink(file, unflushable.Get(), m_path);
     for (std::uint64_t i = 0; i < 3; ++i) {
         sink.Write(i * m_piece.size(), m_piece);
     }
     EXPECT_THROW(sink.Finish(), FileFailure);
 }
 
-TEST_F(EarlyFlushTest, MayBeGivenUpAtAnyTime) {
+TEST_F(BackgroundFlusherTest, MayBeGivenUpAtAnyTime) {
     const FileHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
     mxovshare::OpenFile file(handle.Get(), m_path);
-    EarlyFlush sink(file, handle.Get(), m_path);
+    BackgroundFlusher sink(file, handle.Get(), m_path);
     for (std::uint64_t i = 0; i < 6; ++i) {
         sink.Write(i * m_piece.size(), m_piece);
     }

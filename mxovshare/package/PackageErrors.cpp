@@ -1,9 +1,7 @@
-#include "PackageWork.h"
+#include "package/PackageErrors.h"
 
 #include "zip/PackageError.h"
 
-#include <algorithm>
-#include <bit>
 #include <new>
 
 namespace mxovshare {
@@ -16,7 +14,7 @@ std::wstring FromUtf8(std::string_view text) {
     return wide;
 }
 
-PackageResult RunPackageWork(const std::wstring& file, const std::function<void()>& work) noexcept {
+PackageResult RunForResult(const std::wstring& file, const std::function<void()>& work) noexcept {
     PackageResult result;
     try {
         try {
@@ -35,31 +33,6 @@ PackageResult RunPackageWork(const std::wstring& file, const std::function<void(
         result.message.clear();
     }
     return result;
-}
-
-unsigned ProcessorCount() {
-    DWORD_PTR process = 0;
-    DWORD_PTR system = 0;
-    if (!GetProcessAffinityMask(GetCurrentProcess(), &process, &system)) {
-        return 1;
-    }
-    return static_cast<unsigned>(std::max(1, std::popcount(process)));
-}
-
-void ProgressMeter::Begin(std::wstring name) {
-    m_name = std::move(name);
-    Tell();
-}
-
-void ProgressMeter::Advance(std::uint64_t bytes) {
-    m_done = std::min(m_total, m_done + bytes);
-    Tell();
-}
-
-void ProgressMeter::Tell() {
-    if (m_listener != nullptr && !m_listener->OnProgress(m_name, m_done, m_total)) {
-        throw Cancelled();
-    }
 }
 
 } // namespace mxovshare

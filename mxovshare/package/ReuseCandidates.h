@@ -10,7 +10,7 @@ namespace mxovshare {
 
 /// For each item its entry of the same name, size and exact last-write time, nullptr without one: a file that
 /// is probably the same. An entry that packing anew would make smaller is none.
-std::vector<const ZipEntry*> FindCandidates(const std::vector<FolderItem>& items,
-                                            const std::vector<ZipEntry>& entries);
+std::vector<const ZipEntry*> FindReuseCandidates(const std::vector<FolderItem>& items,
+                                                 const std::vector<ZipEntry>& entries);
 
 } // namespace mxovshare

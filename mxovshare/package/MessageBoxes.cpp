@@ -1,4 +1,4 @@
-#include "package/Notice.h"
+#include "package/MessageBoxes.h"
 
 #include <windows.h>
 
@@ -10,20 +10,20 @@ namespace {
 
 constexpr wchar_t kTitle[] = L"Maxtrel Orvando Document Manager";
 
-NoticeSink g_sink = nullptr;
+ErrorSink g_errorSink = nullptr;
 QuestionSink g_questionSink = nullptr;
 
 } // namespace
 
-void TellUser(const std::wstring& text) {
-    if (g_sink != nullptr) {
-        g_sink(text);
+void ShowError(const std::wstring& text) {
+    if (g_errorSink != nullptr) {
+        g_errorSink(text);
     } else {
         MessageBoxW(GetActiveWindow(), text.c_str(), kTitle, MB_OK | MB_ICONERROR);
     }
 }
 
-bool AskUser(const std::wstring& text) {
+bool AskYesNo(const std::wstring& text) {
     if (g_questionSink != nullptr) {
         return g_questionSink(text);
     }
@@ -31,12 +31,12 @@ bool AskUser(const std::wstring& text) {
            IDYES;
 }
 
-QuestionSink SetQuestionSink(QuestionSink sink) {
-    return std::exchange(g_questionSink, sink);
+ErrorSink SetErrorSink(ErrorSink sink) {
+    return std::exchange(g_errorSink, sink);
 }
 
-NoticeSink SetNoticeSink(NoticeSink sink) {
-    return std::exchange(g_sink, sink);
+QuestionSink SetQuestionSink(QuestionSink sink) {
+    return std::exchange(g_questionSink, sink);
 }
 
 } // namespace mxovshare

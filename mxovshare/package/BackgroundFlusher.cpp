@@ -1,6 +1,6 @@
-#include "package/EarlyFlush.h"
+#include "package/BackgroundFlusher.h"
 
-#include "package/PackageWork.h"
+#include "files/FileFailure.h"
 
 #include <system_error>
 
@@ -12,7 +12,7 @@ constexpr std::uint64_t kAmount = std::uint64_t{8} << 20;
 
 } // namespace
 
-EarlyFlush::EarlyFlush(ByteSink& sink, HANDLE file, std::wstring path)
+BackgroundFlusher::BackgroundFlusher(ByteSink& sink, HANDLE file, std::wstring path)
     : m_sink(sink), m_file(file), m_path(std::move(path)) {
     try {
         m_thread = std::thread([this] { Work(); });
@@ -21,7 +21,7 @@ EarlyFlush::EarlyFlush(ByteSink& sink, HANDLE file, std::wstring path)
     }
 }
 
-EarlyFlush::~EarlyFlush() {
+BackgroundFlusher::~BackgroundFlusher() {
     {
         const std::lock_guard lock(m_mutex);
         m_stop = true;
@@ -32,7 +32,7 @@ EarlyFlush::~EarlyFlush() {
     }
 }
 
-void EarlyFlush::Write(std::uint64_t offset, Bytes data) {
+void BackgroundFlusher::Write(std::uint64_t offset, Bytes data) {
     m_sink.Write(offset, data);
     const std::uint64_t before = m_written.fetch_add(data.size());
     if (before / kAmount != (before + data.size()) / kAmount) {
@@ -40,12 +40,12 @@ void EarlyFlush::Write(std::uint64_t offset, Bytes data) {
     }
 }
 
-void EarlyFlush::SetSize(std::uint64_t size) {
+void BackgroundFlusher::SetSize(std::uint64_t size) {
     m_sink.SetSize(size);
     Ask();
 }
 
-void EarlyFlush::Finish() {
+void BackgroundFlusher::Finish() {
     std::unique_lock lock(m_mutex);
     m_change.wait(lock, [this] { return m_asked == 0; });
     if (m_error != ERROR_SUCCESS) {
@@ -53,7 +53,7 @@ void EarlyFlush::Finish() {
     }
 }
 
-void EarlyFlush::Ask() {
+void BackgroundFlusher::Ask() {
     if (!m_thread.joinable()) {
         return;
     }
@@ -64,7 +64,7 @@ void EarlyFlush::Ask() {
     m_change.notify_all();
 }
 
-void EarlyFlush::Work() noexcept {
+void BackgroundFlusher::Work() noexcept {
     std::unique_lock lock(m_mutex);
     for (;;) {
         m_change.wait(lock, [this] { return m_stop || m_asked > 0; });

@@ -1,0 +1,23 @@
+// The folders that this process unpacked packages into: whether another process changed a package file since,
+// and whether the folder's last save failed.
+#pragma once
+
+#include <string>
+
+namespace mxovshare {
+
+/// Identifies one state of a package file in one word: size, last write and identity. Empty for a file that
+/// does not exist or cannot be queried.
+std::wstring StampOfPackage(const std::wstring& file);
+
+/// Records that `folder` holds the content of the package `file` as of `stamp`.
+void RecordFolder(const std::wstring& folder, const std::wstring& file, const std::wstring& stamp);
+
+/// Records whether saving `folder` to the package `file` succeeded.
+void RecordSave(const std::wstring& folder, const std::wstring& file, bool ok);
+
+/// Asks the user before a package file is replaced that was changed since `folder` was unpacked from it or
+/// saved to it. Throws Cancelled when the user declines.
+void ConfirmReplacement(const std::wstring& folder, const std::wstring& file);
+
+} // namespace mxovshare
