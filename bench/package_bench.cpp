@@ -1,11 +1,11 @@
 // Saving, packing and reading a package of 200 files and 100 MB, and one keystroke in its information file.
 #include "files/DiskFile.h"
 #include "mxovpackage.h"
+#include "pack/VerifiedEntryCache.h"
 #include "PackageFolder.h"
 #include "PackagePeers.h"
 #include "Timing.h"
 #include "zip/EntryReader.h"
-#include "zip/VerifiedEntryCache.h"
 #include "zip/ZipDirectory.h"
 
 #include <cstdio>

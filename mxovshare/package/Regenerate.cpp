@@ -1,13 +1,14 @@
 #include "mxovshare.h"
 
 #include "files/AtomicFile.h"
+#include "files/FileFailure.h"
 #include "files/FolderPath.h"
 #include "files/LongPath.h"
 #include "ini/IniDocument.h"
 #include "ini/IniStore.h"
+#include "pack/PackFolder.h"
 #include "package/MessageBoxes.h"
 #include "package/PackageErrors.h"
-#include "package/PackFolder.h"
 #include "package/ProgressWindow.h"
 #include "package/UnpackedFolders.h"
 

@@ -3,6 +3,7 @@
 #include "files/FileHandle.h"
 #include "files/FolderPath.h"
 #include "files/LongPath.h"
+#include "pack/ProgressMeter.h"
 #include "package/MessageBoxes.h"
 #include "package/PackageErrors.h"
 

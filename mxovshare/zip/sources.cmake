@@ -1,5 +1,7 @@
-# The container, platform-free and also built natively with sanitizers. Paths are absolute.
+# The container and the platform-free part of packing, also built natively with sanitizers. Paths are absolute.
 set(ZIP_SOURCES
+    pack/JobQueue.cpp
+    pack/VerifiedEntryCache.cpp
     text/CaseFold.cpp
     text/Utf8.cpp
     zip/ByteWindow.cpp
@@ -7,9 +9,7 @@ set(ZIP_SOURCES
     zip/Deflate.cpp
     zip/EntryName.cpp
     zip/EntryReader.cpp
-    zip/JobQueue.cpp
     zip/PackageError.cpp
-    zip/VerifiedEntryCache.cpp
     zip/ZipDirectory.cpp
     zip/ZipEnd.cpp
     zip/ZipExtra.cpp

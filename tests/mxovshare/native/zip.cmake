@@ -8,12 +8,12 @@ target_link_libraries(package_model PUBLIC fuzzed ZLIB::ZLIB PRIVATE warnings)
 set_target_properties(package_model PROPERTIES UNITY_BUILD ${MXOV_UNITY})
 
 add_executable(package_native_tests
+    ${TESTS}/pack/JobQueueTest.cpp
+    ${TESTS}/pack/VerifiedEntryCacheTest.cpp
     ${TESTS}/text/CaseFoldTest.cpp
     ${TESTS}/zip/ChecksumTest.cpp
     ${TESTS}/zip/EntryNameTest.cpp
     ${TESTS}/zip/EntryReaderTest.cpp
-    ${TESTS}/zip/JobQueueTest.cpp
-    ${TESTS}/zip/VerifiedEntryCacheTest.cpp
     ${TESTS}/zip/ZipDirectoryTest.cpp
     ${TESTS}/zip/ZipWriterTest.cpp)
 target_link_libraries(package_native_tests PRIVATE package_model GTest::gtest_main warnings)

@@ -1,4 +1,4 @@
-#include "JobQueue.h"
+#include "pack/JobQueue.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,4 @@
-#include "package/ProgressMeter.h"
-
-#include "package/PackageErrors.h"
+#include "pack/ProgressMeter.h"
 
 #include <algorithm>
 

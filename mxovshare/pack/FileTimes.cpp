@@ -1,4 +1,4 @@
-#include "package/FileTimes.h"
+#include "pack/FileTimes.h"
 
 namespace mxovshare {
 

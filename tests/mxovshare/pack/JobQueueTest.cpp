@@ -1,4 +1,4 @@
-#include "zip/JobQueue.h"
+#include "pack/JobQueue.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,11 @@
-#include "package/FolderScan.h"
+#include "pack/FolderScan.h"
 
+#include "files/FileFailure.h"
 #include "files/FolderPath.h"
 #include "files/LongPath.h"
 #include "mxovpackage.h"
-#include "package/FileTimes.h"
-#include "package/PackageErrors.h"
+#include "pack/FileTimes.h"
+#include "pack/PackageContent.h"
 #include "text/CaseFold.h"
 #include "zip/EntryName.h"
 

@@ -1,4 +1,4 @@
-#include "package/FilePieces.h"
+#include "pack/FilePieces.h"
 
 #include "zip/Deflate.h"
 

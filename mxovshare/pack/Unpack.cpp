@@ -1,11 +1,12 @@
-#include "package/Unpack.h"
+#include "pack/Unpack.h"
 
 #include "files/DiskFile.h"
+#include "files/FileFailure.h"
 #include "files/FolderPath.h"
 #include "files/LongPath.h"
-#include "package/FileTimes.h"
-#include "package/PackageContent.h"
-#include "package/ProgressMeter.h"
+#include "pack/FileTimes.h"
+#include "pack/PackageContent.h"
+#include "pack/ProgressMeter.h"
 #include "zip/EntryReader.h"
 
 #include <vector>

@@ -1,4 +1,4 @@
-#include "package/ReuseCandidates.h"
+#include "pack/ReuseCandidates.h"
 
 #include "zip/ZipWriter.h"
 

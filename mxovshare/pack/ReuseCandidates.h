@@ -1,7 +1,7 @@
 // Which files of a folder are in a package already.
 #pragma once
 
-#include "package/FolderScan.h"
+#include "pack/FolderScan.h"
 #include "zip/ZipEntry.h"
 
 #include <vector>

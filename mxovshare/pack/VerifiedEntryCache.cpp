@@ -1,6 +1,6 @@
-#include "VerifiedEntryCache.h"
+#include "pack/VerifiedEntryCache.h"
 
-#include "ZipFormat.h"
+#include "zip/ZipFormat.h"
 
 namespace mxovshare {
 

@@ -1,7 +1,7 @@
 // Packed data that this process has unpacked and verified before.
 #pragma once
 
-#include "ZipEntry.h"
+#include "zip/ZipEntry.h"
 
 #include <cstddef>
 #include <cstdint>

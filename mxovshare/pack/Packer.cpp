@@ -1,8 +1,7 @@
-#include "package/Packer.h"
+#include "pack/Packer.h"
 
-#include "package/PackageErrors.h"
+#include "pack/VerifiedEntryCache.h"
 #include "zip/Checksum.h"
-#include "zip/VerifiedEntryCache.h"
 
 #include <algorithm>
 #include <numeric>

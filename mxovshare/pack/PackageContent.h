@@ -2,14 +2,17 @@
 #pragma once
 
 #include "files/ByteSource.h"
-#include "package/ProgressMeter.h"
-#include "zip/VerifiedEntryCache.h"
+#include "pack/ProgressMeter.h"
+#include "pack/VerifiedEntryCache.h"
 #include "zip/ZipDirectory.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace mxovshare {
+
+std::wstring FromUtf8(std::string_view text);
 
 std::uint64_t TotalSize(const std::vector<ZipEntry>& entries);
 

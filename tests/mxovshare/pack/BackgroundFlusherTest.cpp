@@ -1,8 +1,8 @@
-#include "package/BackgroundFlusher.h"
+#include "pack/BackgroundFlusher.h"
 
 #include "files/DiskFile.h"
+#include "files/FileFailure.h"
 #include "files/FileHandle.h"
-#include "package/PackageErrors.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,10 +1,10 @@
 // Packing the files of a folder, with what an old package holds of them already.
 #pragma once
 
-#include "package/FilePieces.h"
-#include "package/FolderScan.h"
-#include "package/ProgressMeter.h"
-#include "zip/JobQueue.h"
+#include "pack/FilePieces.h"
+#include "pack/FolderScan.h"
+#include "pack/JobQueue.h"
+#include "pack/ProgressMeter.h"
 #include "zip/ZipWriter.h"
 
 #include <array>

@@ -1,4 +1,4 @@
-#include "package/BackgroundFlusher.h"
+#include "pack/BackgroundFlusher.h"
 
 #include "files/FileFailure.h"
 

@@ -8,6 +8,9 @@
 
 namespace mxovshare {
 
+/// Thrown after the caller cancelled.
+struct Cancelled {};
+
 /// Counts finished bytes, reports them to a listener and throws Cancelled once the listener cancels.
 class ProgressMeter {
 public:

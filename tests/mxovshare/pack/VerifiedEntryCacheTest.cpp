@@ -1,4 +1,4 @@
-#include "zip/VerifiedEntryCache.h"
+#include "pack/VerifiedEntryCache.h"
 
 #include <gtest/gtest.h>
 

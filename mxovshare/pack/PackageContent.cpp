@@ -1,10 +1,11 @@
-#include "package/PackageContent.h"
+#include "pack/PackageContent.h"
 
-#include "package/PackageErrors.h"
+#include "pack/JobQueue.h"
 #include "zip/EntryReader.h"
-#include "zip/JobQueue.h"
 
 #include <algorithm>
+
+#include <windows.h>
 
 namespace mxovshare {
 
@@ -89,6 +90,14 @@ private:
 };
 
 } // namespace
+
+std::wstring FromUtf8(std::string_view text) {
+    const int size = static_cast<int>(text.size());
+    const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(length), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), length);
+    return wide;
+}
 
 std::uint64_t TotalSize(const std::vector<ZipEntry>& entries) {
     std::uint64_t total = 0;
