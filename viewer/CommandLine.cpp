@@ -1,8 +1,10 @@
 #include "CommandLine.h"
 
-#include "Paths.h"
+#include "package/Paths.h"
 
 #include <string_view>
+
+namespace viewer {
 
 namespace {
 
@@ -50,3 +52,5 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
     }
     return line;
 }
+
+} // namespace viewer

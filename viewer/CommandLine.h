@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace viewer {
+
 struct CommandLine {
     std::wstring package;  ///< full path of the package to open; empty for none
     std::wstring language; ///< name of the language; empty for the default
@@ -16,3 +18,5 @@ struct CommandLine {
 
 /// Reads the arguments that follow the program's name. A relative package is taken from the current folder.
 [[nodiscard]] CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments);
+
+} // namespace viewer

@@ -1,13 +1,15 @@
 // The reference host: opens machining packages and embeds the document control.
 #include "CommandLine.h"
-#include "Handles.h"
 #include "MainWindow.h"
 #include "mxovlanguage.h"
-#include "PackageSession.h"
+#include "package/Handles.h"
+#include "package/PackageSession.h"
 
 #include <commctrl.h>
 #include <ole2.h>
 #include <shellapi.h>
+
+namespace viewer {
 
 namespace {
 
@@ -82,9 +84,8 @@ int Run(int show) {
     return RunWindow(line, show);
 }
 
-} // namespace
-
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int show) {
+// The exit code of the program; no exception leaves it.
+int RunSafely(int show) noexcept {
     try {
         return Run(show);
     } catch (...) {
@@ -92,4 +93,12 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int show) {
                     MB_OK | MB_ICONERROR);
         return kFailed;
     }
+}
+
+} // namespace
+
+} // namespace viewer
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int show) {
+    return viewer::RunSafely(show);
 }

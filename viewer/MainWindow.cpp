@@ -1,11 +1,11 @@
 #include "MainWindow.h"
 
-#include "FileDialog.h"
 #include "mxovshare.h"
-#include "Paths.h"
+#include "package/Paths.h"
 #include "resources/resource.h"
 #include "shell/HelpLauncher.h"
-#include "WindowPlacement.h"
+#include "window/FileDialog.h"
+#include "window/WindowPlacement.h"
 
 #include <commctrl.h>
 #include <shellapi.h>
@@ -13,6 +13,8 @@
 
 #include <algorithm>
 #include <vector>
+
+namespace viewer {
 
 namespace {
 
@@ -334,3 +336,5 @@ SIZE MainWindow::ControlSize() const {
     const SIZE natural = m_control.NaturalSize();
     return {natural.cx > 0 ? natural.cx : Scale(372), natural.cy > 0 ? natural.cy : Scale(480)};
 }
+
+} // namespace viewer

@@ -1,18 +1,20 @@
 // The viewer's window: menus, the document control at the left, the preview beside it, the status bar below.
 #pragma once
 
-#include "ControlHost.h"
-#include "PackageSession.h"
-#include "PreviewPane.h"
-#include "ProgressDialog.h"
-#include "RecentPackages.h"
-#include "UnpackTask.h"
-#include "Window.h"
+#include "control/ControlHost.h"
+#include "package/PackageSession.h"
+#include "package/RecentPackages.h"
+#include "package/UnpackTask.h"
+#include "preview/PreviewPane.h"
+#include "window/ProgressDialog.h"
+#include "window/Window.h"
 
 #include <shellapi.h>
 
 #include <memory>
 #include <string>
+
+namespace viewer {
 
 class MainWindow : public Window {
 public:
@@ -104,3 +106,5 @@ private:
     std::unique_ptr<UnpackTask> m_task;
     std::unique_ptr<ProgressDialog> m_progress;
 };
+
+} // namespace viewer

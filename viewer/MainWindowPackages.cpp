@@ -1,11 +1,13 @@
 // Opening and closing packages, the part of the window that is not about messages.
 #include "MainWindow.h"
 
-#include "PackageSummary.h"
-#include "Paths.h"
+#include "package/PackageSummary.h"
+#include "package/Paths.h"
 
 #include <commctrl.h>
 #include <shlwapi.h>
+
+namespace viewer {
 
 namespace {
 
@@ -191,3 +193,5 @@ void MainWindow::ShowStatus(const std::wstring& text, const std::wstring& facts)
     SendMessageW(m_status, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text.c_str()));
     SendMessageW(m_status, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(facts.c_str()));
 }
+
+} // namespace viewer

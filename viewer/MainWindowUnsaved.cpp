@@ -1,13 +1,15 @@
 // What becomes of unsaved changes: when a package is closed, when saving fails, and after a crash.
 #include "MainWindow.h"
 
-#include "FileDialog.h"
-#include "FolderComparison.h"
 #include "mxovpackage.h"
-#include "Paths.h"
-#include "Questions.h"
+#include "package/FolderComparison.h"
+#include "package/Paths.h"
+#include "window/FileDialog.h"
+#include "window/UnsavedPrompts.h"
 
 #include <string_view>
+
+namespace viewer {
 
 namespace {
 
@@ -198,3 +200,5 @@ bool MainWindow::SaveCopy() {
     mxovshare::Utils::ReGenerateOrvandoFile(m_session->FolderWithSeparator(), *path, L"Saved as a copy");
     return !mxovshare::TakeSaveFailure(m_session->Folder());
 }
+
+} // namespace viewer

@@ -1,8 +1,10 @@
 #include "CommandLine.h"
 
-#include "Paths.h"
+#include "package/Paths.h"
 
 #include <gtest/gtest.h>
+
+using namespace viewer;
 
 TEST(CommandLine, NothingAsksForNothing) {
     const CommandLine line = ParseCommandLine({});

@@ -1,0 +1,86 @@
+#include "package/UnpackTask.h"
+
+#include "package/Paths.h"
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace viewer;
+
+namespace {
+
+constexpr UINT kFinished = WM_APP + 7;
+
+struct WindowDeleter {
+    void operator()(HWND window) const noexcept { DestroyWindow(window); }
+};
+using UniqueWindow = std::unique_ptr<std::remove_pointer_t<HWND>, WindowDeleter>;
+
+UniqueWindow MessageWindow() {
+    return UniqueWindow(
+        CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
+}
+
+// Waits until the task has posted its message.
+bool WaitForMessage(HWND window) {
+    const UINT_PTR timer = SetTimer(window, 1, 30000, nullptr);
+    MSG message = {};
+    while (GetMessageW(&message, window, 0, 0) > 0) {
+        if (message.message == kFinished || message.message == WM_TIMER) {
+            break;
+        }
+    }
+    KillTimer(window, timer);
+    return message.message == kFinished;
+}
+
+std::unique_ptr<PackageSession> NewSession(const std::wstring& package) {
+    std::wstring error;
+    return PackageSession::Create(package, error);
+}
+
+// A package with two files of known size.
+std::wstring MakePackage(const TempFolder& folder) {
+    folder.WriteSized(L"source\\mxinfo.ini", 100);
+    folder.WriteSized(L"source\\GCode\\a.nc", 5000);
+    std::wstring package = folder / L"job.mxov";
+    EXPECT_TRUE(mxovshare::CreatePackage(folder / L"source", package).ok);
+    return package;
+}
+
+} // namespace
+
+TEST(UnpackTask, UnpacksIntoTheFolderOfTheSession) {
+    const TempFolder folder;
+    const UniqueWindow window = MessageWindow();
+    UnpackTask task(NewSession(MakePackage(folder)), window.get(), kFinished);
+    ASSERT_TRUE(WaitForMessage(window.get()));
+    const auto [result, session] = task.Finish();
+    EXPECT_TRUE(result.ok);
+    EXPECT_TRUE(FileExists(session->FolderWithSeparator() + L"GCode\\a.nc"));
+}
+
+TEST(UnpackTask, AFileThatIsNoPackageLeavesNothing) {
+    const TempFolder folder;
+    const UniqueWindow window = MessageWindow();
+    UnpackTask task(NewSession(folder.Write(L"letter.mxov", "Dear Sir")), window.get(), kFinished);
+    ASSERT_TRUE(WaitForMessage(window.get()));
+    const auto [result, session] = task.Finish();
+    EXPECT_FALSE(result.ok);
+    EXPECT_FALSE(result.cancelled);
+    EXPECT_NE(result.message.find(L"letter.mxov"), std::wstring::npos);
+    EXPECT_EQ(GetFileAttributesW(session->Folder().c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST(UnpackTask, EndingItEarlyLeavesNothing) {
+    const TempFolder folder;
+    folder.WriteSized(L"source\\large.bin", 64 << 20);
+    const std::wstring package = folder / L"job.mxov";
+    ASSERT_TRUE(mxovshare::CreatePackage(folder / L"source", package).ok);
+    const UniqueWindow window = MessageWindow();
+    std::unique_ptr<PackageSession> session = NewSession(package);
+    const std::wstring unpacked = session->Folder();
+    { UnpackTask task(std::move(session), window.get(), kFinished); }
+    EXPECT_EQ(GetFileAttributesW(unpacked.c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_FALSE(FileExists(unpacked + L".session"));
+}

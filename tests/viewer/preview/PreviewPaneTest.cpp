@@ -1,0 +1,109 @@
+#include "preview/PreviewPane.h"
+
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+using namespace viewer;
+
+namespace {
+
+constexpr int kWidth = 420;
+constexpr int kHeight = 360;
+
+// The pane in a window of its own, painted into a bitmap.
+class PreviewPaneTest : public testing::Test {
+protected:
+    PreviewPaneTest()
+        : m_frame(CreateWindowW(L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, kWidth, kHeight, nullptr,
+                                nullptr, nullptr, nullptr)) {
+        m_pane.Create(m_frame, 1);
+        MoveWindow(m_pane.Handle(), 0, 0, kWidth, kHeight, FALSE);
+    }
+    ~PreviewPaneTest() override { DestroyWindow(m_frame); }
+
+    // The colours that the pane shows.
+    std::set<COLORREF> Colours() {
+        RedrawWindow(m_pane.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        const HDC dc = GetDC(m_pane.Handle());
+        const UniqueMemoryDc memory(CreateCompatibleDC(dc));
+        const UniqueBitmap copy(CreateCompatibleBitmap(dc, kWidth, kHeight));
+        const HGDIOBJ old = SelectObject(memory.get(), copy.get());
+        BitBlt(memory.get(), 0, 0, kWidth, kHeight, dc, 0, 0, SRCCOPY);
+        std::set<COLORREF> colours;
+        for (int y = 0; y < kHeight; y += 3) {
+            for (int x = 0; x < kWidth; x += 3) {
+                colours.insert(GetPixel(memory.get(), x, y));
+            }
+        }
+        SelectObject(memory.get(), old);
+        ReleaseDC(m_pane.Handle(), dc);
+        return colours;
+    }
+
+    [[nodiscard]] std::wstring Text() const {
+        wchar_t text[500] = L"";
+        GetWindowTextW(m_pane.Handle(), text, ARRAYSIZE(text));
+        return text;
+    }
+
+    HWND m_frame;
+    PreviewPane m_pane;
+};
+
+// A file of 20 by 20 green pixels.
+std::wstring WriteGreenPicture(const TempFolder& folder) {
+    BITMAPFILEHEADER file = {0x4D42, 54 + 1200, 0, 0, 54};
+    BITMAPINFOHEADER info = {sizeof info, 20, 20, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
+    std::string bytes(reinterpret_cast<const char*>(&file), sizeof file);
+    bytes.append(reinterpret_cast<const char*>(&info), sizeof info);
+    for (int i = 0; i < 400; ++i) {
+        bytes.append("\x00\xC8\x00", 3);
+    }
+    return folder.Write(L"green.bmp", bytes);
+}
+
+constexpr COLORREF kGreen = RGB(0, 200, 0);
+
+} // namespace
+
+TEST_F(PreviewPaneTest, InvitesToOpenAPackage) {
+    EXPECT_NE(Text().find(L"Drop a machining package here"), std::wstring::npos);
+    EXPECT_GT(Colours().size(), 1U);
+}
+
+TEST_F(PreviewPaneTest, ShowsNameVersionAndPicture) {
+    const TempFolder folder;
+    m_pane.Show({L"bracket", L"Package Writer 2024", WriteGreenPicture(folder), L"Saved"});
+    EXPECT_EQ(Text(), L"bracket\nPackage Writer 2024\nSaved");
+    EXPECT_TRUE(Colours().contains(kGreen));
+}
+
+TEST_F(PreviewPaneTest, SaysThatThereIsNoPicture) {
+    const TempFolder folder;
+    for (const std::wstring& file : {std::wstring(), folder.Write(L"damaged.bmp", "BM and no more")}) {
+        m_pane.Show({L"bracket", L"", file, L""});
+        EXPECT_NE(Text().find(L"no preview picture"), std::wstring::npos);
+        EXPECT_FALSE(Colours().contains(kGreen));
+    }
+}
+
+TEST_F(PreviewPaneTest, ClearingItForgetsThePicture) {
+    const TempFolder folder;
+    m_pane.Show({L"bracket", L"", WriteGreenPicture(folder), L""});
+    m_pane.Clear();
+    EXPECT_FALSE(Colours().contains(kGreen));
+    EXPECT_NE(Text().find(L"Drop a machining package here"), std::wstring::npos);
+}
+
+TEST_F(PreviewPaneTest, PaintsInAnySize) {
+    const TempFolder folder;
+    m_pane.Show({L"bracket", L"Package Writer 2024", WriteGreenPicture(folder), L"Saved"});
+    for (const SIZE size : {SIZE{0, 0}, {1, 1}, {30, 300}, {300, 30}, {60, 120}}) {
+        MoveWindow(m_pane.Handle(), 0, 0, size.cx, size.cy, FALSE);
+        RedrawWindow(m_pane.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        EXPECT_FALSE(GetUpdateRect(m_pane.Handle(), nullptr, FALSE));
+    }
+}

@@ -1,0 +1,65 @@
+// The document control inside the system's container window.
+#pragma once
+
+#include "package/Handles.h"
+
+#include <initializer_list>
+#include <string>
+
+namespace viewer {
+
+class ControlHost {
+public:
+    /// Creates the control in a container window, a child of `parent` without a size. Returns what went
+    /// wrong, in words for the user; empty on success.
+    [[nodiscard]] std::wstring Create(HWND parent, int id);
+
+    /// Releases the control and destroys its windows.
+    void Destroy() noexcept;
+
+    /// The width and height that show the whole control, in pixels.
+    [[nodiscard]] SIZE NaturalSize() const { return m_naturalSize; }
+
+    /// Moves the container, tells the control its size and lets it draw.
+    void Move(const RECT& area);
+
+    /// The control's members, as hosts call them. The folder ends with a separator.
+    void LoadFile(const std::wstring& folder, const std::wstring& packageFile);
+    void ClosePackage();
+    void ClearAllData();
+
+    /// Whether the control knows of changes to its package and offers to save them.
+    [[nodiscard]] bool HasChanges() const;
+
+    /// Lets the control save its package as its button does, whether it knows of changes or not.
+    void Save();
+
+    /// Makes the control take its package for changed, so that it offers to save it.
+    void MarkChanged();
+
+    /// Offers a keyboard message to the control; true when the control has handled it.
+    [[nodiscard]] bool TranslateAccelerator(MSG& message);
+
+    /// Shows the control or not.
+    void Show(bool shown) { ShowWindow(m_container, shown ? SW_SHOWNA : SW_HIDE); }
+    [[nodiscard]] bool IsShown() const { return (GetWindowLongW(m_container, GWL_STYLE) & WS_VISIBLE) != 0; }
+
+    /// Lets the control take the user's input or not.
+    void Enable(bool enabled) { EnableWindow(m_container, enabled); }
+
+    /// Gives the keyboard focus to the first part of the control that takes it, or to the last one.
+    void SetFocus(bool last = false);
+    [[nodiscard]] bool HasFocus() const { return IsChild(m_container, GetFocus()); }
+
+private:
+    void Call(const wchar_t* member, std::initializer_list<VARIANT> arguments = {});
+    [[nodiscard]] HWND ControlWindow() const;
+    [[nodiscard]] HWND Content() const { return GetWindow(ControlWindow(), GW_CHILD); }
+    [[nodiscard]] SIZE MeasureControl() const;
+
+    HWND m_container = nullptr;
+    ComPtr<IDispatch> m_control;
+    SIZE m_naturalSize = {};
+};
+
+} // namespace viewer

@@ -1,0 +1,15 @@
+#include "preview/PreviewImage.h"
+
+#include "package/BitmapFile.h"
+
+namespace viewer {
+
+UniqueBitmap LoadPreview(const std::wstring& path) {
+    if (path.empty() || !IsSoundBitmap(path)) {
+        return {};
+    }
+    return UniqueBitmap(static_cast<HBITMAP>(
+        LoadImageW(nullptr, path.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
+}
+
+} // namespace viewer

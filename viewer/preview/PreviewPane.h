@@ -1,0 +1,40 @@
+// The main area: the package's name, version and preview picture.
+#pragma once
+
+#include "package/Handles.h"
+#include "package/PackageSummary.h"
+#include "window/Window.h"
+
+namespace viewer {
+
+class PreviewPane : public Window {
+public:
+    bool Create(HWND parent, int id);
+
+    /// Shows a package.
+    void Show(PackageSummary summary);
+
+    /// Shows the invitation to open a package.
+    void Clear();
+
+protected:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    void OnPaint();
+    void Paint(HDC dc, const RECT& area) const;
+    void PaintInvitation(HDC dc, const RECT& area) const;
+    void PaintPackage(HDC dc, const RECT& area) const;
+    void PaintPicture(HDC dc, const RECT& area) const;
+    void LoadPackageIcon();
+    void MakeFonts();
+
+    bool m_hasPackage = false;
+    PackageSummary m_summary;
+    UniqueBitmap m_picture;
+    UniqueIcon m_packageIcon;
+    UniqueFont m_headingFont;
+    UniqueFont m_textFont;
+};
+
+} // namespace viewer

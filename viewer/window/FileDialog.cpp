@@ -1,0 +1,57 @@
+#include "window/FileDialog.h"
+
+#include "package/Handles.h"
+
+#include <shobjidl.h>
+
+namespace viewer {
+
+namespace {
+
+std::optional<std::wstring> Ask(IFileDialog& dialog, HWND owner, const wchar_t* title,
+                                FILEOPENDIALOGOPTIONS more) {
+    const COMDLG_FILTERSPEC filters[] = {{L"Machining packages (*.mxov)", L"*.mxov"},
+                                         {L"All files (*.*)", L"*.*"}};
+    FILEOPENDIALOGOPTIONS options = 0;
+    dialog.GetOptions(&options);
+    dialog.SetOptions(options | FOS_FORCEFILESYSTEM | FOS_PATHMUSTEXIST | more);
+    dialog.SetFileTypes(ARRAYSIZE(filters), filters);
+    dialog.SetDefaultExtension(L"mxov");
+    dialog.SetTitle(title);
+    ComPtr<IShellItem> item;
+    if (FAILED(dialog.Show(owner)) || FAILED(dialog.GetResult(item.Put()))) {
+        return std::nullopt;
+    }
+    wchar_t* path = nullptr;
+    if (FAILED(item->GetDisplayName(SIGDN_FILESYSPATH, &path))) {
+        return std::nullopt;
+    }
+    const UniqueTaskString owned(path);
+    return std::wstring(path);
+}
+
+template <class Dialog>
+ComPtr<Dialog> Create(const CLSID& classId) {
+    ComPtr<Dialog> dialog;
+    CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(Dialog),
+                     reinterpret_cast<void**>(dialog.Put()));
+    return dialog;
+}
+
+} // namespace
+
+std::optional<std::wstring> AskForPackage(HWND owner) {
+    const auto dialog = Create<IFileOpenDialog>(CLSID_FileOpenDialog);
+    return dialog ? Ask(*dialog.Get(), owner, L"Open package", FOS_FILEMUSTEXIST) : std::nullopt;
+}
+
+std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name) {
+    const auto dialog = Create<IFileSaveDialog>(CLSID_FileSaveDialog);
+    if (!dialog) {
+        return std::nullopt;
+    }
+    dialog->SetFileName(name.c_str());
+    return Ask(*dialog.Get(), owner, L"Save a copy", FOS_OVERWRITEPROMPT);
+}
+
+} // namespace viewer

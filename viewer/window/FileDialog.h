@@ -1,0 +1,17 @@
+// The system's dialogs for choosing a package.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+namespace viewer {
+
+/// Asks for a package to open; nothing when the user cancels.
+[[nodiscard]] std::optional<std::wstring> AskForPackage(HWND owner);
+
+/// Asks where to save a copy of a package, offering `name`; nothing when the user cancels.
+[[nodiscard]] std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name);
+
+} // namespace viewer

@@ -1,0 +1,61 @@
+#include "window/ProgressDialog.h"
+
+#include "package/Paths.h"
+#include "resources/resource.h"
+
+#include <commctrl.h>
+
+namespace viewer {
+
+namespace {
+
+constexpr int kBarSteps = 1000;
+
+} // namespace
+
+ProgressDialog::ProgressDialog(HWND owner, UnpackTask& task) : m_task(task) {
+    m_dialog = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_PROGRESS), owner, Procedure,
+                                  reinterpret_cast<LPARAM>(this));
+    SetDlgItemTextW(m_dialog, IDC_PROGRESS_PACKAGE, (L"Opening " + FileName(task.PackageFile())).c_str());
+    SendDlgItemMessageW(m_dialog, IDC_PROGRESS_BAR, PBM_SETRANGE32, 0, kBarSteps);
+    CentreOn(owner);
+    Update();
+    ShowWindow(m_dialog, SW_SHOW);
+}
+
+ProgressDialog::~ProgressDialog() {
+    DestroyWindow(m_dialog);
+}
+
+void ProgressDialog::CentreOn(HWND owner) {
+    RECT outer = {};
+    RECT inner = {};
+    GetWindowRect(owner, &outer);
+    GetWindowRect(m_dialog, &inner);
+    const int left = (outer.left + outer.right - (inner.right - inner.left)) / 2;
+    const int top = (outer.top + outer.bottom - (inner.bottom - inner.top)) / 2;
+    SetWindowPos(m_dialog, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void ProgressDialog::Update() {
+    const UnpackTask::Progress progress = m_task.Current();
+    const auto step =
+        progress.total == 0 ? 0 : progress.done * 1.0 / static_cast<double>(progress.total) * kBarSteps;
+    SendDlgItemMessageW(m_dialog, IDC_PROGRESS_BAR, PBM_SETPOS, static_cast<WPARAM>(step), 0);
+    SetDlgItemTextW(m_dialog, IDC_PROGRESS_ENTRY, progress.name.c_str());
+}
+
+INT_PTR CALLBACK ProgressDialog::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrW(dialog, DWLP_USER, lParam);
+        return TRUE;
+    }
+    if (message == WM_COMMAND && LOWORD(wParam) == IDCANCEL) {
+        reinterpret_cast<ProgressDialog*>(GetWindowLongPtrW(dialog, DWLP_USER))->m_task.Cancel();
+        EnableWindow(GetDlgItem(dialog, IDCANCEL), FALSE);
+        return TRUE;
+    }
+    return FALSE;
+}
+
+} // namespace viewer

@@ -1,0 +1,54 @@
+#include "window/Window.h"
+
+namespace viewer {
+
+Window::~Window() {
+    if (m_window) {
+        DestroyWindow(m_window);
+    }
+}
+
+bool Window::Create(WNDCLASSEXW windowClass, DWORD exStyle, const wchar_t* text, DWORD style, HWND parent,
+                    int id) {
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.lpfnWndProc = Procedure;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    if (!RegisterClassExW(&windowClass) && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) {
+        return false;
+    }
+    const bool child = (style & WS_CHILD) != 0;
+    const int place = child ? 0 : CW_USEDEFAULT;
+    return CreateWindowExW(exStyle, windowClass.lpszClassName, text, style, place, place, place, place,
+                           parent, child ? reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)) : nullptr,
+                           windowClass.hInstance, this) != nullptr;
+}
+
+int Window::Scale(int length) const {
+    return MulDiv(length, static_cast<int>(GetDpiForWindow(m_window)), USER_DEFAULT_SCREEN_DPI);
+}
+
+LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_NCCREATE) {
+        auto* self = static_cast<Window*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+        self->m_window = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+    }
+    auto* self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!self) {
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+    LRESULT result = 0;
+    try {
+        result = self->OnMessage(message, wParam, lParam);
+    } catch (...) {
+        // Only memory can run out here; the message counts as handled and the window stays as it is.
+        result = message == WM_CREATE ? -1 : 0;
+    }
+    if (message == WM_NCDESTROY) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        self->m_window = nullptr;
+    }
+    return result;
+}
+
+} // namespace viewer
