@@ -52,8 +52,8 @@ int RunWindow(const CommandLine& line, int show) {
         return kFailed;
     }
     window.Show(show);
-    if (!window.OfferLeftWork() && !line.package.empty()) {
-        window.OpenPackage(line.package);
+    if (!window.Packages().OfferCrashRecovery() && !line.package.empty()) {
+        window.Packages().Open(line.package);
     }
     MSG message = {};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {

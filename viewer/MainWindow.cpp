@@ -1,15 +1,17 @@
 #include "MainWindow.h"
 
+#include "control/PropertiesWindow.h"
 #include "mxovshare.h"
+#include "package/PackageSummary.h"
 #include "package/Paths.h"
 #include "resources/resource.h"
 #include "shell/HelpLauncher.h"
 #include "window/FileDialog.h"
+#include "window/RecentMenu.h"
 #include "window/WindowPlacement.h"
 
 #include <commctrl.h>
 #include <shellapi.h>
-#include <shlwapi.h>
 
 #include <algorithm>
 #include <vector>
@@ -25,23 +27,7 @@ constexpr int kUsualPreview = 620;
 constexpr int kUsualHeight = 640;
 constexpr int kFactsWidth = 160;
 
-// A menu text that shows a path, shortened in the middle, with a digit to choose it by.
-std::wstring RecentText(std::size_t index, const std::wstring& path) {
-    constexpr UINT kMostCharacters = 60;
-    wchar_t compact[kMostCharacters + 1] = L"";
-    if (!PathCompactPathExW(compact, path.c_str(), ARRAYSIZE(compact), 0)) {
-        return path;
-    }
-    std::wstring text = L"&" + std::to_wstring(index + 1) + L"  ";
-    for (const wchar_t* character = compact; *character; ++character) {
-        text.append(*character == L'&' ? 2 : 1, *character);
-    }
-    return text;
-}
-
 } // namespace
-
-MainWindow::MainWindow() : m_recent(kSettingsKey) {}
 
 std::wstring MainWindow::Create() {
     const HINSTANCE instance = GetModuleHandleW(nullptr);
@@ -65,7 +51,7 @@ std::wstring MainWindow::Create() {
     const SIZE usual = FrameSize(kUsualPreview, kUsualHeight);
     SetWindowPos(Handle(), nullptr, 0, 0, usual.cx, usual.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     m_maximised = RestorePlacement(Handle(), kSettingsKey);
-    ShowPackage();
+    OnPackageChanged();
     return {};
 }
 
@@ -75,7 +61,7 @@ void MainWindow::Show(int show) {
 }
 
 bool MainWindow::PreTranslate(MSG& message) {
-    if (m_progress && m_progress->IsDialogMessage(message)) {
+    if (m_packages.PreTranslate(message)) {
         return true;
     }
     if (IsOfFrame(message.hwnd) && TranslateAcceleratorW(Handle(), m_accelerators, &message)) {
@@ -84,7 +70,7 @@ bool MainWindow::PreTranslate(MSG& message) {
     if (message.hwnd == Handle()) {
         return false;
     }
-    return m_control.TranslateAccelerator(message) || MoveFocusRound(message);
+    return m_control.TranslateAccelerator(message) || WrapTabFocus(message);
 }
 
 // Whether a window is the frame, inside it, or floats over it as the properties of a document do. Modal
@@ -93,8 +79,8 @@ bool MainWindow::IsOfFrame(HWND window) const {
     return GetAncestor(window, GA_ROOTOWNER) == Handle();
 }
 
-// The control lets go of Tab at its ends; it is the only part that takes the focus.
-bool MainWindow::MoveFocusRound(const MSG& message) {
+// The control leaves Tab to its container at both ends, and no other part of the window takes the focus.
+bool MainWindow::WrapTabFocus(const MSG& message) {
     if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || !m_control.HasFocus()) {
         return false;
     }
@@ -130,14 +116,14 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return 0;
     case WM_TIMER:
-        OnTimer(wParam);
+        m_packages.OnTimer(wParam);
         return 0;
-    case kUnpacked:
-        OnUnpacked();
+    case PackageController::kUnpacked:
+        m_packages.OnUnpacked();
         return 0;
     case WM_QUERYENDSESSION:
-        CancelOpening();
-        return ClosePackage();
+        m_packages.CancelOpening();
+        return m_packages.Close();
     case WM_CLOSE:
         OnClose();
         return 0;
@@ -198,17 +184,15 @@ SIZE MainWindow::FrameSize(int previewWidth, int leastHeight) const {
     return {frame.right - frame.left, frame.bottom - frame.top};
 }
 
-void MainWindow::OnInitMenuPopup(HMENU menu) {
-    const auto enable = [menu](UINT command, bool enabled) {
+void MainWindow::OnInitMenuPopup(HMENU menu) const {
+    const bool isOpening = m_packages.IsOpening();
+    EnableMenuItem(menu, IDM_FILE_OPEN, MF_BYCOMMAND | (isOpening ? MF_GRAYED : MF_ENABLED));
+    for (const UINT command : {IDM_FILE_SAVE, IDM_FILE_CLOSE, IDM_VIEW_REFRESH}) {
+        const bool enabled = m_packages.Session() && !isOpening;
         EnableMenuItem(menu, command, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
-    };
-    enable(IDM_FILE_OPEN, !IsOpening());
-    enable(IDM_FILE_SAVE, m_session && !IsOpening());
-    enable(IDM_FILE_CLOSE, m_session && !IsOpening());
-    enable(IDM_VIEW_REFRESH, m_session && !IsOpening());
-    const UINT first = GetMenuItemID(menu, 0);
-    if (first == IDM_RECENT_NONE || (first >= IDM_RECENT_FIRST && first <= IDM_RECENT_LAST)) {
-        FillRecentMenu(menu);
+    }
+    if (IsRecentMenu(menu)) {
+        FillRecentMenu(menu, m_packages.Recent().Items(), !isOpening);
     }
 }
 
@@ -218,18 +202,16 @@ void MainWindow::OnCommand(int command) {
         BrowseForPackage();
         break;
     case IDM_FILE_SAVE:
-        SavePackage();
+        m_packages.Save();
         break;
     case IDM_FILE_CLOSE:
-        ClosePackage();
+        m_packages.Close();
         break;
     case IDM_FILE_EXIT:
         SendMessageW(Handle(), WM_CLOSE, 0, 0);
         break;
     case IDM_VIEW_REFRESH:
-        if (m_session) {
-            OpenPackage(m_session->PackageFile());
-        }
+        m_packages.Reload();
         break;
     case IDM_HELP_TOPICS:
         ShowHelp();
@@ -251,7 +233,7 @@ void MainWindow::OnDropFiles(HDROP drop) {
     DragQueryFileW(drop, 0, path.data(), length + 1);
     DragFinish(drop);
     SetForegroundWindow(Handle());
-    OpenPackage(path);
+    m_packages.Open(path);
 }
 
 // The focus returns to where it was inside the window.
@@ -266,11 +248,11 @@ void MainWindow::OnActivate(bool active) {
 }
 
 void MainWindow::OnClose() {
-    if (m_closing) {
+    if (m_packages.IsPrompting()) {
         return;
     }
-    CancelOpening();
-    if (!ClosePackage()) {
+    m_packages.CancelOpening();
+    if (!m_packages.Close()) {
         return;
     }
     StorePlacement(Handle(), kSettingsKey);
@@ -278,29 +260,51 @@ void MainWindow::OnClose() {
 }
 
 void MainWindow::BrowseForPackage() {
-    CloseProperties();
+    CloseProperties(Handle());
     if (const std::optional<std::wstring> path = AskForPackage(Handle())) {
-        OpenPackage(*path);
+        m_packages.Open(*path);
     }
 }
 
 void MainWindow::OpenRecent(std::size_t index) {
-    if (index < m_recent.Items().size()) {
-        OpenPackage(std::wstring(m_recent.Items()[index]));
+    const std::vector<std::wstring>& recent = m_packages.Recent().Items();
+    if (index < recent.size()) {
+        m_packages.Open(std::wstring(recent[index]));
     }
 }
 
-void MainWindow::FillRecentMenu(HMENU menu) const {
-    while (RemoveMenu(menu, 0, MF_BYPOSITION)) {
+void MainWindow::OnPackageChanged() {
+    const PackageSession* session = m_packages.Session();
+    ShowControl(session != nullptr);
+    if (!session) {
+        m_preview.Clear();
+        SetWindowTextW(Handle(), kProgramName);
+        ShowStatus(L"Ready");
+        return;
     }
-    const std::vector<std::wstring>& items = m_recent.Items();
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        AppendMenuW(menu, IsOpening() ? MF_GRAYED : MF_ENABLED, IDM_RECENT_FIRST + i,
-                    RecentText(i, items[i]).c_str());
+    m_preview.Show(ReadPackageSummary(session->FolderWithSeparator(), session->PackageFile()));
+    SetWindowTextW(Handle(), (FileName(session->PackageFile()) + L" - " + kProgramName).c_str());
+    ShowStatus(session->PackageFile());
+}
+
+// Without a package there is nothing to attach documents to.
+void MainWindow::ShowControl(bool shown) {
+    if (shown == m_control.IsShown()) {
+        return;
     }
-    if (items.empty()) {
-        AppendMenuW(menu, MF_GRAYED, IDM_RECENT_NONE, L"(none)");
+    const bool focused = m_control.HasFocus();
+    m_control.Show(shown);
+    OnSize();
+    if (shown || focused) {
+        SetFocus(Handle());
     }
+}
+
+void MainWindow::ShowStatus(const std::wstring& text) {
+    const PackageSession* session = m_packages.IsOpening() ? nullptr : m_packages.Session();
+    const std::wstring counts = session ? CountsText(session->Entries()) : std::wstring();
+    SendMessageW(m_status, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    SendMessageW(m_status, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(counts.c_str()));
 }
 
 void MainWindow::ShowHelp() {
@@ -308,9 +312,9 @@ void MainWindow::ShowHelp() {
     static HtmlHelpEngine engine;
     const HelpTarget help = FindHelp(ProgramFolder(), mxovshare::OVApplication::mxLanguageName);
     if (!FileExists(help.file)) {
-        Complain(L"The help file is not there:\n\n" + help.file);
+        ShowError(L"The help file is not there:\n\n" + help.file);
     } else if (!engine.Call(nullptr, help.file.c_str(), kShowTopic, help.topic)) {
-        Complain(L"The help cannot be shown on this computer.");
+        ShowError(L"The help cannot be shown on this computer.");
     }
 }
 
@@ -327,7 +331,7 @@ void MainWindow::ShowAbout() {
     MessageBoxIndirectW(&box);
 }
 
-void MainWindow::Complain(const std::wstring& text) {
+void MainWindow::ShowError(const std::wstring& text) {
     MessageBoxW(Handle(), text.c_str(), kProgramName, MB_OK | MB_ICONWARNING);
 }
 

@@ -22,7 +22,7 @@ std::wstring SessionsFolder() {
     return std::wstring(temporary) + L"MXOVViewer";
 }
 
-// Others may read a held session file, but nobody else can open it for writing.
+// Other programs can read a held session file but not open it for writing.
 UniqueHandle HoldSessionFile(const std::wstring& path, DWORD disposition) {
     return OwnFile(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -43,7 +43,7 @@ bool WriteSessionFile(HANDLE file, const std::wstring& packageFile) {
     return WriteText(file, L"\xFEFF[" + std::wstring(kSection) + L"]\r\n" + Line(kPackageFile, packageFile));
 }
 
-// All at once: the folder can be removed only while nobody lists it.
+// Listed to the end, because a folder that is being listed cannot be removed.
 std::vector<std::wstring> SessionFiles() {
     std::vector<std::wstring> paths;
     std::error_code ignored;
@@ -96,7 +96,7 @@ void PackageSession::RemoveLeftovers() noexcept {
             }
         }
     } catch (...) {
-        // What cannot be listed now is tried again at the next start.
+        // The next start retries.
         return;
     }
 }
@@ -120,7 +120,7 @@ std::vector<std::unique_ptr<PackageSession>> PackageSession::TakeOver() noexcept
             }
         }
     } catch (...) {
-        // What was not taken over stays for the next start.
+        // The next start retries.
         for (const auto& session : sessions) {
             session->Keep();
         }
@@ -147,6 +147,13 @@ void PackageSession::Record(const std::wstring& stamp) {
     FlushFileBuffers(m_sessionFile.get());
 }
 
+bool PackageSession::RecordSave() {
+    const std::wstring stamp = mxovshare::StampOfFolder(m_folder);
+    const bool isNew = stamp != m_stamp;
+    Record(stamp);
+    return isNew;
+}
+
 void PackageSession::Resume() {
     mxovshare::ResumeFolder(m_folder, m_packageFile, m_stamp);
     mxovshare::ListPackage(m_packageFile, m_entries);
@@ -156,7 +163,7 @@ PackageSession::~PackageSession() {
     if (m_keep) {
         return;
     }
-    // First the file: without it, whatever cannot be removed now is known to be finished with.
+    // The session file goes first: what cannot be removed now then counts as no longer needed.
     m_sessionFile.reset();
     DeleteFileW((m_folder + kSessionExtension).c_str());
     RemoveFolder(m_folder);

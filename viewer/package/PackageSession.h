@@ -10,23 +10,22 @@
 
 namespace viewer {
 
-/// Owns one folder below the user's temporary folder, removed with the object. A session file beside the
-/// folder, held open while the session lives, names the package: a folder whose session file exists but is
-/// held by nobody was left by a crash and may hold unsaved work; a folder without a session file is finished
-/// with.
+/// Owns one folder below the user's temporary folder and removes it at the end. A session file beside the
+/// folder, held open while the session lives, names the package. A folder whose session file nobody holds is
+/// left from a crash and may hold unsaved changes; a folder without a session file is no longer needed.
 class PackageSession {
 public:
-    /// Prepares a session for a package; the folder itself is made by the unpacking. Empty on failure, and
-    /// `error` says why.
+    /// Prepares a session for a package; unpacking creates the folder itself. Null on failure, with the reason
+    /// in `error`.
     [[nodiscard]] static std::unique_ptr<PackageSession> Create(const std::wstring& packageFile,
                                                                 std::wstring& error);
 
-    /// Removes the folders of finished sessions that could not be removed in their time. Leaves what a crash
+    /// Removes the folders of finished sessions that could not be removed at their end. Keeps what a crash
     /// left.
     static void RemoveLeftovers() noexcept;
 
-    /// Takes over the sessions that a crash left with a completely unpacked package, and those that were
-    /// kept. What was left half unpacked is removed.
+    /// Takes over the sessions that were kept or left from a crash. Those whose package was not unpacked
+    /// completely are removed.
     [[nodiscard]] static std::vector<std::unique_ptr<PackageSession>> TakeOver() noexcept;
 
     ~PackageSession();
@@ -42,25 +41,28 @@ public:
     /// Full path of the package file.
     [[nodiscard]] const std::wstring& PackageFile() const { return m_packageFile; }
 
-    /// The package file's stamp when the folder last agreed with it, as `Record` was told; empty before.
+    /// The package file's stamp when folder and package file last agreed, as passed to `Record`; empty before.
     [[nodiscard]] const std::wstring& Stamp() const { return m_stamp; }
 
-    /// Records that the package is unpacked completely and which state of the package file the folder agrees
-    /// with. To be told after each unpacking and each save.
+    /// Records that the folder agrees with the package file of this stamp. Called after unpacking and after
+    /// each save.
     void Record(const std::wstring& stamp);
 
-    /// Goes on with a session that was taken over: saving asks before it replaces a package file of another
+    /// Records what the library last saved or unpacked. True when it was not recorded yet.
+    bool RecordSave();
+
+    /// Continues with a session that was taken over: saving asks before it replaces a package file of another
     /// stamp.
     void Resume();
 
-    /// The package's entries when the folder last agreed with it; empty before, and for a package file that
-    /// cannot be read.
+    /// The package's entries when the folder last agreed with it; empty before, and when the package file could
+    /// not be read.
     [[nodiscard]] const std::vector<mxovshare::PackageEntry>& Entries() const { return m_entries; }
 
     /// How the files of the folder differ from those entries.
     [[nodiscard]] std::vector<FileChange> Changes() const { return FindChanges(m_folder, m_entries); }
 
-    /// Leaves folder and session file to a later start of the viewer.
+    /// Keeps folder and session file for the next start of the viewer.
     void Keep() { m_keep = true; }
 
 private:

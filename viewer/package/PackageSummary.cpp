@@ -3,7 +3,7 @@
 #include "mxovshare.h"
 #include "package/Paths.h"
 
-#include <vector>
+#include <shlwapi.h>
 
 namespace viewer {
 
@@ -35,6 +35,12 @@ std::wstring LastChange(const std::wstring& informationFile) {
     return line;
 }
 
+std::wstring SizeText(std::uint64_t bytes) {
+    wchar_t text[32] = L"";
+    StrFormatByteSizeW(static_cast<LONGLONG>(bytes), text, ARRAYSIZE(text));
+    return text;
+}
+
 } // namespace
 
 PackageSummary ReadPackageSummary(const std::wstring& folder, const std::wstring& packageFile) {
@@ -48,6 +54,19 @@ PackageSummary ReadPackageSummary(const std::wstring& folder, const std::wstring
     }
     summary.lastChange = LastChange(information);
     return summary;
+}
+
+std::wstring CountsText(const std::vector<mxovshare::PackageEntry>& entries) {
+    std::size_t files = 0;
+    std::uint64_t bytes = 0;
+    for (const mxovshare::PackageEntry& entry : entries) {
+        files += entry.isFolder ? 0 : 1;
+        bytes += entry.size;
+    }
+    if (files == 0) {
+        return {};
+    }
+    return std::to_wstring(files) + (files == 1 ? L" file, " : L" files, ") + SizeText(bytes);
 }
 
 } // namespace viewer

@@ -1,7 +1,10 @@
-// What the viewer itself shows of a package, beside the document lists.
+// What the viewer shows of a package besides the document lists.
 #pragma once
 
+#include "mxovpackage.h"
+
 #include <string>
+#include <vector>
 
 namespace viewer {
 
@@ -14,5 +17,8 @@ struct PackageSummary {
 
 /// Reads the summary from the information file of an unpacked package. `folder` ends with a separator.
 [[nodiscard]] PackageSummary ReadPackageSummary(const std::wstring& folder, const std::wstring& packageFile);
+
+/// The number of the package's files and their size as one text, such as "12 files, 48.2 KB"; empty for none.
+[[nodiscard]] std::wstring CountsText(const std::vector<mxovshare::PackageEntry>& entries);
 
 } // namespace viewer

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kFirstAnswer = 100;
 
-// The number of the chosen button, or `cancelled` when the user closes the question.
+// Returns the index of the chosen button, or `cancelled` when the user closes the prompt.
 template <std::size_t Count>
 int Ask(HWND owner, const std::wstring& instruction, const std::wstring& content,
         const wchar_t* const (&answers)[Count], int cancelled) {
@@ -62,7 +62,7 @@ std::wstring Remark(FileChangeKind kind) {
     }
 }
 
-// The beginning of a sentence about that many documents.
+// The beginning of a sentence about `count` documents.
 std::wstring Documents(const std::wstring& packageFile, std::size_t count, const wchar_t* verbForOne,
                        const wchar_t* verbForMany) {
     return (count == 1 ? L"A document of " : L"Documents of ") + FileName(packageFile) + L" " +
@@ -71,9 +71,9 @@ std::wstring Documents(const std::wstring& packageFile, std::size_t count, const
 
 } // namespace
 
-LeftAnswer AskAboutLeft(HWND owner, const std::wstring& packageFile, const FILETIME& changed) {
+RecoveryAnswer AskToRecover(HWND owner, const std::wstring& packageFile, const FILETIME& changed) {
     const wchar_t* const answers[] = {L"&Continue", L"&Discard", L"Ask &later"};
-    constexpr LeftAnswer kMeaning[] = {LeftAnswer::Continue, LeftAnswer::Discard, LeftAnswer::Later};
+    constexpr RecoveryAnswer kMeaning[] = {RecoveryAnswer::Continue, RecoveryAnswer::Discard, RecoveryAnswer::Later};
     return kMeaning[Ask(owner, L"There are unsaved changes to " + FileName(packageFile),
                         L"The viewer did not end properly. Your changes, last made on " +
                             LocalTimeText(changed) + L", are not in the package file:\n\n" + packageFile +
@@ -83,7 +83,7 @@ LeftAnswer AskAboutLeft(HWND owner, const std::wstring& packageFile, const FILET
 
 std::wstring ShortList(const std::vector<std::wstring>& lines) {
     constexpr std::size_t kMostLines = 10;
-    // The last line stands for two others at least.
+    // The line of the rest replaces at least two.
     const std::size_t shown = lines.size() > kMostLines ? kMostLines - 1 : lines.size();
     std::wstring list;
     for (std::size_t i = 0; i < shown; ++i) {
@@ -116,7 +116,7 @@ ChangesAnswer AskAboutChanges(HWND owner, const std::wstring& packageFile,
         ListOfChanges(changes) + L"\n" + question, answers, 2)];
 }
 
-OpenAnswer AskAboutOpen(HWND owner, const std::wstring& packageFile, const std::vector<std::wstring>& names) {
+OpenAnswer AskAboutOpenDocuments(HWND owner, const std::wstring& packageFile, const std::vector<std::wstring>& names) {
     const wchar_t* const answers[] = {L"&Try again", L"&Close anyway", L"&Go on working"};
     constexpr OpenAnswer kMeaning[] = {OpenAnswer::TryAgain, OpenAnswer::Close, OpenAnswer::GoOn};
     return kMeaning[Ask(
@@ -126,10 +126,10 @@ OpenAnswer AskAboutOpen(HWND owner, const std::wstring& packageFile, const std::
         answers, 2)];
 }
 
-UnsavedAnswer AskAboutUnsaved(HWND owner, const std::wstring& packageFile) {
+FailedSaveAnswer AskAboutFailedSave(HWND owner, const std::wstring& packageFile) {
     const wchar_t* const answers[] = {L"&Go on working", L"Save a &copy...", L"&Keep for later", L"&Discard"};
-    constexpr UnsavedAnswer kMeaning[] = {UnsavedAnswer::GoOn, UnsavedAnswer::SaveCopy, UnsavedAnswer::Keep,
-                                          UnsavedAnswer::Discard};
+    constexpr FailedSaveAnswer kMeaning[] = {FailedSaveAnswer::GoOn, FailedSaveAnswer::SaveCopy, FailedSaveAnswer::Keep,
+                                          FailedSaveAnswer::Discard};
     return kMeaning[Ask(
         owner, L"Your changes to " + FileName(packageFile) + L" are not saved",
         L"You can save them in another place, or keep them: the viewer then offers them at its "

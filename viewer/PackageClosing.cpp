@@ -1,0 +1,101 @@
+#include "PackageClosing.h"
+
+#include "common/Paths.h"
+#include "control/ControlHost.h"
+#include "mxovpackage.h"
+#include "package/Paths.h"
+#include "window/FileDialog.h"
+#include "window/UnsavedPrompts.h"
+
+#include <iterator>
+
+namespace viewer {
+
+namespace {
+
+// Whether the control itself makes such a change: to the information file, and to copies that it attaches
+// and removes.
+bool IsOwnChange(const FileChange& change) {
+    constexpr wchar_t kCopies[] = L"ReferanceFiles\\";
+    return common::IsSamePath(FileName(change.name), L"mxinfo.ini") ||
+           (change.kind != FileChangeKind::Changed &&
+            common::IsSamePath(change.name.substr(0, std::size(kCopies) - 1), kCopies));
+}
+
+} // namespace
+
+bool PackageClosing::Run() {
+    const bool changed = m_control.HasChanges();
+    m_control.ClosePackage(); // asks whether to save what it knows of
+    if (mxovshare::TakeSaveFailure(m_session.Folder())) {
+        return ResolveFailedSave();
+    }
+    const bool declined = changed && !m_session.RecordSave();
+    return WaitForOpenDocuments() && ResolveOutsideChanges(declined);
+}
+
+bool PackageClosing::ResolveFailedSave() {
+    for (;;) {
+        switch (AskAboutFailedSave(m_owner, m_session.PackageFile())) {
+        case FailedSaveAnswer::GoOn:
+            m_control.MarkChanged();
+            return false;
+        case FailedSaveAnswer::SaveCopy:
+            if (SaveCopy()) {
+                return true;
+            }
+            break;
+        case FailedSaveAnswer::Keep:
+            m_session.Keep();
+            return true;
+        case FailedSaveAnswer::Discard:
+            return true;
+        }
+    }
+}
+
+// What a program that holds a document open saves after the folder is removed would be lost.
+bool PackageClosing::WaitForOpenDocuments() {
+    for (;;) {
+        const std::vector<std::wstring> open = FindOpenDocuments(m_session.Folder());
+        if (open.empty()) {
+            return true;
+        }
+        const OpenAnswer answer = AskAboutOpenDocuments(m_owner, m_session.PackageFile(), open);
+        if (answer != OpenAnswer::TryAgain) {
+            return answer == OpenAnswer::Close;
+        }
+    }
+}
+
+// The control does not know what other programs did to the files of its package, such as an editor that the
+// user opened one with.
+bool PackageClosing::ResolveOutsideChanges(bool declined) {
+    std::vector<FileChange> changes = m_session.Changes();
+    if (declined) {
+        std::erase_if(changes, IsOwnChange);
+    }
+    if (changes.empty()) {
+        return true;
+    }
+    switch (AskAboutChanges(m_owner, m_session.PackageFile(), changes, declined)) {
+    case ChangesAnswer::Save:
+        m_control.Save();
+        return !mxovshare::TakeSaveFailure(m_session.Folder()) || ResolveFailedSave();
+    case ChangesAnswer::Discard:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool PackageClosing::SaveCopy() {
+    const std::optional<std::wstring> path = AskForCopy(m_owner, FileName(m_session.PackageFile()));
+    if (!path) {
+        return false;
+    }
+    mxovshare::Utils::ReGenerateOrvandoFile(m_session.FolderWithSeparator(), *path, L"Saved as a copy");
+    return !mxovshare::TakeSaveFailure(m_session.Folder());
+}
+
+} // namespace viewer

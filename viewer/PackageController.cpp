@@ -1,0 +1,224 @@
+#include "PackageController.h"
+
+#include "common/Paths.h"
+#include "common/ScopedFlag.h"
+#include "control/ControlHost.h"
+#include "control/PropertiesWindow.h"
+#include "package/Paths.h"
+#include "PackageClosing.h"
+#include "window/UnsavedPrompts.h"
+
+namespace viewer {
+
+namespace {
+
+constexpr UINT_PTR kProgressTimer = 1;
+constexpr UINT_PTR kWatchTimer = 2;
+constexpr UINT kProgressDelay = 400;  // milliseconds before the progress window appears
+constexpr UINT kProgressPeriod = 100; // milliseconds between its updates
+constexpr UINT kWatchPeriod = 500;    // milliseconds between two looks at the open package
+
+// What a package's reader reports, as a sentence of its own.
+std::wstring Sentence(std::wstring report) {
+    CharUpperBuffW(report.data(), report.empty() ? 0 : 1);
+    return report.ends_with(L'.') ? report : report + L".";
+}
+
+} // namespace
+
+PackageController::PackageController(PackageView& view, ControlHost& control, const wchar_t* settingsKey)
+    : m_view(view), m_control(control), m_recent(settingsKey) {}
+
+void PackageController::Open(const std::wstring& path) {
+    if (IsOpening() || m_prompting) {
+        MessageBeep(MB_OK);
+        return;
+    }
+    if (!CanOpen(path)) {
+        return;
+    }
+    std::wstring error;
+    std::unique_ptr<PackageSession> session = PackageSession::Create(path, error);
+    if (!session) {
+        m_view.ShowError(FileName(path) + L" cannot be opened.\n\n" + error);
+        return;
+    }
+    // The open package is saved before it is unpacked again, and must not change in between.
+    m_reloading = m_session && common::IsSamePath(path, m_session->PackageFile());
+    if (m_reloading) {
+        if (!CloseInControl()) {
+            m_reloading = false;
+            return;
+        }
+        m_control.Enable(false);
+    }
+    m_task = std::make_unique<UnpackTask>(std::move(session), m_view.Frame(), kUnpacked);
+    m_view.ShowStatus(L"Opening " + path);
+    SetTimer(m_view.Frame(), kProgressTimer, kProgressDelay, nullptr);
+}
+
+bool PackageController::CanOpen(const std::wstring& path) {
+    if (FolderExists(path)) {
+        m_view.ShowError(FileName(path) + L" is a folder, not a machining package.");
+        return false;
+    }
+    if (!FileExists(path)) {
+        m_recent.Remove(path);
+        m_view.ShowError(L"The package cannot be found:\n\n" + path);
+        return false;
+    }
+    return true;
+}
+
+void PackageController::Reload() {
+    if (m_session) {
+        Open(std::wstring(m_session->PackageFile()));
+    }
+}
+
+void PackageController::CancelOpening() {
+    KillTimer(m_view.Frame(), kProgressTimer);
+    m_progress.reset();
+    m_task.reset();
+}
+
+void PackageController::Save() {
+    if (!m_session || m_prompting || IsOpening()) {
+        return;
+    }
+    if (!m_control.HasChanges() && m_session->Changes().empty()) {
+        m_view.ShowStatus(L"There is nothing to save");
+        return;
+    }
+    {
+        const common::ScopedFlag prompting(m_prompting);
+        m_control.Save();
+    }
+    DetectSave();
+    m_view.OnPackageChanged();
+}
+
+bool PackageController::Close() {
+    if (!m_session || m_prompting || IsOpening()) {
+        return true;
+    }
+    if (!CloseInControl()) {
+        return false;
+    }
+    KillTimer(m_view.Frame(), kWatchTimer);
+    m_control.ClearAllData();
+    m_session.reset();
+    m_view.OnPackageChanged();
+    return true;
+}
+
+bool PackageController::OfferCrashRecovery() {
+    std::unique_ptr<PackageSession> chosen;
+    for (std::unique_ptr<PackageSession>& session : PackageSession::TakeOver()) {
+        if (chosen) {
+            session->Keep();
+            continue;
+        }
+        if (!DiffersFromPackage(session->Folder(), session->PackageFile())) {
+            continue;
+        }
+        const common::ScopedFlag prompting(m_prompting);
+        const RecoveryAnswer answer =
+            AskToRecover(m_view.Frame(), session->PackageFile(), LastWriteBelow(session->Folder()));
+        if (answer == RecoveryAnswer::Continue) {
+            chosen = std::move(session);
+        } else if (answer == RecoveryAnswer::Later) {
+            session->Keep();
+        }
+    }
+    if (!chosen) {
+        return false;
+    }
+    chosen->Resume();
+    SwitchTo(std::move(chosen));
+    m_control.MarkChanged();
+    return true;
+}
+
+void PackageController::OnTimer(UINT_PTR timer) {
+    if (timer == kWatchTimer) {
+        DetectSave();
+    } else if (timer == kProgressTimer) {
+        UpdateProgress();
+    }
+}
+
+void PackageController::UpdateProgress() {
+    if (!m_task) {
+        return;
+    }
+    if (!m_progress) {
+        m_progress = std::make_unique<ProgressDialog>(m_view.Frame(), *m_task);
+        SetTimer(m_view.Frame(), kProgressTimer, kProgressPeriod, nullptr);
+    }
+    m_progress->Update();
+}
+
+void PackageController::OnUnpacked() {
+    if (!m_task) {
+        return;
+    }
+    KillTimer(m_view.Frame(), kProgressTimer);
+    m_progress.reset();
+    auto [result, session] = m_task->Finish();
+    m_task.reset();
+    m_control.Enable(true);
+    if (result.ok) {
+        SwitchTo(std::move(session));
+        return;
+    }
+    const std::wstring name = FileName(session->PackageFile());
+    session.reset();
+    m_view.OnPackageChanged();
+    if (!result.cancelled) {
+        m_view.ShowError(name + L" cannot be opened as a machining package.\n\n" + Sentence(result.message));
+    }
+}
+
+bool PackageController::PreTranslate(MSG& message) const {
+    return m_progress && m_progress->IsDialogMessage(message);
+}
+
+// The control saves by its own button, which leaves it unmodified even when saving failed.
+void PackageController::DetectSave() {
+    if (!m_session || m_prompting) {
+        return;
+    }
+    if (m_session->RecordSave() && !IsOpening()) {
+        m_view.OnPackageChanged();
+    }
+    if (mxovshare::TakeSaveFailure(m_session->Folder())) {
+        m_control.MarkChanged();
+    }
+}
+
+void PackageController::SwitchTo(std::unique_ptr<PackageSession> session) {
+    if (!m_reloading && !CloseInControl()) {
+        m_view.OnPackageChanged();
+        return;
+    }
+    session->RecordSave();
+    m_control.LoadFile(session->FolderWithSeparator(), session->PackageFile());
+    m_session = std::move(session);
+    m_recent.Add(m_session->PackageFile());
+    SetTimer(m_view.Frame(), kWatchTimer, kWatchPeriod, nullptr);
+    m_view.OnPackageChanged();
+}
+
+// Messages arrive while a prompt is on the screen.
+bool PackageController::CloseInControl() {
+    if (!m_session) {
+        return true;
+    }
+    CloseProperties(m_view.Frame());
+    DetectSave();
+    const common::ScopedFlag prompting(m_prompting);
+    return PackageClosing(m_view.Frame(), m_control, *m_session).Run();
+}
+
+} // namespace viewer
