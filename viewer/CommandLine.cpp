@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include "common/LongPath.h"
 #include "package/Paths.h"
 
 #include <string_view>
@@ -34,7 +35,7 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
             } else if (argument.empty()) {
                 line.error = L"The name of the package is empty.";
             } else {
-                line.package = FullPath(argument);
+                line.package = common::FullPath(argument);
             }
         } else if (argument == L"--") {
             optionsEnded = true;

@@ -2,7 +2,6 @@
 #include "CommandLine.h"
 #include "MainWindow.h"
 #include "mxovlanguage.h"
-#include "package/Handles.h"
 #include "package/PackageSession.h"
 
 #include <commctrl.h>

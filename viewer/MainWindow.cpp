@@ -1,5 +1,7 @@
 #include "MainWindow.h"
 
+#include "common/Paths.h"
+#include "common/SystemError.h"
 #include "control/PropertiesWindow.h"
 #include "mxovshare.h"
 #include "package/PackageSummary.h"
@@ -42,7 +44,7 @@ std::wstring MainWindow::Create() {
     windowClass.lpszClassName = kFrameClass;
     if (!Window::Create(windowClass, WS_EX_ACCEPTFILES, kProgramName, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                         nullptr)) {
-        return L"The window cannot be created: " + ErrorText(GetLastError());
+        return L"The window cannot be created: " + common::SystemErrorText(GetLastError()) + L".";
     }
     m_accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_MAIN));
     if (std::wstring error = m_control.Create(Handle(), IDC_CONTROL); !error.empty()) {
@@ -310,7 +312,7 @@ void MainWindow::ShowStatus(const std::wstring& text) {
 void MainWindow::ShowHelp() {
     constexpr UINT kShowTopic = 15; // by its number
     static HtmlHelpEngine engine;
-    const HelpTarget help = FindHelp(ProgramFolder(), mxovshare::OVApplication::mxLanguageName);
+    const HelpTarget help = FindHelp(common::ModuleFolder(nullptr), mxovshare::OVApplication::mxLanguageName);
     if (!FileExists(help.file)) {
         ShowError(L"The help file is not there:\n\n" + help.file);
     } else if (!engine.Call(nullptr, help.file.c_str(), kShowTopic, help.topic)) {

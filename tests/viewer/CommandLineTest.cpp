@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include "common/LongPath.h"
 #include "package/Paths.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +17,7 @@ TEST(CommandLine, NothingAsksForNothing) {
 
 TEST(CommandLine, APackageBecomesAFullPath) {
     const CommandLine line = ParseCommandLine({L"job\\bracket.mxov"});
-    EXPECT_EQ(line.package, FullPath(L"job\\bracket.mxov"));
+    EXPECT_EQ(line.package, common::FullPath(L"job\\bracket.mxov"));
     EXPECT_EQ(line.package.substr(1, 2), L":\\");
     EXPECT_EQ(ParseCommandLine({L"C:\\a b\\x.mxov"}).package, L"C:\\a b\\x.mxov");
 }

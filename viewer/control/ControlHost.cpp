@@ -1,5 +1,7 @@
 #include "control/ControlHost.h"
 
+#include "common/Himetric.h"
+#include "common/Paths.h"
 #include "package/Paths.h"
 
 #include <ole2.h>
@@ -13,7 +15,7 @@ namespace {
 constexpr wchar_t kProgId[] = L"MXOVTREETAB.MXOVDocViewCtrlVS2015.13";
 constexpr wchar_t kContainerClass[] = L"AtlAxWin";
 
-// Commands of the control's content: its button, and what its own windows tell it of a change with.
+// Commands of the control's dialog: its "&Save" button, and what its properties window posts after a change.
 constexpr int kSaveButton = 1039;
 constexpr WPARAM kPackageChanged = 1042;
 
@@ -42,7 +44,7 @@ std::wstring NotRegisteredText() {
     return L"The document control is not registered on this computer.\n\n"
            L"Run this once as an administrator, then start the viewer again:\n\n"
            L"regsvr32 \"" +
-           ProgramFolder() + L"\\MXOVDocViewCtrl.ocx\"";
+           common::ModuleFolder(nullptr) + L"\\MXOVDocViewCtrl.ocx\"";
 }
 
 VARIANT TextArgument(BSTR text) {
@@ -57,10 +59,6 @@ VARIANT NumberArgument(LONG number) {
     argument.vt = VT_I4;
     argument.lVal = number;
     return argument;
-}
-
-UniqueBstr MakeBstr(const std::wstring& text) {
-    return UniqueBstr(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())));
 }
 
 SIZE WindowSize(HWND window) {
@@ -83,8 +81,8 @@ std::wstring ControlHost::Create(HWND parent, int id) {
     m_container = CreateWindowExW(0, kContainerClass, kProgId, WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0,
                                   0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                                   GetModuleHandleW(nullptr), nullptr);
-    ComPtr<IUnknown> control;
-    if (m_container && SUCCEEDED(library.getControl(m_container, control.Put()))) {
+    common::ComPtr<IUnknown> control;
+    if (m_container && SUCCEEDED(library.getControl(m_container, control.Receive()))) {
         m_control = control.As<IDispatch>();
     }
     if (!m_control) {
@@ -109,16 +107,16 @@ void ControlHost::Move(const RECT& area) {
     const LONG height = area.bottom - area.top;
     MoveWindow(m_container, area.left, area.top, width, height, TRUE);
     Call(L"OnSizeChange", {NumberArgument(width), NumberArgument(height)});
-    // The control lays itself out when it draws, and a smaller window alone gives it nothing to draw.
+    // The control lays itself out when it draws, and a window that gets smaller is not redrawn by itself.
     if (const HWND control = ControlWindow()) {
         RedrawWindow(control, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     }
 }
 
 void ControlHost::LoadFile(const std::wstring& folder, const std::wstring& packageFile) {
-    const UniqueBstr first = MakeBstr(folder);
-    const UniqueBstr second = MakeBstr(packageFile);
-    Call(L"LoadFile", {TextArgument(first.get()), TextArgument(second.get())});
+    const common::Bstr first(folder);
+    const common::Bstr second(packageFile);
+    Call(L"LoadFile", {TextArgument(first.Get()), TextArgument(second.Get())});
 }
 
 void ControlHost::ClosePackage() {
@@ -148,7 +146,7 @@ bool ControlHost::TranslateAccelerator(MSG& message) {
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) {
         return false;
     }
-    const ComPtr<IOleInPlaceActiveObject> active = m_control.As<IOleInPlaceActiveObject>();
+    const common::ComPtr<IOleInPlaceActiveObject> active = m_control.As<IOleInPlaceActiveObject>();
     return active && active->TranslateAccelerator(&message) == S_OK;
 }
 
@@ -171,7 +169,7 @@ void ControlHost::Call(const wchar_t* member, std::initializer_list<VARIANT> arg
     if (FAILED(m_control->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) {
         return;
     }
-    // Automation takes the last argument first.
+    // Automation expects the last argument first.
     std::vector<VARIANT> reversed(std::rbegin(arguments), std::rend(arguments));
     DISPPARAMS parameters = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
     m_control->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, nullptr,
@@ -180,28 +178,23 @@ void ControlHost::Call(const wchar_t* member, std::initializer_list<VARIANT> arg
 
 HWND ControlHost::ControlWindow() const {
     HWND window = nullptr;
-    if (const ComPtr<IOleWindow> oleWindow = m_control.As<IOleWindow>()) {
+    if (const common::ComPtr<IOleWindow> oleWindow = m_control.As<IOleWindow>()) {
         oleWindow->GetWindow(&window);
     }
     return window;
 }
 
-// Until its first draw, the control's content has the size that it was designed with.
+// Until its first draw, the control's dialog has the size of its template.
 SIZE ControlHost::MeasureControl() const {
     if (const HWND content = Content()) {
         return WindowSize(content);
     }
-    const HDC screen = GetDC(nullptr);
-    const LONG dotsPerInch = GetDeviceCaps(screen, LOGPIXELSX);
-    ReleaseDC(nullptr, screen);
     SIZEL extent = {};
-    const ComPtr<IOleObject> object = m_control.As<IOleObject>();
+    const common::ComPtr<IOleObject> object = m_control.As<IOleObject>();
     if (!object || FAILED(object->GetExtent(DVASPECT_CONTENT, &extent))) {
         return {};
     }
-    constexpr int kHimetricPerInch = 2540;
-    return {MulDiv(extent.cx, dotsPerInch, kHimetricPerInch),
-            MulDiv(extent.cy, dotsPerInch, kHimetricPerInch)};
+    return common::HimetricToPixels(extent);
 }
 
 } // namespace viewer

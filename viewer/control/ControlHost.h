@@ -1,7 +1,7 @@
 // The document control inside the system's container window.
 #pragma once
 
-#include "package/Handles.h"
+#include "common/ComPtr.h"
 
 #include <initializer_list>
 #include <string>
@@ -58,7 +58,7 @@ private:
     [[nodiscard]] SIZE MeasureControl() const;
 
     HWND m_container = nullptr;
-    ComPtr<IDispatch> m_control;
+    common::ComPtr<IDispatch> m_control;
     SIZE m_naturalSize = {};
 };
 

@@ -1,6 +1,8 @@
 #include "package/FolderComparison.h"
 
-#include "package/Handles.h"
+#include "common/Handles.h"
+#include "common/LongPath.h"
+#include "common/Paths.h"
 #include "package/Paths.h"
 
 #include <algorithm>
@@ -32,9 +34,9 @@ bool IsDots(std::wstring_view name) {
 // asked on its own. Links are not followed.
 void AddFiles(const std::wstring& folder, const std::wstring& below, std::vector<FolderFile>& files) {
     WIN32_FIND_DATAW found = {};
-    const UniqueSearch search =
-        OwnSearch(FindFirstFileExW(LongForm(folder + L"\\" + below + L"*").c_str(), FindExInfoBasic, &found,
-                                   FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
+    const common::UniqueSearch search = common::OwnSearch(
+        FindFirstFileExW(common::ExtendedPath(folder + L"\\" + below + L"*").c_str(), FindExInfoBasic, &found,
+                         FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
     if (!search) {
         return;
     }
@@ -64,10 +66,10 @@ constexpr std::wstring_view kLock = L".~lock.";
 
 bool IsLockOf(const std::wstring& lock, std::wstring name) {
     if (lock.starts_with(kLock)) {
-        return SamePath(lock, std::wstring(kLock) + name + L"#");
+        return common::IsSamePath(lock, std::wstring(kLock) + name + L"#");
     }
-    return SamePath(lock, std::wstring(kOwner) + name) ||
-           (name.size() > kOwner.size() && SamePath(lock, name.replace(0, kOwner.size(), kOwner)));
+    return common::IsSamePath(lock, std::wstring(kOwner) + name) ||
+           (name.size() > kOwner.size() && common::IsSamePath(lock, name.replace(0, kOwner.size(), kOwner)));
 }
 
 std::wstring NameOf(const FolderFile& file) {
@@ -118,7 +120,8 @@ std::optional<std::uint32_t> Checksum(const std::filesystem::path& path) {
 }
 
 bool HasContent(const std::wstring& folder, const FolderFile& file, const PackageEntry& entry) {
-    return file.size == entry.size && Checksum(LongForm(folder + L"\\" + file.name)) == entry.crc32;
+    return file.size == entry.size &&
+           Checksum(common::ExtendedPath(folder + L"\\" + file.name)) == entry.crc32;
 }
 
 bool HasContentOrTime(const std::wstring& folder, const FolderFile& file, const PackageEntry& entry) {

@@ -1,5 +1,6 @@
 #include "package/PackageSession.h"
 
+#include "common/SystemError.h"
 #include "package/Paths.h"
 
 #include <filesystem>
@@ -23,9 +24,9 @@ std::wstring SessionsFolder() {
 }
 
 // Other programs can read a held session file but not open it for writing.
-UniqueHandle HoldSessionFile(const std::wstring& path, DWORD disposition) {
-    return OwnFile(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                               disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+common::UniqueHandle HoldSessionFile(const std::wstring& path, DWORD disposition) {
+    return common::OwnFile(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                       disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 std::wstring Line(const wchar_t* key, const std::wstring& value) {
@@ -67,12 +68,13 @@ std::unique_ptr<PackageSession> PackageSession::Create(const std::wstring& packa
             continue;
         }
         const std::wstring sessionPath = folder + kSessionExtension;
-        UniqueHandle sessionFile = HoldSessionFile(sessionPath, CREATE_NEW);
+        common::UniqueHandle sessionFile = HoldSessionFile(sessionPath, CREATE_NEW);
         if (!sessionFile && GetLastError() == ERROR_FILE_EXISTS) {
             continue;
         }
         if (!sessionFile || !WriteSessionFile(sessionFile.get(), packageFile)) {
-            error = L"The temporary folder " + sessions + L" cannot be used: " + ErrorText(GetLastError());
+            error = L"The temporary folder " + sessions + L" cannot be used: " +
+                    common::SystemErrorText(GetLastError()) + L".";
             if (sessionFile) {
                 sessionFile.reset();
                 DeleteFileW(sessionPath.c_str());
@@ -105,7 +107,7 @@ std::vector<std::unique_ptr<PackageSession>> PackageSession::TakeOver() noexcept
     std::vector<std::unique_ptr<PackageSession>> sessions;
     try {
         for (const std::wstring& path : SessionFiles()) {
-            UniqueHandle file = HoldSessionFile(path, OPEN_EXISTING);
+            common::UniqueHandle file = HoldSessionFile(path, OPEN_EXISTING);
             if (!file) {
                 continue; // of a running viewer
             }
@@ -129,7 +131,8 @@ std::vector<std::unique_ptr<PackageSession>> PackageSession::TakeOver() noexcept
     return sessions;
 }
 
-PackageSession::PackageSession(std::wstring packageFile, std::wstring folder, UniqueHandle sessionFile)
+PackageSession::PackageSession(std::wstring packageFile, std::wstring folder,
+                               common::UniqueHandle sessionFile)
     : m_packageFile(std::move(packageFile)), m_folder(std::move(folder)),
       m_sessionFile(std::move(sessionFile)) {}
 

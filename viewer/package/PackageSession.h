@@ -1,8 +1,8 @@
 // The folder of its own into which one opened package is unpacked.
 #pragma once
 
+#include "common/Handles.h"
 #include "package/FolderComparison.h"
-#include "package/Handles.h"
 
 #include <memory>
 #include <string>
@@ -15,8 +15,8 @@ namespace viewer {
 /// left from a crash and may hold unsaved changes; a folder without a session file is no longer needed.
 class PackageSession {
 public:
-    /// Prepares a session for a package; unpacking creates the folder itself. Null on failure, with the reason
-    /// in `error`.
+    /// Prepares a session for a package; unpacking creates the folder itself. Null on failure, with the
+    /// reason in `error`.
     [[nodiscard]] static std::unique_ptr<PackageSession> Create(const std::wstring& packageFile,
                                                                 std::wstring& error);
 
@@ -41,7 +41,8 @@ public:
     /// Full path of the package file.
     [[nodiscard]] const std::wstring& PackageFile() const { return m_packageFile; }
 
-    /// The package file's stamp when folder and package file last agreed, as passed to `Record`; empty before.
+    /// The package file's stamp when folder and package file last agreed, as passed to `Record`; empty
+    /// before.
     [[nodiscard]] const std::wstring& Stamp() const { return m_stamp; }
 
     /// Records that the folder agrees with the package file of this stamp. Called after unpacking and after
@@ -55,8 +56,8 @@ public:
     /// stamp.
     void Resume();
 
-    /// The package's entries when the folder last agreed with it; empty before, and when the package file could
-    /// not be read.
+    /// The package's entries when the folder last agreed with it; empty before, and when the package file
+    /// could not be read.
     [[nodiscard]] const std::vector<mxovshare::PackageEntry>& Entries() const { return m_entries; }
 
     /// How the files of the folder differ from those entries.
@@ -66,11 +67,11 @@ public:
     void Keep() { m_keep = true; }
 
 private:
-    PackageSession(std::wstring packageFile, std::wstring folder, UniqueHandle sessionFile);
+    PackageSession(std::wstring packageFile, std::wstring folder, common::UniqueHandle sessionFile);
 
     std::wstring m_packageFile;
     std::wstring m_folder;
-    UniqueHandle m_sessionFile;
+    common::UniqueHandle m_sessionFile;
     std::wstring m_stamp;
     std::vector<mxovshare::PackageEntry> m_entries; // of the package file with that stamp
     bool m_keep = false;

@@ -1,6 +1,7 @@
 #include "package/Paths.h"
 
-#include "package/Handles.h"
+#include "common/Handles.h"
+#include "common/LongPath.h"
 
 namespace viewer {
 
@@ -10,7 +11,7 @@ bool RemoveEntry(const std::wstring& path, DWORD attributes);
 
 bool RemoveContents(const std::wstring& folder) {
     WIN32_FIND_DATAW found = {};
-    const UniqueSearch search = OwnSearch(FindFirstFileW((folder + L"\\*").c_str(), &found));
+    const common::UniqueSearch search = common::OwnSearch(FindFirstFileW((folder + L"\\*").c_str(), &found));
     if (!search) {
         return GetLastError() == ERROR_FILE_NOT_FOUND;
     }
@@ -39,20 +40,6 @@ bool RemoveEntry(const std::wstring& path, DWORD attributes) {
 
 } // namespace
 
-std::wstring FullPath(const std::wstring& path) {
-    const DWORD size = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
-    std::wstring full(size, L'\0');
-    full.resize(GetFullPathNameW(path.c_str(), size, full.data(), nullptr));
-    return full.empty() ? path : full;
-}
-
-std::wstring LongForm(const std::wstring& path) {
-    if (path.starts_with(L"\\\\?\\")) {
-        return path;
-    }
-    return path.starts_with(L"\\\\") ? L"\\\\?\\UNC" + path.substr(1) : L"\\\\?\\" + path;
-}
-
 std::wstring FileName(const std::wstring& path) {
     return path.substr(path.find_last_of(L"\\/") + 1);
 }
@@ -73,40 +60,14 @@ bool FolderExists(const std::wstring& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
-bool SamePath(const std::wstring& left, const std::wstring& right) {
-    return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_EQUAL;
-}
-
-std::wstring ProgramFolder() {
-    std::wstring path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-        if (length < path.size()) {
-            path.resize(length);
-            return path.substr(0, path.find_last_of(L'\\'));
-        }
-        path.resize(path.size() * 2);
-    }
-}
-
 bool RemoveFolder(const std::wstring& folder) noexcept {
     try {
-        const std::wstring path = LongForm(folder);
+        const std::wstring path = common::ExtendedPath(folder);
         const DWORD attributes = GetFileAttributesW(path.c_str());
         return attributes == INVALID_FILE_ATTRIBUTES || RemoveEntry(path, attributes);
     } catch (...) {
         return false;
     }
-}
-
-std::wstring ErrorText(unsigned long code) {
-    wchar_t buffer[512] = L"";
-    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code,
-                                  0, buffer, ARRAYSIZE(buffer), nullptr);
-    while (length > 0 && buffer[length - 1] <= L' ') {
-        --length;
-    }
-    return length > 0 ? std::wstring(buffer, length) : L"error " + std::to_wstring(code);
 }
 
 } // namespace viewer

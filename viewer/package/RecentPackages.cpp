@@ -1,6 +1,6 @@
 #include "package/RecentPackages.h"
 
-#include "package/Handles.h"
+#include "common/Paths.h"
 #include "package/Paths.h"
 
 namespace viewer {
@@ -30,7 +30,7 @@ void RecentPackages::Remove(const std::wstring& package) {
 }
 
 void RecentPackages::Forget(const std::wstring& package) {
-    std::erase_if(m_items, [&](const std::wstring& item) { return SamePath(item, package); });
+    std::erase_if(m_items, [&](const std::wstring& item) { return common::IsSamePath(item, package); });
 }
 
 void RecentPackages::Load() {

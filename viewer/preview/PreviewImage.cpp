@@ -4,11 +4,11 @@
 
 namespace viewer {
 
-UniqueBitmap LoadPreview(const std::wstring& path) {
+common::UniqueBitmap LoadPreview(const std::wstring& path) {
     if (path.empty() || !IsSoundBitmap(path)) {
         return {};
     }
-    return UniqueBitmap(static_cast<HBITMAP>(
+    return common::UniqueBitmap(static_cast<HBITMAP>(
         LoadImageW(nullptr, path.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
 }
 

@@ -1,13 +1,13 @@
 // The package's preview picture.
 #pragma once
 
-#include "package/Handles.h"
+#include "common/Handles.h"
 
 #include <string>
 
 namespace viewer {
 
 /// Loads a bitmap file; empty when there is none or it is damaged.
-[[nodiscard]] UniqueBitmap LoadPreview(const std::wstring& path);
+[[nodiscard]] common::UniqueBitmap LoadPreview(const std::wstring& path);
 
 } // namespace viewer

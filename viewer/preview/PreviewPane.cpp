@@ -149,8 +149,8 @@ void PreviewPane::OnPaint() {
     const HDC dc = BeginPaint(Handle(), &paint);
     RECT area = {};
     GetClientRect(Handle(), &area);
-    const UniqueMemoryDc memory(CreateCompatibleDC(dc));
-    const UniqueBitmap surface(
+    const common::UniqueMemoryDc memory(CreateCompatibleDC(dc));
+    const common::UniqueBitmap surface(
         CreateCompatibleBitmap(dc, std::max(1L, area.right), std::max(1L, area.bottom)));
     {
         const SavedState saved(memory.get());
@@ -215,7 +215,7 @@ void PreviewPane::PaintPicture(HDC dc, const RECT& area) const {
         return;
     }
     const RECT place = Fit({bitmap.bmWidth, bitmap.bmHeight}, card);
-    const UniqueMemoryDc source(CreateCompatibleDC(dc));
+    const common::UniqueMemoryDc source(CreateCompatibleDC(dc));
     const SavedState savedSource(source.get());
     const SavedState saved(dc);
     SelectObject(source.get(), m_picture.get());

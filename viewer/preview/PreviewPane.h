@@ -1,7 +1,7 @@
 // The main area: the package's name, version and preview picture.
 #pragma once
 
-#include "package/Handles.h"
+#include "common/Handles.h"
 #include "package/PackageSummary.h"
 #include "window/Window.h"
 
@@ -31,10 +31,10 @@ private:
 
     bool m_hasPackage = false;
     PackageSummary m_summary;
-    UniqueBitmap m_picture;
-    UniqueIcon m_packageIcon;
-    UniqueFont m_headingFont;
-    UniqueFont m_textFont;
+    common::UniqueBitmap m_picture;
+    common::UniqueIcon m_packageIcon;
+    common::UniqueFont m_headingFont;
+    common::UniqueFont m_textFont;
 };
 
 } // namespace viewer

@@ -1,6 +1,7 @@
 #include "window/FileDialog.h"
 
-#include "package/Handles.h"
+#include "common/ComPtr.h"
+#include "common/Handles.h"
 
 #include <shobjidl.h>
 
@@ -18,23 +19,22 @@ std::optional<std::wstring> Ask(IFileDialog& dialog, HWND owner, const wchar_t* 
     dialog.SetFileTypes(ARRAYSIZE(filters), filters);
     dialog.SetDefaultExtension(L"mxov");
     dialog.SetTitle(title);
-    ComPtr<IShellItem> item;
-    if (FAILED(dialog.Show(owner)) || FAILED(dialog.GetResult(item.Put()))) {
+    common::ComPtr<IShellItem> item;
+    if (FAILED(dialog.Show(owner)) || FAILED(dialog.GetResult(item.Receive()))) {
         return std::nullopt;
     }
     wchar_t* path = nullptr;
     if (FAILED(item->GetDisplayName(SIGDN_FILESYSPATH, &path))) {
         return std::nullopt;
     }
-    const UniqueTaskString owned(path);
+    const common::UniqueTaskString owned(path);
     return std::wstring(path);
 }
 
 template <class Dialog>
-ComPtr<Dialog> Create(const CLSID& classId) {
-    ComPtr<Dialog> dialog;
-    CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(Dialog),
-                     reinterpret_cast<void**>(dialog.Put()));
+common::ComPtr<Dialog> Create(const CLSID& classId) {
+    common::ComPtr<Dialog> dialog;
+    CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(Dialog), dialog.ReceiveVoid());
     return dialog;
 }
 

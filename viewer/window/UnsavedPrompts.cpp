@@ -73,7 +73,8 @@ std::wstring Documents(const std::wstring& packageFile, std::size_t count, const
 
 RecoveryAnswer AskToRecover(HWND owner, const std::wstring& packageFile, const FILETIME& changed) {
     const wchar_t* const answers[] = {L"&Continue", L"&Discard", L"Ask &later"};
-    constexpr RecoveryAnswer kMeaning[] = {RecoveryAnswer::Continue, RecoveryAnswer::Discard, RecoveryAnswer::Later};
+    constexpr RecoveryAnswer kMeaning[] = {RecoveryAnswer::Continue, RecoveryAnswer::Discard,
+                                           RecoveryAnswer::Later};
     return kMeaning[Ask(owner, L"There are unsaved changes to " + FileName(packageFile),
                         L"The viewer did not end properly. Your changes, last made on " +
                             LocalTimeText(changed) + L", are not in the package file:\n\n" + packageFile +
@@ -116,7 +117,8 @@ ChangesAnswer AskAboutChanges(HWND owner, const std::wstring& packageFile,
         ListOfChanges(changes) + L"\n" + question, answers, 2)];
 }
 
-OpenAnswer AskAboutOpenDocuments(HWND owner, const std::wstring& packageFile, const std::vector<std::wstring>& names) {
+OpenAnswer AskAboutOpenDocuments(HWND owner, const std::wstring& packageFile,
+                                 const std::vector<std::wstring>& names) {
     const wchar_t* const answers[] = {L"&Try again", L"&Close anyway", L"&Go on working"};
     constexpr OpenAnswer kMeaning[] = {OpenAnswer::TryAgain, OpenAnswer::Close, OpenAnswer::GoOn};
     return kMeaning[Ask(
@@ -128,8 +130,8 @@ OpenAnswer AskAboutOpenDocuments(HWND owner, const std::wstring& packageFile, co
 
 FailedSaveAnswer AskAboutFailedSave(HWND owner, const std::wstring& packageFile) {
     const wchar_t* const answers[] = {L"&Go on working", L"Save a &copy...", L"&Keep for later", L"&Discard"};
-    constexpr FailedSaveAnswer kMeaning[] = {FailedSaveAnswer::GoOn, FailedSaveAnswer::SaveCopy, FailedSaveAnswer::Keep,
-                                          FailedSaveAnswer::Discard};
+    constexpr FailedSaveAnswer kMeaning[] = {FailedSaveAnswer::GoOn, FailedSaveAnswer::SaveCopy,
+                                             FailedSaveAnswer::Keep, FailedSaveAnswer::Discard};
     return kMeaning[Ask(
         owner, L"Your changes to " + FileName(packageFile) + L" are not saved",
         L"You can save them in another place, or keep them: the viewer then offers them at its "

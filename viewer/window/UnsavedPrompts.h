@@ -10,9 +10,10 @@ namespace viewer {
 
 enum class RecoveryAnswer { Continue, Discard, Later };
 
-/// Asks what to do with the changes to a package that a viewer left which crashed. `changed` is the time of the
-/// last one, UTC.
-[[nodiscard]] RecoveryAnswer AskToRecover(HWND owner, const std::wstring& packageFile, const FILETIME& changed);
+/// Asks what to do with the changes to a package that a viewer left which crashed. `changed` is the time of
+/// the last one, UTC.
+[[nodiscard]] RecoveryAnswer AskToRecover(HWND owner, const std::wstring& packageFile,
+                                          const FILETIME& changed);
 
 enum class ChangesAnswer { Save, Discard, GoOn };
 
@@ -31,7 +32,7 @@ enum class OpenAnswer { TryAgain, Close, GoOn };
 
 /// Asks, before a package is closed, what to do about its files that are open in other programs.
 [[nodiscard]] OpenAnswer AskAboutOpenDocuments(HWND owner, const std::wstring& packageFile,
-                                      const std::vector<std::wstring>& names);
+                                               const std::vector<std::wstring>& names);
 
 enum class FailedSaveAnswer { GoOn, SaveCopy, Keep, Discard };
 

@@ -1,7 +1,7 @@
 #include "package/FolderComparison.h"
 
+#include "common/Handles.h"
 #include "mxovpackage.h"
-#include "package/Handles.h"
 #include "package/Paths.h"
 #include "TempFolder.h"
 #include "window/UnsavedPrompts.h"
@@ -145,8 +145,8 @@ TEST_F(FolderComparisonTest, PathsMayBeLong) {
         ASSERT_TRUE(CreateDirectoryW(deep.c_str(), nullptr));
     }
     const auto append = [file = deep + L"\\a.txt"] {
-        const UniqueHandle handle =
-            OwnFile(CreateFileW(file.c_str(), FILE_APPEND_DATA, 0, nullptr, OPEN_ALWAYS, 0, nullptr));
+        const common::UniqueHandle handle =
+            common::OwnFile(CreateFileW(file.c_str(), FILE_APPEND_DATA, 0, nullptr, OPEN_ALWAYS, 0, nullptr));
         DWORD written = 0;
         return handle && WriteFile(handle.get(), "x", 1, &written, nullptr);
     };

@@ -1,5 +1,6 @@
 #include "package/PackageSession.h"
 
+#include "common/Handles.h"
 #include "package/Paths.h"
 #include "TempFolder.h"
 
@@ -19,8 +20,8 @@ protected:
     ~PackageSessionTest() override { SetEnvironmentVariableW(L"TMP", m_oldTemporary); }
 
     static bool CanWrite(const std::wstring& path) {
-        return OwnFile(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr)) !=
-               nullptr;
+        return common::OwnFile(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0,
+                                           nullptr)) != nullptr;
     }
 
     TempFolder m_temporary;
@@ -116,8 +117,8 @@ TEST_F(PackageSessionTest, TellsWhatChangedSinceTheFolderAgreedWithThePackage) {
     session->Record(L"1");
     EXPECT_TRUE(session->Changes().empty());
     const auto edit = [&session](const wchar_t* name) {
-        return OwnFile(CreateFileW((session->FolderWithSeparator() + name).c_str(), GENERIC_WRITE, 0, nullptr,
-                                   CREATE_NEW, 0, nullptr)) != nullptr;
+        return common::OwnFile(CreateFileW((session->FolderWithSeparator() + name).c_str(), GENERIC_WRITE, 0,
+                                           nullptr, CREATE_NEW, 0, nullptr)) != nullptr;
     };
     ASSERT_TRUE(edit(L"a.txt"));
     ASSERT_EQ(session->Changes().size(), 1u);

@@ -1,5 +1,7 @@
 #include "package/Paths.h"
 
+#include "common/Paths.h"
+#include "common/SystemError.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -16,8 +18,8 @@ TEST(Paths, NamesAndStems) {
 }
 
 TEST(Paths, CaseDoesNotTellPathsApart) {
-    EXPECT_TRUE(SamePath(L"C:\\Jobs\\\u00c4.mxov", L"c:\\jobs\\\u00e4.MXOV"));
-    EXPECT_FALSE(SamePath(L"C:\\a.mxov", L"C:\\b.mxov"));
+    EXPECT_TRUE(common::IsSamePath(L"C:\\Jobs\\\u00c4.mxov", L"c:\\jobs\\\u00e4.MXOV"));
+    EXPECT_FALSE(common::IsSamePath(L"C:\\a.mxov", L"C:\\b.mxov"));
 }
 
 TEST(Paths, AFolderIsNoFile) {
@@ -56,7 +58,7 @@ TEST(Paths, TellsWhenSomethingIsLeft) {
 }
 
 TEST(Paths, AnErrorHasAText) {
-    EXPECT_NE(ErrorText(ERROR_ACCESS_DENIED), L"");
-    EXPECT_EQ(ErrorText(ERROR_ACCESS_DENIED).find_first_of(L"\r\n"), std::wstring::npos);
-    EXPECT_NE(ErrorText(0x2FFFFFFF).find(std::to_wstring(0x2FFFFFFF)), std::wstring::npos);
+    EXPECT_NE(common::SystemErrorText(ERROR_ACCESS_DENIED), L"");
+    EXPECT_EQ(common::SystemErrorText(ERROR_ACCESS_DENIED).find_first_of(L"\r\n"), std::wstring::npos);
+    EXPECT_NE(common::SystemErrorText(0x2FFFFFFF).find(std::to_wstring(0x2FFFFFFF)), std::wstring::npos);
 }

@@ -1,5 +1,6 @@
 #include "preview/PreviewImage.h"
 
+#include "common/Handles.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -57,7 +58,7 @@ TEST(PreviewImage, LoadsEveryUsualDepth) {
 
 TEST(PreviewImage, HasTheSizeOfTheFile) {
     const TempFolder folder;
-    const UniqueBitmap picture = LoadPreview(folder.Write(L"preview.bmp", BitmapBytes()));
+    const common::UniqueBitmap picture = LoadPreview(folder.Write(L"preview.bmp", BitmapBytes()));
     BITMAP bitmap = {};
     ASSERT_TRUE(GetObjectW(picture.get(), sizeof bitmap, &bitmap));
     EXPECT_EQ(bitmap.bmWidth, 10);
@@ -117,7 +118,7 @@ TEST(PreviewImage, DamagedCompressedPixelsDoNoHarm) {
     for (const char filling : {'\x00', '\x01', '\x40', '\xFF'}) {
         std::string bytes = BitmapBytes(compress, 8);
         std::memset(bytes.data() + bytes.size() - 72, filling, 72);
-        const UniqueBitmap picture = LoadPreview(folder.Write(L"preview.bmp", bytes));
+        const common::UniqueBitmap picture = LoadPreview(folder.Write(L"preview.bmp", bytes));
         BITMAP bitmap = {};
         EXPECT_EQ(picture != nullptr, GetObjectW(picture.get(), sizeof bitmap, &bitmap) != 0);
     }

@@ -1,5 +1,6 @@
 #include "preview/PreviewPane.h"
 
+#include "common/Handles.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -28,8 +29,8 @@ protected:
     std::set<COLORREF> Colours() {
         RedrawWindow(m_pane.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
         const HDC dc = GetDC(m_pane.Handle());
-        const UniqueMemoryDc memory(CreateCompatibleDC(dc));
-        const UniqueBitmap copy(CreateCompatibleBitmap(dc, kWidth, kHeight));
+        const common::UniqueMemoryDc memory(CreateCompatibleDC(dc));
+        const common::UniqueBitmap copy(CreateCompatibleBitmap(dc, kWidth, kHeight));
         const HGDIOBJ old = SelectObject(memory.get(), copy.get());
         BitBlt(memory.get(), 0, 0, kWidth, kHeight, dc, 0, 0, SRCCOPY);
         std::set<COLORREF> colours;
