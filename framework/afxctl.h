@@ -4,5 +4,6 @@
 #include "afxole.h"
 #include "control/Control.h"
 #include "control/OleControlModule.h"
-#include "control/PropertyPage.h"
 #include "ole/Registration.h"
+#include "page/PropertyPage.h"
+#include "persistence/PropExchange.h"

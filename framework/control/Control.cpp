@@ -1,42 +1,49 @@
 #include "Control.h"
 
+#include "ControlParts.h"
 #include "ControlUnits.h"
 #include "core/ThreadState.h"
 
 IMPLEMENT_DYNAMIC(COleControl, CWnd)
 
+/// A line of the interface map: the part of m_parts that answers an interface.
+#define CONTROL_PART(iid, part)                                                                              \
+    AFX_INTERFACEMAP_ENTRY{&(iid), [](CCmdTarget& target) -> IUnknown* {                                     \
+                               return &static_cast<COleControl&>(target).m_parts->part;                      \
+                           }},
+
 BEGIN_INTERFACE_MAP(COleControl, CWnd)
-    INTERFACE_PART(COleControl, IID_IOleObject, OleObject)
-    INTERFACE_PART(COleControl, IID_IOleControl, OleControl)
-    INTERFACE_PART(COleControl, IID_IOleWindow, OleInPlaceObject)
-    INTERFACE_PART(COleControl, IID_IOleInPlaceObject, OleInPlaceObject)
-    INTERFACE_PART(COleControl, IID_IOleInPlaceActiveObject, OleInPlaceActiveObject)
-    INTERFACE_PART(COleControl, IID_IViewObject, ViewObject)
-    INTERFACE_PART(COleControl, IID_IViewObject2, ViewObject)
-    INTERFACE_PART(COleControl, IID_IViewObjectEx, ViewObject)
-    INTERFACE_PART(COleControl, IID_IPersist, PersistStreamInit)
-    INTERFACE_PART(COleControl, IID_IPersistStreamInit, PersistStreamInit)
-    INTERFACE_PART(COleControl, IID_IPersistStorage, PersistStorage)
-    INTERFACE_PART(COleControl, IID_IPersistPropertyBag, PersistPropertyBag)
-    INTERFACE_PART(COleControl, IID_IPersistMemory, PersistMemory)
-    INTERFACE_PART(COleControl, IID_IDataObject, DataObject)
-    INTERFACE_PART(COleControl, IID_IOleCache, OleCache)
-    INTERFACE_PART(COleControl, IID_ISpecifyPropertyPages, SpecifyPropertyPages)
-    INTERFACE_PART(COleControl, IID_IPerPropertyBrowsing, PerPropertyBrowsing)
-    INTERFACE_PART(COleControl, IID_IProvideClassInfo, ProvideClassInfo)
-    INTERFACE_PART(COleControl, IID_IProvideClassInfo2, ProvideClassInfo)
-    INTERFACE_PART(COleControl, IID_IQuickActivate, QuickActivate)
-    INTERFACE_PART(COleControl, IID_IConnectionPointContainer, ConnectionPointContainer)
+    CONTROL_PART(IID_IOleObject, oleObject)
+    CONTROL_PART(IID_IOleControl, oleControl)
+    CONTROL_PART(IID_IOleWindow, inPlaceObject)
+    CONTROL_PART(IID_IOleInPlaceObject, inPlaceObject)
+    CONTROL_PART(IID_IOleInPlaceActiveObject, inPlaceActiveObject)
+    CONTROL_PART(IID_IViewObject, viewObject)
+    CONTROL_PART(IID_IViewObject2, viewObject)
+    CONTROL_PART(IID_IViewObjectEx, viewObject)
+    CONTROL_PART(IID_IPersist, persistStreamInit)
+    CONTROL_PART(IID_IPersistStreamInit, persistStreamInit)
+    CONTROL_PART(IID_IPersistStorage, persistStorage)
+    CONTROL_PART(IID_IPersistPropertyBag, persistPropertyBag)
+    CONTROL_PART(IID_IPersistMemory, persistMemory)
+    CONTROL_PART(IID_IDataObject, dataObject)
+    CONTROL_PART(IID_IOleCache, oleCache)
+    CONTROL_PART(IID_ISpecifyPropertyPages, specifyPropertyPages)
+    CONTROL_PART(IID_IPerPropertyBrowsing, perPropertyBrowsing)
+    CONTROL_PART(IID_IProvideClassInfo, provideClassInfo)
+    CONTROL_PART(IID_IProvideClassInfo2, provideClassInfo)
+    CONTROL_PART(IID_IQuickActivate, quickActivate)
+    CONTROL_PART(IID_IConnectionPointContainer, connectionPointContainer)
 END_INTERFACE_MAP()
 
-COleControl::COleControl() {
+#undef CONTROL_PART
+
+COleControl::COleControl() : m_parts(std::make_unique<ControlParts>(*this)) {
     constexpr int kWidth = 100;
     constexpr int kHeight = 50;
     SetInitialSize(kWidth, kHeight);
     EnableAutomation();
     EnableAggregation();
-    m_xConnectionPointContainer.Add(m_eventPoint);
-    m_xConnectionPointContainer.Add(m_notifyPoint);
     AfxOleLockApp();
 }
 
@@ -45,25 +52,25 @@ COleControl::~COleControl() {
 }
 
 void COleControl::InitializeIIDs(const IID* piidPrimary, const IID* piidEvents) {
-    m_primaryIID = piidPrimary;
-    m_eventPoint.SetInterface(*piidEvents);
+    m_parts->primary = piidPrimary;
+    m_parts->events.SetInterface(*piidEvents);
     EnableTypeLib();
 }
 
 void COleControl::SetInitialSize(int cx, int cy) {
-    m_initial = m_extent = OleToHimetric({cx, cy});
+    m_parts->initialExtent = m_parts->extent = OleToHimetric({cx, cy});
 }
 
 BOOL COleControl::GetDispatchIID(IID* pIID) {
-    if (m_primaryIID) {
-        *pIID = *m_primaryIID;
+    if (m_parts->primary) {
+        *pIID = *m_parts->primary;
     }
-    return m_primaryIID != nullptr;
+    return m_parts->primary != nullptr;
 }
 
 BOOL COleControl::IsInvokeAllowed(DISPID dispid) {
     static_cast<void>(dispid);
-    return m_initialised;
+    return m_parts->persistence.IsInitialised();
 }
 
 const CLSID* COleControl::GetPropPageIDs(ULONG& cPropPages) {
@@ -72,16 +79,11 @@ const CLSID* COleControl::GetPropPageIDs(ULONG& cPropPages) {
 }
 
 void COleControl::OnFinalRelease() {
-    m_activation.Deactivate();
+    m_parts->activation.Deactivate();
     if (m_hWnd) {
         DestroyWindow();
     }
-    m_site.Set(nullptr);
-    m_xViewObject.Clear();
-    m_xDataObject.Clear();
-    m_xOleCache.Clear();
-    m_eventPoint.Clear();
-    m_notifyPoint.Clear();
+    m_parts->Clear();
     AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
     if (thread && thread->message.hwnd) {
         thread->condemned.emplace_back(this); // a handler of the control's own windows may be on the stack
@@ -90,8 +92,12 @@ void COleControl::OnFinalRelease() {
     }
 }
 
+BOOL COleControl::IsModified() const noexcept {
+    return m_parts->persistence.IsModified();
+}
+
 void COleControl::SetModifiedFlag(BOOL bModified) {
-    m_modified = bModified != FALSE;
+    m_parts->persistence.SetModified(bModified != FALSE);
 }
 
 void COleControl::DoPropExchange(CPropExchange* pPX) {
@@ -104,11 +110,11 @@ BOOL COleControl::ExchangeVersion(CPropExchange* pPX, DWORD dwVersionDefault, BO
 }
 
 BOOL COleControl::ExchangeExtent(CPropExchange* pPX) {
-    SIZE extent = m_extent;
-    const BOOL done = PX_Long(pPX, L"_ExtentX", extent.cx, m_initial.cx) &&
-                      PX_Long(pPX, L"_ExtentY", extent.cy, m_initial.cy);
+    SIZE extent = m_parts->extent;
+    const BOOL done = PX_Long(pPX, L"_ExtentX", extent.cx, m_parts->initialExtent.cx) &&
+                      PX_Long(pPX, L"_ExtentY", extent.cy, m_parts->initialExtent.cy);
     if (done && pPX->IsLoading() && extent.cx >= 0 && extent.cy >= 0) {
-        m_extent = extent;
+        m_parts->extent = extent;
     }
     return done;
 }
@@ -119,18 +125,14 @@ void COleControl::OnResetState() {
     InvalidateControl();
 }
 
-void COleControl::SetClientSite(IOleClientSite* site) {
-    if (site != m_site.Client()) {
-        m_activation.Deactivate(); // its window and frame belong to the old container
-    }
-    m_site.Set(site);
-    OnSetClientSite();
+LPOLECLIENTSITE COleControl::GetClientSite() noexcept {
+    return m_parts->site.Client();
 }
 
 void COleControl::OnSetClientSite() {}
 
 void COleControl::GetControlSize(int* pcx, int* pcy) {
-    SIZE size = OleToPixels(m_extent);
+    SIZE size = OleToPixels(m_parts->extent);
     if (m_hWnd) {
         CRect area;
         GetClientRect(area);
@@ -141,19 +143,20 @@ void COleControl::GetControlSize(int* pcx, int* pcy) {
 }
 
 BOOL COleControl::OnSetExtent(LPSIZEL lpSizeL) {
-    m_extent = *lpSizeL;
-    m_activation.AskForSize(OleToPixels(m_extent));
-    m_xViewObject.NotifyChange();
+    m_parts->extent = *lpSizeL;
+    m_parts->activation.AskForSize(OleToPixels(m_parts->extent));
+    m_parts->viewObject.NotifyChange();
     return TRUE;
 }
 
 void COleControl::OnClose(DWORD dwSaveOption) {
     const OlePtr<IOleClientSite> site(GetClientSite());
-    if (site && m_modified && (dwSaveOption == OLECLOSE_SAVEIFDIRTY || dwSaveOption == OLECLOSE_PROMPTSAVE)) {
+    if (site && IsModified() &&
+        (dwSaveOption == OLECLOSE_SAVEIFDIRTY || dwSaveOption == OLECLOSE_PROMPTSAVE)) {
         site->SaveObject();
     }
-    m_activation.Deactivate();
-    const OlePtr<IOleAdviseHolder> holder = m_xOleObject.Holder();
+    m_parts->activation.Deactivate();
+    const OlePtr<IOleAdviseHolder> holder = m_parts->oleObject.Holder();
     if (holder) {
         holder->SendOnClose();
     }
@@ -189,7 +192,7 @@ BOOL COleControl::OnGetViewExtent(DWORD dwDrawAspect, LONG, DVTARGETDEVICE*, LPS
     if (dwDrawAspect != DVASPECT_CONTENT && dwDrawAspect != DVASPECT_OPAQUE) {
         return FALSE;
     }
-    *lpsizel = m_extent;
+    *lpsizel = m_parts->extent;
     return TRUE;
 }
 

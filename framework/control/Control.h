@@ -1,27 +1,24 @@
 // COleControl: a window that containers embed.
 //
-// The interfaces that containers ask for are answered by parts of the control, one class each (Control*.h);
-// what a container may be told differently by a derived class is asked of the control's virtual members. A
-// control that is created by a script or a container works without any site, in any order of calls.
+// Each interface that containers ask for is answered by a class of its own (folders interfaces and
+// persistence), which calls the virtual members of the control for everything a derived class may change. A
+// control works without a site and in any order of calls, for scripts as well as for containers.
 //
 // Covered: the documented members below. Not covered: stock properties and events, fonts and pictures,
 // windowless and subclassed-with-reflector activation, licences, data paths, shortcut menus. A control whose
 // window class is changed in PreCreateWindow gets its notifications in its container's window.
 #pragma once
 
-#include "ControlActivation.h"
-#include "ControlBrowsing.h"
-#include "ControlData.h"
-#include "ControlInPlace.h"
 #include "ControlMaps.h"
-#include "ControlObject.h"
-#include "ControlPersist.h"
-#include "ControlQuickActivate.h"
-#include "ControlSite.h"
-#include "ControlView.h"
-#include "ole/Connection.h"
-#include "ole/PropExchange.h"
+#include "ole/OleTarget.h"
 #include "windows/Wnd.h"
+
+#include <olectl.h>
+
+#include <memory>
+
+class CPropExchange;
+struct ControlParts;
 
 class COleControl : public CWnd {
     DECLARE_DYNAMIC(COleControl)
@@ -44,7 +41,7 @@ public:
 
     // Persistence
     /// TRUE: there are changes that the container has not saved.
-    BOOL IsModified() const noexcept { return m_modified; }
+    BOOL IsModified() const noexcept;
     void SetModifiedFlag(BOOL bModified = TRUE);
     /// Loads, saves and resets all persistent properties; the default exchanges the size.
     virtual void DoPropExchange(CPropExchange* pPX);
@@ -80,7 +77,7 @@ public:
 
     // The container
     /// Without a reference for the caller; null when there is none.
-    LPOLECLIENTSITE GetClientSite() noexcept { return m_site.Client(); }
+    LPOLECLIENTSITE GetClientSite() noexcept;
     virtual void OnSetClientSite();
     void GetControlSize(int* pcx, int* pcy);
     virtual BOOL OnSetExtent(LPSIZEL lpSizeL);
@@ -143,57 +140,8 @@ protected:
     DECLARE_INTERFACE_MAP()
 
 private:
-    friend class ControlActivation;
-    friend class ControlActivePart;
-    friend class ControlInPlacePart;
-    friend class ControlClassInfoPart;
-    friend class ControlPagesPart;
-    friend class ControlBrowsingPart;
-    friend class ControlCachePart;
-    friend class ControlDataPart;
-    friend class ControlObjectPart;
-    friend class ControlPart;
-    friend class ControlPersistence;
-    friend class ControlQuickActivatePart;
-    friend class ControlMemoryPart;
-    friend class ControlBagPart;
-    friend class ControlStoragePart;
-    friend class ControlStreamPart;
-    friend class ControlViewPart;
-
-    void SetClientSite(IOleClientSite* site);
-    void Notify(void (*call)(IAdviseSink& sink));
     bool KnowsEvent(DISPID dispid) const;
-    bool SendEvent(DISPID dispid, VARIANT* arguments, UINT count);
     void ActivateOnMouse();
 
-    ControlSite m_site;
-    ControlActivation m_activation{*this};
-    SIZE m_extent;  ///< HIMETRIC
-    SIZE m_initial; ///< HIMETRIC
-    const IID* m_primaryIID = nullptr;
-    bool m_modified = false;
-    bool m_initialised = false; ///< loaded, or InitNew was called
-    bool m_clipped = false;     ///< the window has a region
-    LONG m_frozen = 0;          ///< calls of FreezeEvents(TRUE) that are still open
-
-    ControlObjectPart m_xOleObject{*this};
-    ControlPart m_xOleControl{*this};
-    ControlInPlacePart m_xOleInPlaceObject{*this};
-    ControlActivePart m_xOleInPlaceActiveObject{*this};
-    ControlViewPart m_xViewObject{*this};
-    ControlPersistence m_persistence{*this};
-    ControlStreamPart m_xPersistStreamInit{*this};
-    ControlStoragePart m_xPersistStorage{*this};
-    ControlBagPart m_xPersistPropertyBag{*this};
-    ControlMemoryPart m_xPersistMemory{*this};
-    ControlDataPart m_xDataObject{*this};
-    ControlCachePart m_xOleCache{*this};
-    ControlPagesPart m_xSpecifyPropertyPages{*this};
-    ControlBrowsingPart m_xPerPropertyBrowsing{*this};
-    ControlClassInfoPart m_xProvideClassInfo{*this};
-    ControlQuickActivatePart m_xQuickActivate{*this};
-    ConnectionContainerPart m_xConnectionPointContainer{*this};
-    ConnectionPoint m_eventPoint{*this, m_xConnectionPointContainer, IID_NULL, true};
-    ConnectionPoint m_notifyPoint{*this, m_xConnectionPointContainer, IID_IPropertyNotifySink, false};
+    std::unique_ptr<ControlParts> m_parts;
 };

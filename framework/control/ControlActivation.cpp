@@ -1,8 +1,12 @@
 #include "ControlActivation.h"
 
 #include "Control.h"
+#include "ControlParts.h"
 
 #include <algorithm>
+
+ControlActivation::ControlActivation(ControlParts& parts) noexcept
+    : m_control(parts.control), m_parts(parts) {}
 
 HRESULT ControlActivation::Activate(HWND parent, LPCRECT rect) {
     if (m_active && m_control.m_hWnd) {
@@ -80,7 +84,7 @@ HRESULT ControlActivation::ActivateUI(HWND parent, LPCRECT rect, bool takeFocus)
             return E_FAIL;
         }
         NameActiveObject(true);
-        const OlePtr<IOleControlSite> control(m_control.m_site.Control());
+        const OlePtr<IOleControlSite> control(m_parts.site.Control());
         if (control) {
             control->OnFocus(TRUE);
         }
@@ -92,7 +96,7 @@ HRESULT ControlActivation::ActivateUI(HWND parent, LPCRECT rect, bool takeFocus)
 }
 
 void ControlActivation::NameActiveObject(bool named) {
-    IOleInPlaceActiveObject* object = named ? &m_control.m_xOleInPlaceActiveObject : nullptr;
+    IOleInPlaceActiveObject* object = named ? &m_parts.inPlaceActiveObject : nullptr;
     CString name;
     if (named) {
         name.LoadString(m_control.GetUserTypeNameID());
@@ -123,7 +127,7 @@ void ControlActivation::DeactivateUI() {
     if (site) {
         site->OnUIDeactivate(FALSE);
     }
-    const OlePtr<IOleControlSite> control(m_control.m_site.Control());
+    const OlePtr<IOleControlSite> control(m_parts.site.Control());
     if (control) {
         control->OnFocus(FALSE);
     }

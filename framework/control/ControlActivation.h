@@ -8,10 +8,11 @@
 #include "core/OlePointer.h"
 
 class COleControl;
+struct ControlParts;
 
 class ControlActivation {
 public:
-    explicit ControlActivation(COleControl& control) noexcept : m_control(control) {}
+    explicit ControlActivation(ControlParts& parts) noexcept;
 
     [[nodiscard]] bool IsActive() const noexcept { return m_active; }
     [[nodiscard]] bool IsUIActive() const noexcept { return m_uiActive; }
@@ -46,6 +47,7 @@ private:
     void Leave();
 
     COleControl& m_control;
+    ControlParts& m_parts;
     OlePtr<IOleInPlaceSite> m_site;
     OlePtr<IOleInPlaceFrame> m_frame;
     OlePtr<IOleInPlaceUIWindow> m_document;

@@ -1,5 +1,6 @@
 // COleControl: colours, ambient properties and dialogs of the container.
 #include "Control.h"
+#include "ControlParts.h"
 
 namespace {
 
@@ -15,7 +16,7 @@ COLORREF COleControl::TranslateColor(OLE_COLOR clrColor, HPALETTE hpal) {
 
 BOOL COleControl::GetAmbientProperty(DISPID dwDispid, VARTYPE vtProp, void* pvProp) {
     OleVariant value;
-    if (!m_site.Ambient(dwDispid, vtProp, value)) {
+    if (!m_parts->site.Ambient(dwDispid, vtProp, value)) {
         return FALSE;
     }
     switch (vtProp) {
@@ -38,7 +39,7 @@ OLE_COLOR COleControl::AmbientBackColor() {
     COLORREF usable = 0;
     // Containers give colours signed and unsigned, and some give what is no colour at all.
     long colour = 0;
-    if (m_site.Ambient(DISPID_AMBIENT_BACKCOLOR, VT_UI4, value)) {
+    if (m_parts->site.Ambient(DISPID_AMBIENT_BACKCOLOR, VT_UI4, value)) {
         colour = static_cast<long>(value.Get().ulVal);
     } else if (!GetAmbientProperty(DISPID_AMBIENT_BACKCOLOR, VT_I4, &colour)) {
         return kWindowColour;
@@ -67,7 +68,7 @@ void COleControl::OnAmbientPropertyChange(DISPID dispID) {
 
 void COleControl::PreModalDialog(HWND hWndParent) {
     static_cast<void>(hWndParent);
-    const OlePtr<IOleInPlaceFrame> frame(m_activation.Frame());
+    const OlePtr<IOleInPlaceFrame> frame(m_parts->activation.Frame());
     if (frame) {
         frame->EnableModeless(FALSE);
     }
@@ -75,7 +76,7 @@ void COleControl::PreModalDialog(HWND hWndParent) {
 
 void COleControl::PostModalDialog(HWND hWndParent) {
     static_cast<void>(hWndParent);
-    const OlePtr<IOleInPlaceFrame> frame(m_activation.Frame());
+    const OlePtr<IOleInPlaceFrame> frame(m_parts->activation.Frame());
     if (frame) {
         frame->EnableModeless(TRUE);
     }
@@ -83,7 +84,7 @@ void COleControl::PostModalDialog(HWND hWndParent) {
 
 BOOL COleControl::OnProperties(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect) {
     static_cast<void>(lpMsg);
-    const OlePtr<IOleControlSite> site(m_site.Control());
+    const OlePtr<IOleControlSite> site(m_parts->site.Control());
     if (site && site->ShowPropertyFrame() == S_OK) {
         return TRUE;
     }

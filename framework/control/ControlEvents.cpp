@@ -1,5 +1,6 @@
 // COleControl: events, and notifications of changed properties.
 #include "Control.h"
+#include "ControlParts.h"
 
 #include <cstdarg>
 #include <vector>
@@ -59,7 +60,7 @@ bool COleControl::KnowsEvent(DISPID dispid) const {
 }
 
 void __cdecl COleControl::FireEvent(DISPID dispid, BYTE* pbParams, ...) {
-    if (m_frozen > 0 || !KnowsEvent(dispid)) {
+    if (m_parts->frozen > 0 || !KnowsEvent(dispid)) {
         return;
     }
     const std::string_view types(reinterpret_cast<const char*>(pbParams));
@@ -76,7 +77,7 @@ void __cdecl COleControl::FireEvent(DISPID dispid, BYTE* pbParams, ...) {
     }
     DISPPARAMS params = {arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
     const OleKeepAlive alive(*this);
-    for (const OlePtr<IDispatch>& sink : m_eventPoint.Sinks<IDispatch>()) {
+    for (const OlePtr<IDispatch>& sink : m_parts->events.Sinks<IDispatch>()) {
         sink->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, nullptr, nullptr,
                      nullptr);
     }
@@ -84,14 +85,16 @@ void __cdecl COleControl::FireEvent(DISPID dispid, BYTE* pbParams, ...) {
 
 void COleControl::BoundPropertyChanged(DISPID dispid) {
     const OleKeepAlive alive(*this);
-    for (const OlePtr<IPropertyNotifySink>& sink : m_notifyPoint.Sinks<IPropertyNotifySink>()) {
+    for (const OlePtr<IPropertyNotifySink>& sink :
+         m_parts->propertyNotifications.Sinks<IPropertyNotifySink>()) {
         sink->OnChanged(dispid);
     }
 }
 
 BOOL COleControl::BoundPropertyRequestEdit(DISPID dispid) {
     const OleKeepAlive alive(*this);
-    for (const OlePtr<IPropertyNotifySink>& sink : m_notifyPoint.Sinks<IPropertyNotifySink>()) {
+    for (const OlePtr<IPropertyNotifySink>& sink :
+         m_parts->propertyNotifications.Sinks<IPropertyNotifySink>()) {
         if (sink->OnRequestEdit(dispid) == S_FALSE) {
             return FALSE;
         }

@@ -1,6 +1,7 @@
 // COleControl: its window, its verbs, drawing.
 #include "Control.h"
-#include "OleKeyboard.h"
+#include "ControlParts.h"
+#include "windows/DialogKeys.h"
 #include "windows/WindowMessages.h"
 
 #include <algorithm>
@@ -19,22 +20,22 @@ BEGIN_MESSAGE_MAP(COleControl, CWnd)
 END_MESSAGE_MAP()
 
 BOOL COleControl::OnEdit(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect) {
-    if (FAILED(m_activation.ActivateUI(hWndParent, lpRect, true))) {
+    if (FAILED(m_parts->activation.ActivateUI(hWndParent, lpRect, true))) {
         return FALSE;
     }
     const bool byTab = lpMsg && lpMsg->message == WM_KEYDOWN && lpMsg->wParam == VK_TAB;
     if (const HWND dialog = ::GetWindow(m_hWnd, GW_CHILD); byTab && dialog) {
-        OleEnterDialog(dialog, ::GetKeyState(VK_SHIFT) < 0);
+        AfxEnterDialog(dialog, ::GetKeyState(VK_SHIFT) < 0);
     }
     return TRUE;
 }
 
 BOOL COleControl::OnVerbShow(LPMSG, HWND hWndParent, LPCRECT lpRect) {
-    return SUCCEEDED(m_activation.Activate(hWndParent, lpRect));
+    return SUCCEEDED(m_parts->activation.Activate(hWndParent, lpRect));
 }
 
 BOOL COleControl::OnVerbHide(LPMSG, HWND, LPCRECT) {
-    m_activation.DeactivateUI();
+    m_parts->activation.DeactivateUI();
     if (m_hWnd) {
         ShowWindow(SW_HIDE);
     }
@@ -58,8 +59,9 @@ LRESULT COleControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void COleControl::ActivateOnMouse() {
-    if (m_activation.IsActive() && !m_activation.IsUIActive()) {
-        m_activation.ActivateUI(nullptr, nullptr, false); // the click itself says where the keyboard goes
+    if (m_parts->activation.IsActive() && !m_parts->activation.IsUIActive()) {
+        m_parts->activation.ActivateUI(nullptr, nullptr,
+                                       false); // the click itself says where the keyboard goes
     }
 }
 
@@ -81,7 +83,7 @@ void COleControl::OnSetFocus(CWnd* pOldWnd) {
 
 BOOL COleControl::PreTranslateMessage(MSG* pMsg) {
     const HWND dialog = m_hWnd ? ::GetWindow(m_hWnd, GW_CHILD) : nullptr;
-    return (dialog && OleTranslateDialogKey(dialog, *pMsg)) || CWnd::PreTranslateMessage(pMsg);
+    return (dialog && AfxTranslateDialogKey(dialog, *pMsg)) || CWnd::PreTranslateMessage(pMsg);
 }
 
 void COleControl::OnPaint() {
@@ -121,9 +123,9 @@ void COleControl::InvalidateControl(LPCRECT lpRect, BOOL bErase) {
         const UINT flags = RDW_INVALIDATE | (bErase ? RDW_ERASE : 0U) | (lpRect ? 0U : RDW_INTERNALPAINT);
         RedrawWindow(lpRect, nullptr, flags);
     } else {
-        m_xViewObject.NotifyChange();
+        m_parts->viewObject.NotifyChange();
     }
-    m_xDataObject.NotifyChange();
+    m_parts->dataObject.NotifyChange();
 }
 
 BOOL COleControl::OnSetObjectRects(LPCRECT lpRectPos, LPCRECT lpRectClip) {
@@ -136,10 +138,10 @@ BOOL COleControl::OnSetObjectRects(LPCRECT lpRectPos, LPCRECT lpRectClip) {
     if (lpRectClip && ::IntersectRect(visible, position, lpRectClip) && !::EqualRect(visible, position)) {
         visible.OffsetRect(-position.left, -position.top);
         ::SetWindowRgn(m_hWnd, ::CreateRectRgnIndirect(visible), TRUE);
-        m_clipped = true;
-    } else if (m_clipped) {
+        m_parts->clipped = true;
+    } else if (m_parts->clipped) {
         ::SetWindowRgn(m_hWnd, nullptr, TRUE);
-        m_clipped = false;
+        m_parts->clipped = false;
     }
     return TRUE;
 }

@@ -120,7 +120,7 @@ STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
     });
 }
 
-STDMETHODIMP ConnectionContainerPart::EnumConnectionPoints(IEnumConnectionPoints** points) {
+STDMETHODIMP ConnectionPointContainerPart::EnumConnectionPoints(IEnumConnectionPoints** points) {
     return Guard([&]() -> HRESULT {
         if (!points) {
             return E_POINTER;
@@ -135,7 +135,7 @@ STDMETHODIMP ConnectionContainerPart::EnumConnectionPoints(IEnumConnectionPoints
     });
 }
 
-STDMETHODIMP ConnectionContainerPart::FindConnectionPoint(REFIID iid, IConnectionPoint** point) {
+STDMETHODIMP ConnectionPointContainerPart::FindConnectionPoint(REFIID iid, IConnectionPoint** point) {
     return Guard([&]() -> HRESULT {
         if (!point) {
             return E_POINTER;

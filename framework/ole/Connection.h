@@ -60,9 +60,9 @@ private:
 };
 
 /// An object's list of connection points.
-class ConnectionContainerPart final : public OlePart<IConnectionPointContainer> {
+class ConnectionPointContainerPart final : public OlePart<IConnectionPointContainer> {
 public:
-    explicit ConnectionContainerPart(CCmdTarget& owner) noexcept : OlePart(owner) {}
+    explicit ConnectionPointContainerPart(CCmdTarget& owner) noexcept : OlePart(owner) {}
 
     /// The points must live as long as this object.
     void Add(ConnectionPoint& point) { m_points.push_back(&point); }

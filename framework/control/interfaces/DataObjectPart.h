@@ -1,14 +1,12 @@
 // IDataObject and IOleCache of a control: its picture for containers that want to keep one.
 #pragma once
 
-#include "ole/OleTarget.h"
-
-class COleControl;
+#include "ControlPart.h"
 
 /// Gives the picture as a metafile of either kind.
-class ControlDataPart final : public OlePart<IDataObject> {
+class DataObjectPart final : public ControlPart<IDataObject> {
 public:
-    explicit ControlDataPart(COleControl& control) noexcept;
+    using ControlPart::ControlPart;
 
     /// Tells whoever advised that the picture changed.
     void NotifyChange();
@@ -30,14 +28,13 @@ private:
     HRESULT RenderEnhanced(STGMEDIUM& medium);
     HRESULT NeedHolder();
 
-    COleControl& m_control;
     OlePtr<IDataAdviseHolder> m_holder;
 };
 
 /// The system's own cache, made on first use.
-class ControlCachePart final : public OlePart<IOleCache> {
+class OleCachePart final : public ControlPart<IOleCache> {
 public:
-    explicit ControlCachePart(COleControl& control) noexcept;
+    using ControlPart::ControlPart;
 
     void Clear() noexcept { m_cache.Reset(); }
 
@@ -51,6 +48,5 @@ private:
     template <class Call>
     HRESULT WithCache(Call call);
 
-    COleControl& m_control;
     OlePtr<IOleCache> m_cache;
 };

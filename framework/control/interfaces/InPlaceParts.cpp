@@ -1,6 +1,6 @@
-#include "ControlInPlace.h"
+#include "InPlaceParts.h"
 
-#include "Control.h"
+#include "control/ControlParts.h"
 
 namespace {
 
@@ -23,32 +23,29 @@ DWORD Modifiers() noexcept {
 
 } // namespace
 
-ControlInPlacePart::ControlInPlacePart(COleControl& control) noexcept
-    : OlePart(control), m_control(control) {}
-
-STDMETHODIMP ControlInPlacePart::GetWindow(HWND* window) {
+STDMETHODIMP InPlaceObjectPart::GetWindow(HWND* window) {
     return Guard([&] { return WindowOf(m_control, window); });
 }
 
-STDMETHODIMP ControlInPlacePart::ContextSensitiveHelp(BOOL) {
+STDMETHODIMP InPlaceObjectPart::ContextSensitiveHelp(BOOL) {
     return E_NOTIMPL;
 }
 
-STDMETHODIMP ControlInPlacePart::InPlaceDeactivate() {
+STDMETHODIMP InPlaceObjectPart::InPlaceDeactivate() {
     return Guard([&]() -> HRESULT {
-        m_control.m_activation.Deactivate();
+        m_parts.activation.Deactivate();
         return S_OK;
     });
 }
 
-STDMETHODIMP ControlInPlacePart::UIDeactivate() {
+STDMETHODIMP InPlaceObjectPart::UIDeactivate() {
     return Guard([&]() -> HRESULT {
-        m_control.m_activation.DeactivateUI();
+        m_parts.activation.DeactivateUI();
         return S_OK;
     });
 }
 
-STDMETHODIMP ControlInPlacePart::SetObjectRects(LPCRECT position, LPCRECT clip) {
+STDMETHODIMP InPlaceObjectPart::SetObjectRects(LPCRECT position, LPCRECT clip) {
     return Guard([&]() -> HRESULT {
         if (!position) {
             return E_INVALIDARG;
@@ -58,21 +55,19 @@ STDMETHODIMP ControlInPlacePart::SetObjectRects(LPCRECT position, LPCRECT clip) 
     });
 }
 
-STDMETHODIMP ControlInPlacePart::ReactivateAndUndo() {
+STDMETHODIMP InPlaceObjectPart::ReactivateAndUndo() {
     return INPLACE_E_NOTUNDOABLE;
 }
 
-ControlActivePart::ControlActivePart(COleControl& control) noexcept : OlePart(control), m_control(control) {}
-
-STDMETHODIMP ControlActivePart::GetWindow(HWND* window) {
+STDMETHODIMP InPlaceActiveObjectPart::GetWindow(HWND* window) {
     return Guard([&] { return WindowOf(m_control, window); });
 }
 
-STDMETHODIMP ControlActivePart::ContextSensitiveHelp(BOOL) {
+STDMETHODIMP InPlaceActiveObjectPart::ContextSensitiveHelp(BOOL) {
     return E_NOTIMPL;
 }
 
-STDMETHODIMP ControlActivePart::TranslateAccelerator(LPMSG message) {
+STDMETHODIMP InPlaceActiveObjectPart::TranslateAccelerator(LPMSG message) {
     return Guard([&]() -> HRESULT {
         if (!message) {
             return E_POINTER;
@@ -80,28 +75,28 @@ STDMETHODIMP ControlActivePart::TranslateAccelerator(LPMSG message) {
         if (m_control.PreTranslateMessage(message)) {
             return S_OK;
         }
-        const OlePtr<IOleControlSite> site(m_control.m_site.Control());
+        const OlePtr<IOleControlSite> site(m_parts.site.Control());
         return site && site->TranslateAccelerator(message, Modifiers()) == S_OK ? S_OK : S_FALSE;
     });
 }
 
-STDMETHODIMP ControlActivePart::OnFrameWindowActivate(BOOL) {
+STDMETHODIMP InPlaceActiveObjectPart::OnFrameWindowActivate(BOOL) {
     return S_OK;
 }
 
-STDMETHODIMP ControlActivePart::OnDocWindowActivate(BOOL activate) {
+STDMETHODIMP InPlaceActiveObjectPart::OnDocWindowActivate(BOOL activate) {
     return Guard([&]() -> HRESULT {
-        if (m_control.m_activation.IsUIActive()) {
-            m_control.m_activation.NameActiveObject(activate);
+        if (m_parts.activation.IsUIActive()) {
+            m_parts.activation.NameActiveObject(activate);
         }
         return S_OK;
     });
 }
 
-STDMETHODIMP ControlActivePart::ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) {
+STDMETHODIMP InPlaceActiveObjectPart::ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) {
     return S_OK; // there are no tools around the container's window
 }
 
-STDMETHODIMP ControlActivePart::EnableModeless(BOOL) {
+STDMETHODIMP InPlaceActiveObjectPart::EnableModeless(BOOL) {
     return S_OK; // there are no modeless dialogs beside the control's window
 }

@@ -1,13 +1,11 @@
-// IOleObject and IOleControl of a control.
+// IOleObject of a control.
 #pragma once
 
-#include "ole/OleTarget.h"
+#include "ControlPart.h"
 
-class COleControl;
-
-class ControlObjectPart final : public OlePart<IOleObject> {
+class OleObjectPart final : public ControlPart<IOleObject> {
 public:
-    explicit ControlObjectPart(COleControl& control) noexcept;
+    using ControlPart::ControlPart;
 
     /// Tells every IAdviseSink of IOleObject::Advise; null while nobody ever advised.
     [[nodiscard]] OlePtr<IOleAdviseHolder> Holder() const noexcept { return m_holder.Copy(); }
@@ -39,19 +37,5 @@ private:
     HRESULT RunVerb(LONG verb, LPMSG message, HWND parent, LPCRECT rect);
     HRESULT NeedHolder();
 
-    COleControl& m_control;
     OlePtr<IOleAdviseHolder> m_holder;
-};
-
-class ControlPart final : public OlePart<IOleControl> {
-public:
-    explicit ControlPart(COleControl& control) noexcept;
-
-    STDMETHODIMP GetControlInfo(CONTROLINFO* info) override;
-    STDMETHODIMP OnMnemonic(MSG* message) override;
-    STDMETHODIMP OnAmbientPropertyChange(DISPID id) override;
-    STDMETHODIMP FreezeEvents(BOOL freeze) override;
-
-private:
-    COleControl& m_control;
 };

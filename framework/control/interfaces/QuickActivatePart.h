@@ -1,18 +1,13 @@
 // IQuickActivate of a control: all of a container's connections in one call.
 #pragma once
 
-#include "ole/OleTarget.h"
+#include "ControlPart.h"
 
-class COleControl;
-
-class ControlQuickActivatePart final : public OlePart<IQuickActivate> {
+class QuickActivatePart final : public ControlPart<IQuickActivate> {
 public:
-    explicit ControlQuickActivatePart(COleControl& control) noexcept;
+    using ControlPart::ControlPart;
 
     STDMETHODIMP QuickActivate(QACONTAINER* container, QACONTROL* control) override;
     STDMETHODIMP SetContentExtent(LPSIZEL size) override;
     STDMETHODIMP GetContentExtent(LPSIZEL size) override;
-
-private:
-    COleControl& m_control;
 };

@@ -1,7 +1,7 @@
-#include "PropertyPageObject.h"
+#include "PropertyPagePart.h"
 
-#include "OleKeyboard.h"
 #include "PropertyPage.h"
+#include "windows/DialogKeys.h"
 
 namespace {
 
@@ -22,9 +22,9 @@ SIZE TemplateSize(UINT id) {
 
 } // namespace
 
-PropertyPageObject::PropertyPageObject(COlePropertyPage& page) noexcept : OlePart(page), m_page(page) {}
+PropertyPagePart::PropertyPagePart(COlePropertyPage& page) noexcept : OlePart(page), m_page(page) {}
 
-STDMETHODIMP PropertyPageObject::SetPageSite(IPropertyPageSite* site) {
+STDMETHODIMP PropertyPagePart::SetPageSite(IPropertyPageSite* site) {
     return Guard([&]() -> HRESULT {
         if (site && m_page.m_site) {
             return E_UNEXPECTED; // the page is in a frame already
@@ -35,7 +35,7 @@ STDMETHODIMP PropertyPageObject::SetPageSite(IPropertyPageSite* site) {
     });
 }
 
-STDMETHODIMP PropertyPageObject::Activate(HWND parent, LPCRECT rect, BOOL) {
+STDMETHODIMP PropertyPagePart::Activate(HWND parent, LPCRECT rect, BOOL) {
     return Guard([&]() -> HRESULT {
         if (!rect) {
             return E_POINTER;
@@ -52,7 +52,7 @@ STDMETHODIMP PropertyPageObject::Activate(HWND parent, LPCRECT rect, BOOL) {
     });
 }
 
-STDMETHODIMP PropertyPageObject::Deactivate() {
+STDMETHODIMP PropertyPagePart::Deactivate() {
     return Guard([&]() -> HRESULT {
         if (!m_page.m_hWnd) {
             return E_UNEXPECTED;
@@ -62,7 +62,7 @@ STDMETHODIMP PropertyPageObject::Deactivate() {
     });
 }
 
-STDMETHODIMP PropertyPageObject::GetPageInfo(PROPPAGEINFO* info) {
+STDMETHODIMP PropertyPagePart::GetPageInfo(PROPPAGEINFO* info) {
     return Guard([&]() -> HRESULT {
         if (!info) {
             return E_POINTER;
@@ -81,7 +81,7 @@ STDMETHODIMP PropertyPageObject::GetPageInfo(PROPPAGEINFO* info) {
     });
 }
 
-STDMETHODIMP PropertyPageObject::SetObjects(ULONG count, IUnknown** objects) {
+STDMETHODIMP PropertyPagePart::SetObjects(ULONG count, IUnknown** objects) {
     return Guard([&]() -> HRESULT {
         if (count > 0 && !objects) {
             return E_POINTER;
@@ -107,7 +107,7 @@ STDMETHODIMP PropertyPageObject::SetObjects(ULONG count, IUnknown** objects) {
     });
 }
 
-STDMETHODIMP PropertyPageObject::Show(UINT command) {
+STDMETHODIMP PropertyPagePart::Show(UINT command) {
     return Guard([&]() -> HRESULT {
         if (!m_page.m_hWnd) {
             return E_UNEXPECTED;
@@ -117,7 +117,7 @@ STDMETHODIMP PropertyPageObject::Show(UINT command) {
     });
 }
 
-STDMETHODIMP PropertyPageObject::Move(LPCRECT rect) {
+STDMETHODIMP PropertyPagePart::Move(LPCRECT rect) {
     return Guard([&]() -> HRESULT {
         if (!rect) {
             return E_POINTER;
@@ -130,11 +130,11 @@ STDMETHODIMP PropertyPageObject::Move(LPCRECT rect) {
     });
 }
 
-STDMETHODIMP PropertyPageObject::IsPageDirty() {
+STDMETHODIMP PropertyPagePart::IsPageDirty() {
     return Guard([&] { return m_page.IsModified() ? S_OK : S_FALSE; });
 }
 
-STDMETHODIMP PropertyPageObject::Apply() {
+STDMETHODIMP PropertyPagePart::Apply() {
     return Guard([&]() -> HRESULT {
         if (!m_page.m_hWnd) {
             return E_UNEXPECTED;
@@ -147,16 +147,16 @@ STDMETHODIMP PropertyPageObject::Apply() {
     });
 }
 
-STDMETHODIMP PropertyPageObject::Help(LPCOLESTR) {
+STDMETHODIMP PropertyPagePart::Help(LPCOLESTR) {
     return E_NOTIMPL; // the frame looks for help itself
 }
 
-STDMETHODIMP PropertyPageObject::TranslateAccelerator(MSG* message) {
+STDMETHODIMP PropertyPagePart::TranslateAccelerator(MSG* message) {
     return Guard([&]() -> HRESULT {
         if (!message) {
             return E_POINTER;
         }
-        if (m_page.m_hWnd && OleTranslateDialogKey(m_page.m_hWnd, *message)) {
+        if (m_page.m_hWnd && AfxTranslateDialogKey(m_page.m_hWnd, *message)) {
             return S_OK;
         }
         const OlePtr<IPropertyPageSite> site = m_page.m_site.Copy();
@@ -164,6 +164,6 @@ STDMETHODIMP PropertyPageObject::TranslateAccelerator(MSG* message) {
     });
 }
 
-STDMETHODIMP PropertyPageObject::EditProperty(DISPID id) {
+STDMETHODIMP PropertyPagePart::EditProperty(DISPID id) {
     return Guard([&]() -> HRESULT { return m_page.OnEditProperty(id) ? S_OK : E_NOTIMPL; });
 }

@@ -1,4 +1,4 @@
-#include "OleKeyboard.h"
+#include "DialogKeys.h"
 
 #include <array>
 
@@ -90,7 +90,7 @@ bool TranslateKeyDown(HWND dialog, HWND focus, MSG& message) noexcept {
 
 } // namespace
 
-bool OleTranslateDialogKey(HWND dialog, MSG& message) noexcept {
+bool AfxTranslateDialogKey(HWND dialog, MSG& message) noexcept {
     const HWND focus = message.hwnd;
     if (!focus || !::IsChild(dialog, focus)) {
         return false;
@@ -105,7 +105,7 @@ bool OleTranslateDialogKey(HWND dialog, MSG& message) noexcept {
     }
 }
 
-void OleEnterDialog(HWND dialog, bool last) noexcept {
+void AfxEnterDialog(HWND dialog, bool last) noexcept {
     const HWND control = TabEnd(dialog, last);
     if (control) {
         ::SendMessage(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);

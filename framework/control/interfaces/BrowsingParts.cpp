@@ -1,12 +1,10 @@
-#include "ControlBrowsing.h"
+#include "BrowsingParts.h"
 
-#include "Control.h"
+#include "control/ControlParts.h"
 
 #include <algorithm>
 
-ControlPagesPart::ControlPagesPart(COleControl& control) noexcept : OlePart(control), m_control(control) {}
-
-STDMETHODIMP ControlPagesPart::GetPages(CAUUID* pages) {
+STDMETHODIMP SpecifyPropertyPagesPart::GetPages(CAUUID* pages) {
     return Guard([&]() -> HRESULT {
         if (!pages) {
             return E_POINTER;
@@ -27,10 +25,7 @@ STDMETHODIMP ControlPagesPart::GetPages(CAUUID* pages) {
     });
 }
 
-ControlBrowsingPart::ControlBrowsingPart(COleControl& control) noexcept
-    : OlePart(control), m_control(control) {}
-
-STDMETHODIMP ControlBrowsingPart::GetDisplayString(DISPID id, BSTR* text) {
+STDMETHODIMP PerPropertyBrowsingPart::GetDisplayString(DISPID id, BSTR* text) {
     return Guard([&]() -> HRESULT {
         if (!text) {
             return E_POINTER;
@@ -45,7 +40,7 @@ STDMETHODIMP ControlBrowsingPart::GetDisplayString(DISPID id, BSTR* text) {
     });
 }
 
-STDMETHODIMP ControlBrowsingPart::MapPropertyToPage(DISPID id, CLSID* page) {
+STDMETHODIMP PerPropertyBrowsingPart::MapPropertyToPage(DISPID id, CLSID* page) {
     return Guard([&]() -> HRESULT {
         if (!page) {
             return E_POINTER;
@@ -56,7 +51,7 @@ STDMETHODIMP ControlBrowsingPart::MapPropertyToPage(DISPID id, CLSID* page) {
     });
 }
 
-STDMETHODIMP ControlBrowsingPart::GetPredefinedStrings(DISPID, CALPOLESTR* texts, CADWORD* cookies) {
+STDMETHODIMP PerPropertyBrowsingPart::GetPredefinedStrings(DISPID, CALPOLESTR* texts, CADWORD* cookies) {
     if (!texts || !cookies) {
         return E_POINTER;
     }
@@ -65,7 +60,7 @@ STDMETHODIMP ControlBrowsingPart::GetPredefinedStrings(DISPID, CALPOLESTR* texts
     return E_NOTIMPL; // no property has a list of values
 }
 
-STDMETHODIMP ControlBrowsingPart::GetPredefinedValue(DISPID, DWORD, VARIANT* value) {
+STDMETHODIMP PerPropertyBrowsingPart::GetPredefinedValue(DISPID, DWORD, VARIANT* value) {
     if (!value) {
         return E_POINTER;
     }
@@ -73,10 +68,7 @@ STDMETHODIMP ControlBrowsingPart::GetPredefinedValue(DISPID, DWORD, VARIANT* val
     return E_NOTIMPL;
 }
 
-ControlClassInfoPart::ControlClassInfoPart(COleControl& control) noexcept
-    : OlePart(control), m_control(control) {}
-
-STDMETHODIMP ControlClassInfoPart::GetClassInfo(ITypeInfo** info) {
+STDMETHODIMP ProvideClassInfoPart::GetClassInfo(ITypeInfo** info) {
     return Guard([&]() -> HRESULT {
         if (!info) {
             return E_POINTER;
@@ -88,7 +80,7 @@ STDMETHODIMP ControlClassInfoPart::GetClassInfo(ITypeInfo** info) {
     });
 }
 
-STDMETHODIMP ControlClassInfoPart::GetGUID(DWORD kind, GUID* guid) {
+STDMETHODIMP ProvideClassInfoPart::GetGUID(DWORD kind, GUID* guid) {
     if (!guid) {
         return E_POINTER;
     }
@@ -96,6 +88,6 @@ STDMETHODIMP ControlClassInfoPart::GetGUID(DWORD kind, GUID* guid) {
     if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) {
         return E_INVALIDARG;
     }
-    *guid = m_control.m_eventPoint.Interface();
+    *guid = m_parts.events.Interface();
     return S_OK;
 }

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "ole/OleTarget.h"
-#include "PropertyPageObject.h"
+#include "PropertyPagePart.h"
 #include "windows/DataExchange.h"
 #include "windows/Dialog.h"
 
@@ -45,7 +45,7 @@ protected:
     DECLARE_INTERFACE_MAP()
 
 private:
-    friend class PropertyPageObject;
+    friend class PropertyPagePart;
 
     /// A text that is to be sent to a property.
     struct Pending {
@@ -62,7 +62,7 @@ private:
     std::vector<OlePtr<IDispatch>> m_objects;
     std::vector<LPDISPATCH> m_objectArray; ///< the same, as GetObjectArray gives them
     std::vector<Pending> m_pending;
-    PropertyPageObject m_xPropertyPage{*this};
+    PropertyPagePart m_xPropertyPage{*this};
 };
 
 /// Exchanges a control's text with `member`, and `member` with a property of the objects being edited: read

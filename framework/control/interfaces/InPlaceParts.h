@@ -1,13 +1,11 @@
 // IOleInPlaceObject and IOleInPlaceActiveObject of a control.
 #pragma once
 
-#include "ole/OleTarget.h"
+#include "ControlPart.h"
 
-class COleControl;
-
-class ControlInPlacePart final : public OlePart<IOleInPlaceObject> {
+class InPlaceObjectPart final : public ControlPart<IOleInPlaceObject> {
 public:
-    explicit ControlInPlacePart(COleControl& control) noexcept;
+    using ControlPart::ControlPart;
 
     STDMETHODIMP GetWindow(HWND* window) override;
     STDMETHODIMP ContextSensitiveHelp(BOOL enter) override;
@@ -15,14 +13,11 @@ public:
     STDMETHODIMP UIDeactivate() override;
     STDMETHODIMP SetObjectRects(LPCRECT position, LPCRECT clip) override;
     STDMETHODIMP ReactivateAndUndo() override;
-
-private:
-    COleControl& m_control;
 };
 
-class ControlActivePart final : public OlePart<IOleInPlaceActiveObject> {
+class InPlaceActiveObjectPart final : public ControlPart<IOleInPlaceActiveObject> {
 public:
-    explicit ControlActivePart(COleControl& control) noexcept;
+    using ControlPart::ControlPart;
 
     STDMETHODIMP GetWindow(HWND* window) override;
     STDMETHODIMP ContextSensitiveHelp(BOOL enter) override;
@@ -31,7 +26,4 @@ public:
     STDMETHODIMP OnDocWindowActivate(BOOL activate) override;
     STDMETHODIMP ResizeBorder(LPCRECT border, IOleInPlaceUIWindow* window, BOOL frame) override;
     STDMETHODIMP EnableModeless(BOOL enable) override;
-
-private:
-    COleControl& m_control;
 };

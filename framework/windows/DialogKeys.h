@@ -7,7 +7,7 @@
 /// is the container's business), arrows, Alt with a control's letter, and Enter on a push button. TRUE when
 /// the message was such a key and is done with. Enter elsewhere and Escape never reach the dialog as a
 /// command; a key that the focused control wants for itself, and every other one, is left to be dispatched.
-bool OleTranslateDialogKey(HWND dialog, MSG& message) noexcept;
+bool AfxTranslateDialogKey(HWND dialog, MSG& message) noexcept;
 
 /// Gives the keyboard to the first control of a dialog that takes it, or to the last.
-void OleEnterDialog(HWND dialog, bool last) noexcept;
+void AfxEnterDialog(HWND dialog, bool last) noexcept;

@@ -1,13 +1,11 @@
 // IViewObject, IViewObject2 and IViewObjectEx of a control.
 #pragma once
 
-#include "ole/OleTarget.h"
+#include "ControlPart.h"
 
-class COleControl;
-
-class ControlViewPart final : public OlePart<IViewObjectEx> {
+class ViewObjectPart final : public ControlPart<IViewObjectEx> {
 public:
-    explicit ControlViewPart(COleControl& control) noexcept;
+    using ControlPart::ControlPart;
 
     /// Tells the view's sink that the control looks different.
     void NotifyChange();
@@ -37,7 +35,6 @@ public:
 private:
     HRESULT DrawInto(HDC dc, const RECT& bounds);
 
-    COleControl& m_control;
     OlePtr<IAdviseSink> m_sink;
     DWORD m_aspects = 0;
     DWORD m_flags = 0;

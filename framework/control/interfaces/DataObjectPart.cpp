@@ -1,7 +1,7 @@
-#include "ControlData.h"
+#include "DataObjectPart.h"
 
-#include "Control.h"
-#include "ControlUnits.h"
+#include "control/ControlParts.h"
+#include "control/ControlUnits.h"
 #include "ole/OleEnum.h"
 
 namespace {
@@ -45,16 +45,14 @@ void Record(COleControl& control, HDC metafile, SIZE pixels) {
 
 } // namespace
 
-ControlDataPart::ControlDataPart(COleControl& control) noexcept : OlePart(control), m_control(control) {}
-
-void ControlDataPart::NotifyChange() {
+void DataObjectPart::NotifyChange() {
     const OlePtr<IDataAdviseHolder> holder = m_holder.Copy();
     if (holder) {
         holder->SendOnDataChange(this, 0, 0);
     }
 }
 
-STDMETHODIMP ControlDataPart::GetData(FORMATETC* format, STGMEDIUM* medium) {
+STDMETHODIMP DataObjectPart::GetData(FORMATETC* format, STGMEDIUM* medium) {
     return Guard([&]() -> HRESULT {
         if (!format || !medium) {
             return E_POINTER;
@@ -68,8 +66,8 @@ STDMETHODIMP ControlDataPart::GetData(FORMATETC* format, STGMEDIUM* medium) {
     });
 }
 
-HRESULT ControlDataPart::RenderEnhanced(STGMEDIUM& medium) {
-    const SIZE extent = m_control.m_extent;
+HRESULT DataObjectPart::RenderEnhanced(STGMEDIUM& medium) {
+    const SIZE extent = m_parts.extent;
     const RECT frame = {0, 0, extent.cx, extent.cy};
     const HDC recorder = ::CreateEnhMetaFile(nullptr, nullptr, &frame, nullptr);
     if (!recorder) {
@@ -81,8 +79,8 @@ HRESULT ControlDataPart::RenderEnhanced(STGMEDIUM& medium) {
     return medium.hEnhMetaFile ? S_OK : E_OUTOFMEMORY;
 }
 
-HRESULT ControlDataPart::RenderMetafile(STGMEDIUM& medium) {
-    const SIZE extent = m_control.m_extent;
+HRESULT DataObjectPart::RenderMetafile(STGMEDIUM& medium) {
+    const SIZE extent = m_parts.extent;
     const SIZE pixels = OleToPixels(extent);
     const HDC recorder = ::CreateMetaFile(nullptr);
     if (!recorder) {
@@ -107,15 +105,15 @@ HRESULT ControlDataPart::RenderMetafile(STGMEDIUM& medium) {
     return S_OK;
 }
 
-STDMETHODIMP ControlDataPart::GetDataHere(FORMATETC*, STGMEDIUM*) {
+STDMETHODIMP DataObjectPart::GetDataHere(FORMATETC*, STGMEDIUM*) {
     return DV_E_TYMED; // a metafile is never rendered into the caller's medium
 }
 
-STDMETHODIMP ControlDataPart::QueryGetData(FORMATETC* format) {
+STDMETHODIMP DataObjectPart::QueryGetData(FORMATETC* format) {
     return format ? Check(*format) : E_POINTER;
 }
 
-STDMETHODIMP ControlDataPart::GetCanonicalFormatEtc(FORMATETC* in, FORMATETC* out) {
+STDMETHODIMP DataObjectPart::GetCanonicalFormatEtc(FORMATETC* in, FORMATETC* out) {
     if (!in || !out) {
         return E_POINTER;
     }
@@ -124,11 +122,11 @@ STDMETHODIMP ControlDataPart::GetCanonicalFormatEtc(FORMATETC* in, FORMATETC* ou
     return DATA_S_SAMEFORMATETC;
 }
 
-STDMETHODIMP ControlDataPart::SetData(FORMATETC*, STGMEDIUM*, BOOL) {
+STDMETHODIMP DataObjectPart::SetData(FORMATETC*, STGMEDIUM*, BOOL) {
     return E_NOTIMPL;
 }
 
-STDMETHODIMP ControlDataPart::EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) {
+STDMETHODIMP DataObjectPart::EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) {
     return Guard([&]() -> HRESULT {
         if (!formats) {
             return E_POINTER;
@@ -142,11 +140,11 @@ STDMETHODIMP ControlDataPart::EnumFormatEtc(DWORD direction, IEnumFORMATETC** fo
     });
 }
 
-HRESULT ControlDataPart::NeedHolder() {
+HRESULT DataObjectPart::NeedHolder() {
     return m_holder ? S_OK : ::CreateDataAdviseHolder(m_holder.Receive());
 }
 
-STDMETHODIMP ControlDataPart::DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink, DWORD* connection) {
+STDMETHODIMP DataObjectPart::DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink, DWORD* connection) {
     return Guard([&]() -> HRESULT {
         if (!format || !sink || !connection) {
             return E_POINTER;
@@ -157,11 +155,11 @@ STDMETHODIMP ControlDataPart::DAdvise(FORMATETC* format, DWORD flags, IAdviseSin
     });
 }
 
-STDMETHODIMP ControlDataPart::DUnadvise(DWORD connection) {
+STDMETHODIMP DataObjectPart::DUnadvise(DWORD connection) {
     return Guard([&] { return m_holder ? m_holder->Unadvise(connection) : OLE_E_NOCONNECTION; });
 }
 
-STDMETHODIMP ControlDataPart::EnumDAdvise(IEnumSTATDATA** advises) {
+STDMETHODIMP DataObjectPart::EnumDAdvise(IEnumSTATDATA** advises) {
     return Guard([&]() -> HRESULT {
         if (!advises) {
             return E_POINTER;
@@ -172,10 +170,8 @@ STDMETHODIMP ControlDataPart::EnumDAdvise(IEnumSTATDATA** advises) {
     });
 }
 
-ControlCachePart::ControlCachePart(COleControl& control) noexcept : OlePart(control), m_control(control) {}
-
 template <class Call>
-HRESULT ControlCachePart::WithCache(Call call) {
+HRESULT OleCachePart::WithCache(Call call) {
     return Guard([&]() -> HRESULT {
         if (!m_cache) {
             CLSID clsid{};
@@ -190,24 +186,24 @@ HRESULT ControlCachePart::WithCache(Call call) {
     });
 }
 
-STDMETHODIMP ControlCachePart::Cache(FORMATETC* format, DWORD flags, DWORD* connection) {
+STDMETHODIMP OleCachePart::Cache(FORMATETC* format, DWORD flags, DWORD* connection) {
     return format ? WithCache([&](IOleCache& cache) { return cache.Cache(format, flags, connection); })
                   : E_POINTER;
 }
 
-STDMETHODIMP ControlCachePart::Uncache(DWORD connection) {
+STDMETHODIMP OleCachePart::Uncache(DWORD connection) {
     return WithCache([&](IOleCache& cache) { return cache.Uncache(connection); });
 }
 
-STDMETHODIMP ControlCachePart::EnumCache(IEnumSTATDATA** caches) {
+STDMETHODIMP OleCachePart::EnumCache(IEnumSTATDATA** caches) {
     return caches ? WithCache([&](IOleCache& cache) { return cache.EnumCache(caches); }) : E_POINTER;
 }
 
-STDMETHODIMP ControlCachePart::InitCache(IDataObject* data) {
+STDMETHODIMP OleCachePart::InitCache(IDataObject* data) {
     return data ? WithCache([&](IOleCache& cache) { return cache.InitCache(data); }) : E_POINTER;
 }
 
-STDMETHODIMP ControlCachePart::SetData(FORMATETC* format, STGMEDIUM* medium, BOOL release) {
+STDMETHODIMP OleCachePart::SetData(FORMATETC* format, STGMEDIUM* medium, BOOL release) {
     return format && medium
                ? WithCache([&](IOleCache& cache) { return cache.SetData(format, medium, release); })
                : E_POINTER;

@@ -1,8 +1,8 @@
-#include "ControlView.h"
+#include "ViewObjectPart.h"
 
-#include "Control.h"
+#include "control/ControlParts.h"
 
-#include "ControlUnits.h"
+#include "control/ControlUnits.h"
 #include <algorithm>
 
 namespace {
@@ -40,9 +40,7 @@ HRESULT CheckAspect(DWORD aspect, LONG index) noexcept {
 
 } // namespace
 
-ControlViewPart::ControlViewPart(COleControl& control) noexcept : OlePart(control), m_control(control) {}
-
-void ControlViewPart::NotifyChange() {
+void ViewObjectPart::NotifyChange() {
     const OlePtr<IAdviseSink> sink = m_sink.Copy();
     if (!sink || !(m_aspects & DVASPECT_CONTENT)) {
         return;
@@ -53,9 +51,8 @@ void ControlViewPart::NotifyChange() {
     sink->OnViewChange(DVASPECT_CONTENT, -1);
 }
 
-STDMETHODIMP ControlViewPart::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc,
-                                   LPCRECTL bounds, LPCRECTL, BOOL(STDMETHODCALLTYPE*)(ULONG_PTR),
-                                   ULONG_PTR) {
+STDMETHODIMP ViewObjectPart::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVICE*, HDC, HDC dc,
+                                  LPCRECTL bounds, LPCRECTL, BOOL(STDMETHODCALLTYPE*)(ULONG_PTR), ULONG_PTR) {
     return Guard([&]() -> HRESULT {
         const HRESULT wanted = CheckAspect(aspect, index);
         if (FAILED(wanted)) {
@@ -68,7 +65,7 @@ STDMETHODIMP ControlViewPart::Draw(DWORD aspect, LONG index, void*, DVTARGETDEVI
     });
 }
 
-HRESULT ControlViewPart::DrawInto(HDC dc, const RECT& bounds) {
+HRESULT ViewObjectPart::DrawInto(HDC dc, const RECT& bounds) {
     BorrowedDC borrowed(dc);
     CRect area(bounds);
     if (IsMetafile(dc)) {
@@ -87,8 +84,8 @@ HRESULT ControlViewPart::DrawInto(HDC dc, const RECT& bounds) {
     return S_OK;
 }
 
-STDMETHODIMP ControlViewPart::GetColorSet(DWORD aspect, LONG index, void*, DVTARGETDEVICE* target,
-                                          HDC targetDC, LOGPALETTE** colours) {
+STDMETHODIMP ViewObjectPart::GetColorSet(DWORD aspect, LONG index, void*, DVTARGETDEVICE* target,
+                                         HDC targetDC, LOGPALETTE** colours) {
     return Guard([&]() -> HRESULT {
         if (!colours) {
             return E_POINTER;
@@ -102,18 +99,18 @@ STDMETHODIMP ControlViewPart::GetColorSet(DWORD aspect, LONG index, void*, DVTAR
     });
 }
 
-STDMETHODIMP ControlViewPart::Freeze(DWORD, LONG, void*, DWORD* key) {
+STDMETHODIMP ViewObjectPart::Freeze(DWORD, LONG, void*, DWORD* key) {
     if (key) {
         *key = 0;
     }
     return E_NOTIMPL;
 }
 
-STDMETHODIMP ControlViewPart::Unfreeze(DWORD) {
+STDMETHODIMP ViewObjectPart::Unfreeze(DWORD) {
     return OLE_E_NOCONNECTION; // no key was ever given out
 }
 
-STDMETHODIMP ControlViewPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
+STDMETHODIMP ViewObjectPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
     return Guard([&]() -> HRESULT {
         m_aspects = aspects;
         m_flags = flags;
@@ -125,7 +122,7 @@ STDMETHODIMP ControlViewPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink*
     });
 }
 
-STDMETHODIMP ControlViewPart::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {
+STDMETHODIMP ViewObjectPart::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {
     return Guard([&]() -> HRESULT {
         if (aspects) {
             *aspects = m_sink ? m_aspects : 0;
@@ -140,7 +137,7 @@ STDMETHODIMP ControlViewPart::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSin
     });
 }
 
-STDMETHODIMP ControlViewPart::GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE* target, LPSIZEL size) {
+STDMETHODIMP ViewObjectPart::GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE* target, LPSIZEL size) {
     return Guard([&]() -> HRESULT {
         if (!size) {
             return E_POINTER;
@@ -150,7 +147,7 @@ STDMETHODIMP ControlViewPart::GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE
     });
 }
 
-STDMETHODIMP ControlViewPart::GetRect(DWORD aspect, LPRECTL rect) {
+STDMETHODIMP ViewObjectPart::GetRect(DWORD aspect, LPRECTL rect) {
     return Guard([&]() -> HRESULT {
         if (!rect) {
             return E_POINTER;
@@ -166,7 +163,7 @@ STDMETHODIMP ControlViewPart::GetRect(DWORD aspect, LPRECTL rect) {
     });
 }
 
-STDMETHODIMP ControlViewPart::GetViewStatus(DWORD* status) {
+STDMETHODIMP ViewObjectPart::GetViewStatus(DWORD* status) {
     return Guard([&]() -> HRESULT {
         if (!status) {
             return E_POINTER;
@@ -176,7 +173,7 @@ STDMETHODIMP ControlViewPart::GetViewStatus(DWORD* status) {
     });
 }
 
-STDMETHODIMP ControlViewPart::QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT point, LONG, DWORD* hit) {
+STDMETHODIMP ViewObjectPart::QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT point, LONG, DWORD* hit) {
     if (!bounds || !hit) {
         return E_POINTER;
     }
@@ -184,7 +181,7 @@ STDMETHODIMP ControlViewPart::QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT 
     return CheckAspect(aspect, -1);
 }
 
-STDMETHODIMP ControlViewPart::QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT rect, LONG, DWORD* hit) {
+STDMETHODIMP ViewObjectPart::QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT rect, LONG, DWORD* hit) {
     if (!bounds || !rect || !hit) {
         return E_POINTER;
     }
@@ -193,8 +190,8 @@ STDMETHODIMP ControlViewPart::QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT
     return CheckAspect(aspect, -1);
 }
 
-STDMETHODIMP ControlViewPart::GetNaturalExtent(DWORD aspect, LONG index, DVTARGETDEVICE* target, HDC targetDC,
-                                               DVEXTENTINFO* extentInfo, LPSIZEL size) {
+STDMETHODIMP ViewObjectPart::GetNaturalExtent(DWORD aspect, LONG index, DVTARGETDEVICE* target, HDC targetDC,
+                                              DVEXTENTINFO* extentInfo, LPSIZEL size) {
     return Guard([&]() -> HRESULT {
         if (!size) {
             return E_POINTER;

@@ -1,20 +1,17 @@
-#include "ControlObject.h"
+#include "OleObjectPart.h"
 
-#include "Control.h"
+#include "control/ControlParts.h"
 
-#include "ControlUnits.h"
-#include <algorithm>
+#include "control/ControlUnits.h"
 
-ControlObjectPart::ControlObjectPart(COleControl& control) noexcept : OlePart(control), m_control(control) {}
-
-STDMETHODIMP ControlObjectPart::SetClientSite(IOleClientSite* site) {
+STDMETHODIMP OleObjectPart::SetClientSite(IOleClientSite* site) {
     return Guard([&]() -> HRESULT {
-        m_control.SetClientSite(site);
+        m_parts.SetClientSite(site);
         return S_OK;
     });
 }
 
-STDMETHODIMP ControlObjectPart::GetClientSite(IOleClientSite** site) {
+STDMETHODIMP OleObjectPart::GetClientSite(IOleClientSite** site) {
     return Guard([&]() -> HRESULT {
         if (!site) {
             return E_POINTER;
@@ -24,50 +21,50 @@ STDMETHODIMP ControlObjectPart::GetClientSite(IOleClientSite** site) {
     });
 }
 
-STDMETHODIMP ControlObjectPart::SetHostNames(LPCOLESTR, LPCOLESTR) {
+STDMETHODIMP OleObjectPart::SetHostNames(LPCOLESTR, LPCOLESTR) {
     return S_OK; // names for the title of a window that a control does not have
 }
 
-STDMETHODIMP ControlObjectPart::Close(DWORD saveOption) {
+STDMETHODIMP OleObjectPart::Close(DWORD saveOption) {
     return Guard([&]() -> HRESULT {
         m_control.OnClose(saveOption);
         return S_OK;
     });
 }
 
-STDMETHODIMP ControlObjectPart::SetMoniker(DWORD, IMoniker*) {
+STDMETHODIMP OleObjectPart::SetMoniker(DWORD, IMoniker*) {
     return E_NOTIMPL; // nothing links to a control
 }
 
-STDMETHODIMP ControlObjectPart::GetMoniker(DWORD, DWORD, IMoniker** moniker) {
+STDMETHODIMP OleObjectPart::GetMoniker(DWORD, DWORD, IMoniker** moniker) {
     if (moniker) {
         *moniker = nullptr;
     }
     return E_NOTIMPL;
 }
 
-STDMETHODIMP ControlObjectPart::InitFromData(IDataObject*, BOOL, DWORD) {
+STDMETHODIMP OleObjectPart::InitFromData(IDataObject*, BOOL, DWORD) {
     return E_NOTIMPL;
 }
 
-STDMETHODIMP ControlObjectPart::GetClipboardData(DWORD, IDataObject** data) {
+STDMETHODIMP OleObjectPart::GetClipboardData(DWORD, IDataObject** data) {
     if (data) {
         *data = nullptr;
     }
     return E_NOTIMPL;
 }
 
-STDMETHODIMP ControlObjectPart::DoVerb(LONG verb, LPMSG message, IOleClientSite* activeSite, LONG,
-                                       HWND parent, LPCRECT rect) {
+STDMETHODIMP OleObjectPart::DoVerb(LONG verb, LPMSG message, IOleClientSite* activeSite, LONG, HWND parent,
+                                   LPCRECT rect) {
     return Guard([&]() -> HRESULT {
         if (!m_control.GetClientSite() && activeSite) {
-            m_control.SetClientSite(activeSite);
+            m_parts.SetClientSite(activeSite);
         }
         return RunVerb(verb, message, parent, rect);
     });
 }
 
-HRESULT ControlObjectPart::RunVerb(LONG verb, LPMSG message, HWND parent, LPCRECT rect) {
+HRESULT OleObjectPart::RunVerb(LONG verb, LPMSG message, HWND parent, LPCRECT rect) {
     if (m_control.OnDoVerb(verb, message, parent, rect)) {
         return S_OK;
     }
@@ -84,7 +81,7 @@ HRESULT ControlObjectPart::RunVerb(LONG verb, LPMSG message, HWND parent, LPCREC
     return m_control.OnDoVerb(OLEIVERB_PRIMARY, message, parent, rect) ? OLEOBJ_S_INVALIDVERB : E_FAIL;
 }
 
-STDMETHODIMP ControlObjectPart::EnumVerbs(IEnumOLEVERB** verbs) {
+STDMETHODIMP OleObjectPart::EnumVerbs(IEnumOLEVERB** verbs) {
     return Guard([&]() -> HRESULT {
         if (!verbs) {
             return E_POINTER;
@@ -94,19 +91,19 @@ STDMETHODIMP ControlObjectPart::EnumVerbs(IEnumOLEVERB** verbs) {
     });
 }
 
-STDMETHODIMP ControlObjectPart::Update() {
+STDMETHODIMP OleObjectPart::Update() {
     return S_OK;
 }
 
-STDMETHODIMP ControlObjectPart::IsUpToDate() {
+STDMETHODIMP OleObjectPart::IsUpToDate() {
     return S_OK;
 }
 
-STDMETHODIMP ControlObjectPart::GetUserClassID(CLSID* clsid) {
+STDMETHODIMP OleObjectPart::GetUserClassID(CLSID* clsid) {
     return clsid ? m_control.GetClassID(clsid) : E_POINTER;
 }
 
-STDMETHODIMP ControlObjectPart::GetUserType(DWORD form, LPOLESTR* type) {
+STDMETHODIMP OleObjectPart::GetUserType(DWORD form, LPOLESTR* type) {
     return Guard([&]() -> HRESULT {
         if (!type) {
             return E_POINTER;
@@ -123,7 +120,7 @@ STDMETHODIMP ControlObjectPart::GetUserType(DWORD form, LPOLESTR* type) {
     });
 }
 
-STDMETHODIMP ControlObjectPart::SetExtent(DWORD aspect, SIZEL* size) {
+STDMETHODIMP OleObjectPart::SetExtent(DWORD aspect, SIZEL* size) {
     return Guard([&]() -> HRESULT {
         if (aspect != DVASPECT_CONTENT) {
             return DV_E_DVASPECT;
@@ -139,7 +136,7 @@ STDMETHODIMP ControlObjectPart::SetExtent(DWORD aspect, SIZEL* size) {
     });
 }
 
-STDMETHODIMP ControlObjectPart::GetExtent(DWORD aspect, SIZEL* size) {
+STDMETHODIMP OleObjectPart::GetExtent(DWORD aspect, SIZEL* size) {
     return Guard([&]() -> HRESULT {
         if (!size) {
             return E_POINTER;
@@ -148,16 +145,16 @@ STDMETHODIMP ControlObjectPart::GetExtent(DWORD aspect, SIZEL* size) {
         if (aspect != DVASPECT_CONTENT) {
             return DV_E_DVASPECT;
         }
-        *size = m_control.m_extent;
+        *size = m_parts.extent;
         return S_OK;
     });
 }
 
-HRESULT ControlObjectPart::NeedHolder() {
+HRESULT OleObjectPart::NeedHolder() {
     return m_holder ? S_OK : ::CreateOleAdviseHolder(m_holder.Receive());
 }
 
-STDMETHODIMP ControlObjectPart::Advise(IAdviseSink* sink, DWORD* connection) {
+STDMETHODIMP OleObjectPart::Advise(IAdviseSink* sink, DWORD* connection) {
     return Guard([&]() -> HRESULT {
         if (!sink || !connection) {
             return E_POINTER;
@@ -168,11 +165,11 @@ STDMETHODIMP ControlObjectPart::Advise(IAdviseSink* sink, DWORD* connection) {
     });
 }
 
-STDMETHODIMP ControlObjectPart::Unadvise(DWORD connection) {
+STDMETHODIMP OleObjectPart::Unadvise(DWORD connection) {
     return Guard([&] { return m_holder ? m_holder->Unadvise(connection) : OLE_E_NOCONNECTION; });
 }
 
-STDMETHODIMP ControlObjectPart::EnumAdvise(IEnumSTATDATA** advises) {
+STDMETHODIMP OleObjectPart::EnumAdvise(IEnumSTATDATA** advises) {
     return Guard([&]() -> HRESULT {
         if (!advises) {
             return E_POINTER;
@@ -183,7 +180,7 @@ STDMETHODIMP ControlObjectPart::EnumAdvise(IEnumSTATDATA** advises) {
     });
 }
 
-STDMETHODIMP ControlObjectPart::GetMiscStatus(DWORD aspect, DWORD* status) {
+STDMETHODIMP OleObjectPart::GetMiscStatus(DWORD aspect, DWORD* status) {
     if (!status) {
         return E_POINTER;
     }
@@ -191,43 +188,6 @@ STDMETHODIMP ControlObjectPart::GetMiscStatus(DWORD aspect, DWORD* status) {
     return S_OK;
 }
 
-STDMETHODIMP ControlObjectPart::SetColorScheme(LOGPALETTE*) {
+STDMETHODIMP OleObjectPart::SetColorScheme(LOGPALETTE*) {
     return E_NOTIMPL;
-}
-
-ControlPart::ControlPart(COleControl& control) noexcept : OlePart(control), m_control(control) {}
-
-STDMETHODIMP ControlPart::GetControlInfo(CONTROLINFO* info) {
-    return Guard([&]() -> HRESULT {
-        if (!info) {
-            return E_POINTER;
-        }
-        m_control.OnGetControlInfo(info);
-        return S_OK;
-    });
-}
-
-STDMETHODIMP ControlPart::OnMnemonic(MSG* message) {
-    return Guard([&]() -> HRESULT {
-        if (!message) {
-            return E_POINTER;
-        }
-        m_control.OnMnemonic(message);
-        return S_OK;
-    });
-}
-
-STDMETHODIMP ControlPart::OnAmbientPropertyChange(DISPID id) {
-    return Guard([&]() -> HRESULT {
-        m_control.OnAmbientPropertyChange(id);
-        return S_OK;
-    });
-}
-
-STDMETHODIMP ControlPart::FreezeEvents(BOOL freeze) {
-    return Guard([&]() -> HRESULT {
-        m_control.m_frozen = std::max<LONG>(m_control.m_frozen + (freeze ? 1 : -1), 0);
-        m_control.OnFreezeEvents(m_control.m_frozen > 0);
-        return S_OK;
-    });
 }

@@ -5,9 +5,9 @@
 
 class COlePropertyPage;
 
-class PropertyPageObject final : public OlePart<IPropertyPage2> {
+class PropertyPagePart final : public OlePart<IPropertyPage2> {
 public:
-    explicit PropertyPageObject(COlePropertyPage& page) noexcept;
+    explicit PropertyPagePart(COlePropertyPage& page) noexcept;
 
     STDMETHODIMP SetPageSite(IPropertyPageSite* site) override;
     STDMETHODIMP Activate(HWND parent, LPCRECT rect, BOOL modal) override;

@@ -1,0 +1,40 @@
+#include "OleControlPart.h"
+
+#include "control/ControlParts.h"
+
+#include <algorithm>
+
+STDMETHODIMP OleControlPart::GetControlInfo(CONTROLINFO* info) {
+    return Guard([&]() -> HRESULT {
+        if (!info) {
+            return E_POINTER;
+        }
+        m_control.OnGetControlInfo(info);
+        return S_OK;
+    });
+}
+
+STDMETHODIMP OleControlPart::OnMnemonic(MSG* message) {
+    return Guard([&]() -> HRESULT {
+        if (!message) {
+            return E_POINTER;
+        }
+        m_control.OnMnemonic(message);
+        return S_OK;
+    });
+}
+
+STDMETHODIMP OleControlPart::OnAmbientPropertyChange(DISPID id) {
+    return Guard([&]() -> HRESULT {
+        m_control.OnAmbientPropertyChange(id);
+        return S_OK;
+    });
+}
+
+STDMETHODIMP OleControlPart::FreezeEvents(BOOL freeze) {
+    return Guard([&]() -> HRESULT {
+        m_parts.frozen = std::max<LONG>(m_parts.frozen + (freeze ? 1 : -1), 0);
+        m_control.OnFreezeEvents(m_parts.frozen > 0);
+        return S_OK;
+    });
+}

@@ -1,0 +1,24 @@
+// IPersistStorage: the state as one stream in a storage. No storage is kept between calls.
+#pragma once
+
+#include "Persistence.h"
+
+#include "ole/OleTarget.h"
+
+class PersistStoragePart final : public OlePart<IPersistStorage> {
+public:
+    PersistStoragePart(CCmdTarget& object, Persistence& persistence) noexcept
+        : OlePart(object), m_persistence(persistence) {}
+
+    STDMETHODIMP GetClassID(CLSID* clsid) override;
+    STDMETHODIMP IsDirty() override;
+    STDMETHODIMP InitNew(IStorage* storage) override;
+    STDMETHODIMP Load(IStorage* storage) override;
+    STDMETHODIMP Save(IStorage* storage, BOOL sameAsLoad) override;
+    STDMETHODIMP SaveCompleted(IStorage* storage) override;
+    STDMETHODIMP HandsOffStorage() override;
+
+private:
+    Persistence& m_persistence;
+    bool m_saved = false; ///< between Save and SaveCompleted
+};
