@@ -1,7 +1,7 @@
 #include "Control.h"
 
+#include "common/Himetric.h"
 #include "ControlParts.h"
-#include "ControlUnits.h"
 #include "core/ThreadState.h"
 
 IMPLEMENT_DYNAMIC(COleControl, CWnd)
@@ -58,7 +58,7 @@ void COleControl::InitializeIIDs(const IID* piidPrimary, const IID* piidEvents) 
 }
 
 void COleControl::SetInitialSize(int cx, int cy) {
-    m_parts->initialExtent = m_parts->extent = OleToHimetric({cx, cy});
+    m_parts->initialExtent = m_parts->extent = common::PixelsToHimetric({cx, cy});
 }
 
 BOOL COleControl::GetDispatchIID(IID* pIID) {
@@ -132,7 +132,7 @@ LPOLECLIENTSITE COleControl::GetClientSite() noexcept {
 void COleControl::OnSetClientSite() {}
 
 void COleControl::GetControlSize(int* pcx, int* pcy) {
-    SIZE size = OleToPixels(m_parts->extent);
+    SIZE size = common::HimetricToPixels(m_parts->extent);
     if (m_hWnd) {
         CRect area;
         GetClientRect(area);
@@ -144,19 +144,19 @@ void COleControl::GetControlSize(int* pcx, int* pcy) {
 
 BOOL COleControl::OnSetExtent(LPSIZEL lpSizeL) {
     m_parts->extent = *lpSizeL;
-    m_parts->activation.AskForSize(OleToPixels(m_parts->extent));
+    m_parts->activation.AskForSize(common::HimetricToPixels(m_parts->extent));
     m_parts->viewObject.NotifyChange();
     return TRUE;
 }
 
 void COleControl::OnClose(DWORD dwSaveOption) {
-    const OlePtr<IOleClientSite> site(GetClientSite());
+    const common::ComPtr<IOleClientSite> site(GetClientSite());
     if (site && IsModified() &&
         (dwSaveOption == OLECLOSE_SAVEIFDIRTY || dwSaveOption == OLECLOSE_PROMPTSAVE)) {
         site->SaveObject();
     }
     m_parts->activation.Deactivate();
-    const OlePtr<IOleAdviseHolder> holder = m_parts->oleObject.Holder();
+    const common::ComPtr<IOleAdviseHolder> holder = m_parts->oleObject.Holder();
     if (holder) {
         holder->SendOnClose();
     }

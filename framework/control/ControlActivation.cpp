@@ -14,7 +14,8 @@ HRESULT ControlActivation::Activate(HWND parent, LPCRECT rect) {
         return S_OK;
     }
     Deactivate(); // the container destroyed the window without a word
-    OlePtr<IOleInPlaceSite> site = OleQuery<IOleInPlaceSite>(m_control.GetClientSite(), IID_IOleInPlaceSite);
+    common::ComPtr<IOleInPlaceSite> site =
+        common::Query<IOleInPlaceSite>(m_control.GetClientSite(), IID_IOleInPlaceSite);
     if (!site || site->CanInPlaceActivate() != S_OK || FAILED(site->OnInPlaceActivate())) {
         return OLE_E_NOT_INPLACEACTIVE;
     }
@@ -29,12 +30,12 @@ HRESULT ControlActivation::Activate(HWND parent, LPCRECT rect) {
 }
 
 bool ControlActivation::Enter(HWND parent, LPCRECT rect, Place& place) {
-    const OlePtr<IOleInPlaceSite> site = m_site.Copy();
+    const common::ComPtr<IOleInPlaceSite> site = m_site.Copy();
     if (FAILED(site->GetWindow(&place.parent)) || !::IsWindow(place.parent)) {
         place.parent = parent;
     }
-    OlePtr<IOleInPlaceFrame> frame;
-    OlePtr<IOleInPlaceUIWindow> document;
+    common::ComPtr<IOleInPlaceFrame> frame;
+    common::ComPtr<IOleInPlaceUIWindow> document;
     OLEINPLACEFRAMEINFO info{};
     info.cb = sizeof(info);
     if (FAILED(site->GetWindowContext(frame.Receive(), document.Receive(), &place.position, &place.clip,
@@ -64,7 +65,7 @@ bool ControlActivation::CreateWindowAt(const Place& place) {
     }
     m_control.OnSetObjectRects(&place.position, &place.clip);
     m_control.ShowWindow(SW_SHOW);
-    const OlePtr<IOleClientSite> client(m_control.GetClientSite());
+    const common::ComPtr<IOleClientSite> client(m_control.GetClientSite());
     if (client) {
         client->ShowObject();
     }
@@ -77,14 +78,14 @@ HRESULT ControlActivation::ActivateUI(HWND parent, LPCRECT rect, bool takeFocus)
         return activated;
     }
     if (!m_uiActive) {
-        const OlePtr<IOleInPlaceSite> site = m_site.Copy();
+        const common::ComPtr<IOleInPlaceSite> site = m_site.Copy();
         m_uiActive = true;
         if (FAILED(site->OnUIActivate())) {
             m_uiActive = false;
             return E_FAIL;
         }
         NameActiveObject(true);
-        const OlePtr<IOleControlSite> control(m_parts.site.Control());
+        const common::ComPtr<IOleControlSite> control(m_parts.site.Control());
         if (control) {
             control->OnFocus(TRUE);
         }
@@ -101,8 +102,8 @@ void ControlActivation::NameActiveObject(bool named) {
     if (named) {
         name.LoadString(m_control.GetUserTypeNameID());
     }
-    const OlePtr<IOleInPlaceFrame> frame = m_frame.Copy();
-    const OlePtr<IOleInPlaceUIWindow> document = m_document.Copy();
+    const common::ComPtr<IOleInPlaceFrame> frame = m_frame.Copy();
+    const common::ComPtr<IOleInPlaceUIWindow> document = m_document.Copy();
     if (frame) {
         frame->SetActiveObject(object, named ? name.GetString() : nullptr);
     }
@@ -123,11 +124,11 @@ void ControlActivation::DeactivateUI() {
     }
     m_uiActive = false;
     NameActiveObject(false);
-    const OlePtr<IOleInPlaceSite> site = m_site.Copy();
+    const common::ComPtr<IOleInPlaceSite> site = m_site.Copy();
     if (site) {
         site->OnUIDeactivate(FALSE);
     }
-    const OlePtr<IOleControlSite> control(m_parts.site.Control());
+    const common::ComPtr<IOleControlSite> control(m_parts.site.Control());
     if (control) {
         control->OnFocus(FALSE);
     }
@@ -148,7 +149,7 @@ void ControlActivation::Deactivate() {
 void ControlActivation::Leave() {
     m_frame.Reset();
     m_document.Reset();
-    const OlePtr<IOleInPlaceSite> site = std::move(m_site);
+    const common::ComPtr<IOleInPlaceSite> site = std::move(m_site);
     if (site) {
         site->OnInPlaceDeactivate();
     }
@@ -166,6 +167,6 @@ void ControlActivation::AskForSize(SIZE pixels) {
     }
     position.right = position.left + pixels.cx;
     position.bottom = position.top + pixels.cy;
-    const OlePtr<IOleInPlaceSite> site = m_site.Copy();
+    const common::ComPtr<IOleInPlaceSite> site = m_site.Copy();
     site->OnPosRectChange(&position);
 }

@@ -5,7 +5,9 @@
 // holds a reference to the control.
 #pragma once
 
-#include "core/OlePointer.h"
+#include "common/ComPtr.h"
+
+#include <ole2.h>
 
 class COleControl;
 struct ControlParts;
@@ -48,9 +50,9 @@ private:
 
     COleControl& m_control;
     ControlParts& m_parts;
-    OlePtr<IOleInPlaceSite> m_site;
-    OlePtr<IOleInPlaceFrame> m_frame;
-    OlePtr<IOleInPlaceUIWindow> m_document;
+    common::ComPtr<IOleInPlaceSite> m_site;
+    common::ComPtr<IOleInPlaceFrame> m_frame;
+    common::ComPtr<IOleInPlaceUIWindow> m_document;
     bool m_active = false;
     bool m_uiActive = false;
 };

@@ -15,7 +15,7 @@ COLORREF COleControl::TranslateColor(OLE_COLOR clrColor, HPALETTE hpal) {
 }
 
 BOOL COleControl::GetAmbientProperty(DISPID dwDispid, VARTYPE vtProp, void* pvProp) {
-    OleVariant value;
+    common::Variant value;
     if (!m_parts->site.Ambient(dwDispid, vtProp, value)) {
         return FALSE;
     }
@@ -35,7 +35,7 @@ BOOL COleControl::GetAmbientProperty(DISPID dwDispid, VARTYPE vtProp, void* pvPr
 }
 
 OLE_COLOR COleControl::AmbientBackColor() {
-    OleVariant value;
+    common::Variant value;
     COLORREF usable = 0;
     // Containers give colours signed and unsigned, and some give what is no colour at all.
     long colour = 0;
@@ -68,7 +68,7 @@ void COleControl::OnAmbientPropertyChange(DISPID dispID) {
 
 void COleControl::PreModalDialog(HWND hWndParent) {
     static_cast<void>(hWndParent);
-    const OlePtr<IOleInPlaceFrame> frame(m_parts->activation.Frame());
+    const common::ComPtr<IOleInPlaceFrame> frame(m_parts->activation.Frame());
     if (frame) {
         frame->EnableModeless(FALSE);
     }
@@ -76,7 +76,7 @@ void COleControl::PreModalDialog(HWND hWndParent) {
 
 void COleControl::PostModalDialog(HWND hWndParent) {
     static_cast<void>(hWndParent);
-    const OlePtr<IOleInPlaceFrame> frame(m_parts->activation.Frame());
+    const common::ComPtr<IOleInPlaceFrame> frame(m_parts->activation.Frame());
     if (frame) {
         frame->EnableModeless(TRUE);
     }
@@ -84,7 +84,7 @@ void COleControl::PostModalDialog(HWND hWndParent) {
 
 BOOL COleControl::OnProperties(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect) {
     static_cast<void>(lpMsg);
-    const OlePtr<IOleControlSite> site(m_parts->site.Control());
+    const common::ComPtr<IOleControlSite> site(m_parts->site.Control());
     if (site && site->ShowPropertyFrame() == S_OK) {
         return TRUE;
     }

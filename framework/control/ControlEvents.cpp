@@ -8,8 +8,8 @@
 namespace {
 
 /// Takes the next argument of a type out of the list. A text is copied into a BSTR.
-OleVariant Take(va_list& list, VARTYPE type) {
-    OleVariant taken;
+common::Variant Take(va_list& list, VARTYPE type) {
+    common::Variant taken;
     VARIANT* value = &taken;
     switch (type) {
     case VT_I2:
@@ -64,7 +64,7 @@ void __cdecl COleControl::FireEvent(DISPID dispid, BYTE* pbParams, ...) {
         return;
     }
     const std::string_view types(reinterpret_cast<const char*>(pbParams));
-    std::vector<OleVariant> owned;
+    std::vector<common::Variant> owned;
     va_list list;
     va_start(list, pbParams);
     for (const char type : types) {
@@ -77,7 +77,7 @@ void __cdecl COleControl::FireEvent(DISPID dispid, BYTE* pbParams, ...) {
     }
     DISPPARAMS params = {arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
     const OleKeepAlive alive(*this);
-    for (const OlePtr<IDispatch>& sink : m_parts->events.Sinks<IDispatch>()) {
+    for (const common::ComPtr<IDispatch>& sink : m_parts->events.Sinks<IDispatch>()) {
         sink->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, nullptr, nullptr,
                      nullptr);
     }
@@ -85,7 +85,7 @@ void __cdecl COleControl::FireEvent(DISPID dispid, BYTE* pbParams, ...) {
 
 void COleControl::BoundPropertyChanged(DISPID dispid) {
     const OleKeepAlive alive(*this);
-    for (const OlePtr<IPropertyNotifySink>& sink :
+    for (const common::ComPtr<IPropertyNotifySink>& sink :
          m_parts->propertyNotifications.Sinks<IPropertyNotifySink>()) {
         sink->OnChanged(dispid);
     }
@@ -93,7 +93,7 @@ void COleControl::BoundPropertyChanged(DISPID dispid) {
 
 BOOL COleControl::BoundPropertyRequestEdit(DISPID dispid) {
     const OleKeepAlive alive(*this);
-    for (const OlePtr<IPropertyNotifySink>& sink :
+    for (const common::ComPtr<IPropertyNotifySink>& sink :
          m_parts->propertyNotifications.Sinks<IPropertyNotifySink>()) {
         if (sink->OnRequestEdit(dispid) == S_FALSE) {
             return FALSE;

@@ -1,7 +1,10 @@
 // What a control knows of its container: the client site and the interfaces behind it.
 #pragma once
 
-#include "core/OlePointer.h"
+#include "common/ComPtr.h"
+
+#include <ocidl.h>
+#include <ole2.h>
 
 class ControlSite {
 public:
@@ -14,10 +17,10 @@ public:
     [[nodiscard]] IDispatch* Ambients() const noexcept { return m_ambients.Get(); }
 
     /// An ambient property converted to a type; FALSE when the container has none, or one of no such type.
-    bool Ambient(DISPID id, VARTYPE type, OleVariant& value) const noexcept;
+    bool Ambient(DISPID id, VARTYPE type, common::Variant& value) const noexcept;
 
 private:
-    OlePtr<IOleClientSite> m_client;
-    OlePtr<IOleControlSite> m_control;
-    OlePtr<IDispatch> m_ambients;
+    common::ComPtr<IOleClientSite> m_client;
+    common::ComPtr<IOleControlSite> m_control;
+    common::ComPtr<IDispatch> m_ambients;
 };

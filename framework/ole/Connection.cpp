@@ -5,19 +5,19 @@
 namespace {
 
 struct PointPolicy {
-    static bool Copy(const OlePtr<IConnectionPoint>& from, IConnectionPoint*& to) noexcept {
+    static bool Copy(const common::ComPtr<IConnectionPoint>& from, IConnectionPoint*& to) noexcept {
         to = from.Copy().Detach();
         return true;
     }
     static void Clean(IConnectionPoint* item) noexcept { item->Release(); }
-    static OlePtr<IConnectionPoint> Duplicate(const OlePtr<IConnectionPoint>& item) noexcept {
+    static common::ComPtr<IConnectionPoint> Duplicate(const common::ComPtr<IConnectionPoint>& item) noexcept {
         return item.Copy();
     }
 };
 
 struct KeptConnection {
     DWORD cookie;
-    OlePtr<IUnknown> sink;
+    common::ComPtr<IUnknown> sink;
 };
 
 struct ConnectionPolicy {
@@ -32,7 +32,7 @@ struct ConnectionPolicy {
 };
 
 using EnumPoints = OleEnum<IEnumConnectionPoints, IID_IEnumConnectionPoints, IConnectionPoint*,
-                           OlePtr<IConnectionPoint>, PointPolicy>;
+                           common::ComPtr<IConnectionPoint>, PointPolicy>;
 using EnumConnectionsOf =
     OleEnum<IEnumConnections, IID_IEnumConnections, CONNECTDATA, KeptConnection, ConnectionPolicy>;
 
@@ -78,9 +78,9 @@ STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
             return E_POINTER;
         }
         *cookie = 0;
-        OlePtr<IUnknown> connected = OleQuery<IUnknown>(sink, m_iid);
+        common::ComPtr<IUnknown> connected = common::Query<IUnknown>(sink, m_iid);
         if (!connected && m_orDispatch) {
-            connected = OleQuery<IUnknown>(sink, IID_IDispatch);
+            connected = common::Query<IUnknown>(sink, IID_IDispatch);
         }
         if (!connected) {
             return CONNECT_E_CANNOTCONNECT;
@@ -95,7 +95,7 @@ STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) {
     return OleGuard(m_owner, [&]() -> HRESULT {
         for (auto place = m_connections.begin(); place != m_connections.end(); ++place) {
             if (place->cookie == cookie) {
-                const OlePtr<IUnknown> dropped =
+                const common::ComPtr<IUnknown> dropped =
                     std::move(place->sink); // released after the list is in order
                 m_connections.erase(place);
                 return S_OK;
@@ -126,7 +126,7 @@ STDMETHODIMP ConnectionPointContainerPart::EnumConnectionPoints(IEnumConnectionP
             return E_POINTER;
         }
         *points = nullptr;
-        std::vector<OlePtr<IConnectionPoint>> kept;
+        std::vector<common::ComPtr<IConnectionPoint>> kept;
         for (ConnectionPoint* point : m_points) {
             kept.emplace_back(point);
         }

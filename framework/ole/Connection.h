@@ -25,8 +25,8 @@ public:
 
     /// References to the sinks connected now; Sink is the point's interface, or IDispatch.
     template <class Sink>
-    [[nodiscard]] std::vector<OlePtr<Sink>> Sinks() const {
-        std::vector<OlePtr<Sink>> sinks;
+    [[nodiscard]] std::vector<common::ComPtr<Sink>> Sinks() const {
+        std::vector<common::ComPtr<Sink>> sinks;
         sinks.reserve(m_connections.size());
         for (const Connection& connection : m_connections) {
             sinks.emplace_back(static_cast<Sink*>(connection.sink.Get()));
@@ -48,7 +48,7 @@ public:
 private:
     struct Connection {
         DWORD cookie;
-        OlePtr<IUnknown> sink; ///< the sink's interface, queried
+        common::ComPtr<IUnknown> sink; ///< the sink's interface, queried
     };
 
     CCmdTarget& m_owner;

@@ -1,7 +1,7 @@
 // The arguments of one automation call, converted to the types that the member takes.
 #pragma once
 
-#include "core/OlePointer.h"
+#include "common/ComPtr.h"
 
 #include <string_view>
 #include <vector>

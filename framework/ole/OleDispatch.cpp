@@ -77,7 +77,7 @@ STDMETHODIMP OleDispatchPart::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT co
             return S_OK;
         }
         // The map knows no names of parameters; the type library does.
-        OlePtr<ITypeInfo> info;
+        common::ComPtr<ITypeInfo> info;
         return SUCCEEDED(OwnTypeInfo(lcid, info.Receive())) ? info->GetIDsOfNames(names, count, ids)
                                                             : DISP_E_UNKNOWNNAME;
     });
@@ -112,7 +112,7 @@ STDMETHODIMP OleDispatchPart::Invoke(DISPID id, REFIID iid, LCID lcid, WORD flag
 HRESULT OleDispatchPart::Run(const AFX_DISPMAP_ENTRY& entry, LCID lcid, WORD flags, const DISPPARAMS& params,
                              VARIANT* result, UINT* wrongArgument) {
     OleArguments arguments(lcid, wrongArgument);
-    OleVariant discarded;
+    common::Variant discarded;
     VARIANT* const wanted = result ? result : &discarded;
     HRESULT read = DISP_E_MEMBERNOTFOUND;
     if (entry.pfnCall && (flags & DISPATCH_METHOD)) {

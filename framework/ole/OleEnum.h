@@ -1,8 +1,8 @@
 // Enumerators over a copy of a list: what is enumerated may change or go while a client still holds one.
 #pragma once
 
+#include "common/ComPtr.h"
 #include "core/ModuleState.h"
-#include "core/OlePointer.h"
 
 #include <algorithm>
 #include <atomic>

@@ -93,7 +93,7 @@ HRESULT CCmdTarget::GetTypeLib(LCID lcid, ITypeLib** ppTypeLib) {
 HRESULT CCmdTarget::GetTypeInfoOfGuid(LCID lcid, const GUID& guid, ITypeInfo** ppTypeInfo) {
     *ppTypeInfo = nullptr;
     CTypeLibCache* cache = GetTypeLibCache();
-    OlePtr<ITypeLib> library = cache ? cache->Lookup(lcid) : OlePtr<ITypeLib>();
+    common::ComPtr<ITypeLib> library = cache ? cache->Lookup(lcid) : common::ComPtr<ITypeLib>();
     if (!library) {
         const HRESULT loaded = GetTypeLib(lcid, library.Receive());
         if (FAILED(loaded)) {

@@ -6,10 +6,14 @@
 // maps, nested-part macros.
 #pragma once
 
+#include "common/ComPtr.h"
 #include "core/CmdTarget.h"
 #include "core/ModuleState.h"
-#include "core/OlePointer.h"
 #include "OleDispatch.h"
+
+#include <ocidl.h>
+#include <ole2.h>
+#include <olectl.h>
 
 #include <atomic>
 #include <new>

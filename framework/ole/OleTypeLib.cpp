@@ -13,8 +13,8 @@ CString AfxModulePath(HINSTANCE module) {
     return path;
 }
 
-HRESULT AfxLoadTypeLibOf(const CString& path, REFGUID tlid, OlePtr<ITypeLib>& library) {
-    OlePtr<ITypeLib> found;
+HRESULT AfxLoadTypeLibOf(const CString& path, REFGUID tlid, common::ComPtr<ITypeLib>& library) {
+    common::ComPtr<ITypeLib> found;
     TLIBATTR* attributes = nullptr;
     HRESULT result = ::LoadTypeLibEx(path, REGKIND_NONE, found.Receive());
     if (SUCCEEDED(result)) {
@@ -34,7 +34,7 @@ HRESULT AfxLoadTypeLibOf(const CString& path, REFGUID tlid, OlePtr<ITypeLib>& li
 
 HRESULT AfxLoadTypeLib(REFGUID tlid, WORD wVerMajor, WORD wVerMinor, LCID lcid, ITypeLib** ppTypeLib) {
     const HRESULT registered = ::LoadRegTypeLib(tlid, wVerMajor, wVerMinor, lcid, ppTypeLib);
-    OlePtr<ITypeLib> own;
+    common::ComPtr<ITypeLib> own;
     if (SUCCEEDED(registered) || FAILED(AfxLoadTypeLibOf(AfxModulePath(AfxGetInstanceHandle()), tlid, own))) {
         return registered;
     }
@@ -48,14 +48,14 @@ void CTypeLibCache::Unlock() noexcept {
     }
 }
 
-OlePtr<ITypeLib> CTypeLibCache::Lookup(LCID lcid) const noexcept {
-    return m_lcid == lcid ? m_library.Copy() : OlePtr<ITypeLib>();
+common::ComPtr<ITypeLib> CTypeLibCache::Lookup(LCID lcid) const noexcept {
+    return m_lcid == lcid ? m_library.Copy() : common::ComPtr<ITypeLib>();
 }
 
 void CTypeLibCache::Cache(LCID lcid, ITypeLib* library) noexcept {
     if (m_locks > 0) {
         m_lcid = lcid;
-        m_library = OlePtr<ITypeLib>(library);
+        m_library = common::ComPtr<ITypeLib>(library);
     }
 }
 

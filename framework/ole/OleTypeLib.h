@@ -1,8 +1,8 @@
 // Type libraries of automation objects: the macros that name a class's library, and the cache of loaded ones.
 #pragma once
 
+#include "common/ComPtr.h"
 #include "core/CString.h"
-#include "core/OlePointer.h"
 
 /// Keeps a type library loaded, for one locale, as long as somebody has locked the cache.
 class CTypeLibCache {
@@ -11,7 +11,7 @@ public:
     /// The last unlock releases the library.
     void Unlock() noexcept;
     /// The library for a locale; null when it is not the one kept.
-    OlePtr<ITypeLib> Lookup(LCID lcid) const noexcept;
+    common::ComPtr<ITypeLib> Lookup(LCID lcid) const noexcept;
     /// Keeps a library while the cache is locked.
     void Cache(LCID lcid, ITypeLib* library) noexcept;
 
@@ -20,7 +20,7 @@ public:
 private:
     LONG m_locks = 0;
     LCID m_lcid = 0;
-    OlePtr<ITypeLib> m_library;
+    common::ComPtr<ITypeLib> m_library;
 };
 
 /// The module's cache for a library, made on first use; null when memory is out.
@@ -35,7 +35,7 @@ protected:                                                                      
 /// Full path of a module; empty when it is not known.
 CString AfxModulePath(HINSTANCE module);
 /// The library in a file; TYPE_E_LIBNOTREGISTERED when its GUID is another.
-HRESULT AfxLoadTypeLibOf(const CString& path, REFGUID tlid, OlePtr<ITypeLib>& library);
+HRESULT AfxLoadTypeLibOf(const CString& path, REFGUID tlid, common::ComPtr<ITypeLib>& library);
 /// The registered library for a locale. When there is none, that of the module itself: a host may have
 /// activated the module without registration.
 HRESULT AfxLoadTypeLib(REFGUID tlid, WORD wVerMajor, WORD wVerMinor, LCID lcid, ITypeLib** ppTypeLib);

@@ -3,6 +3,9 @@
 #include "core/CmdTarget.h"
 #include "core/CString.h"
 #include "OleEnum.h"
+#include "OleTaskString.h"
+
+#include <ole2.h>
 
 namespace {
 

@@ -100,7 +100,7 @@ BOOL AFXAPI AfxOleRegisterTypeLib(HINSTANCE hInstance, REFGUID tlid, LPCTSTR psz
     if (pszFileName) {
         path = path.Left(path.ReverseFind(L'\\') + 1) + pszFileName;
     }
-    OlePtr<ITypeLib> library;
+    common::ComPtr<ITypeLib> library;
     if (FAILED(AfxLoadTypeLibOf(path, tlid, library))) {
         return FALSE;
     }

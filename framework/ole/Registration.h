@@ -4,7 +4,7 @@
 // of servers that insert documents.
 #pragma once
 
-#include "core/OlePointer.h"
+#include "common/ComPtr.h"
 
 // Registration flags of a control class.
 constexpr int afxRegInsertable = 0x0001;

@@ -32,7 +32,7 @@ LPDISPATCH* COlePropertyPage::GetObjectArray(ULONG* pnObjects) {
 
 void COlePropertyPage::SetModifiedFlag(BOOL bModified) {
     m_modified = bModified != FALSE;
-    const OlePtr<IPropertyPageSite> site = m_site.Copy();
+    const common::ComPtr<IPropertyPageSite> site = m_site.Copy();
     if (site) {
         site->OnStatusChange(m_modified ? PROPPAGESTATUS_DIRTY : PROPPAGESTATUS_CLEAN);
     }
@@ -66,13 +66,12 @@ void COlePropertyPage::SendPending() {
     const std::vector<Pending> pending = std::move(m_pending);
     m_pending.clear();
     for (const Pending& change : pending) {
-        OleString value(change.value);
-        OleVariant argument;
+        common::Variant argument;
         (&argument)->vt = VT_BSTR;
-        (&argument)->bstrVal = std::exchange(*value.Receive(), nullptr);
+        (&argument)->bstrVal = change.value.AllocSysString();
         DISPID name = DISPID_PROPERTYPUT;
         DISPPARAMS params = {&argument, &name, 1, 1};
-        for (const OlePtr<IDispatch>& object : m_objects) {
+        for (const common::ComPtr<IDispatch>& object : m_objects) {
             DISPID id = DISPID_UNKNOWN;
             LPOLESTR property = const_cast<LPOLESTR>(change.property.GetString());
             if (SUCCEEDED(object->GetIDsOfNames(IID_NULL, &property, 1, LOCALE_USER_DEFAULT, &id))) {
@@ -89,8 +88,8 @@ namespace {
 bool ReadText(IDispatch* object, LPCTSTR name, CString& text) {
     DISPID id = DISPID_UNKNOWN;
     LPOLESTR property = const_cast<LPOLESTR>(name);
-    OleVariant value;
-    OleVariant shown;
+    common::Variant value;
+    common::Variant shown;
     DISPPARAMS none{};
     if (FAILED(object->GetIDsOfNames(IID_NULL, &property, 1, LOCALE_USER_DEFAULT, &id)) ||
         FAILED(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value, nullptr,

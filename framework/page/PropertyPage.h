@@ -58,8 +58,8 @@ private:
     UINT m_idDlg;
     UINT m_idCaption;
     bool m_modified = false;
-    OlePtr<IPropertyPageSite> m_site;
-    std::vector<OlePtr<IDispatch>> m_objects;
+    common::ComPtr<IPropertyPageSite> m_site;
+    std::vector<common::ComPtr<IDispatch>> m_objects;
     std::vector<LPDISPATCH> m_objectArray; ///< the same, as GetObjectArray gives them
     std::vector<Pending> m_pending;
     PropertyPagePart m_xPropertyPage{*this};

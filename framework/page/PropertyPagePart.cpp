@@ -1,5 +1,6 @@
 #include "PropertyPagePart.h"
 
+#include "ole/OleTaskString.h"
 #include "PropertyPage.h"
 #include "windows/DialogKeys.h"
 
@@ -29,7 +30,7 @@ STDMETHODIMP PropertyPagePart::SetPageSite(IPropertyPageSite* site) {
         if (site && m_page.m_site) {
             return E_UNEXPECTED; // the page is in a frame already
         }
-        m_page.m_site = OlePtr<IPropertyPageSite>(site);
+        m_page.m_site = common::ComPtr<IPropertyPageSite>(site);
         m_page.OnSetPageSite();
         return S_OK;
     });
@@ -86,9 +87,9 @@ STDMETHODIMP PropertyPagePart::SetObjects(ULONG count, IUnknown** objects) {
         if (count > 0 && !objects) {
             return E_POINTER;
         }
-        std::vector<OlePtr<IDispatch>> kept;
+        std::vector<common::ComPtr<IDispatch>> kept;
         for (ULONG i = 0; i < count; ++i) {
-            OlePtr<IDispatch> object = OleQuery<IDispatch>(objects[i], IID_IDispatch);
+            common::ComPtr<IDispatch> object = common::Query<IDispatch>(objects[i], IID_IDispatch);
             if (!object) {
                 return E_NOINTERFACE;
             }
@@ -96,7 +97,7 @@ STDMETHODIMP PropertyPagePart::SetObjects(ULONG count, IUnknown** objects) {
         }
         m_page.m_objects.swap(kept);
         m_page.m_objectArray.clear();
-        for (const OlePtr<IDispatch>& object : m_page.m_objects) {
+        for (const common::ComPtr<IDispatch>& object : m_page.m_objects) {
             m_page.m_objectArray.push_back(object.Get());
         }
         m_page.OnObjectsChanged();
@@ -159,7 +160,7 @@ STDMETHODIMP PropertyPagePart::TranslateAccelerator(MSG* message) {
         if (m_page.m_hWnd && AfxTranslateDialogKey(m_page.m_hWnd, *message)) {
             return S_OK;
         }
-        const OlePtr<IPropertyPageSite> site = m_page.m_site.Copy();
+        const common::ComPtr<IPropertyPageSite> site = m_page.m_site.Copy();
         return site && site->TranslateAccelerator(message) == S_OK ? S_OK : S_FALSE;
     });
 }

@@ -31,7 +31,7 @@ STDMETHODIMP PersistStoragePart::Load(IStorage* storage) {
         if (m_persistence.WasLoaded()) {
             return CO_E_ALREADYINITIALIZED;
         }
-        OlePtr<IStream> stream;
+        common::ComPtr<IStream> stream;
         const HRESULT opened =
             storage->OpenStream(kStreamName, nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0, stream.Receive());
         if (FAILED(opened)) {
@@ -50,7 +50,7 @@ STDMETHODIMP PersistStoragePart::Save(IStorage* storage, BOOL) {
         CLSID clsid{};
         m_persistence.GetClassID(&clsid);
         ::WriteClassStg(storage, clsid);
-        OlePtr<IStream> stream;
+        common::ComPtr<IStream> stream;
         const HRESULT created = storage->CreateStream(
             kStreamName, STGM_CREATE | STGM_WRITE | STGM_SHARE_EXCLUSIVE, 0, 0, stream.Receive());
         if (FAILED(created)) {

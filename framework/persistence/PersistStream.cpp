@@ -3,8 +3,8 @@
 namespace {
 
 /// A growing stream in memory; null when memory is out.
-OlePtr<IStream> MemoryStream() {
-    OlePtr<IStream> stream;
+common::ComPtr<IStream> MemoryStream() {
+    common::ComPtr<IStream> stream;
     ::CreateStreamOnHGlobal(nullptr, TRUE, stream.Receive());
     return stream;
 }
@@ -16,8 +16,8 @@ ULONG SizeOf(IStream& stream) {
 }
 
 /// The state as bytes; null when it cannot be had.
-OlePtr<IStream> SavedState(Persistence& persistence) {
-    OlePtr<IStream> stream = MemoryStream();
+common::ComPtr<IStream> SavedState(Persistence& persistence) {
+    common::ComPtr<IStream> stream = MemoryStream();
     if (stream) {
         OleStreamExchange exchange(*stream.Get(), FALSE);
         if (FAILED(persistence.Save(exchange, FALSE))) {
@@ -62,7 +62,7 @@ STDMETHODIMP PersistStreamInitPart::GetSizeMax(ULARGE_INTEGER* size) {
         if (!size) {
             return E_POINTER;
         }
-        const OlePtr<IStream> state = SavedState(m_persistence);
+        const common::ComPtr<IStream> state = SavedState(m_persistence);
         size->QuadPart = state ? SizeOf(*state.Get()) : 0;
         return state ? S_OK : E_FAIL;
     });
@@ -85,7 +85,7 @@ STDMETHODIMP PersistMemoryPart::Load(LPVOID memory, ULONG size) {
         if (!memory) {
             return E_POINTER;
         }
-        const OlePtr<IStream> stream = MemoryStream();
+        const common::ComPtr<IStream> stream = MemoryStream();
         if (!stream || FAILED(stream->Write(memory, size, nullptr)) ||
             FAILED(stream->Seek({}, STREAM_SEEK_SET, nullptr))) {
             return E_OUTOFMEMORY;
@@ -100,7 +100,7 @@ STDMETHODIMP PersistMemoryPart::Save(LPVOID memory, BOOL clearDirty, ULONG size)
         if (!memory) {
             return E_POINTER;
         }
-        const OlePtr<IStream> state = SavedState(m_persistence);
+        const common::ComPtr<IStream> state = SavedState(m_persistence);
         if (!state || FAILED(state->Seek({}, STREAM_SEEK_SET, nullptr))) {
             return E_FAIL;
         }
@@ -121,7 +121,7 @@ STDMETHODIMP PersistMemoryPart::GetSizeMax(ULONG* size) {
         if (!size) {
             return E_POINTER;
         }
-        const OlePtr<IStream> state = SavedState(m_persistence);
+        const common::ComPtr<IStream> state = SavedState(m_persistence);
         *size = state ? SizeOf(*state.Get()) : 0;
         return state ? S_OK : E_FAIL;
     });

@@ -86,9 +86,9 @@ BOOL OleStreamExchange::ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionD
 }
 
 bool OleBagExchange::Load(LPCTSTR name, VARTYPE type, void* value) {
-    OleVariant read;
+    common::Variant read;
     (&read)->vt = type; // tells the bag what is wanted
-    OleVariant wanted;
+    common::Variant wanted;
     if (FAILED(m_bag.Read(name, &read, m_log)) || read.Get().vt == VT_EMPTY ||
         FAILED(::VariantChangeType(&wanted, &read, 0, type))) {
         return false;
@@ -108,7 +108,7 @@ bool OleBagExchange::Load(LPCTSTR name, VARTYPE type, void* value) {
 }
 
 bool OleBagExchange::Save(LPCTSTR name, VARTYPE type, const void* value) {
-    OleVariant written;
+    common::Variant written;
     VARIANT* variant = &written;
     switch (type) {
     case VT_BSTR:

@@ -6,8 +6,10 @@
 // refused.
 #pragma once
 
+#include "common/ComPtr.h"
 #include "core/CString.h"
-#include "core/OlePointer.h"
+
+#include <ocidl.h>
 
 class CPropExchange {
 public:

@@ -67,7 +67,7 @@ INT_PTR CFileDialog::DoModal() {
     // The whole host window is disabled meanwhile, not only the child that asks.
     const HWND owner = m_pParentWnd ? ::GetAncestor(m_pParentWnd->m_hWnd, GA_ROOT) : nullptr;
     const AfxActivationScope activation;
-    OlePtr<IShellItem> chosen;
+    common::ComPtr<IShellItem> chosen;
     if (FAILED(m_dialog->Show(owner)) || FAILED(m_dialog->GetResult(chosen.Receive()))) {
         return IDCANCEL;
     }

@@ -8,7 +8,7 @@
 // (bVistaStyle and dwSize are there for the signature), several files, other controls, m_ofn, events.
 #pragma once
 
-#include "core/OlePointer.h"
+#include "common/ComPtr.h"
 #include "Dialog.h"
 
 #include <commdlg.h>
@@ -49,8 +49,8 @@ private:
     HRESULT Prepare();
     HRESULT SetFilter();
 
-    OlePtr<IFileDialog> m_dialog;
-    OlePtr<IFileDialogCustomize> m_customize;
+    common::ComPtr<IFileDialog> m_dialog;
+    common::ComPtr<IFileDialogCustomize> m_customize;
     CString m_extension;
     CString m_name;
     CString m_filter;

@@ -1,7 +1,7 @@
 #include "DataObjectPart.h"
 
+#include "common/Himetric.h"
 #include "control/ControlParts.h"
-#include "control/ControlUnits.h"
 #include "ole/OleEnum.h"
 
 namespace {
@@ -46,7 +46,7 @@ void Record(COleControl& control, HDC metafile, SIZE pixels) {
 } // namespace
 
 void DataObjectPart::NotifyChange() {
-    const OlePtr<IDataAdviseHolder> holder = m_holder.Copy();
+    const common::ComPtr<IDataAdviseHolder> holder = m_holder.Copy();
     if (holder) {
         holder->SendOnDataChange(this, 0, 0);
     }
@@ -73,7 +73,7 @@ HRESULT DataObjectPart::RenderEnhanced(STGMEDIUM& medium) {
     if (!recorder) {
         return E_OUTOFMEMORY;
     }
-    Record(m_control, recorder, OleToPixels(extent));
+    Record(m_control, recorder, common::HimetricToPixels(extent));
     medium.tymed = TYMED_ENHMF;
     medium.hEnhMetaFile = ::CloseEnhMetaFile(recorder);
     return medium.hEnhMetaFile ? S_OK : E_OUTOFMEMORY;
@@ -81,7 +81,7 @@ HRESULT DataObjectPart::RenderEnhanced(STGMEDIUM& medium) {
 
 HRESULT DataObjectPart::RenderMetafile(STGMEDIUM& medium) {
     const SIZE extent = m_parts.extent;
-    const SIZE pixels = OleToPixels(extent);
+    const SIZE pixels = common::HimetricToPixels(extent);
     const HDC recorder = ::CreateMetaFile(nullptr);
     if (!recorder) {
         return E_OUTOFMEMORY;
@@ -181,7 +181,7 @@ HRESULT OleCachePart::WithCache(Call call) {
                 return made;
             }
         }
-        const OlePtr<IOleCache> cache = m_cache.Copy();
+        const common::ComPtr<IOleCache> cache = m_cache.Copy();
         return call(*cache.Get());
     });
 }

@@ -28,7 +28,7 @@ private:
     HRESULT RenderEnhanced(STGMEDIUM& medium);
     HRESULT NeedHolder();
 
-    OlePtr<IDataAdviseHolder> m_holder;
+    common::ComPtr<IDataAdviseHolder> m_holder;
 };
 
 /// The system's own cache, made on first use.
@@ -48,5 +48,5 @@ private:
     template <class Call>
     HRESULT WithCache(Call call);
 
-    OlePtr<IOleCache> m_cache;
+    common::ComPtr<IOleCache> m_cache;
 };

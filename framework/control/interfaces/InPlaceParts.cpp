@@ -75,7 +75,7 @@ STDMETHODIMP InPlaceActiveObjectPart::TranslateAccelerator(LPMSG message) {
         if (m_control.PreTranslateMessage(message)) {
             return S_OK;
         }
-        const OlePtr<IOleControlSite> site(m_parts.site.Control());
+        const common::ComPtr<IOleControlSite> site(m_parts.site.Control());
         return site && site->TranslateAccelerator(message, Modifiers()) == S_OK ? S_OK : S_FALSE;
     });
 }

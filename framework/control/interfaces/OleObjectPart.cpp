@@ -2,7 +2,8 @@
 
 #include "control/ControlParts.h"
 
-#include "control/ControlUnits.h"
+#include "common/Himetric.h"
+#include "ole/OleTaskString.h"
 
 STDMETHODIMP OleObjectPart::SetClientSite(IOleClientSite* site) {
     return Guard([&]() -> HRESULT {
@@ -16,7 +17,7 @@ STDMETHODIMP OleObjectPart::GetClientSite(IOleClientSite** site) {
         if (!site) {
             return E_POINTER;
         }
-        *site = OlePtr<IOleClientSite>(m_control.GetClientSite()).Detach();
+        *site = common::ComPtr<IOleClientSite>(m_control.GetClientSite()).Detach();
         return S_OK;
     });
 }

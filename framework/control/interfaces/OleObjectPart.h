@@ -8,7 +8,7 @@ public:
     using ControlPart::ControlPart;
 
     /// Tells every IAdviseSink of IOleObject::Advise; null while nobody ever advised.
-    [[nodiscard]] OlePtr<IOleAdviseHolder> Holder() const noexcept { return m_holder.Copy(); }
+    [[nodiscard]] common::ComPtr<IOleAdviseHolder> Holder() const noexcept { return m_holder.Copy(); }
 
     STDMETHODIMP SetClientSite(IOleClientSite* site) override;
     STDMETHODIMP GetClientSite(IOleClientSite** site) override;
@@ -37,5 +37,5 @@ private:
     HRESULT RunVerb(LONG verb, LPMSG message, HWND parent, LPCRECT rect);
     HRESULT NeedHolder();
 
-    OlePtr<IOleAdviseHolder> m_holder;
+    common::ComPtr<IOleAdviseHolder> m_holder;
 };

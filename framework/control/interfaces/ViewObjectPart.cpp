@@ -2,7 +2,7 @@
 
 #include "control/ControlParts.h"
 
-#include "control/ControlUnits.h"
+#include "common/Himetric.h"
 #include <algorithm>
 
 namespace {
@@ -41,7 +41,7 @@ HRESULT CheckAspect(DWORD aspect, LONG index) noexcept {
 } // namespace
 
 void ViewObjectPart::NotifyChange() {
-    const OlePtr<IAdviseSink> sink = m_sink.Copy();
+    const common::ComPtr<IAdviseSink> sink = m_sink.Copy();
     if (!sink || !(m_aspects & DVASPECT_CONTENT)) {
         return;
     }
@@ -114,7 +114,7 @@ STDMETHODIMP ViewObjectPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* 
     return Guard([&]() -> HRESULT {
         m_aspects = aspects;
         m_flags = flags;
-        m_sink = OlePtr<IAdviseSink>(sink);
+        m_sink = common::ComPtr<IAdviseSink>(sink);
         if (flags & ADVF_PRIMEFIRST) {
             NotifyChange();
         }
@@ -185,8 +185,8 @@ STDMETHODIMP ViewObjectPart::QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT 
     if (!bounds || !rect || !hit) {
         return E_POINTER;
     }
-    RECT common{};
-    *hit = ::IntersectRect(&common, bounds, rect) ? HITRESULT_HIT : HITRESULT_OUTSIDE;
+    RECT overlap{};
+    *hit = ::IntersectRect(&overlap, bounds, rect) ? HITRESULT_HIT : HITRESULT_OUTSIDE;
     return CheckAspect(aspect, -1);
 }
 

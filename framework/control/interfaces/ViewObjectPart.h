@@ -35,7 +35,7 @@ public:
 private:
     HRESULT DrawInto(HDC dc, const RECT& bounds);
 
-    OlePtr<IAdviseSink> m_sink;
+    common::ComPtr<IAdviseSink> m_sink;
     DWORD m_aspects = 0;
     DWORD m_flags = 0;
 };

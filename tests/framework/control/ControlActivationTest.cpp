@@ -23,7 +23,7 @@ protected:
     }
 
     MockContainer m_container;
-    OlePtr<IUnknown> m_control;
+    ComPtr<IUnknown> m_control;
 };
 
 TEST_F(ControlActivationTest, InPlaceActivationAsksTheContainerInOrder) {
@@ -56,7 +56,7 @@ TEST_F(ControlActivationTest, EveryNewSizeIsDrawnAlsoWhenTheDialogCoversAll) {
     Embed();
     ASSERT_EQ(S_OK, m_container.DoVerb(OLEIVERB_SHOW));
     Pump();
-    const OlePtr<IOleInPlaceObject> inPlace = m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
+    const ComPtr<IOleInPlaceObject> inPlace = m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
     for (const CRect& place : {CRect(0, 0, 300, 150), CRect(0, 0, 120, 60), CRect(5, 5, 125, 65)}) {
         CTestControl::last->drawn.clear();
         ASSERT_EQ(S_OK, inPlace->SetObjectRects(place, place));
@@ -80,7 +80,7 @@ TEST_F(ControlActivationTest, ClipRectangleCutsTheWindow) {
     CRect box;
     EXPECT_EQ(SIMPLEREGION, ::GetWindowRgnBox(m_container.ControlWindow(), box));
     EXPECT_TRUE(IsRect(CRect(40, 0, 200, 100), box));
-    const OlePtr<IOleInPlaceObject> inPlace = m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
+    const ComPtr<IOleInPlaceObject> inPlace = m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
     ASSERT_EQ(S_OK, inPlace->SetObjectRects(&m_container.position, &m_container.position));
     EXPECT_EQ(0, ::GetWindowRgnBox(m_container.ControlWindow(), box)) << "no region";
     EXPECT_EQ(S_OK, inPlace->SetObjectRects(&m_container.position, nullptr));
@@ -97,7 +97,7 @@ TEST_F(ControlActivationTest, UIActivationNamesTheActiveObjectAndDeactivationTak
     EXPECT_TRUE(m_container.WasCalled("OnFocus(1)"));
     EXPECT_TRUE(::IsChild(m_container.ControlWindow(), ::GetFocus())) << "the keyboard is in the dialog";
 
-    const OlePtr<IOleInPlaceObject> inPlace = m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
+    const ComPtr<IOleInPlaceObject> inPlace = m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
     m_container.ForgetCalls();
     EXPECT_EQ(S_OK, inPlace->UIDeactivate());
     EXPECT_FALSE(m_container.HasActiveObject());
@@ -115,7 +115,7 @@ TEST_F(ControlActivationTest, UIActivationNamesTheActiveObjectAndDeactivationTak
 
 TEST_F(ControlActivationTest, ReactivatesAsOftenAsTheContainerLikes) {
     Embed();
-    const OlePtr<IOleInPlaceObject> inPlace = m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
+    const ComPtr<IOleInPlaceObject> inPlace = m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
     for (int round = 0; round < 3; ++round) {
         ASSERT_EQ(S_OK, m_container.DoVerb(OLEIVERB_PRIMARY));
         HWND window = nullptr;
@@ -186,7 +186,7 @@ TEST_F(ControlActivationTest, OddRectanglesAreHarmless) {
     m_container.clip = {0, 0, 0, 0};
     Embed();
     ASSERT_EQ(S_OK, m_container.DoVerb(OLEIVERB_SHOW));
-    const OlePtr<IOleInPlaceObject> inPlace = m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
+    const ComPtr<IOleInPlaceObject> inPlace = m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
     const RECT inverted = {100, 100, 50, 50};
     EXPECT_EQ(S_OK, inPlace->SetObjectRects(&inverted, &inverted));
     EXPECT_EQ(100, RectOf(m_container.ControlWindow()).left);
@@ -197,7 +197,7 @@ TEST_F(ControlActivationTest, OddRectanglesAreHarmless) {
 
 TEST_F(ControlActivationTest, SitelessControlIsNotActivated) {
     m_control = CreateControl();
-    const OlePtr<IOleObject> object = m_control.As<IOleObject>(IID_IOleObject);
+    const ComPtr<IOleObject> object = m_control.As<IOleObject>(IID_IOleObject);
     const RECT place = {0, 0, 10, 10};
     EXPECT_EQ(OLE_E_NOT_INPLACEACTIVE,
               object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, nullptr, 0, m_container.Window(), &place));

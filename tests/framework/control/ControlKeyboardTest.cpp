@@ -38,8 +38,8 @@ protected:
     }
 
     MockContainer m_container;
-    OlePtr<IUnknown> m_control;
-    OlePtr<IOleInPlaceActiveObject> m_active;
+    ComPtr<IUnknown> m_control;
+    ComPtr<IOleInPlaceActiveObject> m_active;
 };
 
 TEST_F(ControlKeyboardTest, TabGoesThroughTheEnabledControlsAndOut) {

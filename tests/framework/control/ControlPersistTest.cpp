@@ -6,8 +6,8 @@ namespace {
 class ControlPersistTest : public OleTest {
 protected:
     /// A control that differs from a new one in everything persistent.
-    static OlePtr<IUnknown> Changed() {
-        OlePtr<IUnknown> control = CreateControl();
+    static ComPtr<IUnknown> Changed() {
+        ComPtr<IUnknown> control = CreateControl();
         CTestControl::last->caption = CString(L"a\0b", 3);
         CTestControl::last->count = -7;
         SIZEL extent = {1000, 2000};
@@ -15,7 +15,7 @@ protected:
         CTestControl::last->SetModifiedFlag();
         return control;
     }
-    static void ExpectChanged(const OlePtr<IUnknown>& control) {
+    static void ExpectChanged(const ComPtr<IUnknown>& control) {
         EXPECT_EQ(3, CTestControl::last->caption.GetLength());
         EXPECT_EQ(-7, CTestControl::last->count);
         SIZEL extent{};
@@ -28,21 +28,21 @@ protected:
         EXPECT_EQ(CString(L"untitled"), CTestControl::last->caption);
         EXPECT_EQ(5, CTestControl::last->count);
     }
-    static OlePtr<IPersistStreamInit> Stream(const OlePtr<IUnknown>& control) {
+    static ComPtr<IPersistStreamInit> Stream(const ComPtr<IUnknown>& control) {
         return control.As<IPersistStreamInit>(IID_IPersistStreamInit);
     }
-    static OlePtr<IStream> Memory() {
-        OlePtr<IStream> stream;
+    static ComPtr<IStream> Memory() {
+        ComPtr<IStream> stream;
         ::CreateStreamOnHGlobal(nullptr, TRUE, stream.Receive());
         return stream;
     }
-    static void Rewind(const OlePtr<IStream>& stream) { stream->Seek({}, STREAM_SEEK_SET, nullptr); }
+    static void Rewind(const ComPtr<IStream>& stream) { stream->Seek({}, STREAM_SEEK_SET, nullptr); }
 };
 
 TEST_F(ControlPersistTest, StreamKeepsEverything) {
-    const OlePtr<IStream> stream = Memory();
+    const ComPtr<IStream> stream = Memory();
     {
-        const OlePtr<IUnknown> control = Changed();
+        const ComPtr<IUnknown> control = Changed();
         EXPECT_EQ(S_OK, Stream(control)->IsDirty());
         ASSERT_EQ(S_OK, Stream(control)->Save(stream.Get(), FALSE));
         EXPECT_EQ(S_OK, Stream(control)->IsDirty());
@@ -56,7 +56,7 @@ TEST_F(ControlPersistTest, StreamKeepsEverything) {
         EXPECT_EQ(S_FALSE, Stream(control)->IsDirty());
     }
     Rewind(stream);
-    const OlePtr<IUnknown> control = CreateControl();
+    const ComPtr<IUnknown> control = CreateControl();
     ASSERT_EQ(S_OK, Stream(control)->Load(stream.Get()));
     ExpectChanged(control);
     EXPECT_EQ(E_UNEXPECTED, Stream(control)->InitNew()) << "after a load";
@@ -65,8 +65,8 @@ TEST_F(ControlPersistTest, StreamKeepsEverything) {
 TEST_F(ControlPersistTest, MemoryKeepsEverything) {
     std::vector<BYTE> bytes;
     {
-        const OlePtr<IUnknown> control = Changed();
-        const OlePtr<IPersistMemory> memory = control.As<IPersistMemory>(IID_IPersistMemory);
+        const ComPtr<IUnknown> control = Changed();
+        const ComPtr<IPersistMemory> memory = control.As<IPersistMemory>(IID_IPersistMemory);
         ULONG size = 0;
         ASSERT_EQ(S_OK, memory->GetSizeMax(&size));
         bytes.resize(size);
@@ -75,7 +75,7 @@ TEST_F(ControlPersistTest, MemoryKeepsEverything) {
         ASSERT_EQ(S_OK, memory->Save(bytes.data(), TRUE, size));
         EXPECT_EQ(S_FALSE, memory->IsDirty());
     }
-    const OlePtr<IUnknown> control = CreateControl();
+    const ComPtr<IUnknown> control = CreateControl();
     ASSERT_EQ(
         S_OK,
         control.As<IPersistMemory>(IID_IPersistMemory)->Load(bytes.data(), static_cast<ULONG>(bytes.size())));
@@ -83,15 +83,15 @@ TEST_F(ControlPersistTest, MemoryKeepsEverything) {
 }
 
 TEST_F(ControlPersistTest, StorageKeepsEverything) {
-    OlePtr<ILockBytes> bytes;
-    OlePtr<IStorage> storage;
+    ComPtr<ILockBytes> bytes;
+    ComPtr<IStorage> storage;
     ASSERT_EQ(S_OK, ::CreateILockBytesOnHGlobal(nullptr, TRUE, bytes.Receive()));
     ASSERT_EQ(S_OK,
               ::StgCreateDocfileOnILockBytes(bytes.Get(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE,
                                              0, storage.Receive()));
     {
-        const OlePtr<IUnknown> control = Changed();
-        const OlePtr<IPersistStorage> persist = control.As<IPersistStorage>(IID_IPersistStorage);
+        const ComPtr<IUnknown> control = Changed();
+        const ComPtr<IPersistStorage> persist = control.As<IPersistStorage>(IID_IPersistStorage);
         ASSERT_EQ(S_OK, persist->Save(storage.Get(), TRUE));
         EXPECT_EQ(S_OK, persist->IsDirty()) << "until the container is done";
         EXPECT_EQ(S_OK, persist->SaveCompleted(nullptr));
@@ -101,8 +101,8 @@ TEST_F(ControlPersistTest, StorageKeepsEverything) {
     CLSID clsid{};
     EXPECT_EQ(S_OK, ::ReadClassStg(storage.Get(), &clsid));
     EXPECT_EQ(CTestControl::guid, clsid);
-    const OlePtr<IUnknown> control = CreateControl();
-    const OlePtr<IPersistStorage> persist = control.As<IPersistStorage>(IID_IPersistStorage);
+    const ComPtr<IUnknown> control = CreateControl();
+    const ComPtr<IPersistStorage> persist = control.As<IPersistStorage>(IID_IPersistStorage);
     ASSERT_EQ(S_OK, persist->Load(storage.Get()));
     ExpectChanged(control);
     EXPECT_EQ(CO_E_ALREADYINITIALIZED, persist->Load(storage.Get()));
@@ -112,7 +112,7 @@ TEST_F(ControlPersistTest, StorageKeepsEverything) {
 TEST_F(ControlPersistTest, BagKeepsEverythingAndLeavesDefaultsOut) {
     PropertyBag bag;
     {
-        const OlePtr<IUnknown> control = Changed();
+        const ComPtr<IUnknown> control = Changed();
         CTestControl::last->count = 5;
         ASSERT_EQ(S_OK, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Save(&bag, TRUE, FALSE));
         EXPECT_FALSE(CTestControl::last->IsModified());
@@ -122,7 +122,7 @@ TEST_F(ControlPersistTest, BagKeepsEverythingAndLeavesDefaultsOut) {
     }
     EXPECT_EQ(0x10000, bag.values[L"_Version"].lVal);
     EXPECT_EQ(1000, bag.values[L"_ExtentX"].lVal);
-    const OlePtr<IUnknown> control = CreateControl();
+    const ComPtr<IUnknown> control = CreateControl();
     ASSERT_EQ(S_OK, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Load(&bag, nullptr));
     ExpectChanged(control);
 }
@@ -132,7 +132,7 @@ TEST_F(ControlPersistTest, WhatABagLeavesOutHasItsDefault) {
     bag.values[L"Count"] = VARIANT{};
     bag.values[L"Count"].vt = VT_BSTR; // as pages written by hand give numbers
     bag.values[L"Count"].bstrVal = ::SysAllocString(L"12");
-    const OlePtr<IUnknown> control = CreateControl();
+    const ComPtr<IUnknown> control = CreateControl();
     CTestControl::last->caption = L"before";
     ASSERT_EQ(S_OK, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Load(&bag, nullptr));
     EXPECT_EQ(12, CTestControl::last->count);
@@ -140,7 +140,7 @@ TEST_F(ControlPersistTest, WhatABagLeavesOutHasItsDefault) {
 }
 
 TEST_F(ControlPersistTest, InitNewGivesTheDefaults) {
-    const OlePtr<IUnknown> control = Changed();
+    const ComPtr<IUnknown> control = Changed();
     ASSERT_EQ(S_OK, Stream(control)->InitNew());
     ExpectDefaults();
     EXPECT_EQ(S_FALSE, Stream(control)->IsDirty());
@@ -148,30 +148,30 @@ TEST_F(ControlPersistTest, InitNewGivesTheDefaults) {
 
 TEST_F(ControlPersistTest, DataOfAnotherVersionIsRefused) {
     for (const DWORD version : {0x00020000U, 0x00010001U, 0x00000009U, 0xFFFFFFFFU}) {
-        const OlePtr<IStream> stream = Memory();
+        const ComPtr<IStream> stream = Memory();
         {
-            const OlePtr<IUnknown> control = Changed();
+            const ComPtr<IUnknown> control = Changed();
             ASSERT_EQ(S_OK, Stream(control)->Save(stream.Get(), TRUE));
         }
         Rewind(stream);
         stream->Write(&version, sizeof(version), nullptr);
         Rewind(stream);
-        const OlePtr<IUnknown> control = CreateControl();
+        const ComPtr<IUnknown> control = CreateControl();
         EXPECT_EQ(E_FAIL, Stream(control)->Load(stream.Get()));
         ExpectDefaults();
     }
     PropertyBag bag;
     bag.values[L"_Version"].vt = VT_I4;
     bag.values[L"_Version"].lVal = 0x20000;
-    const OlePtr<IUnknown> control = CreateControl();
+    const ComPtr<IUnknown> control = CreateControl();
     EXPECT_EQ(E_FAIL, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Load(&bag, nullptr));
     ExpectDefaults();
 }
 
 TEST_F(ControlPersistTest, DamagedDataIsRefusedAtEveryLength) {
-    const OlePtr<IStream> whole = Memory();
+    const ComPtr<IStream> whole = Memory();
     {
-        const OlePtr<IUnknown> control = Changed();
+        const ComPtr<IUnknown> control = Changed();
         ASSERT_EQ(S_OK, Stream(control)->Save(whole.Get(), TRUE));
     }
     BYTE bytes[256]{};
@@ -180,7 +180,7 @@ TEST_F(ControlPersistTest, DamagedDataIsRefusedAtEveryLength) {
     whole->Read(bytes, sizeof(bytes), &size);
     ASSERT_LT(size, sizeof(bytes));
     for (ULONG cut = 0; cut < size; ++cut) {
-        const OlePtr<IUnknown> control = CreateControl();
+        const ComPtr<IUnknown> control = CreateControl();
         EXPECT_EQ(E_FAIL, control.As<IPersistMemory>(IID_IPersistMemory)->Load(bytes, cut))
             << cut << " bytes";
         ExpectDefaults();
@@ -189,13 +189,13 @@ TEST_F(ControlPersistTest, DamagedDataIsRefusedAtEveryLength) {
     for (ULONG i = 0; i < 4; ++i) {
         bytes[kTextLength + i] = 0xFF;
     }
-    const OlePtr<IUnknown> control = CreateControl();
+    const ComPtr<IUnknown> control = CreateControl();
     EXPECT_EQ(E_FAIL, control.As<IPersistMemory>(IID_IPersistMemory)->Load(bytes, size)) << "a text of 8 GB";
     ExpectDefaults();
 }
 
 TEST_F(ControlPersistTest, NothingToPersistToIsRefused) {
-    const OlePtr<IUnknown> control = CreateControl();
+    const ComPtr<IUnknown> control = CreateControl();
     EXPECT_EQ(E_POINTER, Stream(control)->Load(nullptr));
     EXPECT_EQ(E_POINTER, Stream(control)->Save(nullptr, TRUE));
     EXPECT_EQ(E_POINTER, Stream(control)->GetClassID(nullptr));

@@ -17,8 +17,8 @@ protected:
         EXPECT_EQ(1, m_container.References());
         OleTest::TearDown();
     }
-    OlePtr<IConnectionPoint> Point(REFIID iid) {
-        OlePtr<IConnectionPoint> point;
+    ComPtr<IConnectionPoint> Point(REFIID iid) {
+        ComPtr<IConnectionPoint> point;
         m_control.As<IConnectionPointContainer>(IID_IConnectionPointContainer)
             ->FindConnectionPoint(iid, point.Receive());
         return point;
@@ -31,8 +31,8 @@ protected:
     }
 
     MockContainer m_container;
-    OlePtr<IUnknown> m_control;
-    OlePtr<IOleObject> m_object;
+    ComPtr<IUnknown> m_control;
+    ComPtr<IOleObject> m_object;
 };
 
 TEST_F(ControlTest, TellsWhatItIs) {
@@ -68,7 +68,7 @@ TEST_F(ControlTest, ExtentIsHimetricAndStartsWithTheInitialSize) {
 }
 
 TEST_F(ControlTest, OffersItsOwnVerbs) {
-    OlePtr<IEnumOLEVERB> verbs;
+    ComPtr<IEnumOLEVERB> verbs;
     ASSERT_EQ(S_OK, m_object->EnumVerbs(verbs.Receive()));
     OLEVERB verb{};
     ULONG count = 0;
@@ -80,7 +80,7 @@ TEST_F(ControlTest, OffersItsOwnVerbs) {
     EXPECT_EQ(S_FALSE, verbs->Next(1, &verb, &count));
     EXPECT_EQ(0U, count);
     EXPECT_EQ(S_OK, verbs->Reset());
-    OlePtr<IEnumOLEVERB> clone;
+    ComPtr<IEnumOLEVERB> clone;
     EXPECT_EQ(S_OK, verbs->Clone(clone.Receive()));
     EXPECT_EQ(S_OK, clone->Skip(1));
     EXPECT_EQ(S_FALSE, clone->Skip(1));
@@ -108,7 +108,7 @@ TEST_F(ControlTest, UnknownVerbsAreAnsweredAsDocumented) {
 
 TEST_F(ControlTest, SiteIsGivenBackAndReleased) {
     EXPECT_EQ(S_OK, m_object->SetClientSite(&m_container));
-    OlePtr<IOleClientSite> site;
+    ComPtr<IOleClientSite> site;
     EXPECT_EQ(S_OK, m_object->GetClientSite(site.Receive()));
     EXPECT_EQ(static_cast<IOleClientSite*>(&m_container), site.Get());
     site.Reset();
@@ -152,7 +152,7 @@ TEST_F(ControlTest, AmbientColourIsTheContainersOrTheWindowsColour) {
               CTestControl::last->TranslateColor(CTestControl::last->AmbientBackColor()));
     SetAmbient(DISPID_AMBIENT_BACKCOLOR, VT_I4, static_cast<long>(0x800000FFU));
     EXPECT_EQ(kWindow, CTestControl::last->AmbientBackColor()) << "no colour at all";
-    const OleString text(L"blue");
+    const common::Bstr text(L"blue");
     m_container.ambients[DISPID_AMBIENT_BACKCOLOR].vt = VT_BSTR;
     m_container.ambients[DISPID_AMBIENT_BACKCOLOR].bstrVal = text.Get();
     EXPECT_EQ(kWindow, CTestControl::last->AmbientBackColor()) << "a font or a word";
@@ -166,7 +166,7 @@ TEST_F(ControlTest, AmbientColourIsTheContainersOrTheWindowsColour) {
 TEST_F(ControlTest, EventsReachEverySinkOfTheEventInterface) {
     MockSink typed(DIID__DTestEvents);
     MockSink plain;
-    const OlePtr<IConnectionPoint> point = Point(DIID__DTestEvents);
+    const ComPtr<IConnectionPoint> point = Point(DIID__DTestEvents);
     ASSERT_TRUE(point);
     DWORD first = 0;
     DWORD second = 0;
@@ -179,7 +179,7 @@ TEST_F(ControlTest, EventsReachEverySinkOfTheEventInterface) {
     CTestControl::last->FireUnknown();
     EXPECT_EQ(1U, typed.calls.size()) << "an event that the map does not have is never fired";
 
-    const OlePtr<IOleControl> control = m_control.As<IOleControl>(IID_IOleControl);
+    const ComPtr<IOleControl> control = m_control.As<IOleControl>(IID_IOleControl);
     EXPECT_EQ(S_OK, control->FreezeEvents(TRUE));
     CTestControl::last->FireRenamed(L"frozen", 1);
     EXPECT_EQ(1U, typed.calls.size());
@@ -196,9 +196,9 @@ TEST_F(ControlTest, EventsReachEverySinkOfTheEventInterface) {
 TEST_F(ControlTest, SinkMayDisconnectAndReleaseInsideAnEvent) {
     MockSink sink(DIID__DTestEvents);
     struct Context {
-        OlePtr<IOleObject>* object;
-        OlePtr<IUnknown>* control;
-        OlePtr<IConnectionPoint> point;
+        ComPtr<IOleObject>* object;
+        ComPtr<IUnknown>* control;
+        ComPtr<IConnectionPoint> point;
         DWORD cookie;
     } context{&m_object, &m_control, Point(DIID__DTestEvents), 0};
     ASSERT_EQ(S_OK, context.point->Advise(static_cast<IAdviseSink*>(&sink), &context.cookie));
@@ -217,9 +217,9 @@ TEST_F(ControlTest, SinkMayDisconnectAndReleaseInsideAnEvent) {
 }
 
 TEST_F(ControlTest, ConnectionPointsAreEnumeratedAndKnowTheirContainer) {
-    const OlePtr<IConnectionPointContainer> container =
+    const ComPtr<IConnectionPointContainer> container =
         m_control.As<IConnectionPointContainer>(IID_IConnectionPointContainer);
-    OlePtr<IEnumConnectionPoints> points;
+    ComPtr<IEnumConnectionPoints> points;
     ASSERT_EQ(S_OK, container->EnumConnectionPoints(points.Receive()));
     IConnectionPoint* found[3] = {};
     ULONG count = 0;
@@ -231,10 +231,10 @@ TEST_F(ControlTest, ConnectionPointsAreEnumeratedAndKnowTheirContainer) {
     EXPECT_EQ(S_OK, found[1]->GetConnectionInterface(&second));
     EXPECT_EQ(DIID__DTestEvents, first);
     EXPECT_EQ(IID_IPropertyNotifySink, second);
-    OlePtr<IConnectionPointContainer> back;
+    ComPtr<IConnectionPointContainer> back;
     EXPECT_EQ(S_OK, found[0]->GetConnectionPointContainer(back.Receive()));
     EXPECT_EQ(container.Get(), back.Get());
-    OlePtr<IUnknown> other;
+    ComPtr<IUnknown> other;
     EXPECT_EQ(E_NOINTERFACE, found[0]->QueryInterface(IID_IOleObject, other.ReceiveVoid()))
         << "an object of its own";
     static_cast<void>(other.Detach());
@@ -244,9 +244,9 @@ TEST_F(ControlTest, ConnectionPointsAreEnumeratedAndKnowTheirContainer) {
 
     MockSink sink;
     DWORD cookie = 0;
-    const OlePtr<IConnectionPoint> point = Point(IID_IPropertyNotifySink);
+    const ComPtr<IConnectionPoint> point = Point(IID_IPropertyNotifySink);
     ASSERT_EQ(S_OK, point->Advise(static_cast<IAdviseSink*>(&sink), &cookie));
-    OlePtr<IEnumConnections> connections;
+    ComPtr<IEnumConnections> connections;
     ASSERT_EQ(S_OK, point->EnumConnections(connections.Receive()));
     EXPECT_EQ(S_OK, point->Unadvise(cookie)) << "inside an enumeration";
     CONNECTDATA data{};
@@ -262,7 +262,7 @@ TEST_F(ControlTest, ConnectionPointsAreEnumeratedAndKnowTheirContainer) {
 TEST_F(ControlTest, PropertySinksHearOfChangesAndMayRefuse) {
     MockSink sink;
     DWORD cookie = 0;
-    const OlePtr<IConnectionPoint> point = Point(IID_IPropertyNotifySink);
+    const ComPtr<IConnectionPoint> point = Point(IID_IPropertyNotifySink);
     ASSERT_EQ(S_OK, point->Advise(static_cast<IAdviseSink*>(&sink), &cookie));
     CTestControl::last->BoundPropertyChanged(1);
     EXPECT_TRUE(CTestControl::last->BoundPropertyRequestEdit(1));
@@ -280,7 +280,7 @@ TEST_F(ControlTest, NamesItsPagesAndTheirProperties) {
     EXPECT_EQ(CTestPage::guid, pages.pElems[0]);
     ::CoTaskMemFree(pages.pElems);
 
-    const OlePtr<IPerPropertyBrowsing> browsing =
+    const ComPtr<IPerPropertyBrowsing> browsing =
         m_control.As<IPerPropertyBrowsing>(IID_IPerPropertyBrowsing);
     CLSID page{};
     EXPECT_EQ(S_OK, browsing->MapPropertyToPage(1, &page));
@@ -309,7 +309,7 @@ TEST_F(ControlTest, QuickActivationDoesItAllAtOnce) {
     container.pUnkEventSink = static_cast<IAdviseSink*>(&events);
     QACONTROL control{};
     control.cbSize = sizeof(control);
-    const OlePtr<IQuickActivate> quick = m_control.As<IQuickActivate>(IID_IQuickActivate);
+    const ComPtr<IQuickActivate> quick = m_control.As<IQuickActivate>(IID_IQuickActivate);
     ASSERT_EQ(S_OK, quick->QuickActivate(&container, &control));
     EXPECT_EQ(sizeof(control), control.cbSize);
     EXPECT_EQ(static_cast<DWORD>(OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE), control.dwMiscStatus);
@@ -336,7 +336,7 @@ TEST_F(ControlTest, QuickActivationDoesItAllAtOnce) {
 }
 
 TEST_F(ControlTest, WhatAControlDoesNotHaveIsAnsweredAsDocumented) {
-    OlePtr<IMoniker> moniker;
+    ComPtr<IMoniker> moniker;
     EXPECT_EQ(E_NOTIMPL,
               m_object->GetMoniker(OLEGETMONIKER_ONLYIFTHERE, OLEWHICHMK_OBJFULL, moniker.Receive()));
     EXPECT_EQ(E_NOTIMPL, m_object->SetMoniker(OLEWHICHMK_OBJFULL, nullptr));

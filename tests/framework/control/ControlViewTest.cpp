@@ -20,8 +20,8 @@ protected:
     }
 
     MockContainer m_container;
-    OlePtr<IUnknown> m_control;
-    OlePtr<IViewObjectEx> m_view;
+    ComPtr<IUnknown> m_control;
+    ComPtr<IViewObjectEx> m_view;
 };
 
 /// A bitmap to draw into, black at first.
@@ -129,7 +129,7 @@ TEST_F(ControlViewTest, SinkHearsOfChanges) {
     CTestControl::last->InvalidateControl();
     EXPECT_EQ(2U, sink.calls.size());
     DWORD aspects = 0;
-    OlePtr<IAdviseSink> given;
+    ComPtr<IAdviseSink> given;
     EXPECT_EQ(S_OK, m_view->GetAdvise(&aspects, nullptr, given.Receive()));
     EXPECT_EQ(static_cast<DWORD>(DVASPECT_CONTENT), aspects);
     EXPECT_EQ(&sink, given.Get());
@@ -142,8 +142,8 @@ TEST_F(ControlViewTest, SinkHearsOfChanges) {
 }
 
 TEST_F(ControlViewTest, DataIsThePictureAsEitherMetafile) {
-    const OlePtr<IDataObject> data = m_control.As<IDataObject>(IID_IDataObject);
-    OlePtr<IEnumFORMATETC> formats;
+    const ComPtr<IDataObject> data = m_control.As<IDataObject>(IID_IDataObject);
+    ComPtr<IEnumFORMATETC> formats;
     ASSERT_EQ(S_OK, data->EnumFormatEtc(DATADIR_GET, formats.Receive()));
     FORMATETC format{};
     int count = 0;
@@ -174,7 +174,7 @@ TEST_F(ControlViewTest, DataIsThePictureAsEitherMetafile) {
 }
 
 TEST_F(ControlViewTest, CacheTakesAndListsFormats) {
-    const OlePtr<IOleCache> cache = m_control.As<IOleCache>(IID_IOleCache);
+    const ComPtr<IOleCache> cache = m_control.As<IOleCache>(IID_IOleCache);
     FORMATETC format = {CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT};
     DWORD connection = 0;
     ASSERT_EQ(S_OK, cache->Cache(&format, 0, &connection));

@@ -61,8 +61,8 @@ protected:
 
     HWND m_frame = nullptr;
     PageSite m_site;
-    OlePtr<IPropertyPage2> m_page;
-    OlePtr<IUnknown> m_control;
+    ComPtr<IPropertyPage2> m_page;
+    ComPtr<IUnknown> m_control;
 };
 
 TEST_F(PropertyPageTest, TellsTitleAndSizeWithoutAWindow) {
@@ -141,7 +141,7 @@ TEST_F(PropertyPageTest, TheSystemsFrameShowsIt) {
     const PrivateClassesRoot root;
     ASSERT_TRUE(COleObjectFactory::UpdateRegistryAll(TRUE));
     DWORD cookie = 0;
-    OlePtr<IClassFactory> factory;
+    ComPtr<IClassFactory> factory;
     ASSERT_EQ(S_OK, AfxDllGetClassObject(CTestPage::guid, IID_IClassFactory, factory.ReceiveVoid()));
     ASSERT_EQ(S_OK, ::CoRegisterClassObject(CTestPage::guid, factory.Get(), CLSCTX_INPROC_SERVER,
                                             REGCLS_MULTIPLEUSE, &cookie));

@@ -21,7 +21,7 @@ VARIANT Real(double value) {
     return variant;
 }
 
-VARIANT Text(const OleString& text) {
+VARIANT Text(const common::Bstr& text) {
     VARIANT variant{};
     variant.vt = VT_BSTR;
     variant.bstrVal = text.Get();
@@ -62,7 +62,7 @@ protected:
         return m_dispatch->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, nullptr, nullptr,
                                   &m_wrong);
     }
-    HRESULT Get(OleVariant& value, WORD flags = DISPATCH_PROPERTYGET) {
+    HRESULT Get(common::Variant& value, WORD flags = DISPATCH_PROPERTYGET) {
         DISPPARAMS none{};
         return m_dispatch->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, flags, &none, &value, nullptr, nullptr);
     }
@@ -72,8 +72,8 @@ protected:
 
     static constexpr UINT kNone = 77;
     UINT m_wrong = kNone;
-    OlePtr<IUnknown> m_control;
-    OlePtr<IDispatch> m_dispatch;
+    ComPtr<IUnknown> m_control;
+    ComPtr<IDispatch> m_dispatch;
 };
 
 TEST_F(OleDispatchTest, NamesAreFoundWithoutRegardToCaseAndLocale) {
@@ -104,7 +104,7 @@ TEST_F(OleDispatchTest, ArgumentsAreConvertedToTheParametersTypes) {
     shorter.iVal = 300;
     EXPECT_EQ(S_OK, Call(3, {little, shorter}));
     EXPECT_EQ(L"-5x300", Last());
-    const OleString number(L"12");
+    const common::Bstr number(L"12");
     EXPECT_EQ(S_OK, Call(3, {Real(7.6), Text(number)}));
     EXPECT_EQ(L"8x12", Last());
     EXPECT_EQ(S_OK, Call(6, {Text(number), Long(3), Long(1)}));
@@ -132,7 +132,7 @@ TEST_F(OleDispatchTest, ArgumentsByReferenceAreRead) {
 }
 
 TEST_F(OleDispatchTest, ArgumentsThatDoNotFitAreNamed) {
-    const OleString word(L"wide");
+    const common::Bstr word(L"wide");
     EXPECT_EQ(DISP_E_TYPEMISMATCH, Call(3, {Text(word), Long(1)}));
     EXPECT_EQ(1U, m_wrong) << "the first parameter is the last in the caller's array";
     EXPECT_EQ(DISP_E_TYPEMISMATCH, Call(3, {Long(1), Text(word)}));
@@ -181,12 +181,12 @@ TEST_F(OleDispatchTest, ArgumentsByNameAreTheParametersPlaces) {
 }
 
 TEST_F(OleDispatchTest, TextsMayBeNullHugeOrHoldNulls) {
-    const OleString name(L"name");
+    const common::Bstr name(L"name");
     VARIANT null{};
     null.vt = VT_BSTR;
     EXPECT_EQ(S_OK, Call(4, {null, Text(name)}));
     EXPECT_EQ(L">name", Last());
-    const OleString huge(std::wstring(1 << 20, L'x').c_str());
+    const common::Bstr huge(std::wstring(1 << 20, L'x').c_str());
     EXPECT_EQ(S_OK, Call(4, {Text(huge), Text(huge)}));
     EXPECT_EQ((2U << 20) + 1, Last().size());
 
@@ -196,19 +196,19 @@ TEST_F(OleDispatchTest, TextsMayBeNullHugeOrHoldNulls) {
     EXPECT_EQ(S_OK, Call(4, {divided, Text(name)}));
     EXPECT_EQ(L"a>name", Last()) << "a parameter ends at the null";
     EXPECT_EQ(S_OK, Put(divided));
-    OleVariant read;
+    common::Variant read;
     ASSERT_EQ(S_OK, Get(read));
     EXPECT_EQ(3U, ::SysStringLen(read.Get().bstrVal)) << "a property keeps it";
     ::VariantClear(&divided);
 }
 
 TEST_F(OleDispatchTest, PropertyIsReadAndSetAndNotifiesAfterwards) {
-    const OleString text(L"Title");
+    const common::Bstr text(L"Title");
     EXPECT_EQ(S_OK, Put(Text(text)));
     EXPECT_EQ(L"caption", Last());
     EXPECT_TRUE(CTestControl::last->IsModified());
     for (const WORD flags : {DISPATCH_PROPERTYGET, DISPATCH_PROPERTYGET | DISPATCH_METHOD}) {
-        OleVariant read;
+        common::Variant read;
         ASSERT_EQ(S_OK, Get(read, flags));
         ASSERT_EQ(VT_BSTR, read.Get().vt);
         EXPECT_STREQ(L"Title", read.Get().bstrVal);
@@ -261,7 +261,7 @@ TEST_F(OleDispatchTest, TypeComesFromTheModuleWhenNoLibraryIsRegistered) {
     UINT count = 0;
     ASSERT_EQ(S_OK, m_dispatch->GetTypeInfoCount(&count));
     EXPECT_EQ(1U, count);
-    OlePtr<ITypeInfo> info;
+    ComPtr<ITypeInfo> info;
     EXPECT_EQ(DISP_E_BADINDEX, m_dispatch->GetTypeInfo(1, 0, info.Receive()));
     ASSERT_EQ(S_OK, m_dispatch->GetTypeInfo(0, 0, info.Receive()));
     TYPEATTR* attributes = nullptr;
@@ -280,7 +280,7 @@ TEST_F(OleDispatchTest, TypeComesFromTheModuleWhenNoLibraryIsRegistered) {
 
 TEST_F(OleDispatchTest, RegisteredLibraryComesFirst) {
     const PrivateClassesRoot root;
-    OlePtr<ITypeLib> library;
+    ComPtr<ITypeLib> library;
     ASSERT_TRUE(AfxOleRegisterTypeLib(AfxGetInstanceHandle(), LIBID_OleTestLib));
     EXPECT_EQ(S_OK, AfxLoadTypeLib(LIBID_OleTestLib, 1, 0, 0, library.Receive()));
     EXPECT_TRUE(library);

@@ -5,7 +5,7 @@ namespace {
 using OleFactoryTest = OleTest;
 
 TEST_F(OleFactoryTest, MakesObjectsOfTheClassAsked) {
-    const OlePtr<IUnknown> control = CreateControl();
+    const ComPtr<IUnknown> control = CreateControl();
     CLSID clsid{};
     ASSERT_EQ(S_OK, control.As<IPersist>(IID_IPersist)->GetClassID(&clsid));
     EXPECT_EQ(CTestControl::guid, clsid);
@@ -21,7 +21,7 @@ TEST_F(OleFactoryTest, UnknownClassesAndInterfacesAreRefused) {
 }
 
 TEST_F(OleFactoryTest, RefusedInterfaceLeavesNoObject) {
-    OlePtr<IClassFactory> factory;
+    ComPtr<IClassFactory> factory;
     ASSERT_EQ(S_OK, AfxDllGetClassObject(CTestControl::guid, IID_IClassFactory, factory.ReceiveVoid()));
     void* object = &object;
     EXPECT_EQ(E_NOINTERFACE, factory->CreateInstance(nullptr, IID_IPersistFile, &object));
@@ -30,7 +30,7 @@ TEST_F(OleFactoryTest, RefusedInterfaceLeavesNoObject) {
 }
 
 TEST_F(OleFactoryTest, ModuleStaysWhileAnythingOfItIsHeld) {
-    OlePtr<IClassFactory> factory;
+    ComPtr<IClassFactory> factory;
     ASSERT_EQ(S_OK, AfxDllGetClassObject(CTestControl::guid, IID_IClassFactory, factory.ReceiveVoid()));
     EXPECT_EQ(S_FALSE, AfxDllCanUnloadNow()) << "a class factory";
     ASSERT_EQ(S_OK, factory->LockServer(TRUE));
@@ -41,9 +41,9 @@ TEST_F(OleFactoryTest, ModuleStaysWhileAnythingOfItIsHeld) {
     factory.Reset();
     EXPECT_EQ(S_OK, AfxDllCanUnloadNow());
 
-    OlePtr<IUnknown> control = CreateControl();
+    ComPtr<IUnknown> control = CreateControl();
     EXPECT_EQ(S_FALSE, AfxDllCanUnloadNow()) << "a control";
-    OlePtr<IEnumOLEVERB> verbs;
+    ComPtr<IEnumOLEVERB> verbs;
     ASSERT_EQ(S_OK, control.As<IOleObject>(IID_IOleObject)->EnumVerbs(verbs.Receive()));
     control.Reset();
     EXPECT_EQ(nullptr, CTestControl::last);

@@ -25,13 +25,13 @@ public:
 };
 
 TEST_F(OleIdentityTest, EveryInterfaceLeadsToEveryOtherAndToOneUnknown) {
-    const OlePtr<IUnknown> control = CreateControl();
+    const ComPtr<IUnknown> control = CreateControl();
     for (const NamedInterface& from : ControlInterfaces()) {
-        const OlePtr<IUnknown> first = control.As<IUnknown>(*from.iid);
+        const ComPtr<IUnknown> first = control.As<IUnknown>(*from.iid);
         ASSERT_TRUE(first) << from.name;
         EXPECT_EQ(control.Get(), first.As<IUnknown>(IID_IUnknown).Get()) << from.name;
         for (const NamedInterface& to : ControlInterfaces()) {
-            const OlePtr<IUnknown> second = first.As<IUnknown>(*to.iid);
+            const ComPtr<IUnknown> second = first.As<IUnknown>(*to.iid);
             ASSERT_TRUE(second) << from.name << " to " << to.name;
             EXPECT_EQ(second.Get(), control.As<IUnknown>(*to.iid).Get()) << to.name << " is always the same";
             EXPECT_EQ(first.Get(), second.As<IUnknown>(*from.iid).Get())
@@ -41,14 +41,14 @@ TEST_F(OleIdentityTest, EveryInterfaceLeadsToEveryOtherAndToOneUnknown) {
 }
 
 TEST_F(OleIdentityTest, ThePrimaryDispatchInterfaceIsTheDispatch) {
-    const OlePtr<IUnknown> control = CreateControl();
+    const ComPtr<IUnknown> control = CreateControl();
     IID primary{};
     ASSERT_TRUE(CTestControl::last->GetDispatchIID(&primary));
     EXPECT_EQ(control.As<IUnknown>(IID_IDispatch).Get(), control.As<IUnknown>(primary).Get());
 }
 
 TEST_F(OleIdentityTest, UnknownInterfacesAndNoPlaceAreRefused) {
-    const OlePtr<IUnknown> control = CreateControl();
+    const ComPtr<IUnknown> control = CreateControl();
     void* object = &object;
     EXPECT_EQ(E_NOINTERFACE, control->QueryInterface(IID_IPersistFile, &object));
     EXPECT_EQ(nullptr, object);
@@ -57,15 +57,15 @@ TEST_F(OleIdentityTest, UnknownInterfacesAndNoPlaceAreRefused) {
 
 TEST_F(OleIdentityTest, AggregatedControlHasTheIdentityOfItsOwner) {
     Outer outer;
-    OlePtr<IClassFactory> factory;
+    ComPtr<IClassFactory> factory;
     ASSERT_EQ(S_OK, AfxDllGetClassObject(CTestControl::guid, IID_IClassFactory, factory.ReceiveVoid()));
     void* refused = nullptr;
     EXPECT_EQ(CLASS_E_NOAGGREGATION, factory->CreateInstance(&outer, IID_IOleObject, &refused));
-    OlePtr<IUnknown> inner;
+    ComPtr<IUnknown> inner;
     ASSERT_EQ(S_OK, factory->CreateInstance(&outer, IID_IUnknown, inner.ReceiveVoid()));
     outer.inner = inner.Get();
     for (const NamedInterface& from : ControlInterfaces()) {
-        const OlePtr<IUnknown> part = OleQuery<IUnknown>(&outer, *from.iid);
+        const ComPtr<IUnknown> part = common::Query<IUnknown>(&outer, *from.iid);
         ASSERT_TRUE(part) << from.name;
         EXPECT_EQ(&outer, part.As<IUnknown>(IID_IUnknown).Get()) << from.name;
         EXPECT_TRUE(part.As<IUnknown>(IID_IPersistFile)) << "the owner's own interface through " << from.name;

@@ -120,9 +120,9 @@ TEST_F(RegistrationTest, AbsentClassCountsAsUnregistered) {
 
 TEST_F(RegistrationTest, RegisteredClassIsCreatedByItsTypeLibrarysClass) {
     ASSERT_TRUE(AfxOleRegisterTypeLib(AfxGetInstanceHandle(), LIBID_OleTestLib));
-    const OlePtr<IUnknown> control = CreateControl();
-    const OlePtr<IProvideClassInfo2> provider = control.As<IProvideClassInfo2>(IID_IProvideClassInfo2);
-    OlePtr<ITypeInfo> info;
+    const ComPtr<IUnknown> control = CreateControl();
+    const ComPtr<IProvideClassInfo2> provider = control.As<IProvideClassInfo2>(IID_IProvideClassInfo2);
+    ComPtr<ITypeInfo> info;
     ASSERT_EQ(S_OK, provider->GetClassInfo(info.Receive()));
     TYPEATTR* attributes = nullptr;
     ASSERT_EQ(S_OK, info->GetTypeAttr(&attributes));

@@ -181,9 +181,9 @@ void OleTest::TearDown() {
     EXPECT_EQ(nullptr, CTestControl::last);
 }
 
-OlePtr<IUnknown> OleTest::Create(REFCLSID clsid) {
-    OlePtr<IClassFactory> factory;
-    OlePtr<IUnknown> made;
+ComPtr<IUnknown> OleTest::Create(REFCLSID clsid) {
+    ComPtr<IClassFactory> factory;
+    ComPtr<IUnknown> made;
     EXPECT_EQ(S_OK, AfxDllGetClassObject(clsid, IID_IClassFactory, factory.ReceiveVoid()));
     EXPECT_EQ(S_OK, factory->CreateInstance(nullptr, IID_IUnknown, made.ReceiveVoid()));
     return made;

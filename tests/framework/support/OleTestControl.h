@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+using common::ComPtr;
+
 /// The dialog inside the control, and its controls in their order.
 constexpr UINT kTestDialog = 10;
 constexpr int kFirstEdit = 1001;
@@ -114,9 +116,9 @@ protected:
     void TearDown() override;
 
     /// A new object of a class, through its factory; the caller owns the reference.
-    static OlePtr<IUnknown> Create(REFCLSID clsid);
+    static ComPtr<IUnknown> Create(REFCLSID clsid);
     /// The test control.
-    static OlePtr<IUnknown> CreateControl() { return Create(CTestControl::guid); }
+    static ComPtr<IUnknown> CreateControl() { return Create(CTestControl::guid); }
     /// Handles messages until none is waiting.
     static void Pump();
 };
