@@ -131,17 +131,6 @@ LPOLECLIENTSITE COleControl::GetClientSite() noexcept {
 
 void COleControl::OnSetClientSite() {}
 
-void COleControl::GetControlSize(int* pcx, int* pcy) {
-    SIZE size = common::HimetricToPixels(m_parts->extent);
-    if (m_hWnd) {
-        CRect area;
-        GetClientRect(area);
-        size = area.Size();
-    }
-    *pcx = size.cx;
-    *pcy = size.cy;
-}
-
 BOOL COleControl::OnSetExtent(LPSIZEL lpSizeL) {
     m_parts->extent = *lpSizeL;
     m_parts->activation.AskForSize(common::HimetricToPixels(m_parts->extent));

@@ -79,7 +79,6 @@ public:
     /// Without a reference for the caller; null when there is none.
     LPOLECLIENTSITE GetClientSite() noexcept;
     virtual void OnSetClientSite();
-    void GetControlSize(int* pcx, int* pcy);
     virtual BOOL OnSetExtent(LPSIZEL lpSizeL);
     virtual BOOL OnSetObjectRects(LPCRECT lpRectPos, LPCRECT lpRectClip);
     virtual void OnClose(DWORD dwSaveOption);
@@ -107,13 +106,10 @@ public:
     virtual BOOL OnMapPropertyToPage(DISPID dispid, LPCLSID lpclsid, BOOL* pbPageOptional);
     virtual BOOL OnGetDisplayString(DISPID dispid, CString& strValue);
 
-    // Events and changed properties
+    // Events
     /// Sends an event with the parameters of its VTS_ types (EVENT_PARAM) to every sink. Nothing is sent for
     /// an event that the event map does not have, or while the container has frozen events.
     void __cdecl FireEvent(DISPID dispid, BYTE* pbParams, ...);
-    void BoundPropertyChanged(DISPID dispid);
-    /// FALSE when a sink refuses the change.
-    BOOL BoundPropertyRequestEdit(DISPID dispid);
 
     BOOL GetDispatchIID(IID* pIID) override;
     /// TRUE once the control is initialised or loaded; a class for scripts overrides it.

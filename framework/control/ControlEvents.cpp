@@ -1,4 +1,4 @@
-// COleControl: events, and notifications of changed properties.
+// COleControl: events.
 #include "Control.h"
 #include "ControlParts.h"
 
@@ -81,23 +81,4 @@ void __cdecl COleControl::FireEvent(DISPID dispid, BYTE* pbParams, ...) {
         sink->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, nullptr, nullptr,
                      nullptr);
     }
-}
-
-void COleControl::BoundPropertyChanged(DISPID dispid) {
-    const OleKeepAlive alive(*this);
-    for (const common::ComPtr<IPropertyNotifySink>& sink :
-         m_parts->propertyNotifications.Sinks<IPropertyNotifySink>()) {
-        sink->OnChanged(dispid);
-    }
-}
-
-BOOL COleControl::BoundPropertyRequestEdit(DISPID dispid) {
-    const OleKeepAlive alive(*this);
-    for (const common::ComPtr<IPropertyNotifySink>& sink :
-         m_parts->propertyNotifications.Sinks<IPropertyNotifySink>()) {
-        if (sink->OnRequestEdit(dispid) == S_FALSE) {
-            return FALSE;
-        }
-    }
-    return TRUE;
 }

@@ -14,7 +14,6 @@ public:
     [[nodiscard]] IOleClientSite* Client() const noexcept { return m_client.Get(); }
     /// Null when the container has none.
     [[nodiscard]] IOleControlSite* Control() const noexcept { return m_control.Get(); }
-    [[nodiscard]] IDispatch* Ambients() const noexcept { return m_ambients.Get(); }
 
     /// An ambient property converted to a type; FALSE when the container has none, or one of no such type.
     bool Ambient(DISPID id, VARTYPE type, common::Variant& value) const noexcept;

@@ -36,10 +36,6 @@ public:
     CPoint(LPARAM dwPoint) noexcept
         : POINT{static_cast<short>(LOWORD(dwPoint)), static_cast<short>(HIWORD(dwPoint))} {}
 
-    void Offset(int xOffset, int yOffset) noexcept {
-        x += xOffset;
-        y += yOffset;
-    }
     BOOL operator==(POINT point) const noexcept { return x == point.x && y == point.y; }
     BOOL operator!=(POINT point) const noexcept { return !(*this == point); }
     CPoint operator+(SIZE size) const noexcept { return CPoint(x + size.cx, y + size.cy); }
@@ -67,8 +63,6 @@ public:
     BOOL IsRectEmpty() const noexcept { return ::IsRectEmpty(this); }
     BOOL PtInRect(POINT point) const noexcept { return ::PtInRect(this, point); }
 
-    void SetRect(int x1, int y1, int x2, int y2) noexcept { *this = CRect(x1, y1, x2, y2); }
-    void SetRectEmpty() noexcept { *this = CRect(); }
     void InflateRect(int x, int y) noexcept { ::InflateRect(this, x, y); }
     void DeflateRect(int x, int y) noexcept { ::InflateRect(this, -x, -y); }
     void OffsetRect(int x, int y) noexcept { ::OffsetRect(this, x, y); }

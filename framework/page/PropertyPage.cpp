@@ -25,11 +25,6 @@ void COlePropertyPage::OnFinalRelease() {
     delete this;
 }
 
-LPDISPATCH* COlePropertyPage::GetObjectArray(ULONG* pnObjects) {
-    *pnObjects = static_cast<ULONG>(m_objectArray.size());
-    return m_objectArray.empty() ? nullptr : m_objectArray.data();
-}
-
 void COlePropertyPage::SetModifiedFlag(BOOL bModified) {
     m_modified = bModified != FALSE;
     const common::ComPtr<IPropertyPageSite> site = m_site.Copy();

@@ -21,10 +21,6 @@ public:
 
     virtual HRESULT GetClassID(LPCLSID pclsid) = 0;
 
-    /// The objects being edited, without references for the caller; null when there are none.
-    LPDISPATCH* GetObjectArray(ULONG* pnObjects);
-    /// Without a reference for the caller; null while the page is not in a frame.
-    LPPROPERTYPAGESITE GetPageSite() noexcept { return m_site.Get(); }
     /// TRUE: there are changes to apply; the frame is told.
     void SetModifiedFlag(BOOL bModified = TRUE);
     BOOL IsModified() const noexcept { return m_modified; }
@@ -60,7 +56,6 @@ private:
     bool m_modified = false;
     common::ComPtr<IPropertyPageSite> m_site;
     std::vector<common::ComPtr<IDispatch>> m_objects;
-    std::vector<LPDISPATCH> m_objectArray; ///< the same, as GetObjectArray gives them
     std::vector<Pending> m_pending;
     PropertyPagePart m_xPropertyPage{*this};
 };

@@ -96,10 +96,6 @@ STDMETHODIMP PropertyPagePart::SetObjects(ULONG count, IUnknown** objects) {
             kept.push_back(std::move(object));
         }
         m_page.m_objects.swap(kept);
-        m_page.m_objectArray.clear();
-        for (const common::ComPtr<IDispatch>& object : m_page.m_objects) {
-            m_page.m_objectArray.push_back(object.Get());
-        }
         m_page.OnObjectsChanged();
         if (m_page.m_hWnd && count > 0) {
             m_page.UpdateData(FALSE);

@@ -1,36 +1,22 @@
 #include "PropExchange.h"
 
-#include <algorithm>
-#include <vector>
-
 namespace {
 
-bool IsExchangeable(VARTYPE type) noexcept {
-    return type == VT_I4 || type == VT_BOOL || type == VT_BSTR;
+long& AsLong(void* value) noexcept {
+    return *static_cast<long*>(value);
 }
 
-void Assign(VARTYPE type, void* value, const void* source) {
-    if (type == VT_BSTR) {
-        *static_cast<CString*>(value) = *static_cast<const CString*>(source);
-    } else {
-        *static_cast<long*>(value) = *static_cast<const long*>(source);
-    }
+long AsLong(const void* value) noexcept {
+    return *static_cast<const long*>(value);
 }
-
-bool AreEqual(VARTYPE type, const void* left, const void* right) {
-    return type == VT_BSTR ? *static_cast<const CString*>(left) == *static_cast<const CString*>(right)
-                           : *static_cast<const long*>(left) == *static_cast<const long*>(right);
-}
-
-static_assert(sizeof(long) == sizeof(BOOL));
 
 } // namespace
 
 BOOL OleResetExchange::ExchangeProp(LPCTSTR, VARTYPE vtProp, void* pvProp, const void* pvDefault) {
-    if (!pvDefault || !IsExchangeable(vtProp)) {
+    if (!pvDefault || vtProp != VT_I4) {
         return FALSE;
     }
-    Assign(vtProp, pvProp, pvDefault);
+    AsLong(pvProp) = AsLong(pvDefault);
     return TRUE;
 }
 
@@ -46,34 +32,8 @@ bool OleStreamExchange::Move(void* data, ULONG bytes) {
     return SUCCEEDED(result) && moved == bytes;
 }
 
-bool OleStreamExchange::MoveText(CString& text) {
-    auto length = static_cast<DWORD>(text.GetLength());
-    if (!Move(&length, sizeof(length))) {
-        return false;
-    }
-    if (!IsLoading()) {
-        return Move(const_cast<LPTSTR>(text.GetString()), length * static_cast<DWORD>(sizeof(TCHAR)));
-    }
-    // A damaged length must not allocate more than the stream can fill.
-    constexpr DWORD kPiece = 4096;
-    std::vector<TCHAR> loaded;
-    while (loaded.size() < length) {
-        const size_t start = loaded.size();
-        const auto piece = static_cast<DWORD>(std::min<size_t>(kPiece, length - start));
-        loaded.resize(start + piece);
-        if (!Move(&loaded[start], piece * static_cast<DWORD>(sizeof(TCHAR)))) {
-            return false;
-        }
-    }
-    text = CString(loaded.data(), static_cast<int>(loaded.size()));
-    return true;
-}
-
 BOOL OleStreamExchange::ExchangeProp(LPCTSTR, VARTYPE vtProp, void* pvProp, const void*) {
-    if (HasFailed() || !IsExchangeable(vtProp)) {
-        return Check(false);
-    }
-    return Check(vtProp == VT_BSTR ? MoveText(*static_cast<CString*>(pvProp)) : Move(pvProp, sizeof(long)));
+    return Check(!HasFailed() && vtProp == VT_I4 && Move(pvProp, sizeof(long)));
 }
 
 BOOL OleStreamExchange::ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefault, BOOL) {
@@ -85,55 +45,36 @@ BOOL OleStreamExchange::ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionD
     return CheckVersion(version, dwVersionDefault);
 }
 
-bool OleBagExchange::Load(LPCTSTR name, VARTYPE type, void* value) {
+bool OleBagExchange::Load(LPCTSTR name, long& value) {
     common::Variant read;
-    (&read)->vt = type; // tells the bag what is wanted
+    (&read)->vt = VT_I4; // the type that the bag is asked for
     common::Variant wanted;
     if (FAILED(m_bag.Read(name, &read, m_log)) || read.Get().vt == VT_EMPTY ||
-        FAILED(::VariantChangeType(&wanted, &read, 0, type))) {
+        FAILED(::VariantChangeType(&wanted, &read, 0, VT_I4))) {
         return false;
     }
-    switch (type) {
-    case VT_BSTR:
-        *static_cast<CString*>(value) =
-            CString(wanted.Get().bstrVal, static_cast<int>(::SysStringLen(wanted.Get().bstrVal)));
-        break;
-    case VT_BOOL:
-        *static_cast<BOOL*>(value) = wanted.Get().boolVal != VARIANT_FALSE;
-        break;
-    default:
-        *static_cast<long*>(value) = wanted.Get().lVal;
-    }
+    value = wanted.Get().lVal;
     return true;
 }
 
-bool OleBagExchange::Save(LPCTSTR name, VARTYPE type, const void* value) {
-    common::Variant written;
-    VARIANT* variant = &written;
-    switch (type) {
-    case VT_BSTR:
-        variant->bstrVal = static_cast<const CString*>(value)->AllocSysString();
-        break;
-    case VT_BOOL:
-        variant->boolVal = *static_cast<const BOOL*>(value) ? VARIANT_TRUE : VARIANT_FALSE;
-        break;
-    default:
-        variant->lVal = *static_cast<const long*>(value);
-    }
-    variant->vt = type;
-    return SUCCEEDED(m_bag.Write(name, variant));
+bool OleBagExchange::Save(LPCTSTR name, long value) {
+    VARIANT written{};
+    written.vt = VT_I4;
+    written.lVal = value;
+    return SUCCEEDED(m_bag.Write(name, &written));
 }
 
 BOOL OleBagExchange::ExchangeProp(LPCTSTR pszPropName, VARTYPE vtProp, void* pvProp, const void* pvDefault) {
-    if (HasFailed() || !IsExchangeable(vtProp)) {
+    if (HasFailed() || vtProp != VT_I4) {
         return Check(false);
     }
     if (!IsLoading()) {
-        const bool skip = !m_saveDefaults && pvDefault && AreEqual(vtProp, pvProp, pvDefault);
-        return Check(skip || Save(pszPropName, vtProp, pvProp));
+        const bool skip =
+            !m_saveDefaults && pvDefault && AsLong(static_cast<const void*>(pvProp)) == AsLong(pvDefault);
+        return Check(skip || Save(pszPropName, AsLong(pvProp)));
     }
-    if (!Load(pszPropName, vtProp, pvProp) && pvDefault) {
-        Assign(vtProp, pvProp, pvDefault);
+    if (!Load(pszPropName, AsLong(pvProp)) && pvDefault) {
+        AsLong(pvProp) = AsLong(pvDefault);
     }
     return TRUE;
 }
@@ -141,21 +82,13 @@ BOOL OleBagExchange::ExchangeProp(LPCTSTR pszPropName, VARTYPE vtProp, void* pvP
 BOOL OleBagExchange::ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefault, BOOL) {
     auto version = static_cast<long>(dwVersionDefault);
     if (!IsLoading()) {
-        return Check(Save(L"_Version", VT_I4, &version)) && CheckVersion(dwVersionDefault, dwVersionDefault);
+        return Check(Save(L"_Version", version)) && CheckVersion(dwVersionDefault, dwVersionDefault);
     }
-    Load(L"_Version", VT_I4, &version);
+    Load(L"_Version", version);
     dwVersionLoaded = static_cast<DWORD>(version);
     return CheckVersion(dwVersionLoaded, dwVersionDefault);
 }
 
 BOOL PX_Long(CPropExchange* pPX, LPCTSTR pszPropName, long& lValue, long lDefault) {
     return pPX->ExchangeProp(pszPropName, VT_I4, &lValue, &lDefault);
-}
-
-BOOL PX_Bool(CPropExchange* pPX, LPCTSTR pszPropName, BOOL& bValue, BOOL bDefault) {
-    return pPX->ExchangeProp(pszPropName, VT_BOOL, &bValue, &bDefault);
-}
-
-BOOL PX_String(CPropExchange* pPX, LPCTSTR pszPropName, CString& strValue, const CString& strDefault) {
-    return pPX->ExchangeProp(pszPropName, VT_BSTR, &strValue, &strDefault);
 }

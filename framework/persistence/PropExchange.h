@@ -1,13 +1,13 @@
 // Property exchange: one function of a control, DoPropExchange, loads, saves and resets its properties,
 // depending on the kind of exchange it is given.
 //
-// Covered: streams, property bags and the reset to defaults; whole numbers, truth values and texts. Not
-// covered: colours, fonts, pictures, blobs, data paths. Data of another version than the control's own is
+// Covered: streams, property bags and the reset to defaults; whole numbers. Not covered: every other type,
+// data paths. Data of another version than the control's own is
 // refused.
 #pragma once
 
 #include "common/ComPtr.h"
-#include "core/CString.h"
+#include "core/Types.h"
 
 #include <ocidl.h>
 
@@ -17,17 +17,14 @@ public:
     CPropExchange(const CPropExchange&) = delete;
     CPropExchange& operator=(const CPropExchange&) = delete;
 
-    /// Moves one property of type VT_I4 (long), VT_BOOL (BOOL) or VT_BSTR (CString). On loading, pvDefault,
-    /// unless null, stands in for a value that the source does not have. FALSE when the value could not be
-    /// moved.
+    /// Moves one property of type VT_I4 (long). On loading, pvDefault, unless null, stands in for a value
+    /// that the source does not have. FALSE when the value could not be moved.
     virtual BOOL ExchangeProp(LPCTSTR pszPropName, VARTYPE vtProp, void* pvProp,
                               const void* pvDefault = nullptr) = 0;
     /// Moves the version; the first thing in the data. FALSE when it could not be moved or is another one
     /// than dwVersionDefault; the exchange has failed then. Nothing is converted, so bConvert has no effect.
     virtual BOOL ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefault, BOOL bConvert) = 0;
 
-    /// The version, after ExchangeVersion: low word minor, high word major.
-    DWORD GetVersion() const noexcept { return m_version; }
     /// TRUE also while properties are reset to their defaults.
     BOOL IsLoading() const noexcept { return m_loading; }
     /// Something could not be moved, and the data as a whole is not to be trusted.
@@ -41,16 +38,12 @@ protected:
         m_failed = m_failed || !done;
         return done;
     }
-    /// Notes the version found; FALSE when it is not the one wanted.
-    BOOL CheckVersion(DWORD found, DWORD wanted) noexcept {
-        m_version = found;
-        return Check(found == wanted);
-    }
+    /// FALSE when the version found is not the one wanted.
+    BOOL CheckVersion(DWORD found, DWORD wanted) noexcept { return Check(found == wanted); }
 
 private:
     BOOL m_loading;
     bool m_failed = false;
-    DWORD m_version = 0;
 };
 
 /// Sets every property to its default.
@@ -71,7 +64,6 @@ public:
 
 private:
     bool Move(void* data, ULONG bytes);
-    bool MoveText(CString& text);
 
     IStream& m_stream;
 };
@@ -86,15 +78,13 @@ public:
     BOOL ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefault, BOOL bConvert) override;
 
 private:
-    bool Load(LPCTSTR name, VARTYPE type, void* value);
-    bool Save(LPCTSTR name, VARTYPE type, const void* value);
+    bool Load(LPCTSTR name, long& value);
+    bool Save(LPCTSTR name, long value);
 
     IPropertyBag& m_bag;
     IErrorLog* m_log;
     bool m_saveDefaults;
 };
 
-/// One property each, with a default; FALSE when the value could not be moved.
+/// One whole number with a default; FALSE when the value could not be moved.
 BOOL PX_Long(CPropExchange* pPX, LPCTSTR pszPropName, long& lValue, long lDefault);
-BOOL PX_Bool(CPropExchange* pPX, LPCTSTR pszPropName, BOOL& bValue, BOOL bDefault);
-BOOL PX_String(CPropExchange* pPX, LPCTSTR pszPropName, CString& strValue, const CString& strDefault);

@@ -8,7 +8,6 @@
 IMPLEMENT_DYNAMIC(CDC, CObject)
 IMPLEMENT_DYNAMIC(CPaintDC, CDC)
 IMPLEMENT_DYNAMIC(CClientDC, CDC)
-IMPLEMENT_DYNAMIC(CWindowDC, CDC)
 
 CDC::~CDC() {
     DeleteDC();
@@ -131,15 +130,5 @@ CClientDC::CClientDC(CWnd* pWnd) : m_hWnd(pWnd ? pWnd->m_hWnd : nullptr) {
 }
 
 CClientDC::~CClientDC() {
-    ::ReleaseDC(m_hWnd, Detach());
-}
-
-CWindowDC::CWindowDC(CWnd* pWnd) : m_hWnd(pWnd ? pWnd->m_hWnd : nullptr) {
-    if (!Attach(::GetWindowDC(m_hWnd))) {
-        AfxThrowResourceException();
-    }
-}
-
-CWindowDC::~CWindowDC() {
     ::ReleaseDC(m_hWnd, Detach());
 }

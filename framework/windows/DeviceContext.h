@@ -20,7 +20,6 @@ public:
 
     static CDC* PASCAL FromHandle(HDC hDC);
 
-    HDC GetSafeHdc() const noexcept { return m_hDC; }
     operator HDC() const noexcept { return m_hDC; }
     /// Takes ownership of a device context and saves its state. FALSE for null, or when one is attached
     /// already.
@@ -99,19 +98,6 @@ class CClientDC : public CDC {
 public:
     explicit CClientDC(CWnd* pWnd);
     ~CClientDC() override;
-
-protected:
-    HWND m_hWnd;
-};
-
-/// The whole of a window with its frame; null stands for the screen. Throws a CResourceException as
-/// CClientDC.
-class CWindowDC : public CDC {
-    DECLARE_DYNAMIC(CWindowDC)
-
-public:
-    explicit CWindowDC(CWnd* pWnd);
-    ~CWindowDC() override;
 
 protected:
     HWND m_hWnd;

@@ -259,20 +259,6 @@ TEST_F(ControlTest, ConnectionPointsAreEnumeratedAndKnowTheirContainer) {
     EXPECT_EQ(CONNECT_E_CANNOTCONNECT, point->Advise(m_control.Get(), &cookie));
 }
 
-TEST_F(ControlTest, PropertySinksHearOfChangesAndMayRefuse) {
-    MockSink sink;
-    DWORD cookie = 0;
-    const ComPtr<IConnectionPoint> point = Point(IID_IPropertyNotifySink);
-    ASSERT_EQ(S_OK, point->Advise(static_cast<IAdviseSink*>(&sink), &cookie));
-    CTestControl::last->BoundPropertyChanged(1);
-    EXPECT_TRUE(CTestControl::last->BoundPropertyRequestEdit(1));
-    sink.requestEdit = S_FALSE;
-    EXPECT_FALSE(CTestControl::last->BoundPropertyRequestEdit(1));
-    const std::vector<std::string> expected = {"OnChanged(1)", "OnRequestEdit(1)", "OnRequestEdit(1)"};
-    EXPECT_EQ(expected, sink.calls);
-    EXPECT_EQ(S_OK, point->Unadvise(cookie));
-}
-
 TEST_F(ControlTest, NamesItsPagesAndTheirProperties) {
     CAUUID pages{};
     ASSERT_EQ(S_OK, m_control.As<ISpecifyPropertyPages>(IID_ISpecifyPropertyPages)->GetPages(&pages));
@@ -318,8 +304,6 @@ TEST_F(ControlTest, QuickActivationDoesItAllAtOnce) {
     EXPECT_NE(0U, control.dwPropNotifyCookie);
     CTestControl::last->FireRenamed(L"x", 1);
     EXPECT_EQ(1U, events.calls.size());
-    CTestControl::last->BoundPropertyChanged(1);
-    EXPECT_EQ(1U, notify.calls.size());
     CTestControl::last->InvalidateControl();
     EXPECT_EQ(1U, advise.calls.size());
     SIZEL extent = {100, 200};

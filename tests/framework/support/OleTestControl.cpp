@@ -94,7 +94,6 @@ void CTestControl::OnDraw(CDC* pDC, const CRect& rcBounds, const CRect&) {
 void CTestControl::DoPropExchange(CPropExchange* pPX) {
     ExchangeVersion(pPX, MAKELONG(0, 1));
     COleControl::DoPropExchange(pPX);
-    PX_String(pPX, L"Caption", caption, L"untitled");
     PX_Long(pPX, L"Count", count, 5);
 }
 
@@ -115,7 +114,6 @@ BOOL CTestControl::OnGetDisplayString(DISPID dispid, CString& strValue) {
 void CTestControl::OnCaptionChanged() {
     log.push_back(L"caption");
     SetModifiedFlag();
-    BoundPropertyChanged(1);
 }
 
 void CTestControl::Reset() {
