@@ -1,5 +1,6 @@
 #include "IniReaders.h"
 
+#include "common/Handles.h"
 #include "mxovshare.h"
 
 #define SI_IMPLEMENTATION // Debian's header leaves the definitions out without it
@@ -17,12 +18,11 @@ constexpr const wchar_t* kKeys[] = {L"FilePath", L"Timestamp", L"Description", L
 constexpr const char* kNarrowKeys[] = {"FilePath", "Timestamp", "Description", "IsReferencedFile"};
 
 std::string ReadBytes(const std::wstring& file) {
-    const HANDLE handle =
-        CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    std::string bytes(GetFileSize(handle, nullptr), '\0');
+    const common::UniqueHandle handle = common::OwnFile(
+        CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+    std::string bytes(GetFileSize(handle.get(), nullptr), '\0');
     DWORD read = 0;
-    ReadFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr);
-    CloseHandle(handle);
+    ReadFile(handle.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr);
     return bytes;
 }
 

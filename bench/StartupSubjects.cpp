@@ -1,5 +1,7 @@
 #include "StartupSubjects.h"
 
+#include "common/Paths.h"
+
 #include <ole2.h>
 
 #include <commctrl.h>
@@ -21,10 +23,8 @@ constexpr CLSID kMinimalClass = {
 /// Loads a module as the system does that of a registered class: by its full path, with its own folder as the
 /// first for what it needs.
 HMODULE LoadModule(const wchar_t* name) {
-    std::wstring path(MAX_PATH, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
-    path.resize(path.rfind(L'\\') + 1);
-    return LoadLibraryExW((path + name).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    return LoadLibraryExW((common::ModuleFolder(nullptr) + L"\\" + name).c_str(), nullptr,
+                          LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
 /// Makes a class known to this process, without the registry; once for each.

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cstdio>
 
+using namespace docview;
+
 namespace {
 
 constexpr int kHistoryEntries = 1000;

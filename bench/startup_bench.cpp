@@ -1,5 +1,6 @@
 // The start of the control in the system's ATL container until everything of it is painted, beside that of a
 // control with one list view, and beside the windows of its dialog when the system alone makes them.
+#include "Process.h"
 #include "StartupSubjects.h"
 #include "Timing.h"
 
@@ -50,20 +51,9 @@ int RunChild(const Subject& subject, double begin) {
 /// The first start in a process of its own, from the start of the process or from the creation of the
 /// subject.
 double FirstOfAProcess(const wchar_t* program, const Subject& subject, bool wholeProgram) {
-    std::wstring command = L"\"" + std::wstring(program) + L"\" " + subject.name + L" " +
-                           (wholeProgram ? std::to_wstring(Now()) : L"0");
-    STARTUPINFOW start = {};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION child = {};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                        &child)) {
-        return -1;
-    }
-    DWORD code = 0;
-    WaitForSingleObject(child.hProcess, INFINITE);
-    GetExitCodeProcess(child.hProcess, &code);
-    CloseHandle(child.hThread);
-    CloseHandle(child.hProcess);
+    const Process child(L"\"" + std::wstring(program) + L"\" " + subject.name + L" " +
+                        (wholeProgram ? std::to_wstring(Now()) : L"0"));
+    const DWORD code = child ? child.Wait() : 0;
     return code ? code / 1000.0 : -1;
 }
 

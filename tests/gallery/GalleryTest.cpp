@@ -1,4 +1,6 @@
 // The gallery as a person uses it: a program of its own, the system's mouse, and what is on the screen.
+#include "common/Paths.h"
+#include "Process.h"
 #include "RealMouse.h"
 #include "resource.h"
 
@@ -30,10 +32,7 @@ bool Eventually(const std::function<bool()>& condition) {
 }
 
 std::wstring GalleryPath() {
-    wchar_t path[MAX_PATH];
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    const std::wstring own = path;
-    return own.substr(0, own.rfind(L'\\') + 1) + L"gallery.exe";
+    return common::ModuleFolder(nullptr) + L"\\gallery.exe";
 }
 
 HWND FindDescendant(HWND window, int identifier) {
@@ -81,11 +80,7 @@ COLORREF PixelOf(HWND window, POINT client) {
 class GalleryTest : public testing::Test {
 protected:
     void SetUp() override {
-        STARTUPINFOW startup{};
-        startup.cb = sizeof startup;
-        std::wstring commandLine = L'"' + GalleryPath() + L'"';
-        ASSERT_TRUE(CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                   &startup, &m_process));
+        ASSERT_TRUE(m_process);
         ASSERT_TRUE(Eventually([this] { return FindGallery(); }));
         // Shown: its window and the last of its boxes are on the screen.
         ASSERT_TRUE(Eventually([this] { return PixelOf(Control(IDC_FEEDS_BOX), kOnHeader) == m_normal; }));
@@ -93,15 +88,11 @@ protected:
 
     void TearDown() override {
         PostMessageW(m_gallery, WM_CLOSE, 0, 0);
-        DWORD code = STILL_ACTIVE;
-        if (WaitForSingleObject(m_process.hProcess, kPatience) != WAIT_OBJECT_0) {
+        if (!m_process.EndsWithin(kPatience)) {
             ADD_FAILURE() << "the gallery does not close";
-            TerminateProcess(m_process.hProcess, 1);
+            m_process.Terminate(1);
         }
-        GetExitCodeProcess(m_process.hProcess, &code);
-        EXPECT_EQ(code, 0u);
-        CloseHandle(m_process.hThread);
-        CloseHandle(m_process.hProcess);
+        EXPECT_EQ(m_process.Wait(), 0u);
     }
 
     HWND Control(int identifier) const { return FindDescendant(m_gallery, identifier); }
@@ -112,7 +103,7 @@ protected:
     HWND MouseHolder() const {
         GUITHREADINFO info{};
         info.cbSize = sizeof info;
-        GetGUIThreadInfo(m_process.dwThreadId, &info);
+        GetGUIThreadInfo(GetWindowThreadProcessId(m_gallery, nullptr), &info);
         return info.hwndCapture;
     }
 
@@ -151,10 +142,10 @@ private:
         m_gallery = FindWindowW(nullptr, L"Group boxes");
         DWORD process = 0;
         GetWindowThreadProcessId(m_gallery, &process);
-        return process == m_process.dwProcessId && IsWindowVisible(m_gallery);
+        return process == m_process.Id() && IsWindowVisible(m_gallery);
     }
 
-    PROCESS_INFORMATION m_process{};
+    Process m_process{L'"' + GalleryPath() + L'"'};
     HWND m_gallery = nullptr;
 };
 

@@ -1,22 +1,14 @@
-// Text in UTF-8 and JSON, as programs that tests run print it.
+// Values in JSON, as the program prints them.
 #pragma once
 
-#include <windows.h>
+#include "common/Utf8.h"
 
 #include <cstdio>
 #include <string>
 
-inline std::string Utf8(const std::wstring& text) {
-    std::string bytes(text.size() * 3, '\0');
-    bytes.resize(static_cast<std::size_t>(
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(),
-                            static_cast<int>(bytes.size()), nullptr, nullptr)));
-    return bytes;
-}
-
 inline std::string Quoted(const std::wstring& text) {
     std::string quoted = "\"";
-    for (const char character : Utf8(text)) {
+    for (const char character : common::ToUtf8(text)) {
         if (character == '"' || character == '\\') {
             quoted += '\\';
         }

@@ -1,18 +1,15 @@
 #include "RemoteListView.h"
 
+#include "common/Handles.h"
+
 #include <commctrl.h>
 
-#include <memory>
 #include <stdexcept>
 
 namespace {
 
 constexpr UINT kPatience = 10000; // milliseconds
 constexpr int kMostCharacters = 1024;
-
-struct HandleDeleter {
-    void operator()(HANDLE handle) const noexcept { CloseHandle(handle); }
-};
 
 // Memory in the process of a window, where its messages find their structures: one structure, then a text.
 class RemoteMemory {
@@ -70,7 +67,7 @@ private:
     static constexpr SIZE_T kStructureBytes = 256;
     static constexpr SIZE_T kBytes = kStructureBytes + kMostCharacters * sizeof(wchar_t);
 
-    std::unique_ptr<void, HandleDeleter> m_process;
+    common::UniqueHandle m_process;
     void* m_memory = nullptr;
 };
 

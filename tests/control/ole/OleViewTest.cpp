@@ -1,6 +1,7 @@
 // The system's viewer of type libraries, given the control's file: what it shows is what browsers of types
 // see.
 #include "FileDialogDriver.h"
+#include "Process.h"
 
 #include <windows.h>
 
@@ -63,19 +64,13 @@ HWND Descendant(HWND window, const std::wstring& className) {
 class Viewer {
 public:
     Viewer() {
-        wchar_t command[] = L"oleview.exe";
-        STARTUPINFOW start = {};
-        start.cb = sizeof start;
-        if (!CreateProcessW(nullptr, command, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                            &m_process)) {
+        if (!m_process) {
             throw std::runtime_error("the system has no viewer of type libraries");
         }
     }
     ~Viewer() {
-        TerminateProcess(m_process.hProcess, 0);
-        WaitForSingleObject(m_process.hProcess, INFINITE);
-        CloseHandle(m_process.hThread);
-        CloseHandle(m_process.hProcess);
+        m_process.Terminate(0);
+        EXPECT_EQ(m_process.Wait(), 0u);
     }
     Viewer(const Viewer&) = delete;
     Viewer& operator=(const Viewer&) = delete;
@@ -88,7 +83,7 @@ public:
             const HWND found = WindowSearch([&](HWND window) {
                                    DWORD process = 0;
                                    GetWindowThreadProcessId(window, &process);
-                                   return process == m_process.dwProcessId && IsWindowVisible(window) &&
+                                   return process == m_process.Id() && IsWindowVisible(window) &&
                                           (ClassOf(window) == kDialogClass) == dialog &&
                                           Descendant(window, childClass);
                                }).OnTop();
@@ -101,7 +96,7 @@ public:
     }
 
 private:
-    PROCESS_INFORMATION m_process = {};
+    Process m_process{L"oleview.exe"};
 };
 
 std::string TextOf(HWND window) {

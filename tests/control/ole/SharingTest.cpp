@@ -1,6 +1,8 @@
 // Controls that share something: two in one process, and two processes on one folder.
+#include "common/Paths.h"
 #include "EmbeddedControl.h"
 #include "PackageBuilder.h"
+#include "Process.h"
 
 #include <commctrl.h>
 
@@ -40,46 +42,18 @@ std::wstring ShownDocument() {
     return text;
 }
 
-std::wstring ProgramPath() {
-    wchar_t path[MAX_PATH] = L"";
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    return path;
+/// Starts this program again, with the one test that is meant for the second process. It has no output: its
+/// report is its exit code.
+Process StartSecondProcess(const std::wstring& folder) {
+    SetEnvironmentVariableW(kFolderVariable, folder.c_str());
+    Process process(L"\"" + common::ModulePath(nullptr) +
+                        L"\" --gtest_filter=SharingTest.DISABLED_Second* "
+                        L"--gtest_also_run_disabled_tests --gtest_brief=1",
+                    STARTF_USESTDHANDLES);
+    SetEnvironmentVariableW(kFolderVariable, nullptr);
+    EXPECT_TRUE(process);
+    return process;
 }
-
-/// This program again, with the one test that is meant for the second process.
-class SecondProcess {
-public:
-    explicit SecondProcess(const std::wstring& folder) {
-        SetEnvironmentVariableW(kFolderVariable, folder.c_str());
-        std::wstring command = L"\"" + ProgramPath() +
-                               L"\" --gtest_filter=SharingTest.DISABLED_Second* "
-                               L"--gtest_also_run_disabled_tests --gtest_brief=1";
-        STARTUPINFOW start = {};
-        start.cb = sizeof start;
-        start.dwFlags = STARTF_USESTDHANDLES; // none: its report is its exit code
-        EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                   &start, &m_process));
-        SetEnvironmentVariableW(kFolderVariable, nullptr);
-    }
-    ~SecondProcess() {
-        CloseHandle(m_process.hThread);
-        CloseHandle(m_process.hProcess);
-    }
-    SecondProcess(const SecondProcess&) = delete;
-    SecondProcess& operator=(const SecondProcess&) = delete;
-
-    [[nodiscard]] bool IsRunning() const {
-        return WaitForSingleObject(m_process.hProcess, 0) == WAIT_TIMEOUT;
-    }
-    [[nodiscard]] DWORD ExitCode() const {
-        DWORD code = 1;
-        GetExitCodeProcess(m_process.hProcess, &code);
-        return code;
-    }
-
-private:
-    PROCESS_INFORMATION m_process = {};
-};
 
 using SharingTest = EmbeddedControlTest;
 
@@ -135,7 +109,7 @@ TEST_F(SharingTest, TwoProcessesOnOneFolderKeepEachOthersChanges) {
     ASSERT_EQ(S_OK, Activate());
     ASSERT_EQ(S_OK, Load(package.Path()));
     ASSERT_EQ(3, Rows(Dialog(), kAdditionalList));
-    const SecondProcess second(package.Path());
+    const Process second = StartSecondProcess(package.Path());
     while (second.IsRunning()) {
         ASSERT_EQ(S_OK, Load(package.Path()));
         const LRESULT rows = Rows(Dialog(), kAdditionalList);

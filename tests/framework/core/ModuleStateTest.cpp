@@ -1,5 +1,7 @@
 // The module state, in this program and in a library that is loaded and unloaded.
 #include "core/ModuleState.h"
+
+#include "common/Handles.h"
 #include "TestWindow.h"
 
 #include "GdiObjectCount.h"
@@ -12,10 +14,7 @@
 
 namespace {
 
-struct FreeModule {
-    void operator()(HMODULE module) const noexcept { ::FreeLibrary(module); }
-};
-using Module = std::unique_ptr<std::remove_pointer_t<HMODULE>, FreeModule>;
+using Module = common::UniqueModule;
 
 template <class Function>
 Function* Entry(const Module& module, const char* name) {

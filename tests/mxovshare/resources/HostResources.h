@@ -1,25 +1,11 @@
 // What the host publishes in its resource module.
 #pragma once
 
+#include "common/Handles.h"
 #include "mxovshare.h"
 
-#include <windows.h>
-
 #include <array>
-#include <memory>
 #include <string>
-#include <type_traits>
-
-template <auto Release>
-struct Releaser {
-    template <typename Handle>
-    void operator()(Handle handle) const {
-        Release(handle);
-    }
-};
-using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, Releaser<&DeleteObject>>;
-using MemoryDc = std::unique_ptr<std::remove_pointer_t<HDC>, Releaser<&DeleteDC>>;
-using Icon = std::unique_ptr<std::remove_pointer_t<HICON>, Releaser<&DestroyIcon>>;
 
 inline HINSTANCE Resources() {
     return mxovshare::OVApplication::hMXOVResInstance;
@@ -32,7 +18,7 @@ inline std::wstring Text(UINT id) {
 }
 
 inline SIZE BitmapSize(WORD id) {
-    const Bitmap bitmap(LoadBitmapW(Resources(), MAKEINTRESOURCEW(id)));
+    const common::UniqueBitmap bitmap(LoadBitmapW(Resources(), MAKEINTRESOURCEW(id)));
     BITMAP data{};
     GetObjectW(bitmap.get(), sizeof data, &data);
     return {data.bmWidth, data.bmHeight};

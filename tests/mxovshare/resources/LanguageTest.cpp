@@ -1,5 +1,6 @@
 // The languages of the host's resource module: which is chosen, and whether its texts fit where they are
 // shown.
+#include "common/Paths.h"
 #include "HostResources.h"
 #include "mxovlanguage.h"
 
@@ -9,16 +10,12 @@
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <string>
-#include <type_traits>
 
 namespace {
 
 using mxovshare::OVApplication;
 using mxovshare::UseLanguage;
-
-using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, Releaser<&DeleteObject>>;
 
 constexpr std::array<UINT, 14> kTexts = {137, 138, 139, 140, 141, 144, 145,
                                          146, 147, 148, 149, 150, 151, 152};
@@ -26,7 +23,7 @@ constexpr std::array<const wchar_t*, 5> kLanguages = {L"English", L"German", L"F
                                                       L"Portuguese"};
 
 bool HasIcon(WORD id) {
-    const Icon icon(static_cast<HICON>(
+    const common::UniqueIcon icon(static_cast<HICON>(
         LoadImageW(OVApplication::hMXOVResInstance, MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, 0)));
     return icon != nullptr;
 }
@@ -68,8 +65,8 @@ public:
     }
 
 private:
-    MemoryDc m_dc;
-    Font m_font;
+    common::UniqueMemoryDc m_dc;
+    common::UniqueFont m_font;
     HGDIOBJ m_previous;
 };
 
@@ -100,10 +97,7 @@ TEST_F(Language, AnUnknownNameIsKeptAndShowsEnglish) {
 }
 
 TEST_F(Language, ADamagedModuleShowsEnglish) {
-    std::array<wchar_t, MAX_PATH> path{};
-    GetModuleFileNameW(GetModuleHandleW(L"mxovshare.dll"), path.data(), MAX_PATH);
-    const std::wstring library = path.data();
-    const std::wstring folder = library.substr(0, library.find_last_of(L'\\')) + L"\\lang\\damaged";
+    const std::wstring folder = common::ModuleFolder(GetModuleHandleW(L"mxovshare.dll")) + L"\\lang\\damaged";
     ASSERT_TRUE(CreateDirectoryW(folder.c_str(), nullptr) || GetLastError() == ERROR_ALREADY_EXISTS);
     const std::wstring file = folder + L"\\mxovtexts.dll";
     for (const std::string& bytes : {std::string(), std::string("not a module"), std::string(5000, 'M')}) {

@@ -19,9 +19,9 @@ Pixels Draw(WORD id) {
     BITMAPINFO info{};
     info.bmiHeader = {sizeof info.bmiHeader, kIconSize, -kIconSize, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     void* bits = nullptr;
-    const Bitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-    const MemoryDc dc(CreateCompatibleDC(nullptr));
-    const Icon icon(static_cast<HICON>(
+    const common::UniqueBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    const common::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
+    const common::UniqueIcon icon(static_cast<HICON>(
         LoadImageW(Resources(), MAKEINTRESOURCEW(id), IMAGE_ICON, kIconSize, kIconSize, 0)));
     EXPECT_NE(icon, nullptr);
     HGDIOBJ previous = SelectObject(dc.get(), bitmap.get());

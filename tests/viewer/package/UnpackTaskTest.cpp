@@ -1,5 +1,6 @@
 #include "package/UnpackTask.h"
 
+#include "common/Handles.h"
 #include "package/Paths.h"
 #include "TempFolder.h"
 
@@ -11,10 +12,7 @@ namespace {
 
 constexpr UINT kFinished = WM_APP + 7;
 
-struct WindowDeleter {
-    void operator()(HWND window) const noexcept { DestroyWindow(window); }
-};
-using UniqueWindow = std::unique_ptr<std::remove_pointer_t<HWND>, WindowDeleter>;
+using common::UniqueWindow;
 
 UniqueWindow MessageWindow() {
     return UniqueWindow(
