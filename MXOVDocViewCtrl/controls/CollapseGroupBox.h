@@ -7,14 +7,13 @@
 
 /// Draws a group box with a title bar that lights up under the mouse and folds the box on a click. Folding
 /// hides and disables the siblings that lie inside the box and shrinks the box to its title bar. It moves
-/// nothing else: the parent does that when it is told.
+/// nothing else: the parent does that when it is notified.
 ///
 /// Subclass a group box of a dialog with it, one that stands after the controls inside it in the template: in
-/// front of them it would take their mouse clicks. The parent hears by WM_COMMAND with one of the
-/// notifications as the whole first parameter and the window of the box as the second. All measures are
-/// pixels.
+/// front of them it would take their mouse clicks. The parent is sent WM_COMMAND with one of the
+/// notifications as wParam and the window of the box as lParam. All measures are pixels.
 ///
-/// Setters give the object back, so that calls can be chained, and redraw the box.
+/// Setters return the object, so that calls can be chained, and redraw the box.
 class CollapseGroupBox : public CButton {
 public:
     enum Notification : WPARAM {
@@ -42,7 +41,7 @@ public:
     virtual CollapseGroupBox& SetTitle(const CString& title);
     virtual CollapseGroupBox& SetBold(bool bold);
 
-    /// A face name longer than a font description holds (31 characters) is cut.
+    /// A face name of more than 31 characters is truncated.
     virtual CollapseGroupBox& SetFontName(const CString& name, BYTE charSet);
     virtual CollapseGroupBox& SetUnderline(bool underline);
     virtual CollapseGroupBox& SetItalic(bool italic);
@@ -54,7 +53,7 @@ public:
     /// Values other than those of Alignment leave it as it was.
     virtual CollapseGroupBox& SetAlignment(int alignment);
 
-    /// Folds or unfolds the box and tells the parent. Does nothing before there is a window.
+    /// Folds or unfolds the box and notifies the parent. Does nothing before there is a window.
     virtual CollapseGroupBox& SetCollapsed(bool collapsed);
 
     /// The face behind the box. Shows at the next redraw.
@@ -73,8 +72,8 @@ protected:
     CArray<HWND, HWND> m_children;
     bool m_collapsed = false;
     CRect m_headerRect{0, 0, 0, 0};
-    bool m_whiteBody = false; // paints the body white
-    MemoryDC m_memoryDC;      // everything is drawn here
+    bool m_whiteBody = false;     // paints the body white
+    docview::MemoryDC m_memoryDC; // everything is drawn here
     CRect m_glyphRect{0, 0, 0, 0};
     CRect m_frameRect{0, 0, 0, 0}; // the body, as of the last unfolded render
     CString m_title;
@@ -91,6 +90,8 @@ protected:
     bool m_renderedOnce = false;
 
 private:
+    static constexpr int kMargin = 1; // between the window and what is drawn
+
     void Render();
     CSize PrepareTitle();
     void DrawFace(const CRect& client);

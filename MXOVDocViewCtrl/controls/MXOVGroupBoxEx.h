@@ -44,7 +44,7 @@ public:
 
     /// Sets the unfolded height and moves the windows below by the difference, which it returns. A negative
     /// height ends the box 100 pixels above the parent's client bottom; one below the folded height changes
-    /// nothing and gives 0.
+    /// nothing and returns 0.
     int SetHeight(int newHeight);
 
     /// Shows or hides the whole section; the windows below close the gap. A box without controls stays as it

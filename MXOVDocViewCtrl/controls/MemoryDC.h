@@ -3,6 +3,8 @@
 
 #include "afxwin.h"
 
+namespace docview {
+
 /// A memory device context that owns the bitmap it draws on.
 class MemoryDC : public CDC {
 public:
@@ -29,3 +31,5 @@ public:
 private:
     CBitmap m_bitmap;
 };
+
+} // namespace docview

@@ -1,5 +1,7 @@
 #include "RedrawPause.h"
 
+namespace docview {
+
 RedrawPause::RedrawPause(CListCtrl& list) : m_list(list) {
     if (m_list.GetSafeHwnd()) {
         m_hidden = (m_list.GetStyle() & WS_VISIBLE) == 0;
@@ -17,3 +19,5 @@ RedrawPause::~RedrawPause() {
     }
     m_list.Invalidate();
 }
+
+} // namespace docview

@@ -1,10 +1,12 @@
-// Holds a list view's painting while it is filled.
+// Suspends painting of a list view while it is filled.
 #pragma once
 
 #include "afxcmn.h"
 
-/// Switches redrawing off for its life and has the whole list painted once afterwards. A list without a
-/// window is left alone.
+namespace docview {
+
+/// Switches redrawing off until the end of its scope, then repaints the whole list. Does nothing for a list
+/// without a window.
 class RedrawPause {
 public:
     explicit RedrawPause(CListCtrl& list);
@@ -16,3 +18,5 @@ private:
     CListCtrl& m_list;
     bool m_hidden = false;
 };
+
+} // namespace docview

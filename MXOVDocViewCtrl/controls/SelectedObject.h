@@ -3,6 +3,8 @@
 
 #include "afxwin.h"
 
+namespace docview {
+
 /// Selects the object on construction and the previous one of its kind on destruction. The device context and
 /// the object must outlive it.
 template <typename Object>
@@ -17,3 +19,5 @@ private:
     CDC& m_dc;
     Object* m_previous;
 };
+
+} // namespace docview

@@ -3,6 +3,8 @@
 
 #include "afxwin.h"
 
+namespace docview {
+
 /// The window's rectangle in client coordinates of its parent; in screen coordinates when it has none.
 inline CRect RectInParent(HWND window) {
     CRect rect;
@@ -10,3 +12,5 @@ inline CRect RectInParent(HWND window) {
     ::MapWindowPoints(HWND_DESKTOP, ::GetParent(window), reinterpret_cast<POINT*>(&rect), 2);
     return rect;
 }
+
+} // namespace docview
