@@ -101,8 +101,8 @@ void CMXOVDocViewCtrl::OnResetState() {
 void CMXOVDocViewCtrl::OnInputParameterChanged() {
     AFX_MANAGE_STATE(AfxGetStaticModuleState());
     const std::wstring folder = m_inputParameter.GetString();
-    if (!folder.empty() && PathExists(folder)) {
-        m_dialog.SetInformationFile(SettleInformationFile(folder));
+    if (!folder.empty() && docview::PathExists(folder)) {
+        m_dialog.SetInformationFile(docview::FindInformationFile(folder));
         m_dialog.SetPackageFolder(folder);
         m_dialog.LoadCatalogue();
     }
@@ -123,12 +123,12 @@ void CMXOVDocViewCtrl::OnSizeChange(LONG cx, LONG cy) {
 
 void CMXOVDocViewCtrl::LoadFile(LPCTSTR bstrExtractedFolderPath, LPCTSTR bstrMXOVPkgFilePath) {
     const std::wstring folder = bstrExtractedFolderPath;
-    if (!PathExists(folder)) {
+    if (!docview::PathExists(folder)) {
         return;
     }
     m_dialog.SetPackageFolder(folder);
     m_dialog.SetPackageFile(bstrMXOVPkgFilePath);
-    m_dialog.SetInformationFile(SettleInformationFile(folder));
+    m_dialog.SetInformationFile(docview::FindInformationFile(folder));
     m_dialog.LoadCatalogue();
 }
 

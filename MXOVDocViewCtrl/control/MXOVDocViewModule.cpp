@@ -15,10 +15,10 @@ IMPLEMENT_OLECREATE_EX(CMXOVDocViewCtrl, "MXOVTREETAB.MXOVDocViewCtrlVS2015.13",
 IMPLEMENT_OLECREATE_EX(CMXOVDocViewPropPage, "MXOVDOCVIEW.MXOVDocViewPropPage.1", 0xd282cb0e, 0x7c46, 0x48a7,
                        0xb1, 0x2a, 0xe3, 0x13, 0x79, 0x55, 0xf8, 0xc1)
 
-RecordList partAssemblyRecords;
-RecordList gCodeRecords;
-RecordList setupSheetRecords;
-RecordList additionalRecords;
+docview::RecordList docview::partAssemblyRecords;
+docview::RecordList docview::gCodeRecords;
+docview::RecordList docview::setupSheetRecords;
+docview::RecordList docview::additionalRecords;
 
 STDAPI DllRegisterServer() {
     AFX_MANAGE_STATE(AfxGetStaticModuleState());

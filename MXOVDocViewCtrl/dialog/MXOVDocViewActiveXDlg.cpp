@@ -4,6 +4,8 @@
 #include "popup/MXOVPopupDlg.h"
 #include "WaitCursor.h"
 
+using namespace docview;
+
 MXOVDocViewActiveXDlg::MXOVDocViewActiveXDlg(CWnd* parent) : CDialog(IDD, parent) {}
 
 void MXOVDocViewActiveXDlg::DoDataExchange(CDataExchange* dx) {
@@ -69,7 +71,7 @@ void MXOVDocViewActiveXDlg::OnPaint() {
 }
 
 HBRUSH MXOVDocViewActiveXDlg::OnCtlColor(CDC* /*dc*/, CWnd* /*window*/, UINT /*kind*/) {
-    // The base is not asked: it would set the colours of a grey dialog.
+    // The base class is not called: it would set the colours of a grey dialog.
     return static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
 }
 
@@ -163,5 +165,5 @@ void MXOVDocViewActiveXDlg::OnCancel() {
 void MXOVDocViewActiveXDlg::PostNcDestroy() {
     CDialog::PostNcDestroy();
     MXOVPopupDlg::CloseOf(*this);
-    m_buttonImagesMissing = TRUE; // the next window has buttons of its own
+    m_buttonImagesMissing = TRUE; // the next window has new buttons
 }

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-/// The whole visible face of the control. Loading works without a window too: the records are then there and
-/// nothing shows them. Its members are spread over sources by subject: lists, catalogue, actions, saving.
+/// The whole user interface of the control. A package can be loaded before the window exists. The sources are
+/// split by subject: lists, catalogue, actions, saving.
 class MXOVDocViewActiveXDlg : public CDialog {
 public:
     enum { IDD = IDD_MAIN };
@@ -20,18 +20,18 @@ public:
     explicit MXOVDocViewActiveXDlg(CWnd* parent = nullptr);
 
     /// Path of the information file, the folder that holds the unpacked package, and the package file itself.
-    /// All are taken as they are; the folder is joined to the paths inside the package as it stands.
+    /// All are stored unchanged; paths inside the package are appended to the folder as it stands.
     void SetInformationFile(const std::wstring& path) { m_informationFile = path; }
     void SetPackageFolder(const std::wstring& folder) { m_packageFolder = folder; }
     void SetPackageFile(const std::wstring& path) { m_packageFile = path; }
 
-    /// The size that the host gave the control, in pixels; only kept.
+    /// Stores the size that the host gave the control, in pixels.
     void SetSize(int width, int height);
 
-    /// Shows what information file and package folder hold now; nothing of before remains.
+    /// Replaces the shown documents with what the information file and the package folder contain now.
     void LoadCatalogue();
 
-    /// Empties records and lists. Paths, flags, preview and history stay.
+    /// Clears records and lists. Paths, flags, preview and history stay.
     void ClearAll();
 
     /// Asks whether to save when there are unsaved changes, and rebuilds the package on Yes. The dialog stays
@@ -78,8 +78,8 @@ private:
     void ShowAdditionalDocuments(bool show);
     void ShowItem(int id, bool show);
     void ReadPackageSummary();
-    void FillLists(std::vector<CatalogueItem> items);
-    void AddItemToList(const CatalogueItem& item);
+    void FillLists(std::vector<docview::CatalogueItem> items);
+    void AddItemToList(const docview::CatalogueItem& item);
 
     // Actions
     void OpenSelectedDocument(DocumentCategory category);
@@ -107,9 +107,9 @@ private:
     CImageList m_smallImages;
     CImageList m_largeImages;
     std::wstring m_thumbnailPath; // empty without a preview
-    int m_width = 0;              // pixels, as the host said last
+    int m_width = 0;              // pixels, from the host's last call
     int m_height = 0;
-    std::vector<HistoryEntry> m_history;
+    std::vector<docview::HistoryEntry> m_history;
     BOOL m_modified = FALSE;     // the folder holds changes that the package file does not
     BOOL m_recentPackage = TRUE; // the package can hold additional documents
     std::wstring m_informationFile;

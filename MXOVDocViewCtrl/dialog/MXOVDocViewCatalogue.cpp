@@ -1,4 +1,4 @@
-// The dialog's catalogue: reading a package and showing its documents.
+// The dialog's catalogue: reads a package and shows its documents.
 #include "MXOVDocViewActiveXDlg.h"
 
 #include "controls/RedrawPause.h"
@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <utility>
+
+using namespace docview;
 
 namespace {
 
@@ -79,7 +81,7 @@ void MXOVDocViewActiveXDlg::FillLists(std::vector<CatalogueItem> items) {
         const auto count = static_cast<std::size_t>(std::ranges::count_if(
             items, [category](const CatalogueItem& item) { return item.record.category == category; }));
         RecordsOf(category)->reserve(count);
-        ListOf(category)->SendMessage(LVM_SETITEMCOUNT, count); // only makes room
+        ListOf(category)->SendMessage(LVM_SETITEMCOUNT, count); // reserves memory only
     }
     for (CatalogueItem& item : items) {
         AddItemToList(item);

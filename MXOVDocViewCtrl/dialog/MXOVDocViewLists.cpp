@@ -9,6 +9,8 @@
 
 #include <iterator>
 
+using namespace docview;
+
 namespace {
 
 constexpr int kLargeImage = 32; // pixels
@@ -25,8 +27,7 @@ struct Column {
 constexpr Column kColumns[] = {
     {hosttext::kNameColumn, 150}, {hosttext::kSizeColumn, 40}, {hosttext::kDateColumn, 150}};
 
-/// A picture of the module's, in the format in which it is stored: nothing is converted to that of the
-/// screen.
+/// Loads a bitmap of the module in its stored format, without converting it to the screen's.
 void LoadPicture(CBitmap& bitmap, UINT id) {
     bitmap.DeleteObject();
     bitmap.Attach(
@@ -34,7 +35,7 @@ void LoadPicture(CBitmap& bitmap, UINT id) {
 }
 
 void CreateImages(CImageList& images, int size, UINT strip) {
-    images.DeleteImageList(); // of an earlier window
+    images.DeleteImageList(); // left by an earlier window
     images.Create(size, size, ILC_MASK | ILC_COLOR8, kInitialImages, kImageGrowth);
     CBitmap bitmap;
     LoadPicture(bitmap, strip);

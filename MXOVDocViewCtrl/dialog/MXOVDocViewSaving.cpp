@@ -5,6 +5,8 @@
 
 #include <mxovshare.h>
 
+using namespace docview;
+
 void MXOVDocViewActiveXDlg::SaveOnClose() {
     if (!m_modified) {
         return;

@@ -3,7 +3,9 @@
 
 #include "afxwin.h"
 
-/// Shows the wait cursor for its life and then the cursor that was shown before.
+namespace docview {
+
+/// Shows the wait cursor until the end of its scope, then the previous cursor.
 class WaitCursor {
 public:
     WaitCursor() : m_previous(SetCursor(LoadCursor(nullptr, IDC_WAIT))) {}
@@ -14,3 +16,5 @@ public:
 private:
     HCURSOR m_previous;
 };
+
+} // namespace docview

@@ -1,10 +1,11 @@
 #include "BitmapFile.h"
 
+#include "common/Handles.h"
+
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
 
-#include <windows.h>
+namespace docview {
 
 namespace {
 
@@ -15,16 +16,6 @@ constexpr DWORD kMostColours = 256;
 constexpr int kPaletteDepth = 8; // up to this many bits a pixel is a place in a palette
 
 static_assert(sizeof(BITMAPFILEHEADER) == 14);
-
-struct FileCloser {
-    using pointer = HANDLE;
-    void operator()(HANDLE file) const {
-        if (file != INVALID_HANDLE_VALUE) {
-            CloseHandle(file);
-        }
-    }
-};
-using FileHandle = std::unique_ptr<HANDLE, FileCloser>;
 
 bool IsRunLength(const BITMAPINFOHEADER& info) {
     return info.biCompression == BI_RLE4 || info.biCompression == BI_RLE8;
@@ -95,14 +86,14 @@ bool ReadHeader(HANDLE file, Header& header) {
 } // namespace
 
 bool IsSoundBitmap(const std::wstring& path) {
-    const FileHandle file(CreateFileW(path.c_str(), GENERIC_READ,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                      OPEN_EXISTING, 0, nullptr));
+    const common::UniqueHandle file = common::OwnFile(
+        CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, 0, nullptr));
     LARGE_INTEGER length = {};
     BITMAPFILEHEADER start = {};
     BITMAPINFOHEADER info = {};
-    if (file.get() == INVALID_HANDLE_VALUE || !GetFileSizeEx(file.get(), &length) ||
-        !ReadHeader(file.get(), start) || !ReadHeader(file.get(), info)) {
+    if (!file || !GetFileSizeEx(file.get(), &length) || !ReadHeader(file.get(), start) ||
+        !ReadHeader(file.get(), info)) {
         return false;
     }
     const std::int64_t pixels = start.bfOffBits;
@@ -110,3 +101,5 @@ bool IsSoundBitmap(const std::wstring& path) {
            pixels >= std::int64_t{sizeof start} + HeaderBytes(info) &&
            pixels + PixelBytes(info) <= length.QuadPart;
 }
+
+} // namespace docview

@@ -8,6 +8,8 @@
 
 #include <shlwapi.h>
 
+namespace docview {
+
 namespace {
 
 /// The path before its last "\", the whole path when there is none.
@@ -35,7 +37,7 @@ std::wstring FirstEntry(const std::wstring& list) {
     return start == std::wstring::npos ? std::wstring() : list.substr(start, list.find(L';', start) - start);
 }
 
-/// Name of an additional document: what follows the last "\"; a path without one gives the path less its last
+/// Name of an additional document: what follows the last "\"; of a path without one, all but the last
 /// character.
 std::wstring AdditionalName(const std::wstring& path) {
     const std::size_t start = path.rfind(L'\\') + 1; // 0 when there is no backslash
@@ -135,15 +137,17 @@ void CatalogueLoader::Add(DocumentRecord record, const FileStatus& status, int i
     m_items.push_back({.record = std::move(record), .sizeText = std::move(sizeText), .image = image});
 }
 
-DocumentRecord ReadAdditionalDocument(const CatalogueSource& source, const std::wstring& section) {
+} // namespace docview
+
+DocumentRecord ReadAdditionalDocument(const docview::CatalogueSource& source, const std::wstring& section) {
     DocumentRecord record;
     record.sectionName = section;
-    record.filePath = source.Value(section, inikey::kFilePath);
-    record.timestamp = source.Value(section, inikey::kTimestamp);
-    record.description = source.Value(section, inikey::kDescription);
-    record.isReferenced = source.Value(section, inikey::kIsReferenced) == L"NO" ? 0 : 1;
+    record.filePath = source.Value(section, docview::inikey::kFilePath);
+    record.timestamp = source.Value(section, docview::inikey::kTimestamp);
+    record.description = source.Value(section, docview::inikey::kDescription);
+    record.isReferenced = source.Value(section, docview::inikey::kIsReferenced) == L"NO" ? 0 : 1;
     record.isAdditional = 1;
     record.category = DocumentCategory::AdditionalDocument;
-    record.fileName = AdditionalName(record.filePath);
+    record.fileName = docview::AdditionalName(record.filePath);
     return record;
 }

@@ -4,6 +4,8 @@
 #include "CatalogueSource.h"
 #include "ItemText.h"
 
+namespace docview {
+
 /// Loads the documents of one package. Holds references: source and folder must outlive it.
 class CatalogueLoader {
 public:
@@ -28,5 +30,7 @@ private:
     std::vector<CatalogueItem> m_items;
 };
 
+} // namespace docview
+
 /// Reads one additional document from its section.
-DocumentRecord ReadAdditionalDocument(const CatalogueSource& source, const std::wstring& section);
+DocumentRecord ReadAdditionalDocument(const docview::CatalogueSource& source, const std::wstring& section);

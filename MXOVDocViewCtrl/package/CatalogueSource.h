@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
-/// What one attribute query tells about a path. Everything but `exists` is meaningless when it is false.
+namespace docview {
+
+/// Result of one attribute query. Everything but `exists` is meaningless when it is false.
 struct FileStatus {
     bool exists = false;
     bool isFolder = false;
@@ -16,8 +18,8 @@ struct FileStatus {
 };
 
 /// The reading side of a package. Paths are formed by the loader by plain concatenation from the package
-/// folder it was given, so they can hold a doubled "\"; a source other than the disk has to take that as the
-/// disk does.
+/// folder it was given, so they may contain a doubled "\", which every source must accept as the file system
+/// does.
 class CatalogueSource {
 public:
     CatalogueSource() = default;
@@ -42,3 +44,5 @@ public:
     /// system lists them. Folders are left out; a folder that cannot be listed has no files.
     virtual std::vector<std::wstring> FileNames(const std::wstring& folder) const = 0;
 };
+
+} // namespace docview

@@ -1,13 +1,16 @@
 #include "DiskCatalogueSource.h"
 
-#include <memory>
+#include "common/Handles.h"
+
 #include <utility>
 
 #include <mxovshare.h>
 
+namespace docview {
+
 namespace {
 
-/// Keeps the system from asking the user for a disk while a path on an empty drive is looked at.
+/// Suppresses the system's prompt for a disk while a path on an empty drive is checked.
 class NoDiskPrompts {
 public:
     NoDiskPrompts() { SetThreadErrorMode(SEM_FAILCRITICALERRORS, &m_previous); }
@@ -17,11 +20,6 @@ public:
 
 private:
     DWORD m_previous = 0;
-};
-
-struct FindCloser {
-    using pointer = HANDLE;
-    void operator()(HANDLE handle) const { FindClose(handle); }
 };
 
 } // namespace
@@ -57,11 +55,10 @@ std::vector<std::wstring> DiskCatalogueSource::FileNames(const std::wstring& fol
     const NoDiskPrompts noPrompts;
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW data = {};
-    const HANDLE handle = FindFirstFileW((folder + L"\\*").c_str(), &data);
-    if (handle == INVALID_HANDLE_VALUE) {
+    const common::UniqueSearch search = common::OwnSearch(FindFirstFileW((folder + L"\\*").c_str(), &data));
+    if (!search) {
         return names;
     }
-    const std::unique_ptr<HANDLE, FindCloser> search(handle);
     do {
         if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
             names.emplace_back(data.cFileName);
@@ -69,3 +66,5 @@ std::vector<std::wstring> DiskCatalogueSource::FileNames(const std::wstring& fol
     } while (FindNextFileW(search.get(), &data));
     return names;
 }
+
+} // namespace docview

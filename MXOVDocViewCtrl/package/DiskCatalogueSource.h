@@ -3,6 +3,8 @@
 
 #include "CatalogueSource.h"
 
+namespace docview {
+
 /// Reads an information file through the host's shared library and asks the file system about its documents.
 class DiskCatalogueSource final : public CatalogueSource {
 public:
@@ -18,3 +20,5 @@ public:
 private:
     std::wstring m_informationFile;
 };
+
+} // namespace docview

@@ -26,6 +26,8 @@ struct DocumentRecord {
     DocumentCategory category = DocumentCategory::PartAssembly;
 };
 
+namespace docview {
+
 /// The documents of one category; item i of a list view is element i of its category's list.
 using RecordList = std::vector<DocumentRecord>;
 
@@ -36,3 +38,5 @@ struct HistoryEntry {
     std::wstring by;
     std::wstring remarks;
 };
+
+} // namespace docview

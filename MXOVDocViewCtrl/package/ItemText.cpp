@@ -7,6 +7,8 @@
 
 #include <shlwapi.h>
 
+namespace docview {
+
 namespace {
 
 constexpr double kBytesPerKilobyte = 1024.0;
@@ -18,15 +20,6 @@ int ClampedSize(const FileStatus& status) {
 }
 
 } // namespace
-
-std::wstring FormatFileTime(const FILETIME& time) {
-    SYSTEMTIME fields = {};
-    FileTimeToSystemTime(&time, &fields);
-    wchar_t text[32] = {};
-    _snwprintf(text, std::size(text) - 1, L"%d-%02d-%02d %02d:%02d:%02d", fields.wYear, fields.wMonth,
-               fields.wDay, fields.wHour, fields.wMinute, fields.wSecond);
-    return text;
-}
 
 std::wstring SizeText(int bytes) {
     const auto single = static_cast<float>(bytes);
@@ -40,4 +33,15 @@ std::wstring DocumentSizeText(const CatalogueSource& source, const std::wstring&
 
 std::wstring FileNameOf(const std::wstring& path) {
     return PathFindFileNameW(path.c_str());
+}
+
+} // namespace docview
+
+std::wstring FormatFileTime(const FILETIME& time) {
+    SYSTEMTIME fields = {};
+    FileTimeToSystemTime(&time, &fields);
+    wchar_t text[32] = {};
+    _snwprintf(text, std::size(text) - 1, L"%d-%02d-%02d %02d:%02d:%02d", fields.wYear, fields.wMonth,
+               fields.wDay, fields.wHour, fields.wMinute, fields.wSecond);
+    return text;
 }

@@ -4,6 +4,8 @@
 #include "CatalogueSource.h"
 #include "DocumentRecord.h"
 
+namespace docview {
+
 /// Index into both image lists.
 enum ItemImage : int {
     kLinkedImage = 0,  ///< linked document whose file exists
@@ -18,9 +20,6 @@ struct CatalogueItem {
     int image = kLinkedImage;
 };
 
-/// "2024-01-01 09:05:03" of the calendar fields as they stand, without conversion to local time.
-std::wstring FormatFileTime(const FILETIME& time);
-
 /// "n KB", rounded up: 0 bytes give 0, 1 to 1024 bytes give 1.
 std::wstring SizeText(int bytes);
 
@@ -31,3 +30,8 @@ std::wstring DocumentSizeText(const CatalogueSource& source, const std::wstring&
 
 /// Last component of a path.
 std::wstring FileNameOf(const std::wstring& path);
+
+} // namespace docview
+
+/// "2024-01-01 09:05:03" of the calendar fields as they stand, without conversion to local time.
+std::wstring FormatFileTime(const FILETIME& time);

@@ -5,16 +5,18 @@
 
 #include <shlwapi.h>
 
+namespace docview {
+
 namespace {
 
 constexpr double kFirstRecentYear = 2021.0;
 
-/// The decimal number at the start of a text, cut off towards zero; 0 when there is none. Only the characters
-/// of a decimal number are handed on, since the conversion would also take hexadecimal digits, "inf" and
-/// "nan".
+/// The decimal number at the start of a text, truncated; 0 when there is none. Only characters of a decimal
+/// number are passed on, because the conversion also accepts hexadecimal digits, "inf" and "nan".
 double LeadingNumber(const std::wstring& text) {
     const std::wstring number = text.substr(0, text.find_first_not_of(L"\t0123456789+-.eE"));
-    return std::trunc(::_wtof(number.c_str())); // wcstod of this run-time library crashes when memory is out
+    return std::trunc(
+        ::_wtof(number.c_str())); // wcstod of this run-time library crashes when memory runs out
 }
 
 } // namespace
@@ -23,7 +25,7 @@ bool PathExists(const std::wstring& path) {
     return PathFileExistsW(path.c_str()) != FALSE;
 }
 
-std::wstring SettleInformationFile(const std::wstring& packageFolder) {
+std::wstring FindInformationFile(const std::wstring& packageFolder) {
     std::wstring beside = packageFolder + L"\\mxinfo.ini";
     return PathExists(beside) ? beside : packageFolder + L"Private\\mxinfo.ini";
 }
@@ -55,3 +57,5 @@ PackageSummary ReadSummary(const CatalogueSource& source, const std::wstring& pa
 std::wstring AdditionalSection(int lastIndex) {
     return inikey::kAdditionalPrefix + (L"_" + std::to_wstring(lastIndex + 1));
 }
+
+} // namespace docview

@@ -5,6 +5,8 @@
 #include "CatalogueSource.h"
 #include "DocumentRecord.h"
 
+namespace docview {
+
 /// Names of sections and keys, spelled as the package format has them.
 namespace inikey {
 inline constexpr const wchar_t* kFileInfo = L"FILEINFO";
@@ -46,7 +48,7 @@ bool PathExists(const std::wstring& path);
 
 /// Path of the information file of a package folder: folder + "\mxinfo.ini" when that exists, else
 /// folder + "Private\mxinfo.ini", which is not tested and, unlike the first, has no separator of its own.
-std::wstring SettleInformationFile(const std::wstring& packageFolder);
+std::wstring FindInformationFile(const std::wstring& packageFolder);
 
 /// Whether the program that wrote the package is of 2021 or later, by the last word of its version line. A
 /// line of fewer than two words is not recent.
@@ -57,3 +59,5 @@ PackageSummary ReadSummary(const CatalogueSource& source, const std::wstring& pa
 
 /// Section of the next additional document, given the highest number in use.
 std::wstring AdditionalSection(int lastIndex);
+
+} // namespace docview

@@ -1,5 +1,7 @@
 #include "RecordLists.h"
 
+namespace docview {
+
 RecordList* RecordsOf(DocumentCategory category) {
     switch (category) {
     case DocumentCategory::PartAssembly:
@@ -13,3 +15,5 @@ RecordList* RecordsOf(DocumentCategory category) {
     }
     return nullptr;
 }
+
+} // namespace docview

@@ -4,6 +4,8 @@
 
 #include "DocumentRecord.h"
 
+namespace docview {
+
 extern RecordList partAssemblyRecords;
 extern RecordList gCodeRecords;
 extern RecordList setupSheetRecords;
@@ -11,3 +13,5 @@ extern RecordList additionalRecords;
 
 /// The list of a category; null for a number that is no category.
 RecordList* RecordsOf(DocumentCategory category);
+
+} // namespace docview

@@ -3,9 +3,11 @@
 #include <string_view>
 #include <utility>
 
+namespace docview {
+
 namespace {
 
-constexpr WPARAM kSystemCommand = 0xFFF0; // the bits below are the system's own
+constexpr WPARAM kSystemCommand = 0xFFF0; // the low four bits are used by the system
 
 HWND served = nullptr;
 DialogKeyboard::CloseAction closeServed = nullptr;
@@ -18,8 +20,8 @@ bool IsLetterOrDigit(WPARAM key) {
     return (key >= L'A' && key <= L'Z') || (key >= L'0' && key <= L'9');
 }
 
-/// Whether a key means nothing to a dialog or to an edit control, but may be a shortcut of the host: a
-/// function key, or Ctrl with a letter that edits nothing. Ctrl with Alt writes characters.
+/// Whether a key has no meaning in a dialog or an edit control, but may be a shortcut of the host: a function
+/// key, or Ctrl with a letter that is no editing command. Ctrl with Alt types characters.
 bool IsHostShortcut(const MSG& message) {
     constexpr std::wstring_view kEditing = L"ACVXYZ";
     if (message.message != WM_KEYDOWN) {
@@ -69,7 +71,9 @@ void DialogKeyboard::Stop() {
 LRESULT CALLBACK DialogKeyboard::Hook(int code, WPARAM removal, LPARAM parameter) noexcept {
     auto* message = reinterpret_cast<MSG*>(parameter);
     if (code == HC_ACTION && removal == PM_REMOVE && Handle(*message)) {
-        *message = {}; // done; what the host's loop still gets means nothing to anybody
+        *message = {}; // handled: the host's loop gets WM_NULL
     }
     return CallNextHookEx(nullptr, code, removal, parameter);
 }
+
+} // namespace docview

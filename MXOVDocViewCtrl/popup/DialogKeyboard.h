@@ -1,12 +1,14 @@
-// The dialog keys of a modeless dialog in a host that knows nothing of it.
+// Dialog keys for a modeless dialog whose host's message loop does not call IsDialogMessage.
 #pragma once
 
 #include <windows.h>
 
-/// While it lives, Tab, the arrow keys, Alt with a letter, Return and Escape work in a dialog of the calling
-/// thread as in any dialog: the host's message loop does not hand them to IsDialogMessage. Alt+F4 and Close
-/// in the window's menu end it, which a modeless dialog does not do by itself. Function keys, and Ctrl with a
-/// letter that edits nothing, are the host's. One at a time.
+namespace docview {
+
+/// Between Start and Stop, Tab, the arrow keys, Alt with a letter, Return and Escape work in a dialog of the
+/// calling thread as in any dialog. Alt+F4 and Close in the window menu close it, which a modeless dialog
+/// does not do by itself. Function keys, and Ctrl with a letter that is no editing command, are left to the
+/// host. Serves one dialog at a time.
 class DialogKeyboard {
 public:
     DialogKeyboard() = default;
@@ -25,3 +27,5 @@ private:
 
     HHOOK m_hook = nullptr;
 };
+
+} // namespace docview

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <iterator>
 
+namespace docview {
+
 namespace {
 
-constexpr UINT kSubstring = 0x0004; // what newer systems ask for as well as LVFI_PARTIAL
+constexpr UINT kSubstring = 0x0004; // LVFI_SUBSTRING: newer systems send it as well as LVFI_PARTIAL
 
 } // namespace
 
@@ -61,3 +63,5 @@ bool HistoryList::Matches(int row, const LVFINDINFOW& wanted) const {
     return CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, text.c_str(), compared, wanted.psz, length) ==
            CSTR_EQUAL;
 }
+
+} // namespace docview

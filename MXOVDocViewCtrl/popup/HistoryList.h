@@ -8,11 +8,13 @@
 #include <string>
 #include <vector>
 
-/// A virtual list view (LVS_OWNERDATA) over a copy of the history: however long that is, showing it costs the
-/// copy and no message for a row.
+namespace docview {
+
+/// A virtual list view (LVS_OWNERDATA) over a copy of the history: showing it costs one copy and no message
+/// per row.
 class HistoryList : public CListCtrl {
 public:
-    /// Shows these entries instead of those before: operation, time and by in the first three columns.
+    /// Replaces the shown entries: operation, time and by in the first three columns.
     void ShowEntries(const std::vector<HistoryEntry>& entries);
 
 protected:
@@ -21,9 +23,11 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    /// What stands in a cell; nothing outside the history.
+    /// Text of a cell; empty outside the history.
     const wchar_t* Text(int row, int column) const;
     bool Matches(int row, const LVFINDINFOW& wanted) const;
 
     std::vector<HistoryEntry> m_entries;
 };
+
+} // namespace docview

@@ -1,4 +1,4 @@
-// The popup as a window: its life, its controls, what closes it.
+// The popup as a window: creation, controls, closing.
 #include "MXOVPopupDlg.h"
 
 #include "shell/HelpLauncher.h"
@@ -8,6 +8,8 @@
 
 #include <utility>
 
+using namespace docview;
+
 namespace {
 
 constexpr int kGap = 6;            // pixels between the control and the popup
@@ -16,7 +18,7 @@ constexpr int kBottomOffset = 179; // the popup is placed one pixel shorter than
 constexpr DWORD kStaticKindBits = 0x000F;
 constexpr COLORREF kHighlight = RGB(0, 102, 178);
 
-/// Keeps the module loaded: the mouse hooks are never removed, so their procedure must not go.
+/// Keeps the module loaded: the mouse hooks are never removed, so their procedure must stay.
 void PinModule(HOOKPROC procedure) {
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
@@ -52,7 +54,7 @@ MXOVPopupDlg::~MXOVPopupDlg() = default;
 MXOVPopupDlg* MXOVPopupDlg::Open(CWnd& owner) {
     if (!current) {
         current = new MXOVPopupDlg(owner);
-        current->Create(IDD, &owner); // a failure deletes the popup, which is then no longer the current one
+        current->Create(IDD, &owner); // a failure deletes the popup and clears `current`
     }
     return current;
 }
@@ -112,7 +114,7 @@ BOOL MXOVPopupDlg::OnInitDialog() {
     m_hook = SetWindowsHookExW(WH_MOUSE, MouseHook, nullptr, GetCurrentThreadId());
     m_keyboard.Start(GetSafeHwnd(), CloseByCommand);
     SetLabels();
-    GetDlgItem(IDC_DESCRIPTION)->SendMessage(EM_SETLIMITTEXT); // none: the usual one cuts long texts
+    GetDlgItem(IDC_DESCRIPTION)->SendMessage(EM_SETLIMITTEXT); // no limit: the default truncates long texts
     CBitmap help;
     help.Attach(LoadBitmapW(mxovshare::OVApplication::hMXOVResInstance, MAKEINTRESOURCEW(hostbitmap::kHelp)));
     ShowPicture(IDC_HELP_ICON, m_helpBitmap, std::move(help));
@@ -129,7 +131,7 @@ HBRUSH MXOVPopupDlg::OnCtlColor(CDC* dc, CWnd* window, UINT /*kind*/) {
     if (id == IDC_HIGHLIGHT_FIRST || id == IDC_HIGHLIGHT_SECOND) {
         dc->SetTextColor(kHighlight);
     }
-    // The base is not asked: it would set the colours of a grey dialog.
+    // The base class is not called: it would set the colours of a grey dialog.
     return static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
 }
 
@@ -186,5 +188,5 @@ void MXOVPopupDlg::ShowPicture(int id, CBitmap& shown, CBitmap picture) {
     place.ModifyStyle(kStaticKindBits, SS_BITMAP | SS_CENTERIMAGE);
     place.SetBitmap(picture);
     place.Detach();
-    shown = std::move(picture); // the one before is no longer shown and goes
+    shown = std::move(picture); // deletes the previous bitmap, which is no longer shown
 }

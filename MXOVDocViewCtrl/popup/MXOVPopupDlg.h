@@ -16,32 +16,32 @@
 /// Shows name, path, size and description of a document with the package's preview and history. Changes are
 /// written to the information file at once, and the owner is sent the command of its Update button.
 ///
-/// There is at most one. It goes by itself when a mouse button is pressed anywhere else on its thread, and
-/// deletes itself with its window.
+/// There is at most one. It closes when a mouse button is pressed anywhere else on its thread, and deletes
+/// itself with its window.
 class MXOVPopupDlg : public CDialog {
 public:
     enum { IDD = IDD_DOCUMENT_PROPERTIES };
 
-    /// The popup that exists, or a new one, hidden and empty, that belongs to the owner. Null when it could
-    /// not be made. The owner must call CloseOf before it dies.
+    /// The existing popup, or a new one, hidden and empty, that belongs to the owner. Null when it cannot be
+    /// created. The owner must call CloseOf before it is destroyed.
     static MXOVPopupDlg* Open(CWnd& owner);
 
     /// Closes the popup if it belongs to the owner.
     static void CloseOf(const CWnd& owner);
 
-    /// The popup that exists, or null.
+    /// The existing popup, or null.
     static MXOVPopupDlg* Current() { return current; }
 
     /// Shows a document of a category's record list. A category or an index that does not exist shows
     /// nothing. `recent`: the package can be edited.
-    void FillProperties(const std::wstring& previewPath, const std::vector<HistoryEntry>& history,
+    void FillProperties(const std::wstring& previewPath, const std::vector<docview::HistoryEntry>& history,
                         DocumentCategory category, int index, const std::wstring& informationFile,
                         const std::wstring& packageFolder, const std::wstring& packageFile, bool recent);
 
     /// Moves the popup beside a control of this width at the left edge of the screen, in pixels.
     void PlaceBeside(int controlWidth);
 
-    /// Writes path and description of the document into the information file and tells the owner.
+    /// Writes path and description of the document into the information file and notifies the owner.
     void SaveProperties();
 
     BOOL DestroyWindow() override;
@@ -72,23 +72,23 @@ private:
     // Content
     void SetLabels();
     void ShowPreview(const std::wstring& path);
-    void ShowHistory(const std::vector<HistoryEntry>& history);
+    void ShowHistory(const std::vector<docview::HistoryEntry>& history);
     void ShowFields(bool recent);
     void ShowSize(const std::wstring& path);
     void ShowPicture(int id, CBitmap& shown, CBitmap picture);
     void DisableItem(int id);
 
     // Saving
-    void ShareDescription(RecordList& records);
+    void ShareDescription(docview::RecordList& records);
     void WriteValue(const wchar_t* key, const std::wstring& value);
     void PostUpdate();
 
     static MXOVPopupDlg* current;
-    static bool browsing; // the file dialog is up
+    static bool browsing; // the file dialog is open
 
     CWnd* m_owner;
-    HHOOK m_hook = nullptr; // stays installed when the popup goes
-    DialogKeyboard m_keyboard;
+    HHOOK m_hook = nullptr; // never removed
+    docview::DialogKeyboard m_keyboard;
     DocumentCategory m_category{}; // none until filled
     int m_index = -1;              // in the category's record list
     std::wstring m_informationFile;
@@ -103,7 +103,7 @@ private:
     MXOVGroupBoxEx m_previewBox;
     MXOVGroupBoxEx m_historyBox;
     MXOVGroupBoxEx m_propertiesBox;
-    HistoryList m_history;
+    docview::HistoryList m_history;
     CStatic m_name;
     CStatic m_size;
     CStatic m_nameLabel;

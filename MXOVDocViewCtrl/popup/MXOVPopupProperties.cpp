@@ -1,6 +1,8 @@
-// The popup's content: what it shows of a document, and how changes reach the information file.
+// The popup's content: showing a document and writing changes into the information file.
 #include "MXOVPopupDlg.h"
 
+#include "common/Paths.h"
+#include "common/ScopedFlag.h"
 #include "controls/RedrawPause.h"
 #include "package/BitmapFile.h"
 #include "package/ItemText.h"
@@ -16,6 +18,8 @@
 #include <limits>
 
 #include <shlwapi.h>
+
+using namespace docview;
 
 namespace {
 
@@ -51,29 +55,17 @@ CBitmap LoadPreviewFile(const std::wstring& path) {
     return bitmap;
 }
 
-/// What the file dialog offers in place of a document.
+/// Filter of the file dialog that replaces a document.
 const wchar_t* FilterFor(const std::wstring& fileName) {
     const wchar_t* extension = PathFindExtensionW(fileName.c_str());
-    if (CompareStringOrdinal(extension, -1, L".SLDPRT", -1, TRUE) == CSTR_EQUAL) {
+    if (common::IsSamePath(extension, L".SLDPRT")) {
         return L"Part File (*.SLDPRT)|*.sldprt|";
     }
-    if (CompareStringOrdinal(extension, -1, L".SLDASM", -1, TRUE) == CSTR_EQUAL) {
+    if (common::IsSamePath(extension, L".SLDASM")) {
         return L"Assembly File (*.SLDASM)|*.sldasm|";
     }
     return L"All Files (*.*)|*.*|";
 }
-
-/// Sets a flag for its life.
-class RaisedFlag {
-public:
-    explicit RaisedFlag(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~RaisedFlag() { m_flag = false; }
-    RaisedFlag(const RaisedFlag&) = delete;
-    RaisedFlag& operator=(const RaisedFlag&) = delete;
-
-private:
-    bool& m_flag;
-};
 
 } // namespace
 
@@ -164,7 +156,7 @@ void MXOVPopupDlg::OnDescriptionChanged() {
 void MXOVPopupDlg::OnBrowse() {
     std::wstring chosen;
     {
-        const RaisedFlag raised(browsing);
+        const common::ScopedFlag open(browsing);
         CFileDialog dialog(TRUE, L"*", nullptr, OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT,
                            FilterFor(m_record.fileName), this);
         if (dialog.DoModal() != IDOK) {
@@ -173,7 +165,7 @@ void MXOVPopupDlg::OnBrowse() {
         chosen = dialog.GetPathName().GetString();
     }
     if (current != this) {
-        return; // the host closed the window under the file dialog
+        return; // the host closed the popup while the file dialog was open
     }
     m_record.filePath = chosen;
     m_name.SetWindowText(FileNameOf(chosen).c_str());

@@ -1,13 +1,17 @@
 #include "HelpLauncher.h"
 
+#include "common/Handles.h"
+#include "common/Language.h"
+
 #include <mxovshare.h>
 
 #include <algorithm>
 #include <cstring>
 #include <iterator>
-#include <memory>
 
 #include <shlwapi.h>
+
+namespace docview {
 
 namespace {
 
@@ -23,17 +27,12 @@ constexpr wchar_t kSecondaryFolder[] = L"\\lang\\";
 constexpr wchar_t kSecondaryFile[] = L"\\KVT.chm";
 constexpr wchar_t kEnglish[] = L"english";
 
-struct KeyCloser {
-    using pointer = HKEY;
-    void operator()(HKEY key) const { RegCloseKey(key); }
-};
-using RegistryKey = std::unique_ptr<HKEY, KeyCloser>;
-
 bool Exists(const std::wstring& path) {
     return PathFileExistsW(path.c_str()) != FALSE;
 }
 
-/// Folder of the running program, without a separator at the end; empty when its path has none.
+/// Folder of the running program, without a separator at the end; empty when its path has none. A path of
+/// more than 260 characters is cut there.
 std::wstring ApplicationFolder() {
     wchar_t path[MAX_PATH] = L"";
     GetModuleFileNameW(nullptr, path, MAX_PATH);
@@ -46,7 +45,7 @@ std::wstring ApplicationFolder() {
 } // namespace
 
 HelpTarget FindHelp(const std::wstring& applicationFolder, const std::wstring& hostLanguage) {
-    const std::wstring language = hostLanguage == L"Portuguese" ? L"portuguese-brazilian" : hostLanguage;
+    const std::wstring language = common::LanguageFolder(hostLanguage);
     const auto mainFile = [&](const std::wstring& name) {
         return applicationFolder + kMainFolder + name + kMainFile;
     };
@@ -59,7 +58,7 @@ HelpTarget FindHelp(const std::wstring& applicationFolder, const std::wstring& h
     }
     if (!Exists(target.file)) {
         target = {secondaryFile(language), kSecondaryTopic};
-    } else if (!Exists(target.file)) { // it went away just now
+    } else if (!Exists(target.file)) { // it was deleted since the last check
         target = {secondaryFile(kEnglish), kSecondaryTopic};
     }
     return target;
@@ -70,7 +69,7 @@ bool FindRegisteredHelpEngine(char (&path)[MAX_PATH]) {
     if (RegOpenKeyExA(HKEY_CLASSES_ROOT, kEngineKey, 0, KEY_READ, &opened) != ERROR_SUCCESS) {
         return false;
     }
-    const RegistryKey key(opened);
+    const common::UniqueRegistryKey key(opened);
     char value[MAX_PATH] = "";
     DWORD size = sizeof value;
     DWORD type = REG_NONE;
@@ -80,7 +79,7 @@ bool FindRegisteredHelpEngine(char (&path)[MAX_PATH]) {
     }
     value[MAX_PATH - 1] = '\0';
     if (type == REG_EXPAND_SZ) {
-        // The function wants room for one character more than it stores.
+        // The function needs room for one character more than it stores.
         char expanded[MAX_PATH + 1] = "";
         const DWORD length = ExpandEnvironmentStringsA(value, expanded, sizeof expanded);
         if (length == 0 || length > sizeof expanded || std::strlen(expanded) >= MAX_PATH) {
@@ -111,7 +110,7 @@ void HtmlHelpEngine::Load() {
     if (m_module) {
         const FARPROC entry = GetProcAddress(m_module, MAKEINTRESOURCEA(kHtmlHelpOrdinal));
         static_assert(sizeof entry == sizeof m_entry);
-        std::memcpy(&m_entry, &entry, sizeof m_entry); // no cast leads from one signature to the other
+        std::memcpy(&m_entry, &entry, sizeof m_entry); // no cast converts between the two signatures
     }
     m_failed = !m_entry;
 }
@@ -121,3 +120,5 @@ void LaunchHelp() {
     const HelpTarget target = FindHelp(ApplicationFolder(), mxovshare::OVApplication::mxLanguageName);
     engine.Call(nullptr, target.file.c_str(), kShowContext, target.topic);
 }
+
+} // namespace docview

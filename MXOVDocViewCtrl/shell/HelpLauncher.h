@@ -5,6 +5,8 @@
 
 #include <string>
 
+namespace docview {
+
 /// A help file and a topic in it.
 struct HelpTarget {
     std::wstring file;
@@ -16,13 +18,13 @@ struct HelpTarget {
 /// exist.
 HelpTarget FindHelp(const std::wstring& applicationFolder, const std::wstring& hostLanguage);
 
-/// Path of the help engine as it is registered in the system. False when it is not, or does not fit.
+/// Path of the registered help engine. False when none is registered or its path is too long.
 bool FindRegisteredHelpEngine(char (&path)[MAX_PATH]);
 
 /// The system's help engine, loaded at the first use and never unloaded. A failure is final.
 class HtmlHelpEngine {
 public:
-    /// `fallback`: the library that is loaded when none is registered; kept, not copied.
+    /// `fallback`: the library that is loaded when none is registered; not copied.
     explicit HtmlHelpEngine(const char* fallback = "hhctrl.ocx") : m_fallback(fallback) {}
 
     /// Same arguments and result as the system's HtmlHelpW; null without an engine.
@@ -41,3 +43,5 @@ private:
 
 /// Opens the help of the running host application in its current language; nothing happens without an engine.
 void LaunchHelp();
+
+} // namespace docview

@@ -5,6 +5,8 @@
 
 #include <string>
 
+namespace docview {
+
 /// Numbers of the texts that are used.
 namespace hosttext {
 inline constexpr UINT kNameColumn = 137;
@@ -36,3 +38,5 @@ inline constexpr const wchar_t* kMessageTitle = L"Maxtrel Orvando Document Manag
 
 /// A text of the host's resource module; empty when it has none of that number.
 std::wstring HostText(UINT id);
+
+} // namespace docview

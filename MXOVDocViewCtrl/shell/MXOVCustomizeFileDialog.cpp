@@ -2,6 +2,8 @@
 
 #include "HostText.h"
 
+using namespace docview;
+
 namespace {
 
 constexpr DWORD kLinkCheckBox = 1000003;

@@ -1,4 +1,4 @@
-// The system's file dialog with a check box that asks whether to link a file or copy it.
+// The system's file dialog with a check box that chooses between linking and copying a file.
 #pragma once
 
 #include "afxdlgs.h"
@@ -11,7 +11,7 @@ public:
     MXOVCustomizeFileDialog(BOOL open, LPCTSTR defaultExtension, LPCTSTR fileName, DWORD flags,
                             LPCTSTR filter, CWnd* parent);
 
-    /// State of the check box: 0 or 1. Where the dialog cannot tell it, 1.
+    /// State of the check box: 0 or 1; 1 when the dialog cannot report it.
     void SetCheck(int check);
     int GetCheck();
 

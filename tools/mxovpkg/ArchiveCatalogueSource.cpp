@@ -6,6 +6,8 @@
 #include <optional>
 #include <string_view>
 
+using namespace docview;
+
 namespace {
 
 // Compares names as the file system does. The common prefix is skipped first: hostile names share long ones.
@@ -46,8 +48,9 @@ std::optional<std::wstring> InPackage(const std::wstring& path) {
     return inside;
 }
 
-bool IsOnDrive(const std::wstring& path) {
-    return path.size() > 2 && path[1] == L':' && (path[2] == L'\\' || path[2] == L'/');
+bool IsFullPath(const std::wstring& path) {
+    return (path.size() > 2 && path[1] == L':' && (path[2] == L'\\' || path[2] == L'/')) ||
+           path.starts_with(L"\\\\");
 }
 
 } // namespace
@@ -93,7 +96,7 @@ std::vector<std::wstring> ArchiveCatalogueSource::SectionNames(const std::wstrin
 FileStatus ArchiveCatalogueSource::Status(const std::wstring& path) const {
     const auto inside = InPackage(path);
     if (!inside) {
-        return IsOnDrive(path) ? m_disk.Status(path) : FileStatus();
+        return IsFullPath(path) ? m_disk.Status(path) : FileStatus();
     }
     if (inside->empty()) {
         return {.exists = true, .isFolder = true};

@@ -6,9 +6,9 @@
 
 #include <vector>
 
-/// Uses the package's directory and information file as if it were unpacked into kFolder. Other paths that
-/// begin with a drive, those of links, are looked up on the disk; no other computer is asked.
-class ArchiveCatalogueSource final : public CatalogueSource {
+/// Uses the package's directory and information file as if it were unpacked into kFolder. Other full paths,
+/// those of links, are looked up on the disk.
+class ArchiveCatalogueSource final : public docview::CatalogueSource {
 public:
     /// Represents the package folder, with its trailing separator; no file system allows such a name.
     static const std::wstring kFolder;
@@ -18,7 +18,7 @@ public:
 
     std::wstring Value(const std::wstring& section, const std::wstring& key) const override;
     std::vector<std::wstring> SectionNames(const std::wstring& prefix) const override;
-    FileStatus Status(const std::wstring& path) const override;
+    docview::FileStatus Status(const std::wstring& path) const override;
     int FileSize(const std::wstring& path) const override;
     std::vector<std::wstring> FileNames(const std::wstring& folder) const override;
 
@@ -33,5 +33,5 @@ private:
     Entries m_entries;
     std::vector<mxovshare::InformationSection> m_sections; ///< in their order in the file
     std::vector<std::size_t> m_sectionsByName;             ///< their numbers
-    DiskCatalogueSource m_disk{{}};                        ///< queried for files only
+    docview::DiskCatalogueSource m_disk{{}};               ///< queried for files only
 };

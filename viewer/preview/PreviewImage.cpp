@@ -5,7 +5,7 @@
 namespace viewer {
 
 common::UniqueBitmap LoadPreview(const std::wstring& path) {
-    if (path.empty() || !IsSoundBitmap(path)) {
+    if (path.empty() || !docview::IsSoundBitmap(path)) {
         return {};
     }
     return common::UniqueBitmap(static_cast<HBITMAP>(

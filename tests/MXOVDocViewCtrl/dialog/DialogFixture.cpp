@@ -5,11 +5,13 @@
 
 #include <commctrl.h>
 
+using namespace docview;
+
 // The module defines these beside its other objects.
-RecordList partAssemblyRecords;
-RecordList gCodeRecords;
-RecordList setupSheetRecords;
-RecordList additionalRecords;
+docview::RecordList docview::partAssemblyRecords;
+docview::RecordList docview::gCodeRecords;
+docview::RecordList docview::setupSheetRecords;
+docview::RecordList docview::additionalRecords;
 
 namespace {
 
@@ -43,7 +45,7 @@ void DialogFixture::Create() {
 void DialogFixture::Load() {
     const std::wstring folder = m_package.PathWithSeparator();
     m_dialog.SetPackageFolder(folder);
-    m_dialog.SetInformationFile(SettleInformationFile(folder));
+    m_dialog.SetInformationFile(FindInformationFile(folder));
     m_dialog.LoadCatalogue();
 }
 

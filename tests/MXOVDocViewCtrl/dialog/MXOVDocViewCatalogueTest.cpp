@@ -4,6 +4,8 @@
 
 #include <commctrl.h>
 
+using namespace docview;
+
 namespace {
 
 class MXOVDocViewCatalogueTest : public DialogFixture {

@@ -2,6 +2,8 @@
 
 #include "shell/HostText.h"
 
+using namespace docview;
+
 namespace {
 
 class MXOVDocViewSavingTest : public DialogFixture {

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+using namespace docview;
+
 namespace {
 
 constexpr SYSTEMTIME kMorning = {2024, 1, 0, 1, 9, 5, 3, 0};
@@ -21,7 +23,7 @@ protected:
     std::vector<CatalogueItem> Load() const { return LoadAs(m_package.PathWithSeparator()); }
 
     static std::vector<CatalogueItem> LoadAs(const std::wstring& folder) {
-        const DiskCatalogueSource source(SettleInformationFile(folder));
+        const DiskCatalogueSource source(FindInformationFile(folder));
         return CatalogueLoader(source, folder).Load();
     }
 

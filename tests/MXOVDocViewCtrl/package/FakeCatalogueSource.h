@@ -7,10 +7,10 @@
 #include <map>
 #include <utility>
 
-class FakeCatalogueSource final : public CatalogueSource {
+class FakeCatalogueSource final : public docview::CatalogueSource {
 public:
     std::vector<std::pair<std::wstring, std::map<std::wstring, std::wstring>>> sections;
-    std::map<std::wstring, FileStatus> files;
+    std::map<std::wstring, docview::FileStatus> files;
     std::map<std::wstring, std::vector<std::wstring>> folders;
     std::map<std::wstring, int> sizes; ///< answers of FileSize
     mutable std::vector<std::wstring> statusQueries;
@@ -35,10 +35,10 @@ public:
         return names;
     }
 
-    FileStatus Status(const std::wstring& path) const override {
+    docview::FileStatus Status(const std::wstring& path) const override {
         statusQueries.push_back(path);
         const auto found = files.find(path);
-        return found == files.end() ? FileStatus{} : found->second;
+        return found == files.end() ? docview::FileStatus{} : found->second;
     }
 
     int FileSize(const std::wstring& path) const override {

@@ -6,6 +6,8 @@
 
 #include <limits>
 
+using namespace docview;
+
 namespace {
 
 FILETIME TimeOf(const SYSTEMTIME& fields) {

@@ -5,30 +5,32 @@
 
 #include <gtest/gtest.h>
 
+using namespace docview;
+
 namespace {
 
-TEST(SettleInformationFile, PrefersTheFileInTheFolderItself) {
+TEST(FindInformationFile, PrefersTheFileInTheFolderItself) {
     const TempFolder folder;
     const std::wstring file = folder.Write(L"mxinfo.ini", "");
     folder.Write(L"Private\\mxinfo.ini", "");
-    EXPECT_EQ(SettleInformationFile(folder.Path()), file);
-    EXPECT_EQ(SettleInformationFile(folder.PathWithSeparator()), folder.Path() + L"\\\\mxinfo.ini");
+    EXPECT_EQ(FindInformationFile(folder.Path()), file);
+    EXPECT_EQ(FindInformationFile(folder.PathWithSeparator()), folder.Path() + L"\\\\mxinfo.ini");
 }
 
-TEST(SettleInformationFile, FallsBackToThePrivateFolder) {
+TEST(FindInformationFile, FallsBackToThePrivateFolder) {
     const TempFolder folder;
     const std::wstring file = folder.Write(L"Private\\mxinfo.ini", "");
-    EXPECT_EQ(SettleInformationFile(folder.PathWithSeparator()), file);
+    EXPECT_EQ(FindInformationFile(folder.PathWithSeparator()), file);
 }
 
-TEST(SettleInformationFile, RunsTheLastNameTogetherWithPrivateWhenTheSeparatorIsMissing) {
+TEST(FindInformationFile, RunsTheLastNameTogetherWithPrivateWhenTheSeparatorIsMissing) {
     const TempFolder folder;
     folder.Write(L"Private\\mxinfo.ini", "");
-    EXPECT_EQ(SettleInformationFile(folder.Path()), folder.Path() + L"Private\\mxinfo.ini");
+    EXPECT_EQ(FindInformationFile(folder.Path()), folder.Path() + L"Private\\mxinfo.ini");
 }
 
-TEST(SettleInformationFile, DoesNotTestTheFallBack) {
-    EXPECT_EQ(SettleInformationFile(L"C:\\no such folder\\"), L"C:\\no such folder\\Private\\mxinfo.ini");
+TEST(FindInformationFile, DoesNotTestTheFallBack) {
+    EXPECT_EQ(FindInformationFile(L"C:\\no such folder\\"), L"C:\\no such folder\\Private\\mxinfo.ini");
 }
 
 TEST(IsRecentVersion, ReadsTheLastWordAsAYear) {

@@ -7,6 +7,8 @@
 
 #include <ole2.h>
 
+using namespace docview;
+
 namespace {
 
 class MXOVPopupBrowsingTest : public PopupFixture {

@@ -5,6 +5,8 @@
 #include "shell/HostText.h"
 #include "ShownRows.h"
 
+using namespace docview;
+
 namespace {
 
 class MXOVPopupDlgTest : public PopupFixture {

@@ -6,6 +6,8 @@
 
 #include <cstring>
 
+using namespace docview;
+
 namespace {
 
 constexpr int kWidth = 10;

@@ -5,6 +5,8 @@
 
 #include <mxovshare.h>
 
+using namespace docview;
+
 using MXOVPopupSavingTest = PopupFixture;
 
 TEST_F(MXOVPopupSavingTest, EveryKeystrokeIsInTheFileAtOnce) {

@@ -5,11 +5,13 @@
 
 #include <mxovshare.h>
 
+using namespace docview;
+
 // The module defines these beside its other objects.
-RecordList partAssemblyRecords;
-RecordList gCodeRecords;
-RecordList setupSheetRecords;
-RecordList additionalRecords;
+docview::RecordList docview::partAssemblyRecords;
+docview::RecordList docview::gCodeRecords;
+docview::RecordList docview::setupSheetRecords;
+docview::RecordList docview::additionalRecords;
 
 namespace {
 

@@ -52,7 +52,7 @@ protected:
     TempFolder m_package;
     OwnerWindow m_owner;
     std::wstring m_preview;
-    std::vector<HistoryEntry> m_history;
+    std::vector<docview::HistoryEntry> m_history;
 };
 
 /// Handles the messages that are waiting.

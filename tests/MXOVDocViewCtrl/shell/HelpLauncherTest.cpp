@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 #include <mxovshare.h>
 
+using namespace docview;
+
 namespace {
 
 constexpr wchar_t kEngineKey[] = L"CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";

@@ -10,6 +10,8 @@
 
 #include <thread>
 
+using namespace docview;
+
 namespace {
 
 class Apartment {

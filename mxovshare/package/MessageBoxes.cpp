@@ -1,4 +1,4 @@
-#include "host/MessageBoxes.h"
+#include "package/MessageBoxes.h"
 
 #include <windows.h>
 

@@ -1,14 +1,11 @@
 #include "mxovshare.h"
 
-#include "common/SystemError.h"
-#include "host/MessageBoxes.h"
-#include "ini/IniRetry.h"
 #include "ini/IniStore.h"
 
 namespace mxovshare {
 namespace {
 
-// Only std::bad_alloc can come from below; callers get what a missing file returns.
+// Nothing but want of memory can go wrong below; callers get what a missing file gives.
 template <typename Action>
 auto Guarded(Action action) noexcept -> decltype(action()) {
     try {
@@ -18,23 +15,6 @@ auto Guarded(Action action) noexcept -> decltype(action()) {
     }
 }
 
-void ReportRefusal(const std::wstring& file, DWORD error) {
-    ShowError(L"The information file \"" + file + L"\" could not be read: " + common::SystemErrorText(error) +
-              L".\n\nIt was left as it is; your change was not made.");
-}
-
-template <typename Action>
-void Edit(const std::wstring& file, Action action) noexcept {
-    Guarded([&] {
-        const IniOutcome outcome = action(IniStore::Instance());
-        if (outcome.firstRefused) {
-            ReportRefusal(file, outcome.error);
-        } else if (outcome.error != ERROR_SUCCESS && !outcome.refused) {
-            ScheduleRetry();
-        }
-    });
-}
-
 } // namespace
 
 std::wstring INIFile::GetKeyValueFromINI(std::wstring section, std::wstring key, std::wstring file) {
@@ -42,7 +22,7 @@ std::wstring INIFile::GetKeyValueFromINI(std::wstring section, std::wstring key,
 }
 
 void INIFile::AddRecordToINI(std::wstring section, std::wstring key, std::wstring value, std::wstring file) {
-    Edit(file, [&](IniStore& store) { return store.SetValue(section, key, value, file); });
+    Guarded([&] { IniStore::Instance().SetValue(section, key, value, file); });
 }
 
 std::vector<std::wstring> INIFile::GetSectionNamesFromINI(std::wstring prefix, std::wstring file) {
@@ -54,7 +34,7 @@ int INIFile::GetLastIndexOfSectionFromINI(std::wstring prefix, std::wstring file
 }
 
 void INIFile::RemoveSectionFromINI(std::wstring section, std::wstring file) {
-    Edit(file, [&](IniStore& store) { return store.RemoveSection(section, file); });
+    Guarded([&] { IniStore::Instance().RemoveSection(section, file); });
 }
 
 } // namespace mxovshare
