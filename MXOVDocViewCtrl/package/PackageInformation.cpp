@@ -1,5 +1,7 @@
 #include "PackageInformation.h"
 
+#include "common/NumberedSection.h"
+
 #include <cmath>
 #include <cstdlib>
 
@@ -54,8 +56,9 @@ PackageSummary ReadSummary(const CatalogueSource& source, const std::wstring& pa
     return summary;
 }
 
-std::wstring AdditionalSection(int lastIndex) {
-    return inikey::kAdditionalPrefix + (L"_" + std::to_wstring(lastIndex + 1));
+std::wstring AdditionalSection(const CatalogueSource& source, int lastIndex) {
+    return common::NextSection(inikey::kAdditionalPrefix, lastIndex,
+                               [&] { return source.SectionNames(inikey::kAdditionalPrefix); });
 }
 
 } // namespace docview

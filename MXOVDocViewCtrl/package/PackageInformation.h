@@ -57,7 +57,8 @@ bool IsRecentVersion(const std::wstring& versionLine);
 /// Reads preview path and history entries.
 PackageSummary ReadSummary(const CatalogueSource& source, const std::wstring& packageFolder);
 
-/// Section of the next additional document, given the highest number in use.
-std::wstring AdditionalSection(int lastIndex);
+/// Section of the next additional document, given the highest number in use: one more, or the highest free
+/// number when there is none above it.
+std::wstring AdditionalSection(const CatalogueSource& source, int lastIndex);
 
 } // namespace docview

@@ -1,5 +1,6 @@
 #include "mxovshare.h"
 
+#include "common/NumberedSection.h"
 #include "files/AtomicFile.h"
 #include "files/FileFailure.h"
 #include "files/FolderPath.h"
@@ -12,8 +13,11 @@
 #include "package/ProgressWindow.h"
 #include "package/UnpackedFolders.h"
 
+#include <algorithm>
 #include <cwchar>
+#include <iterator>
 #include <optional>
+#include <vector>
 
 #include <lmcons.h>
 
@@ -104,7 +108,11 @@ private:
         }
         IniDocument document(text, std::move(bytes));
         const std::u16string prefix = ToUtf16(kHistory);
-        m_section = std::wstring(kHistory) + L"_" + std::to_wstring(document.LastIndex(prefix) + 1);
+        m_section = common::NextSection(kHistory, document.LastIndex(prefix), [&] {
+            std::vector<std::wstring> names;
+            std::ranges::transform(document.SectionNames(prefix), std::back_inserter(names), ToWide);
+            return names;
+        });
         for (const auto& [key, value] : m_values) {
             document.SetValue(ToUtf16(m_section), ToUtf16(key), ToUtf16(value));
         }

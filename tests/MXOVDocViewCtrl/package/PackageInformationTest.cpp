@@ -95,8 +95,18 @@ TEST(ReadSummary, ListsTheHistoryInTheOrderOfItsSections) {
 }
 
 TEST(AdditionalSection, IsNumberedOneHigherThanTheLast) {
-    EXPECT_EQ(AdditionalSection(0), L"REFERANCE_FILE_1");
-    EXPECT_EQ(AdditionalSection(3), L"REFERANCE_FILE_4");
+    const FakeCatalogueSource source;
+    EXPECT_EQ(AdditionalSection(source, 0), L"REFERANCE_FILE_1");
+    EXPECT_EQ(AdditionalSection(source, 3), L"REFERANCE_FILE_4");
+    EXPECT_EQ(AdditionalSection(source, 2147483646), L"REFERANCE_FILE_2147483647");
+}
+
+TEST(AdditionalSection, TakesTheHighestFreeNumberAboveTheLargest) {
+    FakeCatalogueSource source;
+    source.sections = {{L"REFERANCE_FILE_2147483647", {}}, {L"REFERANCE_FILE_7", {}}};
+    EXPECT_EQ(AdditionalSection(source, 2147483647), L"REFERANCE_FILE_2147483646");
+    source.sections.push_back({L"REFERANCE_FILE_2147483646", {}});
+    EXPECT_EQ(AdditionalSection(source, 2147483647), L"REFERANCE_FILE_2147483645");
 }
 
 } // namespace

@@ -49,6 +49,16 @@ protected:
     TempFolder m_work;
 };
 
+TEST_F(RegenerateTest, TheLargestNumberOfAnEntryIsNotOverwritten) {
+    m_folder.Write(L"mxinfo.ini", "[FILE_HISTORY_2147483647]\r\nOperation=Created\r\n");
+    Regenerate(L"First");
+    Regenerate(L"Second");
+    EXPECT_TRUE(notices.empty());
+    EXPECT_EQ(Value(L"FILE_HISTORY_2147483647", L"Operation"), L"Created");
+    EXPECT_EQ(Value(L"FILE_HISTORY_2147483646", L"Operation"), L"First");
+    EXPECT_EQ(Value(L"FILE_HISTORY_2147483645", L"Operation"), L"Second");
+}
+
 TEST_F(RegenerateTest, AddsAHistoryEntryAndPacksTheFolder) {
     SYSTEMTIME before = {};
     GetLocalTime(&before);
