@@ -37,6 +37,39 @@ std::string BitmapBytes(int bits, const std::function<void(Headers&)>& spoil = n
     return bytes;
 }
 
+/// The same with the older information header of 12 bytes.
+std::string CoreBitmapBytes(int bits, WORD width = kWidth) {
+    const std::size_t palette = bits <= 8 ? std::size_t{3} << bits : 0;
+    BITMAPFILEHEADER file = {};
+    file.bfType = 0x4D42;
+    file.bfOffBits = static_cast<DWORD>(sizeof file + sizeof(BITMAPCOREHEADER) + palette);
+    file.bfSize = file.bfOffBits + static_cast<DWORD>((kWidth * bits + 31) / 32 * 4 * kHeight);
+    const BITMAPCOREHEADER core = {sizeof core, width, kHeight, 1, static_cast<WORD>(bits)};
+    std::string bytes(file.bfSize, '\x40');
+    std::memcpy(bytes.data(), &file, sizeof file);
+    std::memcpy(bytes.data() + sizeof file, &core, sizeof core);
+    return bytes;
+}
+
+/// A compressed bitmap of 8 or 4 bits a pixel with these codes and this stated size of them.
+std::string CompressedBytes(int bits, const std::string& codes, DWORD stated) {
+    const std::string plain = BitmapBytes(bits, [&](Headers& h) {
+        h.info.biCompression = bits == 8 ? BI_RLE8 : BI_RLE4;
+        h.info.biSizeImage = stated;
+    });
+    const std::size_t headers = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
+    return plain.substr(0, headers + (std::size_t{4} << bits)) + codes;
+}
+
+/// The codes of an image of one colour.
+std::string EvenCodes() {
+    std::string codes;
+    for (int row = 0; row < kHeight; ++row) {
+        codes += std::string{static_cast<char>(kWidth), '\x11', '\0', '\0'};
+    }
+    return codes + std::string{'\0', '\1'};
+}
+
 class MXOVPopupPreviewTest : public PopupFixture {
 protected:
     bool Shows(const std::string& bytes) {
@@ -58,6 +91,53 @@ TEST_F(MXOVPopupPreviewTest, EveryDepthIsShownAtTheSameSize) {
                    sizeof bitmap, &bitmap);
         EXPECT_EQ(bitmap.bmWidth, 125) << bits;
         EXPECT_EQ(bitmap.bmHeight, 125) << bits;
+    }
+}
+
+TEST_F(MXOVPopupPreviewTest, OlderHeadersAreShown) {
+    for (const int bits : {1, 4, 8, 24}) {
+        EXPECT_TRUE(Shows(CoreBitmapBytes(bits))) << bits;
+    }
+}
+
+TEST_F(MXOVPopupPreviewTest, DamagedOlderHeadersAreNotShown) {
+    EXPECT_FALSE(Shows(CoreBitmapBytes(24, 0)));
+    EXPECT_FALSE(Shows(CoreBitmapBytes(24, kWidth + 4))) << "the rows are longer than the file";
+    EXPECT_FALSE(Shows(CoreBitmapBytes(2)));
+    const std::string whole = CoreBitmapBytes(8);
+    for (std::size_t length = 0; length < whole.size(); length += 7) {
+        EXPECT_FALSE(Shows(whole.substr(0, length))) << length;
+    }
+}
+
+TEST_F(MXOVPopupPreviewTest, CompressedPixelsAreShownWithAndWithoutAStatedSize) {
+    const std::string codes = EvenCodes();
+    for (const int bits : {4, 8}) {
+        EXPECT_TRUE(Shows(CompressedBytes(bits, codes, static_cast<DWORD>(codes.size())))) << bits;
+        EXPECT_TRUE(Shows(CompressedBytes(bits, codes, 0))) << bits;
+    }
+}
+
+TEST_F(MXOVPopupPreviewTest, DamagedCompressedPixelsAreNotShown) {
+    const std::string codes = EvenCodes();
+    EXPECT_FALSE(Shows(CompressedBytes(8, codes, static_cast<DWORD>(codes.size() + 1))))
+        << "longer than the file";
+    for (std::size_t length = 0; length < codes.size(); ++length) {
+        EXPECT_FALSE(Shows(CompressedBytes(8, codes.substr(0, length), 0))) << length;
+    }
+    using namespace std::string_literals;
+    const std::string endless[] = {
+        "\x0b\x11\0\1"s,   // a run longer than a row
+        "\0\2\x0b\0\0\1"s, // a move out of a row
+        "\0\2\0\x06\0\1"s, // a move below the last row
+        "\0\x0b"
+        "0123456789ab\0\1"s, // pixels beyond a row
+        "\0\x09"
+        "012"s,    // pixels beyond the file
+        "\0\2\1"s, // half a move
+    };
+    for (const std::string& wrong : endless) {
+        EXPECT_FALSE(Shows(CompressedBytes(8, wrong, 0))) << (&wrong - endless);
     }
 }
 
