@@ -78,8 +78,9 @@ void MXOVDocViewActiveXDlg::OpenDocument(const DocumentRecord& record) {
 void MXOVDocViewActiveXDlg::AddAdditionalDocument() {
     MXOVCustomizeFileDialog dialog(TRUE, L"*", nullptr, OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT,
                                    L"All Files (*.*)|*.*|", this);
-    if (dialog.DoModal() != IDOK) {
-        return;
+    const HWND window = GetSafeHwnd();
+    if (dialog.DoModal() != IDOK || GetSafeHwnd() != window) {
+        return; // also when the control was closed while the file dialog was open
     }
     const std::wstring path = dialog.GetPathName().GetString();
     const bool linked = dialog.GetCheck() != 0;
@@ -102,6 +103,7 @@ void MXOVDocViewActiveXDlg::WriteAdditionalDocument(const DocumentRecord& record
         CopyFileW(record.filePath.c_str(), (m_packageFolder + storedPath).c_str(), FALSE);
     }
     const std::wstring section = AdditionalSection(
+        DiskCatalogueSource(m_informationFile),
         INIFile::GetLastIndexOfSectionFromINI(inikey::kAdditionalPrefix, m_informationFile));
     INIFile::AddRecordToINI(section, inikey::kIsReferenced, record.isReferenced ? L"YES" : L"NO",
                             m_informationFile);
@@ -119,6 +121,8 @@ void MXOVDocViewActiveXDlg::DeleteAdditionalDocument() {
     RemoveAdditionalDocument(DocumentRecord(*place));
     m_additionalList.DeleteItem(item);
     additionalRecords.erase(place);
+    ListRows& rows = RowsOf(DocumentCategory::AdditionalDocument);
+    rows.erase(rows.begin() + item);
     m_additionalList.Arrange(LVA_DEFAULT);
     SetModified(true);
     EnableDeleteButton(false);

@@ -53,10 +53,7 @@ BOOL MXOVDocViewActiveXDlg::OnInitDialog() {
     }
     ShowItem(IDC_UPDATE, false);
     if (!m_informationFile.empty()) {
-        // A package was loaded while there was no window.
-        const bool modified = m_modified != FALSE;
-        LoadCatalogue();
-        SetModified(modified);
+        ShowLoadedPackage();
     }
     return TRUE;
 }

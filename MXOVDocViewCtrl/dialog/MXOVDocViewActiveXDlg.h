@@ -8,6 +8,7 @@
 #include "afxcmn.h"
 #include "afxwin.h"
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -64,11 +65,22 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    /// What a list shows of a document. The record behind it may be replaced by another control.
+    struct ListRow {
+        std::wstring name;
+        std::wstring size;
+        std::wstring date;
+        int image = 0;
+    };
+    using ListRows = std::vector<ListRow>;
+
     // Lists
     void CreateImageLists();
     void SetUpList(CListCtrl& list);
     void LoadButtonImages();
     CListCtrl* ListOf(DocumentCategory category);
+    ListRows& RowsOf(DocumentCategory category) { return m_rows[category]; }
+    static void ShowRow(CListCtrl& list, const ListRow& row);
     void ClickPackageDocument(DocumentCategory category);
     void ShowDocumentProperties(DocumentCategory category, int item);
     void EnableItem(int id, bool enable);
@@ -80,6 +92,7 @@ private:
     void ReadPackageSummary();
     void FillLists(std::vector<docview::CatalogueItem> items);
     void AddItemToList(const docview::CatalogueItem& item);
+    void ShowLoadedPackage();
 
     // Actions
     void OpenSelectedDocument(DocumentCategory category);
@@ -106,8 +119,9 @@ private:
     CButton m_deleteButton;
     CImageList m_smallImages;
     CImageList m_largeImages;
-    std::wstring m_thumbnailPath; // empty without a preview
-    int m_width = 0;              // pixels, from the host's last call
+    std::map<DocumentCategory, ListRows> m_rows; // as in the lists; a new window shows them again
+    std::wstring m_thumbnailPath;                // empty without a preview
+    int m_width = 0;                             // pixels, from the host's last call
     int m_height = 0;
     std::vector<docview::HistoryEntry> m_history;
     BOOL m_modified = FALSE;     // the folder holds changes that the package file does not

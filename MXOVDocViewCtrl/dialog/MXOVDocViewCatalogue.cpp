@@ -46,6 +46,7 @@ void MXOVDocViewActiveXDlg::LoadCatalogue() {
 void MXOVDocViewActiveXDlg::ClearAll() {
     for (const DocumentCategory category : kCategories) {
         RecordsOf(category)->clear();
+        RowsOf(category).clear();
     }
     for (const DocumentCategory category : kCategories) {
         ListOf(category)->DeleteAllItems();
@@ -90,11 +91,32 @@ void MXOVDocViewActiveXDlg::FillLists(std::vector<CatalogueItem> items) {
 }
 
 void MXOVDocViewActiveXDlg::AddItemToList(const CatalogueItem& item) {
-    CListCtrl* list = ListOf(item.record.category);
-    if (!list || !list->GetSafeHwnd()) {
+    if (CListCtrl* list = ListOf(item.record.category)) {
+        ListRows& rows = RowsOf(item.record.category);
+        rows.push_back({item.record.fileName, item.sizeText, item.record.timestamp, item.image});
+        ShowRow(*list, rows.back());
+    }
+}
+
+void MXOVDocViewActiveXDlg::ShowRow(CListCtrl& list, const ListRow& row) {
+    if (!list.GetSafeHwnd()) {
         return;
     }
-    const int place = list->InsertItem(list->GetItemCount(), item.record.fileName.c_str(), item.image);
-    list->SetItemText(place, kSizeColumn, item.sizeText.c_str());
-    list->SetItemText(place, kDateColumn, item.record.timestamp.c_str());
+    const int place = list.InsertItem(list.GetItemCount(), row.name.c_str(), row.image);
+    list.SetItemText(place, kSizeColumn, row.size.c_str());
+    list.SetItemText(place, kDateColumn, row.date.c_str());
+}
+
+// Reads nothing: what was loaded, edited or cleared while there was another window, or none, stays so. The
+// records may belong to another control by now.
+void MXOVDocViewActiveXDlg::ShowLoadedPackage() {
+    ShowAdditionalDocuments(m_recentPackage != FALSE);
+    for (const DocumentCategory category : kCategories) {
+        CListCtrl& list = *ListOf(category);
+        const RedrawPause pause(list);
+        for (const ListRow& row : RowsOf(category)) {
+            ShowRow(list, row);
+        }
+    }
+    SetModified(m_modified != FALSE);
 }

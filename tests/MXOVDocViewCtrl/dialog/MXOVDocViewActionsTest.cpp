@@ -169,6 +169,23 @@ TEST_F(MXOVDocViewActionsTest, AddsALinkedDocument) {
     EXPECT_FALSE(Exists(L"ReferanceFiles"));
 }
 
+TEST_F(MXOVDocViewActionsTest, AddsBelowTheLargestNumberAndOverwritesNothing) {
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n"
+             "[REFERANCE_FILE_2147483647]\nFilePath=C:\\a\\last\n[REFERANCE_FILE_2]\nFilePath=C:\\a\\two\n");
+    Load();
+    const std::wstring first = m_elsewhere.Write(L"first.txt", "1");
+    const std::wstring second = m_elsewhere.Write(L"second.txt", "2");
+    Add(first, true);
+    Add(second, true);
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_2147483647", L"FilePath"), L"C:\\a\\last");
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_2147483646", L"FilePath"), first);
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_2147483645", L"FilePath"), second);
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_2", L"FilePath"), L"C:\\a\\two");
+    EXPECT_EQ(Sections().size(), 4U);
+    Load();
+    EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST).size(), 4U);
+}
+
 TEST_F(MXOVDocViewActionsTest, AddsACopyOverAnOlderOneAndShowsItAgainAfterALoad) {
     m_package.Write(L"ReferanceFiles\\notes.txt", "older");
     Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n");

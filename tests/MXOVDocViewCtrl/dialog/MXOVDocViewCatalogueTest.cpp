@@ -151,13 +151,55 @@ TEST_F(MXOVDocViewCatalogueTest, LoadsWithoutAWindowAndShowsThePackageOnceThereI
     WritePackage("Maxtlre 2020");
     Load();
     EXPECT_EQ(additionalRecords.size(), 2U);
-    m_dialog.ClearAll();
     m_dialog.SetSize(10, 20);
     m_dialog.SaveOnClose();
     Create();
     ExpectPackageRows();
     ExpectAdditionalShown(false);
     EXPECT_FALSE(IsEnabled(IDC_SAVE));
+}
+
+TEST_F(MXOVDocViewCatalogueTest, WhatWasClearedStaysClearedInANewWindow) {
+    Create();
+    WritePackage("Maxtlre 2021");
+    Load();
+    m_dialog.ClearAll();
+    m_dialog.DestroyWindow();
+    Create();
+    for (const int list : kLists) {
+        EXPECT_TRUE(Rows(list).empty());
+    }
+    EXPECT_TRUE(additionalRecords.empty());
+    m_dialog.LoadCatalogue();
+    ExpectPackageRows();
+}
+
+TEST_F(MXOVDocViewCatalogueTest, ANewWindowReadsNothingAndLeavesTheRecords) {
+    Create();
+    WritePackage("Maxtlre 2021");
+    Load();
+    additionalRecords.resize(3);
+    additionalRecords.front().fileName = L"of another control";
+    Describe("");
+    m_dialog.DestroyWindow();
+    Create();
+    ExpectPackageRows();
+    ASSERT_EQ(additionalRecords.size(), 3U);
+    EXPECT_EQ(additionalRecords.front().fileName, L"of another control");
+}
+
+TEST_F(MXOVDocViewCatalogueTest, ANewWindowShowsWhatWasAddedAndNotWhatWasDeleted) {
+    Create();
+    WritePackage("Maxtlre 2021");
+    Load();
+    std::vector<ShownRow> rows = Rows(IDC_ADDITIONAL_LIST);
+    ASSERT_EQ(rows.size(), 2U);
+    Select(IDC_ADDITIONAL_LIST, 0);
+    Command(IDC_DELETE);
+    rows.erase(rows.begin());
+    m_dialog.DestroyWindow();
+    Create();
+    EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST), rows);
 }
 
 TEST_F(MXOVDocViewCatalogueTest, KeepsTheModifiedStateInANewWindow) {

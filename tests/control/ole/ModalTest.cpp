@@ -217,6 +217,31 @@ TEST_F(ModalTest, ClosedAndReleasedWhileAFileIsChosen) {
     }
 }
 
+TEST_F(ModalTest, AFileChosenAfterTheControlWasClosedIsNotAdded) {
+    const std::string before = package.Folder().Read(L"pkg\\mxinfo.ini");
+    for (const bool comesBack : {false, true}) {
+        bool closed = false;
+        {
+            const FileDialogDriver driver([&](HWND dialog) {
+                if (!std::exchange(closed, true)) {
+                    EXPECT_EQ(S_OK, container.Object()->Close(OLECLOSE_NOSAVE));
+                    if (comesBack) {
+                        EXPECT_EQ(S_OK, Activate(OLEIVERB_UIACTIVATE));
+                    }
+                }
+                FileDialogDriver::Choose(dialog, package.Path() + L"mxinfo.ini");
+            });
+            SendMessageW(Dialog(), WM_COMMAND, kAddButton, 0);
+        }
+        EXPECT_TRUE(closed);
+        EXPECT_EQ(before, package.Folder().Read(L"pkg\\mxinfo.ini"));
+        if (!comesBack) {
+            ASSERT_EQ(S_OK, Activate(OLEIVERB_UIACTIVATE));
+        }
+        EXPECT_FALSE(IsWindowEnabled(Item(kSaveButton)));
+    }
+}
+
 TEST_F(ModalTest, ClosedWhileThePopupIsUp) {
     for (const bool released : {false, true}) {
         Select(kAdditionalList, 0);

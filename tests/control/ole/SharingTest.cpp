@@ -104,6 +104,41 @@ TEST_F(SharingTest, ClickShowsTheRecordOfThePackageThatWasLoadedLast) {
     other.Remove();
 }
 
+TEST_F(SharingTest, ActivatingOneControlLeavesTheRecordsOfTheOther) {
+    const PackageBuilder package;
+    const PackageBuilder last;
+    last.WriteInformation("[FILEINFO]\nMaxtlreVersion=Package Writer 2024\n[REFERANCE_FILE_1]\n"
+                          "IsReferencedFile=YES\nFilePath=Q:\\last.pdf\n");
+    MockContainer other;
+    const auto second = CreateControl();
+    other.Embed(second.Get());
+    ASSERT_EQ(S_OK, Activate());
+    ASSERT_EQ(S_OK, other.DoVerb(OLEIVERB_INPLACEACTIVATE));
+    ASSERT_EQ(S_OK, Load(package.Path()));
+    Value folder(last.Path());
+    ASSERT_EQ(S_OK,
+              Invoke(Automation(second.Get()).Get(), kInputParameter, DISPATCH_PROPERTYPUT, {folder.Get()}));
+    EXPECT_EQ(S_OK, InPlace()->InPlaceDeactivate());
+    ASSERT_EQ(S_OK, Activate());
+    EXPECT_EQ(3, Rows(Dialog(), kAdditionalList)) << "its own rows are shown again";
+    Click(DialogOf(other), kAdditionalList, 0);
+    EXPECT_EQ(L"last.pdf", ShownDocument()) << "the records of the other control are still there";
+    other.Remove();
+}
+
+TEST_F(SharingTest, ClearedDocumentsStayAwayInANewWindow) {
+    const PackageBuilder package;
+    ASSERT_EQ(S_OK, Activate());
+    ASSERT_EQ(S_OK, Load(package.Path()));
+    EXPECT_EQ(S_OK, Invoke(Automation(control.Get()).Get(), kClearAllData, DISPATCH_METHOD));
+    EXPECT_EQ(S_OK, InPlace()->InPlaceDeactivate());
+    ASSERT_EQ(S_OK, Activate());
+    EXPECT_EQ(0, Rows(Dialog(), kPartList));
+    EXPECT_EQ(0, Rows(Dialog(), kAdditionalList));
+    ASSERT_EQ(S_OK, Load(package.Path()));
+    EXPECT_EQ(3, Rows(Dialog(), kAdditionalList));
+}
+
 TEST_F(SharingTest, TwoProcessesOnOneFolderKeepEachOthersChanges) {
     const PackageBuilder package;
     ASSERT_EQ(S_OK, Activate());
