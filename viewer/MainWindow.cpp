@@ -312,7 +312,8 @@ void MainWindow::ShowStatus(const std::wstring& text) {
 void MainWindow::ShowHelp() {
     constexpr UINT kShowTopic = 15; // by its number
     static docview::HtmlHelpEngine engine;
-    const docview::HelpTarget help = docview::FindHelp(common::ModuleFolder(nullptr), mxovshare::OVApplication::mxLanguageName);
+    const docview::HelpTarget help =
+        docview::FindHelp(common::ModuleFolder(nullptr), mxovshare::OVApplication::mxLanguageName);
     if (!FileExists(help.file)) {
         ShowError(L"The help file is not there:\n\n" + help.file);
     } else if (!engine.Call(nullptr, help.file.c_str(), kShowTopic, help.topic)) {
