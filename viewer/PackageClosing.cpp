@@ -1,5 +1,6 @@
 #include "PackageClosing.h"
 
+#include "common/InformationFile.h"
 #include "common/Paths.h"
 #include "control/ControlHost.h"
 #include "mxovpackage.h"
@@ -17,7 +18,7 @@ namespace {
 // and removes.
 bool IsOwnChange(const FileChange& change) {
     constexpr wchar_t kCopies[] = L"ReferanceFiles\\";
-    return common::IsSamePath(FileName(change.name), L"mxinfo.ini") ||
+    return common::IsSamePath(FileName(change.name), common::kInformationFile) ||
            (change.kind != FileChangeKind::Changed &&
             common::IsSamePath(change.name.substr(0, std::size(kCopies) - 1), kCopies));
 }

@@ -1,5 +1,6 @@
 #include "PackageInformation.h"
 
+#include "common/InformationFile.h"
 #include "common/NumberedSection.h"
 
 #include <cmath>
@@ -28,8 +29,8 @@ bool PathExists(const std::wstring& path) {
 }
 
 std::wstring FindInformationFile(const std::wstring& packageFolder) {
-    std::wstring beside = packageFolder + L"\\mxinfo.ini";
-    return PathExists(beside) ? beside : packageFolder + L"Private\\mxinfo.ini";
+    std::wstring beside = packageFolder + L"\\" + common::kInformationFile;
+    return PathExists(beside) ? beside : packageFolder + common::kPrivateInformationFile;
 }
 
 bool IsRecentVersion(const std::wstring& versionLine) {

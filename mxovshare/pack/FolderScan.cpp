@@ -1,5 +1,6 @@
 #include "pack/FolderScan.h"
 
+#include "common/InformationFile.h"
 #include "files/FileFailure.h"
 #include "files/FolderPath.h"
 #include "files/LongPath.h"
@@ -10,7 +11,9 @@
 #include "zip/EntryName.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cwchar>
+#include <iterator>
 #include <tuple>
 
 #include <windows.h>
@@ -152,16 +155,14 @@ private:
     std::vector<FolderItem> m_items;
 };
 
-int Rank(const std::string& folded) {
-    if (folded == "MXINFO.INI") {
-        return 0;
-    }
-    return folded == "PRIVATE/MXINFO.INI" ? 1 : 2;
+// Information files come first in a package.
+std::ptrdiff_t Rank(std::string_view folded) {
+    return std::ranges::find(common::kInformationEntries, folded) - std::begin(common::kInformationEntries);
 }
 
 std::vector<FolderItem> Sorted(std::vector<FolderItem> items) {
     struct Keyed {
-        int rank;
+        std::ptrdiff_t rank;
         std::string folded;
         std::size_t index;
     };

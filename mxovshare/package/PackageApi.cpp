@@ -1,5 +1,6 @@
 #include "mxovpackage.h"
 
+#include "common/InformationFile.h"
 #include "files/DiskFile.h"
 #include "ini/IniInformation.h"
 #include "pack/FileTimes.h"
@@ -43,6 +44,15 @@ const ZipEntry* FindFile(const std::vector<ZipEntry>& entries, std::string_view 
     return found != entries.end() ? &*found : nullptr;
 }
 
+const ZipEntry* FindInformationEntry(const std::vector<ZipEntry>& entries) {
+    for (const std::string_view name : common::kInformationEntries) {
+        if (const ZipEntry* entry = FindFile(entries, name)) {
+            return entry;
+        }
+    }
+    return nullptr;
+}
+
 } // namespace
 
 PackageResult CreatePackage(const std::wstring& folder, const std::wstring& file,
@@ -82,10 +92,7 @@ PackageResult ReadInformation(const std::wstring& file, std::vector<InformationS
         sections.clear();
         const DiskSource source(file);
         const std::vector<ZipEntry> entries = ReadZipDirectory(source);
-        const ZipEntry* entry = FindFile(entries, "MXINFO.INI");
-        if (entry == nullptr) {
-            entry = FindFile(entries, "PRIVATE/MXINFO.INI");
-        }
+        const ZipEntry* entry = FindInformationEntry(entries);
         if (entry == nullptr) {
             return;
         }

@@ -1,5 +1,6 @@
 #include "mxovshare.h"
 
+#include "common/InformationFile.h"
 #include "common/NumberedSection.h"
 #include "files/AtomicFile.h"
 #include "files/FileFailure.h"
@@ -33,7 +34,7 @@ bool IsFile(const std::wstring& path) {
 }
 
 std::wstring FindInformation(const std::wstring& folder) {
-    for (const wchar_t* name : {L"mxinfo.ini", L"Private\\mxinfo.ini"}) {
+    for (const wchar_t* name : {common::kInformationFile, common::kPrivateInformationFile}) {
         std::wstring path = JoinPath(folder, name);
         if (IsFile(path)) {
             return path;

@@ -1,5 +1,6 @@
 #include "package/PackageSummary.h"
 
+#include "common/InformationFile.h"
 #include "mxovshare.h"
 #include "package/Paths.h"
 
@@ -12,8 +13,8 @@ using mxovshare::INIFile;
 namespace {
 
 std::wstring InformationFile(const std::wstring& folder) {
-    const std::wstring file = folder + L"mxinfo.ini";
-    return FileExists(file) ? file : folder + L"Private\\mxinfo.ini";
+    const std::wstring file = folder + common::kInformationFile;
+    return FileExists(file) ? file : folder + common::kPrivateInformationFile;
 }
 
 std::wstring LastChange(const std::wstring& informationFile) {
