@@ -4,6 +4,7 @@
 #include "ListSelection.h"
 #include "package/DiskCatalogueSource.h"
 #include "package/PackageInformation.h"
+#include "package/PackagePath.h"
 #include "package/RecordLists.h"
 #include "shell/HostText.h"
 #include "shell/MXOVCustomizeFileDialog.h"
@@ -130,7 +131,8 @@ void MXOVDocViewActiveXDlg::DeleteAdditionalDocument() {
 
 void MXOVDocViewActiveXDlg::RemoveAdditionalDocument(const DocumentRecord& record) {
     mxovshare::INIFile::RemoveSectionFromINI(record.sectionName, m_informationFile);
-    if (!record.isReferenced) {
+    // A package from elsewhere may name any file: only what lies inside goes.
+    if (!record.isReferenced && !LeavesPackageFolder(record.filePath)) {
         DeleteFileW((m_packageFolder + record.filePath).c_str());
     }
 }

@@ -208,6 +208,33 @@ class MxovpkgTest(unittest.TestCase):
         self.assertIn('warning: document "ReferanceFiles\\plan.pdf" is not in the package\n', errors)
         self.assertIn('warning: preview "preview.bmp" is not in the package\n', errors)
 
+    def test_check_refuses_paths_that_lead_elsewhere(self):
+        self.write('victim/thesis.docx', b'years of work')
+        # What the network would answer: Wine looks for another computer's files here.
+        share = pathlib.Path(os.environ['WINEPREFIX']) / 'dosdevices/unc/server/share'
+        share.mkdir(parents=True)
+        (share / 'plan.pdf').write_bytes(b'theirs')
+        self.write('folder/NC/10.nc')
+        self.write('folder/mxinfo.ini', b'[FILEINFO]\r\nMaxtlreVersion=M 2024\r\n'
+                   b'CADFilePath=\\\\server\\share\\plan.pdf\r\nGCode=NC\\10.nc;..\\victim\\20.nc\r\n'
+                   b'SetupSheets=a\\..\\..\\victim\\a.pdf\r\nThumbnail=//server/share/p.bmp\r\n'
+                   b'[REFERANCE_FILE_1]\r\nIsReferencedFile=NO\r\nFilePath=..\\victim\\thesis.docx\r\n'
+                   b'[REFERANCE_FILE_2]\r\nFilePath=\\\\server\\share\\plan.pdf\r\n'
+                   b'[REFERANCE_FILE_3]\r\nIsReferencedFile=NO\r\nFilePath=NC\\10.nc\r\n')
+        self.succeed('create', 'folder', 'folder/p.mxov')
+        code, output, errors = self.run_program('check', 'folder/p.mxov')
+        self.assertEqual(code, 1)
+        self.assertIn('2 entries, 6 faults\n', output)
+        self.assertRegex(output, r'\n  thesis.docx +0 KB +refused\n  plan.pdf +0 KB +refused\n  10.nc ')
+        self.assertRegex(output, r'Part / Assembly\n  plan.pdf +0 KB +refused\n')
+        self.assertEqual(errors.splitlines(), [
+            'mxovpkg: CADFilePath "\\\\server\\share\\plan.pdf" leads to another computer',
+            'mxovpkg: SetupSheets "a\\..\\..\\victim\\a.pdf" leaves the package folder',
+            'mxovpkg: Thumbnail "//server/share/p.bmp" leads to another computer',
+            'mxovpkg: GCode "..\\victim\\20.nc" leaves the package folder',
+            'mxovpkg: REFERANCE_FILE_1 "..\\victim\\thesis.docx" leaves the package folder',
+            'mxovpkg: REFERANCE_FILE_2 "\\\\server\\share\\plan.pdf" leads to another computer'])
+
     def test_check_of_an_older_package_and_of_one_without_information(self):
         self.write('old/mxinfo.ini', b'[FILEINFO]\r\nMaxtlreVersion=Maxtrel Orvando 2019\r\n')
         self.succeed('create', 'old', 'old.mxov')

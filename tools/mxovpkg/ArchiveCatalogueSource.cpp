@@ -48,9 +48,8 @@ std::optional<std::wstring> InPackage(const std::wstring& path) {
     return inside;
 }
 
-bool IsFullPath(const std::wstring& path) {
-    return (path.size() > 2 && path[1] == L':' && (path[2] == L'\\' || path[2] == L'/')) ||
-           path.starts_with(L"\\\\");
+bool IsOnDrive(const std::wstring& path) {
+    return path.size() > 2 && path[1] == L':' && (path[2] == L'\\' || path[2] == L'/');
 }
 
 } // namespace
@@ -96,7 +95,7 @@ std::vector<std::wstring> ArchiveCatalogueSource::SectionNames(const std::wstrin
 FileStatus ArchiveCatalogueSource::Status(const std::wstring& path) const {
     const auto inside = InPackage(path);
     if (!inside) {
-        return IsFullPath(path) ? m_disk.Status(path) : FileStatus();
+        return IsOnDrive(path) ? m_disk.Status(path) : FileStatus();
     }
     if (inside->empty()) {
         return {.exists = true, .isFolder = true};

@@ -6,8 +6,8 @@
 
 #include <vector>
 
-/// Uses the package's directory and information file as if it were unpacked into kFolder. Other full paths,
-/// those of links, are looked up on the disk.
+/// Uses the package's directory and information file as if it were unpacked into kFolder. Other paths that
+/// begin with a drive, those of links, are looked up on the disk; no other computer is asked.
 class ArchiveCatalogueSource final : public docview::CatalogueSource {
 public:
     /// Represents the package folder, with its trailing separator; no file system allows such a name.

@@ -6,9 +6,11 @@
 
 #include <package/CatalogueLoader.h>
 #include <package/PackageInformation.h>
+#include <package/PackagePath.h>
 
 #include <algorithm>
 #include <array>
+#include <sstream>
 
 using namespace docview;
 
@@ -32,7 +34,18 @@ std::wstring Padded(const std::wstring& text, std::size_t width) {
     return text + std::wstring(width > text.size() ? width - text.size() : 0, L' ');
 }
 
+// Why a path of the information file may not be followed; null when it may.
+const wchar_t* PathFault(const std::wstring& path) {
+    if (IsNetworkPath(path)) {
+        return L"leads to another computer";
+    }
+    return LeavesPackageFolder(path) ? L"leaves the package folder" : nullptr;
+}
+
 const wchar_t* StateOf(const CatalogueItem& item) {
+    if (PathFault(item.record.filePath) != nullptr) {
+        return L"refused";
+    }
     switch (item.image) {
     case kLinkedImage:
         return L"linked";
@@ -68,20 +81,44 @@ void PrintSection(const Section& section, const std::vector<CatalogueItem>& item
     }
 }
 
+// Faults of the paths that the information file names; one line each.
+std::vector<std::wstring> FindPathFaults(const ArchiveCatalogueSource& source) {
+    std::vector<std::wstring> faults;
+    const auto check = [&faults](const std::wstring& name, const std::wstring& path) {
+        if (const wchar_t* fault = PathFault(path)) {
+            faults.push_back(name + L" \"" + path + L"\" " + fault);
+        }
+    };
+    for (const wchar_t* key : {inikey::kCadPath, inikey::kSetupSheets, inikey::kThumbnail}) {
+        check(key, source.Value(inikey::kFileInfo, key));
+    }
+    std::wistringstream list(source.Value(inikey::kFileInfo, inikey::kGCode));
+    for (std::wstring path; std::getline(list, path, L';');) {
+        check(inikey::kGCode, path);
+    }
+    for (const std::wstring& section : source.SectionNames(inikey::kAdditionalPrefix)) {
+        check(section, source.Value(section, inikey::kFilePath));
+    }
+    return faults;
+}
+
 // Warns about documents of the catalogue that do not exist.
 void WarnAboutMissing(const ArchiveCatalogueSource& source, const std::vector<CatalogueItem>& items) {
+    const auto isMissing = [&source](const std::wstring& path) {
+        return !path.empty() && PathFault(path) == nullptr &&
+               !source.Status(ArchiveCatalogueSource::kFolder + path).exists;
+    };
     for (const CatalogueItem& item : items) {
         const DocumentRecord& record = item.record;
-        if (item.image == kMissingImage) {
+        if (item.image == kMissingImage && PathFault(record.filePath) == nullptr) {
             PrintWarning(L"linked document \"" + record.filePath + L"\" does not exist");
         }
-        const bool isCopy = record.isAdditional != 0 && record.isReferenced == 0;
-        if (isCopy && !source.Status(ArchiveCatalogueSource::kFolder + record.filePath).exists) {
+        if (record.isAdditional != 0 && record.isReferenced == 0 && isMissing(record.filePath)) {
             PrintWarning(L"document \"" + record.filePath + L"\" is not in the package");
         }
     }
     const std::wstring thumbnail = source.Value(inikey::kFileInfo, inikey::kThumbnail);
-    if (!thumbnail.empty() && !source.Status(ArchiveCatalogueSource::kFolder + thumbnail).exists) {
+    if (isMissing(thumbnail)) {
         PrintWarning(L"preview \"" + thumbnail + L"\" is not in the package");
     }
 }
@@ -119,11 +156,16 @@ int Check(const std::wstring& file) {
         return kFailed;
     }
     const bool hasInformation = !sections.empty();
-    PrintLine(file + L": " + std::to_wstring(entries.size()) +
-              (entries.size() == 1 ? L" entry" : L" entries") + L", all sound");
-    PrintCatalogue(ArchiveCatalogueSource(std::move(entries), std::move(sections)));
+    const std::wstring count =
+        std::to_wstring(entries.size()) + (entries.size() == 1 ? L" entry" : L" entries");
+    const ArchiveCatalogueSource source(std::move(entries), std::move(sections));
+    const std::vector<std::wstring> faults = FindPathFaults(source);
+    PrintLine(file + L": " + count + L", " +
+              (faults.empty() ? std::wstring(L"all sound") : Count(faults.size(), L"fault")));
+    PrintCatalogue(source);
     if (!hasInformation) {
         PrintWarning(L"the package holds no information file (mxinfo.ini), or an empty one");
     }
-    return kDone;
+    std::ranges::for_each(faults, [](const std::wstring& fault) { PrintFailure(fault); });
+    return faults.empty() ? kDone : kFailed;
 }

@@ -1,5 +1,7 @@
 #include "Output.h"
 
+#include "common/Utf8.h"
+
 #include <algorithm>
 
 Output::Output(DWORD stream) : m_handle(GetStdHandle(stream)) {
@@ -8,16 +10,13 @@ Output::Output(DWORD stream) : m_handle(GetStdHandle(stream)) {
 }
 
 void Output::Write(std::wstring_view text) const {
-    const auto length = static_cast<int>(text.size());
     DWORD done = 0;
     if (m_isConsole) {
-        WriteConsoleW(m_handle, text.data(), static_cast<DWORD>(length), &done, nullptr);
+        WriteConsoleW(m_handle, text.data(), static_cast<DWORD>(text.size()), &done, nullptr);
         return;
     }
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), size, nullptr, nullptr);
-    WriteFile(m_handle, bytes.data(), static_cast<DWORD>(size), &done, nullptr);
+    const std::string bytes = common::ToUtf8(text);
+    WriteFile(m_handle, bytes.data(), static_cast<DWORD>(bytes.size()), &done, nullptr);
 }
 
 void Output::WriteLine(std::wstring_view line) const {
