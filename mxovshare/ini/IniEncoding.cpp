@@ -142,6 +142,18 @@ void EncodeUtf16(std::u16string_view text, bool bigEndian, std::string& bytes) {
     }
 }
 
+bool IsUnmarkedUtf16(std::string_view bytes, bool bigEndian) {
+    if (bytes.size() < 2 || bytes.size() % 2 != 0) {
+        return false;
+    }
+    const std::u16string first = DecodeUtf16(bytes.substr(0, 2), bigEndian);
+    if (first[0] == 0 || first[0] >= 0x80) {
+        return false;
+    }
+    const std::u16string text = DecodeUtf16(bytes, bigEndian);
+    return text.find(u'\0') == std::u16string::npos && !HasLoneSurrogate(text);
+}
+
 } // namespace
 
 std::string_view MarkOf(IniEncoding encoding) {
@@ -164,6 +176,12 @@ IniEncoding DetectEncoding(std::string_view bytes) {
         if (bytes.starts_with(MarkOf(marked))) {
             return marked;
         }
+    }
+    if (IsUnmarkedUtf16(bytes, false)) {
+        return IniEncoding::Utf16;
+    }
+    if (IsUnmarkedUtf16(bytes, true)) {
+        return IniEncoding::Utf16BigEndian;
     }
     return HasHighByte(bytes) && IsUtf8(bytes) ? IniEncoding::Utf8 : IniEncoding::Ansi;
 }

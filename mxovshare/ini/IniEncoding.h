@@ -18,7 +18,8 @@ enum class IniEncoding {
     Utf16BigEndian, ///< big endian behind FE FF
 };
 
-/// The encoding that a file with these bytes has.
+/// The encoding of a file with these bytes. UTF-16 is recognised without its mark too, when the first
+/// character is ASCII and none is NUL or half a surrogate pair.
 IniEncoding DetectEncoding(std::string_view bytes);
 
 /// Whether any byte lies outside ASCII.

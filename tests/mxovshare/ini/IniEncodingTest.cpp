@@ -21,6 +21,17 @@ TEST(IniEncoding, IsDetectedFromMarksAndBytes) {
     EXPECT_EQ(DetectEncoding("\xFE\xFF\0k"s), IniEncoding::Utf16BigEndian);
 }
 
+TEST(IniEncoding, Utf16IsKnownWithoutItsMark) {
+    EXPECT_EQ(DetectEncoding("[\0s\0]\0"s), IniEncoding::Utf16);
+    EXPECT_EQ(DetectEncoding("\0[\0s\0]"s), IniEncoding::Utf16BigEndian);
+    EXPECT_EQ(DetectEncoding("[\0\x2D\x4E]\0"s), IniEncoding::Utf16);
+    EXPECT_EQ(DetectEncoding("\n\0"s), IniEncoding::Utf16);
+    for (const std::string& bytes : {"[s]\nk=a\0b"s, "[\0s\0]"s, "[\0\0\0"s, "\0\0"s, "[\0\0\xD8"s, "\0"s,
+                                     "[s]\0"s, std::string(1000, '\0')}) {
+        EXPECT_EQ(DetectEncoding(bytes), IniEncoding::Ansi) << testing::PrintToString(bytes);
+    }
+}
+
 TEST(IniEncoding, MalformedUtf8CountsAsAnsi) {
     for (const char* bytes : {"\xC3", "\xC3\xA9\xC3", "\x80", "\xC0\x80", "\xC1\xBF", "\xE0\x80\x80",
                               "\xED\xA0\x80", "\xED\xBF\xBF", "\xF0\x80\x80\x80", "\xF4\x90\x80\x80",
