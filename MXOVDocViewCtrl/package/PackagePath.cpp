@@ -1,5 +1,7 @@
 #include "PackagePath.h"
 
+namespace docview {
+
 namespace {
 
 constexpr std::wstring_view kSeparators = L"\\/";
@@ -31,3 +33,5 @@ bool IsNetworkPath(std::wstring_view path) {
     return path.size() >= 2 && kSeparators.find(path[0]) != std::wstring_view::npos &&
            kSeparators.find(path[1]) != std::wstring_view::npos;
 }
+
+} // namespace docview

@@ -4,19 +4,15 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 namespace mxovshare {
 namespace {
 
 constexpr wchar_t kSuffix[] = L".mxov-new";
 constexpr std::size_t kLongestComponent = 255; // of one component, on every file system
-constexpr DWORD kLongestPause = 32;            // milliseconds; all pauses of one replacement are twice that
 constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
                                   FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
-
-bool IsInUse(DWORD error) {
-    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION || error == ERROR_ACCESS_DENIED;
-}
 
 bool IsReplaceable(DWORD attributes) {
     return attributes == INVALID_FILE_ATTRIBUTES ||
@@ -44,8 +40,8 @@ std::wstring AtomicFile::TemporaryPath(const std::wstring& target) {
     return LongPath(path.substr(0, folder) + name + kSuffix);
 }
 
-AtomicFile::AtomicFile(const std::wstring& target)
-    : m_target(LongPath(target)), m_temporary(TemporaryPath(target)) {
+AtomicFile::AtomicFile(const std::wstring& target, DWORD patience)
+    : m_target(LongPath(target)), m_temporary(TemporaryPath(target)), m_patience(patience) {
     if (!IsReplaceable(GetFileAttributesW(m_target.c_str()))) {
         Fail(ERROR_ACCESS_DENIED);
     } else if (!Create()) {
@@ -80,7 +76,7 @@ bool AtomicFile::Write(const void* data, std::size_t size) {
 bool AtomicFile::Commit() {
     bool done = m_error == ERROR_SUCCESS;
     if (done) {
-        done = FlushFileBuffers(m_file.Get()) != FALSE && KeepAttributes() && m_file.Close() && Replace();
+        done = FlushFileBuffers(m_file.Get()) != FALSE && KeepAttributes() && Replace();
         if (!done) {
             Fail(GetLastError());
         }
@@ -97,23 +93,25 @@ bool AtomicFile::Fail(DWORD error) {
 }
 
 bool AtomicFile::Create() {
-    for (DWORD pause = 1;; pause *= 2) {
-        m_file = FileHandle(CreateFileW(m_temporary.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
-                                        nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    LockWait wait(m_patience);
+    for (bool bared = false;;) {
+        // Shared for deletion: it is renamed while it is open, so that it never is without an owner.
+        m_file = FileHandle(CreateFileW(m_temporary.c_str(), GENERIC_READ | GENERIC_WRITE,
+                                        FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_ALWAYS,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr));
         m_exists = static_cast<bool>(m_file);
         if (m_exists) {
             return true;
         }
         const DWORD error = GetLastError();
         // One that was left behind may have the attributes of a hidden target.
-        const bool mayWork = error == ERROR_ACCESS_DENIED
-                                 ? SetFileAttributesW(m_temporary.c_str(), FILE_ATTRIBUTE_NORMAL) != FALSE
-                                 : error == ERROR_SHARING_VIOLATION;
-        if (!mayWork || pause > kLongestPause) {
-            SetLastError(error);
+        if (error == ERROR_ACCESS_DENIED && !std::exchange(bared, true) &&
+            SetFileAttributesW(m_temporary.c_str(), FILE_ATTRIBUTE_NORMAL) != FALSE) {
+            continue;
+        }
+        if (!wait.Retry(error)) {
             return false;
         }
-        Sleep(pause);
     }
 }
 
@@ -128,27 +126,23 @@ bool AtomicFile::KeepAttributes() {
 }
 
 bool AtomicFile::Replace() {
-    for (DWORD pause = 1;; pause *= 2) {
-        if (MoveFileExW(m_temporary.c_str(), m_target.c_str(),
-                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE) {
-            m_exists = false;
-            return true;
-        }
-        const DWORD error = GetLastError();
-        if (!IsInUse(error) || pause > kLongestPause) {
-            SetLastError(error);
+    LockWait wait(m_patience);
+    while (MoveFileExW(m_temporary.c_str(), m_target.c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == FALSE) {
+        if (!wait.Retry(GetLastError())) {
             return false;
         }
-        Sleep(pause);
     }
+    m_exists = false;
+    return true;
 }
 
 void AtomicFile::Discard() {
-    m_file.Close();
-    if (m_exists) {
+    if (m_exists) { // while it is open, so that it cannot be the next owner's
         DeleteFileW(m_temporary.c_str());
     }
     m_exists = false;
+    m_file.Close();
 }
 
 } // namespace mxovshare

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "FileHandle.h"
-
-#include <windows.h>
+#include "LockWait.h"
 
 #include <cstddef>
 #include <string>
@@ -12,13 +11,14 @@ namespace mxovshare {
 
 /// A new content for a file. It is written into a temporary file beside the target, which Commit puts in the
 /// target's place; until then, and whenever something fails, the target stays what it was. The temporary file
-/// has a name of its own for each target: one that a crash left behind is written over by the next attempt,
-/// and two writers of one target never mix. Nothing throws but for want of memory.
+/// has a name of its own for each target and one owner at a time, in any process: from its creation to the
+/// commit nobody else replaces the target through this class, so what is read meanwhile is what is replaced.
+/// One that a crash left behind is written over by the next owner. Throws only std::bad_alloc.
 class AtomicFile {
 public:
-    /// Creates the temporary file. `target` may have any length; its folder must exist. Error tells a
-    /// failure.
-    explicit AtomicFile(const std::wstring& target);
+    /// Creates the temporary file, waiting up to `patience` milliseconds for another owner. `target` may have
+    /// any length; its folder must exist. Error reports a failure.
+    explicit AtomicFile(const std::wstring& target, DWORD patience = kLockPatience);
     /// Removes the temporary file unless it was committed.
     ~AtomicFile();
     AtomicFile(const AtomicFile&) = delete;
@@ -30,7 +30,7 @@ public:
     /// The open temporary file, for seeking, reading back and writing in place; closed by Commit.
     HANDLE Handle() const { return m_file.Get(); }
 
-    /// Flushes, closes and replaces the target, retrying briefly while it is in use. A read-only target is
+    /// Flushes, replaces the target and closes, waiting while the target is in use. A read-only target is
     /// left as it is and fails; otherwise its attributes are kept. False leaves the target unchanged and
     /// removes the temporary file.
     [[nodiscard]] bool Commit();
@@ -50,6 +50,7 @@ private:
 
     std::wstring m_target;
     std::wstring m_temporary;
+    DWORD m_patience;
     FileHandle m_file;
     DWORD m_error = ERROR_SUCCESS;
     bool m_exists = false; // the temporary file is ours to remove

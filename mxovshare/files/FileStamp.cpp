@@ -14,8 +14,7 @@ namespace mxovshare {
 namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-constexpr DWORD kLongestReadPause = 8; // milliseconds; all pauses of one reading are twice that
-constexpr int kAttempts = 4;           // to read a file that changes meanwhile
+constexpr int kAttempts = 4; // to read a file that changes meanwhile
 
 // The native form of a full path.
 std::wstring NativePath(const std::wstring& path) {
@@ -43,30 +42,62 @@ bool IsMissing(DWORD error) {
            error == ERROR_BAD_PATHNAME;
 }
 
-FileHandle OpenForReading(const std::wstring& path) {
-    for (DWORD pause = 1;; pause *= 2) {
-        FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr));
-        const DWORD error = GetLastError();
-        if (file || error != ERROR_SHARING_VIOLATION || pause > kLongestReadPause) {
-            SetLastError(error);
-            return file;
-        }
-        Sleep(pause);
-    }
+bool IsFolder(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-bool ReadBytes(HANDLE file, std::string& bytes) {
+// Why a file could not be opened. The system reports a folder like a file that is in use.
+DWORD OpeningError(const std::wstring& path, DWORD error) {
+    if (IsMissing(error)) {
+        return ERROR_FILE_NOT_FOUND;
+    }
+    return error == ERROR_ACCESS_DENIED && IsFolder(path) ? ERROR_DIRECTORY : error;
+}
+
+// ERROR_HANDLE_EOF when the file became shorter.
+DWORD ReadBytes(HANDLE file, std::string& bytes) {
     constexpr std::size_t kBlock = 16 << 20;
     for (std::size_t at = 0; at < bytes.size();) {
         DWORD count = 0;
         const auto block = static_cast<DWORD>(std::min(bytes.size() - at, kBlock));
-        if (ReadFile(file, bytes.data() + at, block, &count, nullptr) == FALSE || count == 0) {
-            return false;
+        if (ReadFile(file, bytes.data() + at, block, &count, nullptr) == FALSE) {
+            return GetLastError();
+        }
+        if (count == 0) {
+            return ERROR_HANDLE_EOF;
         }
         at += count;
     }
-    return true;
+    return ERROR_SUCCESS;
+}
+
+// One attempt. A file that changes again and again counts as locked.
+DWORD ReadNow(const std::wstring& path, std::size_t limit, std::string& bytes, FileStamp& stamp) {
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        stamp = StampOf(path);
+        const FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
+                                          FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (!file) {
+            return OpeningError(path, GetLastError());
+        }
+        LARGE_INTEGER size = {};
+        if (GetFileType(file.Get()) != FILE_TYPE_DISK || GetFileSizeEx(file.Get(), &size) == FALSE) {
+            return ERROR_INVALID_HANDLE;
+        }
+        if (static_cast<std::uint64_t>(size.QuadPart) > limit) {
+            return ERROR_FILE_TOO_LARGE;
+        }
+        bytes.resize(static_cast<std::size_t>(size.QuadPart));
+        const DWORD error = ReadBytes(file.Get(), bytes);
+        if (error != ERROR_SUCCESS && error != ERROR_HANDLE_EOF) {
+            return error;
+        }
+        if (error == ERROR_SUCCESS && stamp.exists && StampOf(path) == stamp) {
+            return ERROR_SUCCESS;
+        }
+    }
+    return ERROR_LOCK_VIOLATION;
 }
 
 } // namespace
@@ -91,24 +122,15 @@ FileStamp StampOf(const std::wstring& path) {
             file.ChangeTime.QuadPart};
 }
 
-FileReading ReadWholeFile(const std::wstring& path, std::size_t limit, std::string& bytes, FileStamp& stamp) {
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        stamp = StampOf(path);
-        const FileHandle file = OpenForReading(path);
-        if (!file) {
-            return IsMissing(GetLastError()) ? FileReading::Missing : FileReading::Failed;
-        }
-        LARGE_INTEGER size = {};
-        if (GetFileType(file.Get()) != FILE_TYPE_DISK || GetFileSizeEx(file.Get(), &size) == FALSE ||
-            static_cast<std::uint64_t>(size.QuadPart) > limit) {
-            return FileReading::Failed;
-        }
-        bytes.resize(static_cast<std::size_t>(size.QuadPart));
-        if (ReadBytes(file.Get(), bytes) && stamp.exists && StampOf(path) == stamp) {
-            return FileReading::Done;
+DWORD ReadWholeFile(const std::wstring& path, std::size_t limit, std::string& bytes, FileStamp& stamp,
+                    DWORD patience) {
+    LockWait wait(patience);
+    for (;;) {
+        const DWORD error = ReadNow(path, limit, bytes, stamp);
+        if (!wait.Retry(error)) {
+            return error;
         }
     }
-    return FileReading::Failed;
 }
 
 } // namespace mxovshare

@@ -1,6 +1,8 @@
 // What tells one content of a file from another without reading it, and reading whole files.
 #pragma once
 
+#include "LockWait.h"
+
 #include <cstdint>
 #include <string>
 
@@ -22,10 +24,10 @@ struct FileStamp {
 /// The stamp of a file by its full path. Opens nothing, unless the path leads through a link.
 FileStamp StampOf(const std::wstring& path);
 
-enum class FileReading { Done, Missing, Failed };
-
-/// Reads a whole file of at most `limit` bytes with the stamp that belongs to them, waiting briefly while
-/// another program has it locked. Anything but a file on a disk fails.
-FileReading ReadWholeFile(const std::wstring& path, std::size_t limit, std::string& bytes, FileStamp& stamp);
+/// Reads a whole file of at most `limit` bytes with the stamp that belongs to them, waiting up to `patience`
+/// milliseconds while another program has it locked. Returns ERROR_SUCCESS, ERROR_FILE_NOT_FOUND for a file
+/// that is missing, or the system's code for another failure; anything but a file on a disk is one.
+DWORD ReadWholeFile(const std::wstring& path, std::size_t limit, std::string& bytes, FileStamp& stamp,
+                    DWORD patience = kLockPatience);
 
 } // namespace mxovshare

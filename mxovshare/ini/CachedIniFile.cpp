@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace mxovshare {
 namespace {
@@ -16,6 +17,7 @@ constexpr std::uint64_t kCoarsestClock =
 constexpr std::size_t kCheapToRead = 64 << 10;
 constexpr std::uint64_t kCheapGap = 10'000; // microseconds between two readings that only compare
 constexpr std::uint64_t kDearGap = 100'000;
+constexpr DWORD kBriefPatience = 30; // milliseconds to wait for a lock that was waited for in vain
 
 std::uint64_t TicksPerSecond() {
     LARGE_INTEGER frequency = {};
@@ -44,117 +46,183 @@ bool Perform(IniDocument& document, const IniEdit& edit) {
                             : document.SetValue(edit.section, edit.key, edit.value);
 }
 
+bool WouldChange(const IniDocument& document, const IniEdit& edit) {
+    return edit.key.empty() ? document.HasSection(edit.section)
+                            : document.WouldChange(edit.section, edit.key, edit.value);
+}
+
 } // namespace
 
-CachedIniFile::CachedIniFile(std::wstring path, const TextPlatform& platform)
-    : m_path(std::move(path)), m_platform(platform) {}
+CachedIniFile::CachedIniFile(std::wstring path, const TextPlatform& platform, DWORD patience)
+    : m_path(std::move(path)), m_platform(platform), m_patience(patience), m_unread(platform) {}
 
 const IniDocument& CachedIniFile::Document() {
     const std::uint64_t now = Now();
     const bool burst = IsBurst(now);
     if (!burst) {
-        Look(now);
+        Look(now, m_patience);
     }
     m_lastUse = burst ? now : Now();
-    return *m_document;
+    m_answeredUnread = !m_document;
+    m_refusalReported = m_refusalReported && m_answeredUnread;
+    return m_document ? *m_document : m_unread;
 }
 
-bool CachedIniFile::Apply(std::span<const IniEdit> edits) {
-    Look(Now());
-    try {
-        for (const IniEdit& edit : edits) {
-            m_unsaved.push_back(edit);
-            if (!Perform(*m_document, edit)) {
-                m_unsaved.pop_back();
-            } else {
-                ForgetOverwritten();
-            }
+IniOutcome CachedIniFile::Apply(std::span<const IniEdit> edits) {
+    Look(Now(), m_patience);
+    if (!m_document || (m_answeredUnread && !edits.empty())) {
+        return Refuse(edits);
+    }
+    m_refusalReported = false;
+    Keep(edits);
+    const DWORD patience = m_saveError == ERROR_SUCCESS ? m_patience : std::min(m_patience, kBriefPatience);
+    const DWORD error = Save(patience);
+    m_lastUse = Now();
+    return {.error = error};
+}
+
+void CachedIniFile::SaveKept() {
+    Look(Now(), 0);
+    Save(0);
+}
+
+IniOutcome CachedIniFile::Refuse(std::span<const IniEdit> edits) {
+    const bool first = !edits.empty() && !std::exchange(m_refusalReported, true);
+    return {.error = m_readError, .refused = true, .firstRefused = first};
+}
+
+// Adds the edits to those that are not in the file, from the first that changes anything.
+void CachedIniFile::Keep(std::span<const IniEdit> edits) {
+    bool changes = false;
+    for (const IniEdit& edit : edits) {
+        changes = changes || WouldChange(*m_document, edit);
+        if (changes) {
+            m_kept.push_back(edit);
+            DropOverwritten();
         }
-        const bool saved = HasUnsaved() && m_readable && Save();
-        m_lastUse = Now();
-        return saved;
-    } catch (...) {
-        m_document.reset();
-        throw;
     }
 }
 
 // Typing into a field whose file is locked sets one key again and again.
-void CachedIniFile::ForgetOverwritten() {
-    const std::size_t count = m_unsaved.size();
-    if (count < 2 || m_unsaved[count - 1].key.empty() ||
-        m_unsaved[count - 2].key != m_unsaved[count - 1].key ||
-        m_unsaved[count - 2].section != m_unsaved[count - 1].section) {
+void CachedIniFile::DropOverwritten() {
+    const std::size_t count = m_kept.size();
+    if (count < 2 || m_kept[count - 1].key.empty() || m_kept[count - 2].key != m_kept[count - 1].key ||
+        m_kept[count - 2].section != m_kept[count - 1].section) {
         return;
     }
-    m_unsaved.erase(m_unsaved.end() - 2);
+    m_kept.erase(m_kept.end() - 2);
+    m_performed = std::min(m_performed, m_kept.size() - 1);
+}
+
+void CachedIniFile::DropKept() {
+    m_kept.clear();
+    m_performed = 0;
+}
+
+void CachedIniFile::PerformKept(IniDocument& document) {
+    for (; m_performed < m_kept.size(); ++m_performed) {
+        m_changed = Perform(document, m_kept[m_performed]) || m_changed;
+    }
 }
 
 bool CachedIniFile::IsBurst(std::uint64_t now) const {
-    return m_document && m_readable && now - m_lastUse < kBurstGap && now - m_lastLook < kLongestTrust;
+    return m_document && now - m_lastUse < kBurstGap && now - m_lastLook < kLongestTrust;
 }
 
 // Whether a change may have left the stamp as it was, and it is time to compare the bytes.
 bool CachedIniFile::MayHideChanges(std::uint64_t now) const {
     const bool cheap = m_document->Bytes().size() <= kCheapToRead;
-    return !m_settled && now - m_lastLoad >= (cheap ? kCheapGap : kDearGap);
+    return !m_stampReliable && now - m_lastLoad >= (cheap ? kCheapGap : kDearGap);
 }
 
-void CachedIniFile::Look(std::uint64_t now) {
+void CachedIniFile::Look(std::uint64_t now, DWORD patience) {
     m_lastLook = now;
-    if (!m_document || !m_readable || StampOf(m_path) != m_stamp || MayHideChanges(now)) {
-        Load(now);
+    if (!m_document || !m_current || StampOf(m_path) != m_stamp || MayHideChanges(now)) {
+        Load(now, patience);
     }
 }
 
-void CachedIniFile::Load(std::uint64_t now) {
+void CachedIniFile::Load(std::uint64_t now, DWORD patience) {
     std::string bytes;
     FileStamp stamp;
-    const FileReading reading = ReadWholeFile(m_path, IniDocument::kMaxBytes, bytes, stamp);
+    const DWORD error =
+        ReadWholeFile(m_path, IniDocument::kMaxBytes, bytes, stamp, m_waitedInVain ? 0 : patience);
+    const bool missing = error == ERROR_FILE_NOT_FOUND;
     m_lastLoad = now;
-    if (reading != FileReading::Done) {
+    m_current = error == ERROR_SUCCESS || missing;
+    m_waitedInVain = !m_current;
+    if (!m_current) {
+        m_readError = error;
+        return;
+    }
+    if (missing) {
         bytes.clear();
         stamp = {};
+        if (m_stamp.exists) {
+            DropKept();
+        }
     }
-    if (reading == FileReading::Missing && m_stamp.exists) {
-        m_unsaved.clear();
-    }
-    m_readable = reading != FileReading::Failed;
-    if (!m_readable) {
-        m_saveError = ERROR_OPEN_FAILED;
-    }
-    Settle(stamp, now);
-    if (m_document && !HasUnsaved() && bytes == m_document->Bytes()) {
+    RememberStamp(stamp, now);
+    if (m_document && !m_changed && bytes == m_document->Bytes()) {
         return;
     }
     m_document.reset();
     auto document = std::make_unique<IniDocument>(m_platform, std::move(bytes));
-    for (const IniEdit& edit : m_unsaved) {
-        Perform(*document, edit);
-    }
+    m_performed = 0;
+    m_changed = false;
+    PerformKept(*document);
     m_document = std::move(document);
 }
 
-void CachedIniFile::Settle(const FileStamp& stamp, std::uint64_t now) {
+void CachedIniFile::RememberStamp(const FileStamp& stamp, std::uint64_t now) {
     if (stamp != m_stamp) {
         m_stampSeen = now;
     }
     m_stamp = stamp;
     const std::int64_t latest = std::max(stamp.written, stamp.changed);
-    m_settled = !stamp.exists || now - m_stampSeen > kCoarsestClock || IsOlderThan(latest, kCoarsestClock);
+    m_stampReliable =
+        !stamp.exists || now - m_stampSeen > kCoarsestClock || IsOlderThan(latest, kCoarsestClock);
 }
 
-bool CachedIniFile::Save() {
-    AtomicFile file(m_path);
-    const std::string& bytes = m_document->Bytes();
-    if (!file.Write(bytes.data(), bytes.size()) || !file.Commit()) {
-        m_saveError = file.Error();
-        return false;
+// Writes the kept edits; ERROR_SUCCESS without one.
+DWORD CachedIniFile::Save(DWORD patience) {
+    if (m_kept.empty() || !m_document) {
+        return ERROR_SUCCESS;
     }
-    m_unsaved.clear();
+    try {
+        m_saveError = m_current ? Replace(patience) : m_readError;
+        if (m_document) {
+            PerformKept(*m_document);
+        }
+    } catch (...) {
+        m_document.reset();
+        throw;
+    }
+    return m_saveError;
+}
+
+DWORD CachedIniFile::Replace(DWORD patience) {
+    AtomicFile file(m_path, patience);
+    if (file.Error() != ERROR_SUCCESS) {
+        return file.Error();
+    }
+    // Nobody else replaces the file now: the edits go into what it holds at this moment.
+    if (!m_stampReliable || StampOf(m_path) != m_stamp) {
+        Load(Now(), patience);
+    }
+    if (!m_current) {
+        return m_readError;
+    }
+    PerformKept(*m_document);
+    const std::string& bytes = m_document->Bytes();
+    if (m_changed && (!file.Write(bytes.data(), bytes.size()) || !file.Commit())) {
+        return file.Error();
+    }
+    DropKept();
+    m_changed = false;
     m_lastLoad = Now();
-    Settle(StampOf(m_path), m_lastLoad);
-    return true;
+    RememberStamp(StampOf(m_path), m_lastLoad);
+    return ERROR_SUCCESS;
 }
 
 } // namespace mxovshare

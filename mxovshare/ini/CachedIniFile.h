@@ -21,51 +21,78 @@ struct IniEdit {
     std::u16string value;
 };
 
-/// The document of a file and what is known about the file on the disk. Before each use the file is asked
-/// whether it is still the one that was read, except within a burst of calls. Changes are written at once;
-/// one that cannot be written stays in force here and goes out with the next that can. When the file
-/// disappears, such changes go with it.
+/// What became of an edit.
+struct IniOutcome {
+    /// Why the file on the disk does not hold all edits made so far; ERROR_SUCCESS when it does.
+    DWORD error = ERROR_SUCCESS;
+    /// The edit was dropped, because nobody knows what the file holds.
+    bool refused = false;
+    /// The first edit that was refused since the file was last read.
+    bool firstRefused = false;
+};
+
+/// The document of a file and what is known about the file on the disk. Before each use the file's stamp is
+/// compared, except within a burst of calls. An edit is written at once, and nobody else's edit is
+/// overwritten with it: from reading to replacing, this process owns the temporary file of AtomicFile.
+///
+/// A locked file is waited for. When it stays locked, the last document that was read remains, with the edits
+/// made since: they are kept and written with the next edit, or by SaveKept. When the file disappears, kept
+/// edits are dropped. A file that was never read takes no edits, and neither does one whose last answers were
+/// given without having read it: callers base edits on answers, such as the next free number.
 class CachedIniFile {
 public:
-    /// `path` is a full one. The file need not exist.
-    CachedIniFile(std::wstring path, const TextPlatform& platform);
+    /// `path` is a full one. The file need not exist. `patience`: milliseconds to wait for a locked file.
+    CachedIniFile(std::wstring path, const TextPlatform& platform, DWORD patience);
 
     const std::wstring& Path() const { return m_path; }
 
-    /// The document as it is now; empty for a file that is missing or cannot be read.
+    /// The document as it is now, or as it was when the file could last be read; empty for a file that is
+    /// missing or was never read.
     const IniDocument& Document();
 
-    /// Changes the document and writes the file once. Gives whether the file on the disk was replaced.
-    bool Apply(std::span<const IniEdit> edits);
+    /// Changes the document and replaces the file once.
+    IniOutcome Apply(std::span<const IniEdit> edits);
 
-    bool HasUnsaved() const { return !m_unsaved.empty(); }
+    bool HasKept() const { return !m_kept.empty(); }
 
-    /// The system's code for why the changes could not be written last time; meaningless without unsaved
-    /// ones.
-    DWORD SaveError() const { return m_saveError; }
+    /// Writes kept edits without waiting for a lock.
+    void SaveKept();
 
-    /// Makes the next call look at the file even within a burst.
+    /// Makes the next call compare the stamp even within a burst.
     void LookAgain() { m_lastLook = kNever; }
 
 private:
     static constexpr std::uint64_t kNever = 0;
 
-    void ForgetOverwritten();
     bool IsBurst(std::uint64_t now) const;
     bool MayHideChanges(std::uint64_t now) const;
-    void Look(std::uint64_t now);
-    void Load(std::uint64_t now);
-    void Settle(const FileStamp& stamp, std::uint64_t now);
-    bool Save();
+    void Look(std::uint64_t now, DWORD patience);
+    void Load(std::uint64_t now, DWORD patience);
+    void RememberStamp(const FileStamp& stamp, std::uint64_t now);
+    IniOutcome Refuse(std::span<const IniEdit> edits);
+    void Keep(std::span<const IniEdit> edits);
+    void DropOverwritten();
+    void DropKept();
+    void PerformKept(IniDocument& document);
+    DWORD Save(DWORD patience);
+    DWORD Replace(DWORD patience);
 
     std::wstring m_path;
     const TextPlatform& m_platform;
-    std::unique_ptr<IniDocument> m_document; // none before the first load and after a failure half-way
-    bool m_readable = false;
-    FileStamp m_stamp;
-    bool m_settled = false;         // a change of the file cannot leave its stamp as it is any more
-    std::vector<IniEdit> m_unsaved; // in force in the document, not yet in the file
+    DWORD m_patience;
+    std::unique_ptr<IniDocument> m_document; // none before the first reading and after a failure half-way
+    const IniDocument m_unread;
+    bool m_answeredUnread = false; // the last answers came from m_unread
+    bool m_refusalReported = false;
+    bool m_current = false;            // m_document is what the file holds, and the kept edits
+    bool m_waitedInVain = false;       // for the file to be readable; not repeated until it is
+    DWORD m_readError = ERROR_SUCCESS; // of the last reading that failed
     DWORD m_saveError = ERROR_SUCCESS;
+    FileStamp m_stamp;
+    bool m_stampReliable = false;     // a change of the file cannot leave its stamp as it is any more
+    std::vector<IniEdit> m_kept;      // edits that are not in the file
+    std::size_t m_performed = 0;      // how many of them are in the document
+    bool m_changed = false;           // the document differs from the file
     std::uint64_t m_lastUse = kNever; // these in microseconds
     std::uint64_t m_lastLook = kNever;
     std::uint64_t m_lastLoad = kNever;

@@ -41,20 +41,24 @@ int NumberOf(std::u16string_view digits) {
 IniDocument::IniDocument(const TextPlatform& platform, std::string bytes)
     : m_platform(platform), m_bytes(std::move(bytes)), m_encoding(DetectEncoding(m_bytes)),
       m_hasHighByte(HasHighByte(m_bytes)) {
+    if (!m_bytes.starts_with(MarkOf(m_encoding))) {
+        m_bytes.insert(0, MarkOf(m_encoding));
+    }
     m_bytes.resize(m_bytes.size() - m_bytes.size() % UnitSize(m_encoding));
     BuildIndex();
 }
 
 std::u16string IniDocument::Value(std::u16string_view section, std::u16string_view key) const {
-    const std::uint32_t sectionNumber = m_index->FindSection(IniName(ReadyName(section), m_platform));
-    if (sectionNumber == IniIndex::kNone) {
-        return {};
-    }
-    const std::uint32_t number = m_index->FindKey(sectionNumber, IniName(ReadyName(key), m_platform));
+    const std::uint32_t number = FindKey(ReadyName(section), ReadyName(key));
     return number == IniIndex::kNone ? std::u16string() : PlainValue(TextOf(m_index->Key(number).value));
 }
 
-bool IniDocument::SetValue(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
+bool IniDocument::HasSection(std::u16string_view section) const {
+    return m_index->FindSection(IniName(ReadyName(section), m_platform)) != IniIndex::kNone;
+}
+
+bool IniDocument::WouldChange(std::u16string_view section, std::u16string_view key,
+                              std::u16string_view value) const {
     section = ReadyName(section);
     key = ReadyName(key);
     const std::u16string stored = StoredForm(value);
@@ -62,21 +66,26 @@ bool IniDocument::SetValue(std::u16string_view section, std::u16string_view key,
         !MayGrow(section.size() + key.size() + stored.size() + 16)) {
         return false;
     }
-    std::string unused;
+    const std::uint32_t number = FindKey(section, key);
+    return number == IniIndex::kNone || !m_index->Key(number).hasValue ||
+           PlainValue(TextOf(m_index->Key(number).value)) != PlainValue(stored);
+}
+
+bool IniDocument::SetValue(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
+    if (!WouldChange(section, key, value)) {
+        return false;
+    }
+    section = ReadyName(section);
+    key = ReadyName(key);
+    const std::u16string stored = StoredForm(value);
     const std::u16string line = std::u16string(key) + u'=' + stored;
+    std::string unused;
     if (!EncodeText(std::u16string(section) + line, m_encoding, m_platform, unused)) {
         BecomeUtf16();
     }
-
     const std::uint32_t sectionNumber = m_index->FindSection(IniName(section, m_platform));
-    const std::uint32_t number = sectionNumber == IniIndex::kNone
-                                     ? IniIndex::kNone
-                                     : m_index->FindKey(sectionNumber, IniName(key, m_platform));
+    const std::uint32_t number = FindKey(section, key);
     if (number != IniIndex::kNone) {
-        const IniKey& old = m_index->Key(number);
-        if (old.hasValue && PlainValue(TextOf(old.value)) == PlainValue(stored)) {
-            return false;
-        }
         ReplaceValue(number, stored);
     } else if (sectionNumber != IniIndex::kNone) {
         InsertKey(sectionNumber, line);
@@ -87,17 +96,27 @@ bool IniDocument::SetValue(std::u16string_view section, std::u16string_view key,
     return true;
 }
 
+std::uint32_t IniDocument::FindKey(std::u16string_view section, std::u16string_view key) const {
+    const std::uint32_t number = m_index->FindSection(IniName(section, m_platform));
+    return number == IniIndex::kNone ? number : m_index->FindKey(number, IniName(key, m_platform));
+}
+
+// Every section of the name goes in one pass: there may be as many as lines.
 bool IniDocument::RemoveSection(std::u16string_view section) {
     const IniName name(ReadyName(section), m_platform);
     if (m_index->FindSection(name) == IniIndex::kNone || !MayGrow(0)) {
         return false;
     }
-    const std::vector<IniSection>& sections = m_index->Sections();
-    for (auto at = sections.rbegin(); at != sections.rend(); ++at) {
-        if (m_index->NameIs(at->name, name.Text())) {
-            Splice(at->begin, at->ownEnd, {});
+    std::string rest;
+    std::size_t kept = 0; // up to here the bytes are dealt with
+    for (const IniSection& each : m_index->Sections()) {
+        if (m_index->NameIs(each.name, name.Text())) {
+            rest.append(m_bytes, kept, each.begin - kept);
+            kept = each.ownEnd;
         }
     }
+    rest.append(m_bytes, kept);
+    m_bytes = std::move(rest);
     BuildIndex();
     KeepEncoding();
     return true;
@@ -150,14 +169,23 @@ void IniDocument::BecomeUtf16() {
 }
 
 void IniDocument::KeepEncoding() {
-    if (m_encoding != IniEncoding::Ansi || !m_hasHighByte || DetectEncoding(m_bytes) == IniEncoding::Ansi) {
+    if (UnitSize(m_encoding) == 2 || m_encoding == IniEncoding::Utf8Mark) {
         return;
     }
-    if (DecodeText(m_bytes, IniEncoding::Utf8, m_platform) != m_platform.DecodeAnsi(m_bytes)) {
+    const bool mayBeUtf16 = m_bytes.size() > 1 && (m_bytes[0] == '\0' || m_bytes[1] == '\0');
+    if (!mayBeUtf16 && (m_encoding == IniEncoding::Utf8 || !m_hasHighByte)) {
+        return;
+    }
+    const IniEncoding seen = DetectEncoding(m_bytes);
+    if (seen == m_encoding || (seen == IniEncoding::Ansi && !HasHighByte(m_bytes))) {
+        return;
+    }
+    if (seen != IniEncoding::Utf8 ||
+        DecodeText(m_bytes, seen, m_platform) != m_platform.DecodeAnsi(m_bytes)) {
         BecomeUtf16();
         return;
     }
-    m_encoding = IniEncoding::Utf8;
+    m_encoding = seen;
     BuildIndex();
 }
 

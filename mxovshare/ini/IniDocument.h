@@ -26,12 +26,12 @@ struct IniSectionText {
 /// or beginning with ";" or "[") are absent when read and ignored when written. A NUL ends a name or value.
 class IniDocument {
 public:
-    /// Whoever reads a file gives up on larger ones. Half of it is the limit for changes, since text that
-    /// moves to UTF-16 doubles: what would end up above stays undone.
+    /// Larger files are not read. Half of it is the limit for changes, since text that moves to UTF-16
+    /// doubles: a change that would end above it is refused.
     static constexpr std::size_t kMaxBytes = 128 << 20;
 
-    /// A document of these bytes. Half a unit at the end of UTF-16 is dropped. `platform` outlives the
-    /// document.
+    /// A document of these bytes. UTF-16 without a mark gets one, half a unit at its end is dropped.
+    /// `platform` outlives the document.
     explicit IniDocument(const TextPlatform& platform, std::string bytes = {});
     IniDocument(IniDocument&&) = delete;
 
@@ -40,6 +40,11 @@ public:
 
     /// The value of a key; empty when there is none.
     std::u16string Value(std::u16string_view section, std::u16string_view key) const;
+
+    bool HasSection(std::u16string_view section) const;
+
+    /// Whether SetValue with the same arguments would change the bytes.
+    bool WouldChange(std::u16string_view section, std::u16string_view key, std::u16string_view value) const;
 
     /// Sets a key. A new key comes behind the last one of its section, a new section at the end of the file,
     /// with the line ends found there. Text that the ANSI code page cannot hold turns the file into UTF-16
@@ -66,6 +71,7 @@ private:
     void BecomeUtf16();
     // The encoding that the bytes show after a change must still be the one they were written in.
     void KeepEncoding();
+    std::uint32_t FindKey(std::u16string_view section, std::u16string_view key) const;
     bool MayGrow(std::size_t units) const { return m_bytes.size() + 4 * units <= kMaxBytes / 2; }
     void Splice(std::size_t begin, std::size_t end, std::string_view bytes);
     void ReplaceValue(std::uint32_t number, std::u16string_view stored);

@@ -19,6 +19,18 @@ bool IsSameIniPath(const std::wstring& one, const std::wstring& other) {
 
 } // namespace
 
+IniStore::~IniStore() {
+    // At the end of a process a thread that held the lock may be gone, and with it the order of what it
+    // guards.
+    const std::unique_lock lock(m_mutex, std::try_to_lock);
+    try {
+        if (lock) {
+            SaveEachKept();
+        }
+    } catch (...) { // std::bad_alloc: the edits are lost
+    }
+}
+
 IniStore& IniStore::Instance() {
     static IniStore store;
     return store;
@@ -31,12 +43,13 @@ std::wstring IniStore::Value(const std::wstring& section, const std::wstring& ke
     return ToWide(Open(file).Document().Value(m_section, m_key));
 }
 
-void IniStore::SetValue(const std::wstring& section, const std::wstring& key, const std::wstring& value,
-                        const std::wstring& file) {
-    SetValues(section, {{key, value}}, file);
+IniOutcome IniStore::SetValue(const std::wstring& section, const std::wstring& key, const std::wstring& value,
+                              const std::wstring& file) {
+    return SetValues(section, {{key, value}}, file);
 }
 
-DWORD IniStore::SetValues(const std::wstring& section, const IniValues& values, const std::wstring& file) {
+IniOutcome IniStore::SetValues(const std::wstring& section, const IniValues& values,
+                               const std::wstring& file) {
     std::vector<IniEdit> edits;
     for (const auto& [key, value] : values) {
         if (!key.empty()) {
@@ -46,9 +59,14 @@ DWORD IniStore::SetValues(const std::wstring& section, const IniValues& values, 
     return Apply(edits, file);
 }
 
-void IniStore::RemoveSection(const std::wstring& section, const std::wstring& file) {
+IniOutcome IniStore::RemoveSection(const std::wstring& section, const std::wstring& file) {
     const IniEdit edit = {ToUtf16(section), {}, {}};
-    Apply({&edit, 1}, file);
+    return Apply({&edit, 1}, file);
+}
+
+bool IniStore::SaveKept() {
+    const std::lock_guard lock(m_mutex);
+    return SaveEachKept();
 }
 
 std::vector<std::wstring> IniStore::SectionNames(const std::wstring& prefix, const std::wstring& file) {
@@ -79,24 +97,40 @@ CachedIniFile& IniStore::Open(const std::wstring& file) {
     }
     if (m_files.size() >= kCapacity) {
         const auto spare = std::find_if(m_files.rbegin(), m_files.rend(),
-                                        [](const auto& cached) { return !cached->HasUnsaved(); });
+                                        [](const auto& cached) { return !cached->HasKept(); });
         if (spare != m_files.rend()) {
             m_files.erase(std::next(spare).base());
         }
     }
-    m_files.insert(m_files.begin(), std::make_unique<CachedIniFile>(path, m_text));
+    m_files.insert(m_files.begin(), std::make_unique<CachedIniFile>(path, m_text, m_patience));
     return *m_files.front();
 }
 
-DWORD IniStore::Apply(std::span<const IniEdit> edits, const std::wstring& file) {
+IniOutcome IniStore::Apply(std::span<const IniEdit> edits, const std::wstring& file) {
     const std::lock_guard lock(m_mutex);
     CachedIniFile& cached = Open(file);
-    if (cached.Apply(edits)) {
-        for (const auto& other : m_files) { // the same file may be known under another path
-            other->LookAgain();
+    const IniOutcome outcome = cached.Apply(edits);
+    LookAgainEverywhere();
+    return outcome;
+}
+
+bool IniStore::SaveEachKept() {
+    bool saved = true;
+    for (const auto& cached : m_files) {
+        if (cached->HasKept()) {
+            cached->SaveKept();
+            saved = saved && !cached->HasKept();
         }
     }
-    return cached.HasUnsaved() ? cached.SaveError() : ERROR_SUCCESS;
+    LookAgainEverywhere();
+    return saved;
+}
+
+// A file that was written may be known under another path too.
+void IniStore::LookAgainEverywhere() {
+    for (const auto& cached : m_files) {
+        cached->LookAgain();
+    }
 }
 
 } // namespace mxovshare

@@ -16,22 +16,30 @@ namespace mxovshare {
 /// Keys and their values.
 using IniValues = std::vector<std::pair<std::wstring, std::wstring>>;
 
-/// Reads and writes keys of INI files named by path. Safe to call from any thread. Failures of the file
-/// system are not told: what cannot be read is empty, what cannot be written is kept and goes out with the
-/// next change of that file.
+/// Reads and writes keys of INI files named by path. Safe to call from any thread. See CachedIniFile for
+/// files that are locked.
 class IniStore {
 public:
-    /// Files kept in memory; those with changes that could not be written yet are kept beyond that number.
+    /// Files in memory; those with edits that could not be written yet stay beyond that number.
     static constexpr std::size_t kCapacity = 8;
 
-    std::wstring Value(const std::wstring& section, const std::wstring& key, const std::wstring& file);
-    void SetValue(const std::wstring& section, const std::wstring& key, const std::wstring& value,
-                  const std::wstring& file);
-    void RemoveSection(const std::wstring& section, const std::wstring& file);
+    /// `patience`: milliseconds to wait for a locked file.
+    explicit IniStore(DWORD patience = kLockPatience) : m_patience(patience) {}
+    /// Writes kept edits if that is possible at once.
+    ~IniStore();
+    IniStore(const IniStore&) = delete;
+    IniStore& operator=(const IniStore&) = delete;
 
-    /// Sets several keys of a section in one write. Gives the system's code for why the file on the disk does
-    /// not hold all changes made so far; ERROR_SUCCESS when it does.
-    DWORD SetValues(const std::wstring& section, const IniValues& values, const std::wstring& file);
+    std::wstring Value(const std::wstring& section, const std::wstring& key, const std::wstring& file);
+    IniOutcome SetValue(const std::wstring& section, const std::wstring& key, const std::wstring& value,
+                        const std::wstring& file);
+    IniOutcome RemoveSection(const std::wstring& section, const std::wstring& file);
+
+    /// Sets several keys of a section in one write.
+    IniOutcome SetValues(const std::wstring& section, const IniValues& values, const std::wstring& file);
+
+    /// Writes kept edits without waiting for a lock. True when none is left.
+    bool SaveKept();
 
     std::vector<std::wstring> SectionNames(const std::wstring& prefix, const std::wstring& file);
     int LastIndex(const std::wstring& prefix, const std::wstring& file);
@@ -41,8 +49,11 @@ public:
 
 private:
     CachedIniFile& Open(const std::wstring& file);
-    DWORD Apply(std::span<const IniEdit> edits, const std::wstring& file);
+    IniOutcome Apply(std::span<const IniEdit> edits, const std::wstring& file);
+    bool SaveEachKept();
+    void LookAgainEverywhere();
 
+    DWORD m_patience;
     std::mutex m_mutex;
     SystemText m_text;
     std::vector<std::unique_ptr<CachedIniFile>> m_files; // last used first

@@ -6,10 +6,10 @@
 #include "files/FileFailure.h"
 #include "files/FolderPath.h"
 #include "files/LongPath.h"
+#include "host/MessageBoxes.h"
 #include "ini/IniDocument.h"
 #include "ini/IniStore.h"
 #include "pack/PackFolder.h"
-#include "package/MessageBoxes.h"
 #include "package/PackageErrors.h"
 #include "package/ProgressWindow.h"
 #include "package/UnpackedFolders.h"
@@ -69,10 +69,13 @@ public:
     NewInformation(const std::wstring& path, const std::wstring& operation)
         : m_path(path), m_values(HistoryEntry(operation)) {
         // What could not be written so far goes first.
-        DWORD error = IniStore::Instance().SetValues({}, {}, path);
+        DWORD error = IniStore::Instance().SetValues({}, {}, path).error;
+        if (error == ERROR_SUCCESS) {
+            m_file.emplace(path); // from here on nobody else changes the information file
+            error = m_file->Error();
+        }
         if (error == ERROR_SUCCESS) {
             const std::string bytes = Extended();
-            m_file.emplace(path);
             if (m_file->Write(bytes.data(), bytes.size())) {
                 m_size = bytes.size();
                 GetSystemTimeAsFileTime(&m_modified);
@@ -104,8 +107,9 @@ private:
         const SystemText text;
         std::string bytes;
         FileStamp stamp;
-        if (ReadWholeFile(m_path, IniDocument::kMaxBytes, bytes, stamp) != FileReading::Done) {
-            ThrowFileFailure(L"cannot read", m_path, ERROR_OPEN_FAILED);
+        const DWORD error = ReadWholeFile(m_path, IniDocument::kMaxBytes, bytes, stamp);
+        if (error != ERROR_SUCCESS) {
+            ThrowFileFailure(L"cannot read", m_path, error);
         }
         IniDocument document(text, std::move(bytes));
         const std::u16string prefix = ToUtf16(kHistory);

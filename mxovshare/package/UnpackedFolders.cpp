@@ -3,8 +3,8 @@
 #include "files/FileHandle.h"
 #include "files/FolderPath.h"
 #include "files/LongPath.h"
+#include "host/MessageBoxes.h"
 #include "pack/ProgressMeter.h"
-#include "package/MessageBoxes.h"
 #include "package/PackageErrors.h"
 
 #include <algorithm>

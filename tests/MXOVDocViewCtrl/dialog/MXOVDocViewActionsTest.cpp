@@ -5,6 +5,8 @@
 #include "RealMouse.h"
 #include "shell/HostText.h"
 
+#include <thread>
+
 #include <commctrl.h>
 #include <mxovshare.h>
 #include <ole2.h>
@@ -39,6 +41,20 @@ private:
                   ERROR_SUCCESS);
     }
 };
+
+/// Opens a file without sharing it, and closes it some milliseconds after a dialog is gone.
+std::thread LockBeyond(HWND dialog, const std::wstring& path, DWORD duration) {
+    const HANDLE lock =
+        CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    EXPECT_NE(lock, INVALID_HANDLE_VALUE);
+    return std::thread([=] {
+        while (IsWindow(dialog)) {
+            Sleep(1);
+        }
+        Sleep(duration);
+        CloseHandle(lock);
+    });
+}
 
 class MXOVDocViewActionsTest : public DialogFixture {
 protected:
@@ -186,6 +202,34 @@ TEST_F(MXOVDocViewActionsTest, AddsBelowTheLargestNumberAndOverwritesNothing) {
     EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST).size(), 4U);
 }
 
+TEST_F(MXOVDocViewActionsTest, AddsBehindTheOthersWhileAnotherProgramLocksTheInformationFile) {
+    const std::string before =
+        "[FILEINFO]\r\nMaxtlreVersion=M 2021\r\n[REFERANCE_FILE_1]\r\nDescription=first\r\n"
+        "FilePath=C:\\a\\x\r\n";
+    const std::wstring path = m_elsewhere.WriteSized(L"notes.txt", 1);
+    m_elsewhere.SetTime(L"notes.txt", {2024, 1, 0, 1, 9, 5, 3, 0});
+    const std::string added = "[REFERANCE_FILE_2]\r\nIsReferencedFile=YES\r\nDescription=-\r\n"
+                              "Timestamp=2024-01-01 09:05:03\r\nFilePath=" +
+                              std::string(path.begin(), path.end()) + "\r\n";
+    for (const DWORD duration : {60UL, 250UL, 1000UL}) {
+        Describe(before);
+        Load();
+        std::thread unlock;
+        {
+            const FileDialogDriver driver([&](HWND dialog) {
+                if (!unlock.joinable()) {
+                    unlock = LockBeyond(dialog, m_package / L"mxinfo.ini", duration);
+                }
+                FileDialogDriver::Choose(dialog, path);
+            });
+            Command(IDC_ADD);
+        }
+        unlock.join();
+        EXPECT_EQ(m_package.Read(L"mxinfo.ini"), before + added) << duration;
+        EXPECT_EQ(Sections().size(), 2U) << duration;
+    }
+}
+
 TEST_F(MXOVDocViewActionsTest, AddsACopyOverAnOlderOneAndShowsItAgainAfterALoad) {
     m_package.Write(L"ReferanceFiles\\notes.txt", "older");
     Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n");
@@ -254,6 +298,21 @@ TEST_F(MXOVDocViewActionsTest, DeleteLeavesTheFileOfALinkedDocument) {
     RemoveAdditional(0);
     EXPECT_TRUE(Sections().empty());
     EXPECT_EQ(m_elsewhere.Read(L"link.txt"), "x");
+}
+
+TEST_F(MXOVDocViewActionsTest, DeleteLeavesACopyOutsideThePackageFolder) {
+    const std::wstring outside = m_elsewhere.Write(L"thesis.docx", "years of work");
+    const std::wstring folder = m_elsewhere.Path().substr(m_elsewhere.Path().rfind(L'\\') + 1);
+    Describe("[REFERANCE_FILE_1]\nIsReferencedFile=NO\nFilePath=..\\" +
+             std::string(folder.begin(), folder.end()) +
+             "\\thesis.docx\n[REFERANCE_FILE_2]\nFilePath=C:\\a\\two\n");
+    Load();
+    ASSERT_EQ(m_package.Path().substr(0, m_package.Path().rfind(L'\\')),
+              m_elsewhere.Path().substr(0, m_elsewhere.Path().rfind(L'\\')));
+    RemoveAdditional(0);
+    EXPECT_EQ(m_elsewhere.Read(L"thesis.docx"), "years of work") << outside;
+    EXPECT_EQ(Sections(), (std::vector<std::wstring>{L"REFERANCE_FILE_2"}));
+    EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST).size(), 1U);
 }
 
 TEST_F(MXOVDocViewActionsTest, DeleteWithoutASelectionDoesNothing) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace docview;
+
 TEST(PackagePath, KnowsWhatLeavesTheFolder) {
     for (const wchar_t* path : {L"..", L"..\\victim\\thesis.docx", L"../victim", L"a\\..\\..\\x", L"\\..\\x",
                                 L".\\..\\x", L"a/../b/../../x", L".. \\x", L"..\\a\\b"}) {

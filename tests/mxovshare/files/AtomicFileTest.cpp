@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string_view>
+#include <thread>
 
 namespace mxovshare {
 namespace {
@@ -110,7 +112,7 @@ TEST(AtomicFile, LockedTargetStays) {
     const TempFolder folder;
     const std::wstring target = folder.Write(L"a.txt", "old");
     const FileHandle lock(Open(target, FILE_SHARE_READ));
-    AtomicFile file(target);
+    AtomicFile file(target, 20);
     ASSERT_TRUE(Put(file, "new"));
     EXPECT_FALSE(file.Commit());
     EXPECT_NE(file.Error(), static_cast<DWORD>(ERROR_SUCCESS));
@@ -125,7 +127,7 @@ TEST(AtomicFile, WaitsForALockThatGoesAway) {
     AtomicFile file(target);
     ASSERT_TRUE(Put(file, "new"));
     const auto unlock = [](void* handle) -> DWORD {
-        Sleep(10);
+        Sleep(500);
         CloseHandle(handle);
         return 0;
     };
@@ -148,11 +150,27 @@ TEST(AtomicFile, TwoWritersOfOneTargetDoNotMix) {
     const std::wstring target = folder / L"a.txt";
     AtomicFile first(target);
     ASSERT_TRUE(Put(first, "first"));
-    AtomicFile second(target);
+    AtomicFile second(target, 20);
     EXPECT_FALSE(Put(second, "second"));
     EXPECT_FALSE(second.Commit());
     EXPECT_TRUE(first.Commit());
     EXPECT_EQ(folder.Read(L"a.txt"), "first");
+    EXPECT_EQ(folder.EntryCount(), 1);
+}
+
+TEST(AtomicFile, ASecondOwnerWaitsForTheFirst) {
+    const TempFolder folder;
+    const std::wstring target = folder / L"a.txt";
+    std::optional<AtomicFile> first(target);
+    ASSERT_TRUE(Put(*first, "first"));
+    std::thread owner([&first] {
+        Sleep(100);
+        EXPECT_TRUE(first->Commit());
+        first.reset();
+    });
+    EXPECT_TRUE(Replace(target, "second"));
+    owner.join();
+    EXPECT_EQ(folder.Read(L"a.txt"), "second");
     EXPECT_EQ(folder.EntryCount(), 1);
 }
 

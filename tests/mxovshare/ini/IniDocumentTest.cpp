@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 namespace mxovshare {
 namespace {
 
@@ -84,6 +86,16 @@ TEST(IniDocumentReading, KnowsItsEncodings) {
     EXPECT_EQ(Read("[\xC3\xA9t\xC3\xA9]\nk=1", u"\xC9T\xC9", u"k"), u"1");
     EXPECT_EQ(Read("[\xE9t\xE9]\nk=1", u"\xC9T\xC9", u"k"), u"1");
     EXPECT_EQ(Read(Utf16(u"[\x43F]\n\x3B1=1"), u"\x41F", u"\x391"), u"1");
+}
+
+TEST(IniDocumentReading, Utf16NeedsNoMark) {
+    for (const IniEncoding encoding : {IniEncoding::Utf16, IniEncoding::Utf16BigEndian}) {
+        const std::string marked = Utf16(u"[s]\r\nk=\x4E2D\r\n", encoding);
+        const std::string bytes = marked.substr(2);
+        EXPECT_EQ(Read(bytes, u"s", u"k"), u"\x4E2D");
+        EXPECT_EQ(IniDocument(kLatin, bytes).Bytes(), marked);
+        EXPECT_EQ(AfterSet(bytes, u"s", u"j", u"1"), marked + Utf16(u"j=1\r\n", encoding).substr(2));
+    }
 }
 
 TEST(IniDocumentReading, SecondBytesOfTwoByteCharactersAreNoBrackets) {
@@ -221,6 +233,11 @@ TEST(IniDocumentWriting, AnsiTextThatLooksLikeUtf8IsNotMistaken) {
     EXPECT_EQ(AfterRemove("[r]\nx=\xE9\n[s]\nj=\xC3\xA9\n", u"r"), Utf16(u"[s]\nj=\xC3\xA9\n"));
 }
 
+TEST(IniDocumentWriting, AnsiTextThatLooksLikeUtf16IsNotMistaken) {
+    EXPECT_EQ(AfterRemove("[r]\n[\0]\0"s, u"r"), Utf16(u"[\0]\0"s));
+    EXPECT_EQ(AfterRemove("[r]\nk=\xC3\xA9\n[\0]\0"s, u"r"), Utf16(u"[\0]\0"s));
+}
+
 TEST(IniDocumentWriting, ACodePageThatIsUtf8StaysUtf8) {
     const Utf8Page page;
     EXPECT_EQ(AfterSet("[s]\nk=1\n", u"s", u"k", u"\x4E2D", page), "[s]\nk=\xE4\xB8\xAD\n");
@@ -258,6 +275,17 @@ TEST(IniDocumentRemoving, AddingAfterwardsWorks) {
     document.SetValue(u"F_4", u"k", u"4");
     document.SetValue(u"F_4", u"j", u"5");
     EXPECT_EQ(document.Bytes(), "[F_1]\nk=1\n[F_3]\nk=3\n[F_4]\nk=4\nj=5\n");
+}
+
+TEST(IniDocumentSize, ManySectionsOfOneNameGoAtOnce) {
+    std::string bytes;
+    for (int i = 0; i < 200'000; ++i) {
+        bytes += "[s]\nk=1\n[t]\n";
+    }
+    const auto start = std::chrono::steady_clock::now();
+    const std::string rest = AfterRemove(bytes, u"s");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_EQ(rest.size(), 200'000U * 4);
 }
 
 TEST(IniDocument, TenThousandSectionsAreEasy) {

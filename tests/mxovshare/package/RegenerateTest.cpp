@@ -1,8 +1,8 @@
 #include "mxovshare.h"
 
 #include "FolderSnapshot.h"
+#include "host/MessageBoxes.h"
 #include "mxovpackage.h"
-#include "package/MessageBoxes.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>

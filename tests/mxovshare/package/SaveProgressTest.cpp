@@ -1,7 +1,7 @@
 #include "mxovshare.h"
 
+#include "host/MessageBoxes.h"
 #include "mxovpackage.h"
-#include "package/MessageBoxes.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Package files that somebody else changes while they are open here, and saves that fail.
 #include "package/UnpackedFolders.h"
+#include "host/MessageBoxes.h"
 #include "mxovpackage.h"
-#include "package/MessageBoxes.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>

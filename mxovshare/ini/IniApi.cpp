@@ -1,11 +1,14 @@
 #include "mxovshare.h"
 
+#include "common/SystemError.h"
+#include "host/MessageBoxes.h"
+#include "ini/IniRetry.h"
 #include "ini/IniStore.h"
 
 namespace mxovshare {
 namespace {
 
-// Nothing but want of memory can go wrong below; callers get what a missing file gives.
+// Only std::bad_alloc can come from below; callers get what a missing file returns.
 template <typename Action>
 auto Guarded(Action action) noexcept -> decltype(action()) {
     try {
@@ -15,6 +18,23 @@ auto Guarded(Action action) noexcept -> decltype(action()) {
     }
 }
 
+void ReportRefusal(const std::wstring& file, DWORD error) {
+    ShowError(L"The information file \"" + file + L"\" could not be read: " + common::SystemErrorText(error) +
+              L".\n\nIt was left as it is; your change was not made.");
+}
+
+template <typename Action>
+void Edit(const std::wstring& file, Action action) noexcept {
+    Guarded([&] {
+        const IniOutcome outcome = action(IniStore::Instance());
+        if (outcome.firstRefused) {
+            ReportRefusal(file, outcome.error);
+        } else if (outcome.error != ERROR_SUCCESS && !outcome.refused) {
+            ScheduleRetry();
+        }
+    });
+}
+
 } // namespace
 
 std::wstring INIFile::GetKeyValueFromINI(std::wstring section, std::wstring key, std::wstring file) {
@@ -22,7 +42,7 @@ std::wstring INIFile::GetKeyValueFromINI(std::wstring section, std::wstring key,
 }
 
 void INIFile::AddRecordToINI(std::wstring section, std::wstring key, std::wstring value, std::wstring file) {
-    Guarded([&] { IniStore::Instance().SetValue(section, key, value, file); });
+    Edit(file, [&](IniStore& store) { return store.SetValue(section, key, value, file); });
 }
 
 std::vector<std::wstring> INIFile::GetSectionNamesFromINI(std::wstring prefix, std::wstring file) {
@@ -34,7 +54,7 @@ int INIFile::GetLastIndexOfSectionFromINI(std::wstring prefix, std::wstring file
 }
 
 void INIFile::RemoveSectionFromINI(std::wstring section, std::wstring file) {
-    Guarded([&] { IniStore::Instance().RemoveSection(section, file); });
+    Edit(file, [&](IniStore& store) { return store.RemoveSection(section, file); });
 }
 
 } // namespace mxovshare

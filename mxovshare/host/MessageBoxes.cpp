@@ -1,4 +1,4 @@
-#include "package/MessageBoxes.h"
+#include "host/MessageBoxes.h"
 
 #include <windows.h>
 

@@ -1,12 +1,16 @@
 // The exported functions beside the platform's profile functions, through the built library.
 #include "mxovshare.h"
 
+#include "ChildProcess.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
 
 namespace mxovshare {
 namespace {
+
+constexpr wchar_t kEdited[] = L"MXOV_TEST_EDITED"; // events between a test and its child
+constexpr wchar_t kUnlocked[] = L"MXOV_TEST_UNLOCKED";
 
 // The platform keeps a file in memory; this makes it look again.
 void Flush(const std::wstring& file) {
@@ -136,6 +140,33 @@ TEST(INIFile, AgreesWithThePlatformOnOddFiles) {
             DeleteFileW(file.c_str());
         }
     }
+}
+
+TEST(INIFileChild, DISABLED_EditsALockedFileAndEnds) {
+    if (FileForChild().empty()) {
+        return;
+    }
+    INIFile::GetKeyValueFromINI(L"s", L"k", FileForChild());
+    INIFile::AddRecordToINI(L"s", L"k", L"new", FileForChild());
+    EXPECT_EQ(INIFile::GetKeyValueFromINI(L"s", L"k", FileForChild()), L"new");
+    SetEvent(OpenEventW(EVENT_MODIFY_STATE, FALSE, kEdited));
+    WaitForSingleObject(OpenEventW(SYNCHRONIZE, FALSE, kUnlocked), 20'000);
+}
+
+TEST(INIFile, AnEditThatMetALockIsWrittenWhenTheProcessEnds) {
+    const TempFolder folder;
+    const std::wstring file = folder.Write(L"mxinfo.ini", "[s]\nk=old\n");
+    const common::UniqueHandle edited(CreateEventW(nullptr, TRUE, FALSE, kEdited));
+    const common::UniqueHandle unlocked(CreateEventW(nullptr, TRUE, FALSE, kUnlocked));
+    common::UniqueHandle lock = common::OwnFile(
+        CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+    const ChildProcess child(L"INIFileChild.*", file);
+    EXPECT_EQ(WaitForSingleObject(edited.get(), 30'000), WAIT_OBJECT_0);
+    EXPECT_EQ(folder.Read(L"mxinfo.ini"), "[s]\nk=old\n");
+    lock.reset();
+    SetEvent(unlocked.get());
+    EXPECT_EQ(child.Wait(), 0U);
+    EXPECT_EQ(folder.Read(L"mxinfo.ini"), "[s]\nk=new\n");
 }
 
 TEST(INIFile, ListsNumbersAndRemovesSections) {
