@@ -6,6 +6,7 @@
 #include "common/Utf8.h"
 #include "Json.h"
 #include "RemoteListView.h"
+#include "RemoteWindows.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -25,58 +26,6 @@ constexpr wchar_t kFrameClass[] = L"MXOVViewerFrame";
 constexpr int kFirstSection = 1000;
 constexpr int kFirstList = 1004;
 constexpr int kSections = 4;
-
-std::wstring ClassName(HWND window) {
-    wchar_t name[256] = L"";
-    GetClassNameW(window, name, ARRAYSIZE(name));
-    return name;
-}
-
-std::wstring Text(HWND window) {
-    static wchar_t text[0x10000];
-    *text = L'\0';
-    Ask(window, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text));
-    return text;
-}
-
-std::vector<HWND> Children(HWND window) {
-    std::vector<HWND> children;
-    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        children.push_back(child);
-    }
-    return children;
-}
-
-HWND FindDescendant(HWND window, int id) {
-    for (const HWND child : Children(window)) {
-        if (GetDlgCtrlID(child) == id) {
-            return child;
-        }
-        if (const HWND found = FindDescendant(child, id)) {
-            return found;
-        }
-    }
-    return nullptr;
-}
-
-// The frame, shown or not, and the other visible top-level windows of its process.
-std::vector<HWND> TopLevelWindows(HWND frame) {
-    std::vector<HWND> windows = {frame};
-    EnumWindows(
-        [](HWND window, LPARAM parameter) -> BOOL {
-            auto& found = *reinterpret_cast<std::vector<HWND>*>(parameter);
-            DWORD wanted = 0;
-            DWORD process = 0;
-            GetWindowThreadProcessId(found.front(), &wanted);
-            GetWindowThreadProcessId(window, &process);
-            if (process == wanted && window != found.front() && IsWindowVisible(window)) {
-                found.push_back(window);
-            }
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&windows));
-    return windows;
-}
 
 std::string Number(HWND window) {
     return std::to_string(reinterpret_cast<UINT_PTR>(window));
@@ -192,31 +141,32 @@ const char* ImageText(int image) {
     return image >= 0 && image < static_cast<int>(std::size(kTexts)) ? kTexts[image] : "?";
 }
 
+// Cells in columns; the text of the list's picture ends the line.
 void PrintLine(const std::vector<std::wstring>& cells, const char* end) {
-    constexpr std::size_t kWidths[] = {34, 9, 21};
+    constexpr std::size_t kWidths[] = {22, 34, 9, 21};
     std::wstring line;
     for (std::size_t i = 0; i < cells.size(); ++i) {
         const std::size_t width = i < std::size(kWidths) ? kWidths[i] : 12;
         line += cells[i] + std::wstring(cells[i].size() < width ? width - cells[i].size() : 1, L' ');
     }
-    std::printf("  %s%s\n", common::ToUtf8(line).c_str(), end);
+    std::printf("%s%s\n", common::ToUtf8(line).c_str(), end);
 }
 
+// A line for each document, led by its section.
 void PrintSection(HWND box, HWND list) {
     const ListContent content = ReadListView(list);
-    std::printf("%s%s\n", common::ToUtf8(Text(box)).c_str(), IsWindowVisible(list) ? "" : " (hidden)");
-    std::vector<std::wstring> titles;
-    for (const ListColumn& column : content.columns) {
-        titles.push_back(column.title);
-    }
-    PrintLine(titles, "Image");
+    const std::wstring title = Text(box) + (IsWindowVisible(list) ? L"" : L" (hidden)");
     for (const ListRow& row : content.rows) {
-        PrintLine(row.texts, (std::to_string(row.image) + " " + ImageText(row.image)).c_str());
+        std::vector<std::wstring> cells = {title};
+        cells.insert(cells.end(), row.texts.begin(), row.texts.end());
+        PrintLine(cells, ImageText(row.image));
+    }
+    if (content.rows.empty()) {
+        PrintLine({title}, "no document");
     }
 }
 
 void PrintCatalogue(HWND frame) {
-    std::printf("%s\n", common::ToUtf8(Text(frame)).c_str());
     for (int i = 0; i < kSections; ++i) {
         const HWND box = FindDescendant(frame, kFirstSection + i);
         const HWND list = FindDescendant(frame, kFirstList + i);
