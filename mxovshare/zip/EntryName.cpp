@@ -34,6 +34,11 @@ bool IsDevice(std::string_view part) {
            std::ranges::find(kDeviceNumbers, std::string_view(base).substr(3)) != std::end(kDeviceNumbers);
 }
 
+bool IsReserved(std::string_view part) {
+    return part.size() >= kTemporarySuffix.size() &&
+           FoldCase(part.substr(part.size() - kTemporarySuffix.size())) == FoldCase(kTemporarySuffix);
+}
+
 // Whether a byte is a character that any name may hold.
 bool IsPlain(char byte) {
     static constexpr auto kPlain = [] {
@@ -47,20 +52,32 @@ bool IsPlain(char byte) {
     return code < kPlain.size() && kPlain[code];
 }
 
-bool HoldsControlCharacter(std::string_view part) {
+bool IsControl(char32_t code) {
+    return code < 0x20 || (code >= 0x7F && code < 0xA0);
+}
+
+// Embeddings, overrides and isolates can show an extension at another place than its own.
+bool IsDirectionControl(char32_t code) {
+    return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
+std::string_view CodeFault(std::string_view part) {
     while (!part.empty()) {
         const Utf8Character next = DecodeUtf8(part);
-        if (next.code < 0x20 || (next.code >= 0x7F && next.code < 0xA0)) {
-            return true;
+        if (IsControl(next.code)) {
+            return "the name holds a control character";
+        }
+        if (IsDirectionControl(next.code)) {
+            return "the name holds a character that changes the direction of text";
         }
         part.remove_prefix(next.length);
     }
-    return false;
+    return {};
 }
 
 std::string_view CharacterFault(std::string_view part) {
-    if (HoldsControlCharacter(part)) {
-        return "the name holds a control character";
+    if (const std::string_view fault = CodeFault(part); !fault.empty()) {
+        return fault;
     }
     if (part.find_first_of(kForbidden) != std::string_view::npos) {
         return "the name holds one of the characters < > | \" ? *";
@@ -97,6 +114,9 @@ std::string_view PartFault(std::string_view part) {
     if (IsDevice(part)) {
         return "the name is that of a device";
     }
+    if (IsReserved(part)) {
+        return "the name is reserved for temporary files";
+    }
     return {};
 }
 
@@ -125,6 +145,12 @@ std::string_view EntryNameFault(std::string_view name) {
     }
     if (IsLonger(name, kLongestName)) {
         return "the name is longer than 32000 characters";
+    }
+    if (name.size() > kLongestStoredName) {
+        return "the name is longer than 65534 bytes";
+    }
+    if (std::ranges::count(name, '/') > kDeepestName) {
+        return "the name leads through more than 250 folders";
     }
     while (true) {
         const std::size_t end = name.find('/');

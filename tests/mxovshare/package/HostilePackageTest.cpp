@@ -68,6 +68,8 @@ std::vector<Hostile> NamesThatLeadAway() {
         Named("caseOnly", "GOOD.TXT", L"differs only in case"),
         Named("twice", "good.txt", L"occurs twice"),
         Named("insideAFile", "good.txt/evil.txt", L"which is a file"),
+        Named("reserved", "mxinfo.ini.mxov-new", L"reserved"),
+        Named("direction", "a\xE2\x80\xAEtxt.exe", L"direction"),
         Named("longPart", std::string(300, 'x'), L"255"),
         Named("longName", std::string(65000, 'x'), L"32000"),
     };
