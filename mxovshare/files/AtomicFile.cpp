@@ -73,10 +73,10 @@ bool AtomicFile::Write(const void* data, std::size_t size) {
     return true;
 }
 
-bool AtomicFile::Commit() {
+bool AtomicFile::Commit(const std::function<void()>& beforeReplace) {
     bool done = m_error == ERROR_SUCCESS;
     if (done) {
-        done = FlushFileBuffers(m_file.Get()) != FALSE && KeepAttributes() && Replace();
+        done = FlushFileBuffers(m_file.Get()) != FALSE && KeepAttributes() && Replace(beforeReplace);
         if (!done) {
             Fail(GetLastError());
         }
@@ -125,16 +125,21 @@ bool AtomicFile::KeepAttributes() {
     return kept == 0 || SetFileAttributesW(m_temporary.c_str(), kept) != FALSE;
 }
 
-bool AtomicFile::Replace() {
+bool AtomicFile::Replace(const std::function<void()>& beforeReplace) {
     LockWait wait(m_patience);
-    while (MoveFileExW(m_temporary.c_str(), m_target.c_str(),
-                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == FALSE) {
+    for (;;) {
+        if (beforeReplace) {
+            beforeReplace();
+        }
+        if (MoveFileExW(m_temporary.c_str(), m_target.c_str(),
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE) {
+            m_exists = false;
+            return true;
+        }
         if (!wait.Retry(GetLastError())) {
             return false;
         }
     }
-    m_exists = false;
-    return true;
 }
 
 void AtomicFile::Discard() {

@@ -5,6 +5,7 @@
 #include "LockWait.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 namespace mxovshare {
@@ -32,8 +33,9 @@ public:
 
     /// Flushes, replaces the target and closes, waiting while the target is in use. A read-only target is
     /// left as it is and fails; otherwise its attributes are kept. False leaves the target unchanged and
-    /// removes the temporary file.
-    [[nodiscard]] bool Commit();
+    /// removes the temporary file. `beforeReplace`, if given, is called immediately before each attempt to
+    /// replace the target and may throw to abandon it.
+    [[nodiscard]] bool Commit(const std::function<void()>& beforeReplace = {});
 
     /// The system's code for the first failure; ERROR_SUCCESS without one.
     DWORD Error() const { return m_error; }
@@ -45,7 +47,7 @@ private:
     bool Fail(DWORD error);
     bool Create();
     bool KeepAttributes();
-    bool Replace();
+    bool Replace(const std::function<void()>& beforeReplace);
     void Discard();
 
     std::wstring m_target;

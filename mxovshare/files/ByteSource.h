@@ -1,8 +1,9 @@
-// Bytes at any place of a file or of memory, so that the container's code knows neither.
+// Random access to the bytes of a file or of memory, so that the container's code depends on neither.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 
 namespace mxovshare {
@@ -17,13 +18,17 @@ public:
     virtual void Read(std::uint64_t offset, std::span<std::uint8_t> to) const = 0;
 };
 
+/// Reads `size` bytes from `offset` on and passes them to `take` in pieces that fit the processor's cache.
+void ReadPieces(const ByteSource& source, std::uint64_t offset, std::uint64_t size,
+                const std::function<void(Bytes)>& take);
+
 class ByteSink {
 public:
     virtual ~ByteSink() = default;
-    /// Writes at `offset`, over what is there or past the end. Throws when it fails. Some sinks say that
-    /// several threads may do so.
+    /// Writes at `offset`, over existing bytes or past the end. Throws when it fails. Thread-safe only where
+    /// a sink says so.
     virtual void Write(std::uint64_t offset, Bytes data) = 0;
-    /// Cuts what lies behind `size`.
+    /// Truncates to `size` bytes.
     virtual void SetSize(std::uint64_t size) = 0;
 };
 

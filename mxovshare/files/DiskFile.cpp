@@ -1,7 +1,7 @@
 #include "DiskFile.h"
 
+#include "common/LongPath.h"
 #include "FileFailure.h"
-#include "LongPath.h"
 
 #include <algorithm>
 
@@ -28,15 +28,22 @@ LARGE_INTEGER At(std::uint64_t offset) {
     return place;
 }
 
-FileHandle OpenDiskFile(const std::wstring& path) {
-    FileHandle handle(CreateFileW(LongPath(path).c_str(), GENERIC_READ,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+// In 100 nanoseconds since 1601, UTC.
+std::int64_t Now() {
+    FILETIME now = {};
+    GetSystemTimeAsFileTime(&now);
+    return static_cast<std::int64_t>(std::uint64_t{now.dwHighDateTime} << 32 | now.dwLowDateTime);
+}
+
+common::UniqueHandle OpenDiskFile(const std::wstring& path) {
+    common::UniqueHandle handle = common::OwnFile(CreateFileW(
+        common::LongPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+        nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!handle) {
         ThrowFileFailure(L"cannot open", path, GetLastError());
     }
-    if (GetFileType(handle.Get()) != FILE_TYPE_DISK) {
-        throw FileFailure{L"cannot open \"" + path + L"\": it is a device"};
+    if (GetFileType(handle.get()) != FILE_TYPE_DISK) {
+        throw FileFailure(L"cannot open \"" + path + L"\": it is a device");
     }
     return handle;
 }
@@ -60,7 +67,7 @@ void OpenFile::Read(std::uint64_t offset, std::span<std::uint8_t> to) const {
             NtReadFile(m_handle, nullptr, nullptr, nullptr, &result, to.data(), size, &place, nullptr);
         const DWORD error = NT_SUCCESS(status) ? ERROR_SUCCESS : RtlNtStatusToDosError(status);
         if (error == ERROR_HANDLE_EOF || (error == ERROR_SUCCESS && result.Information == 0)) {
-            throw FileFailure{L"cannot read \"" + m_path + L"\": it became shorter meanwhile"};
+            throw FileChanged(m_path);
         }
         if (error != ERROR_SUCCESS) {
             ThrowFileFailure(L"cannot read", m_path, error);
@@ -102,6 +109,20 @@ void OpenFile::SetSize(std::uint64_t size) {
 }
 
 DiskSource::DiskSource(const std::wstring& path)
-    : m_handle(OpenDiskFile(path)), m_file(m_handle.Get(), path) {}
+    : m_handle(OpenDiskFile(path)), m_file(m_handle.get(), path), m_path(path),
+      m_stamp(StampOf(m_handle.get())) {}
+
+void DiskSource::RequireUnchanged() const {
+    if (StampOf(m_handle.get()) != m_stamp) {
+        throw FileChanged(m_path);
+    }
+}
+
+bool DiskSource::IsSettled() const {
+    // File systems take times from a clock that ticks every few milliseconds.
+    constexpr std::int64_t kTick = 20 * 10'000; // in 100 nanoseconds
+    const std::int64_t age = Now() - std::max(m_stamp.changed, m_stamp.written);
+    return age < 0 || age > kTick;
+}
 
 } // namespace mxovshare

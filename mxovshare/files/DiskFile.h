@@ -2,19 +2,20 @@
 #pragma once
 
 #include "ByteSource.h"
-#include "FileHandle.h"
+#include "common/Handles.h"
+#include "FileStamp.h"
 
 #include <atomic>
 #include <string>
 
 namespace mxovshare {
 
-/// Reads and writes an open file that somebody else owns, on any thread. `path` names it in failures.
+/// Reads and writes an open file that the caller owns, on any thread. `path` names it in failures.
 class OpenFile : public ByteSource, public ByteSink {
 public:
     OpenFile(HANDLE handle, std::wstring path);
 
-    /// The size when it was opened, or what was written beyond that.
+    /// The size when it was opened, or the end of what was written beyond that.
     std::uint64_t Size() const override { return m_size; }
     void Read(std::uint64_t offset, std::span<std::uint8_t> to) const override;
     void Write(std::uint64_t offset, Bytes data) override;
@@ -26,7 +27,8 @@ private:
     std::atomic<std::uint64_t> m_size = 0;
 };
 
-/// A file opened for reading, while others may do as they like with it. Throws FileFailure when it cannot be.
+/// A file opened for reading with full sharing. Throws FileFailure when that fails, FileChanged when a read
+/// finds the file truncated.
 class DiskSource : public ByteSource {
 public:
     explicit DiskSource(const std::wstring& path);
@@ -34,9 +36,17 @@ public:
     std::uint64_t Size() const override { return m_file.Size(); }
     void Read(std::uint64_t offset, std::span<std::uint8_t> to) const override { m_file.Read(offset, to); }
 
+    /// Throws FileChanged when the file was written since it was opened, so that what was read may mix two
+    /// states.
+    void RequireUnchanged() const;
+    /// Whether enough time has passed since the file's last change that RequireUnchanged misses no other one.
+    bool IsSettled() const;
+
 private:
-    FileHandle m_handle;
+    common::UniqueHandle m_handle;
     OpenFile m_file;
+    std::wstring m_path;
+    FileStamp m_stamp; // when it was opened
 };
 
 } // namespace mxovshare

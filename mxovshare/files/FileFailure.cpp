@@ -1,22 +1,17 @@
 #include "FileFailure.h"
 
-#include <iterator>
+#include "common/SystemError.h"
+#include "common/Utf8.h"
 
 namespace mxovshare {
 
-std::wstring SystemReason(DWORD error) {
-    wchar_t text[512];
-    constexpr DWORD kFlags =
-        FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
-    const DWORD length =
-        FormatMessageW(kFlags, nullptr, error, 0, text, static_cast<DWORD>(std::size(text)), nullptr);
-    std::wstring reason(text, length);
-    reason.erase(reason.find_last_not_of(L" .\r\n") + 1);
-    return reason.empty() ? L"error " + std::to_wstring(error) : reason;
-}
+FileFailure::FileFailure(std::wstring_view text) : Error(common::ToUtf8(text)) {}
+
+FileChanged::FileChanged(const std::wstring& path)
+    : FileFailure(L"cannot read \"" + path + L"\": another program keeps changing it") {}
 
 void ThrowFileFailure(std::wstring_view doing, const std::wstring& path, DWORD error) {
-    throw FileFailure{std::wstring(doing) + L" \"" + path + L"\": " + SystemReason(error)};
+    throw FileFailure(std::wstring(doing) + L" \"" + path + L"\": " + common::SystemErrorText(error));
 }
 
 } // namespace mxovshare

@@ -1,6 +1,8 @@
 // How an operation on a file of the file system fails.
 #pragma once
 
+#include "Error.h"
+
 #include <windows.h>
 
 #include <string>
@@ -8,13 +10,17 @@
 
 namespace mxovshare {
 
-/// Thrown when a file of the file system is the reason; the message is complete.
-struct FileFailure {
-    std::wstring message;
+/// A file or folder of the file system is the reason; the text is complete.
+class FileFailure : public Error {
+public:
+    explicit FileFailure(std::wstring_view text);
 };
 
-/// The system's description of an error code, in one line without a full stop.
-std::wstring SystemReason(DWORD error);
+/// Another program changed a file while it was being read.
+class FileChanged : public FileFailure {
+public:
+    explicit FileChanged(const std::wstring& path);
+};
 
 /// Throws the failure of `doing` (such as "cannot read") with a file for the system's reason.
 [[noreturn]] void ThrowFileFailure(std::wstring_view doing, const std::wstring& path, DWORD error);

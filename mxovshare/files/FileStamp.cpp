@@ -27,14 +27,7 @@ std::wstring NativePath(const std::wstring& path) {
 FileStamp StampOfTarget(const std::wstring& path) {
     const FileHandle file(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
                                       FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-    FILE_BASIC_INFO times = {};
-    LARGE_INTEGER size = {};
-    if (!file || GetFileInformationByHandleEx(file.Get(), FileBasicInfo, &times, sizeof(times)) == FALSE ||
-        GetFileSizeEx(file.Get(), &size) == FALSE) {
-        return {};
-    }
-    return {true, size.QuadPart, times.CreationTime.QuadPart, times.LastWriteTime.QuadPart,
-            times.ChangeTime.QuadPart};
+    return file ? StampOf(file.Get()) : FileStamp{};
 }
 
 bool IsMissing(DWORD error) {
@@ -101,6 +94,17 @@ DWORD ReadNow(const std::wstring& path, std::size_t limit, std::string& bytes, F
 }
 
 } // namespace
+
+FileStamp StampOf(HANDLE file) {
+    FILE_BASIC_INFO times = {};
+    LARGE_INTEGER size = {};
+    if (GetFileInformationByHandleEx(file, FileBasicInfo, &times, sizeof(times)) == FALSE ||
+        GetFileSizeEx(file, &size) == FALSE) {
+        return {};
+    }
+    return {true, size.QuadPart, times.CreationTime.QuadPart, times.LastWriteTime.QuadPart,
+            times.ChangeTime.QuadPart};
+}
 
 FileStamp StampOf(const std::wstring& path) {
     std::wstring native = NativePath(path);

@@ -23,6 +23,8 @@ struct FileStamp {
 
 /// The stamp of a file by its full path. Opens nothing, unless the path leads through a link.
 FileStamp StampOf(const std::wstring& path);
+/// The stamp of an open file.
+FileStamp StampOf(HANDLE file);
 
 /// Reads a whole file of at most `limit` bytes with the stamp that belongs to them, waiting up to `patience`
 /// milliseconds while another program has it locked. Returns ERROR_SUCCESS, ERROR_FILE_NOT_FOUND for a file

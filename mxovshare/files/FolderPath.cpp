@@ -1,8 +1,6 @@
 #include "FolderPath.h"
 
-#include "LongPath.h"
-
-#include <windows.h>
+#include "common/LongPath.h"
 
 namespace mxovshare {
 
@@ -15,15 +13,11 @@ bool IsSeparator(wchar_t unit) {
 } // namespace
 
 std::wstring FolderPath(const std::wstring& folder) {
-    std::wstring path = LongPath(folder);
+    std::wstring path = common::LongPath(folder);
     while (path.size() > 1 && IsSeparator(path.back()) && path[path.size() - 2] != L':') {
         path.pop_back();
     }
     return path;
-}
-
-bool IsSamePath(const std::wstring& left, const std::wstring& right) {
-    return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
 std::wstring JoinPath(const std::wstring& folder, const std::wstring& name) {

@@ -1,6 +1,6 @@
 #include "mxovshare.h"
 
-#include "files/LongPath.h"
+#include "common/LongPath.h"
 
 #include <cstdint>
 #include <limits>
@@ -11,7 +11,7 @@ int File::GetFileSize(std::wstring path) {
     constexpr int kLargest = std::numeric_limits<int>::max();
     try {
         WIN32_FILE_ATTRIBUTE_DATA data = {};
-        if (GetFileAttributesExW(LongPath(path).c_str(), GetFileExInfoStandard, &data) == FALSE ||
+        if (GetFileAttributesExW(common::LongPath(path).c_str(), GetFileExInfoStandard, &data) == FALSE ||
             (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
             return 0;
         }

@@ -1,6 +1,6 @@
 #include "mxovlanguage.h"
 
-#include "files/LongPath.h"
+#include "common/LongPath.h"
 
 #include <memory>
 #include <type_traits>
@@ -47,7 +47,7 @@ ResourceModule LoadTexts(const std::wstring& name) {
     }
     const std::wstring path = OwnFolder() + L"lang\\" + LanguageFolder(name) + L"\\" + kModuleName;
     constexpr DWORD kOnlyResources = LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE;
-    return ResourceModule(LoadLibraryExW(LongPath(path).c_str(), nullptr, kOnlyResources));
+    return ResourceModule(LoadLibraryExW(common::LongPath(path).c_str(), nullptr, kOnlyResources));
 }
 
 } // namespace

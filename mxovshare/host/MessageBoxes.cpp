@@ -15,11 +15,11 @@ QuestionSink g_questionSink = nullptr;
 
 } // namespace
 
-void ShowError(const std::wstring& text) {
+void ShowError(const wchar_t* text) noexcept {
     if (g_errorSink != nullptr) {
         g_errorSink(text);
     } else {
-        MessageBoxW(GetActiveWindow(), text.c_str(), kTitle, MB_OK | MB_ICONERROR);
+        MessageBoxW(GetActiveWindow(), text, kTitle, MB_OK | MB_ICONERROR);
     }
 }
 

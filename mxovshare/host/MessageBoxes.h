@@ -5,11 +5,11 @@
 
 namespace mxovshare {
 
-using ErrorSink = void (*)(const std::wstring& text);
+using ErrorSink = void (*)(const wchar_t* text);
 using QuestionSink = bool (*)(const std::wstring& text);
 
-/// Shows an error in a message box over the thread's active window.
-void ShowError(const std::wstring& text);
+/// Shows an error in a message box over the thread's active window. Allocates nothing.
+void ShowError(const wchar_t* text) noexcept;
 
 /// Asks a yes-or-no question; "No" is the default button.
 bool AskYesNo(const std::wstring& text);

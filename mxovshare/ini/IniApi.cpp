@@ -19,8 +19,10 @@ auto Guarded(Action action) noexcept -> decltype(action()) {
 }
 
 void ReportRefusal(const std::wstring& file, DWORD error) {
-    ShowError(L"The information file \"" + file + L"\" could not be read: " + common::SystemErrorText(error) +
-              L".\n\nIt was left as it is; your change was not made.");
+    const std::wstring text = L"The information file \"" + file + L"\" could not be read: " +
+                              common::SystemErrorText(error) +
+                              L".\n\nIt was left as it is; your change was not made.";
+    ShowError(text.c_str());
 }
 
 template <typename Action>

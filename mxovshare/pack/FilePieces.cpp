@@ -1,5 +1,6 @@
 #include "pack/FilePieces.h"
 
+#include "files/FileFailure.h"
 #include "zip/Deflate.h"
 
 #include <algorithm>
@@ -16,6 +17,18 @@ std::vector<std::uint8_t> FilePiece::Read(std::size_t before) const {
 void FilePieces::Open(const std::wstring& path) {
     m_file = std::make_shared<DiskSource>(path);
     m_offset = 0;
+}
+
+void FilePieces::OpenSettled(const std::wstring& path) {
+    constexpr DWORD kPause = 25;
+    Open(path);
+    if (!m_file->IsSettled()) {
+        Sleep(kPause);
+        Open(path);
+    }
+    if (!m_file->IsSettled()) {
+        throw FileChanged(path);
+    }
 }
 
 FilePiece FilePieces::Next() {

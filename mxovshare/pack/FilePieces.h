@@ -1,4 +1,4 @@
-// The files of a folder cut into pieces that can be worked on independently of each other.
+// Files cut into pieces that can be packed independently of each other.
 #pragma once
 
 #include "files/DiskFile.h"
@@ -15,19 +15,21 @@ struct FilePiece {
     std::size_t size = 0;
 
     bool IsLast() const { return offset + size == file->Size(); }
-    /// The piece's bytes behind those of the `before` bytes in front of it, as far as there are so many.
+    /// Up to `before` bytes in front of the piece, followed by those of the piece.
     std::vector<std::uint8_t> Read(std::size_t before) const;
 };
 
-/// Opens one file after the other and cuts it.
+/// Opens files one after another and cuts them.
 class FilePieces {
 public:
-    /// True while the file last opened is not cut to its end.
+    /// Whether the file last opened has more pieces.
     bool IsOpen() const { return m_file != nullptr; }
-    /// Opens a file; throws FileFailure when it cannot be.
+    /// Opens a file; throws FileFailure when that fails.
     void Open(const std::wstring& path);
-    /// The next piece of the open file, of kDeflatePiece bytes unless it is the last; an empty file is one
-    /// piece.
+    /// Opens a file that other programs may write, a moment later if one has just done so. Throws FileChanged
+    /// when another program is writing it.
+    void OpenSettled(const std::wstring& path);
+    /// The next piece of the open file: kDeflatePiece bytes, fewer at its end; an empty file is one piece.
     FilePiece Next();
 
 private:

@@ -1,12 +1,14 @@
 #include "pack/FolderScan.h"
 
+#include "common/Handles.h"
 #include "common/InformationFile.h"
+#include "common/LongPath.h"
+#include "common/Paths.h"
+#include "common/Utf8.h"
 #include "files/FileFailure.h"
 #include "files/FolderPath.h"
-#include "files/LongPath.h"
 #include "mxovpackage.h"
 #include "pack/FileTimes.h"
-#include "pack/PackageContent.h"
 #include "text/CaseFold.h"
 #include "zip/EntryName.h"
 
@@ -22,40 +24,34 @@ namespace mxovshare {
 
 namespace {
 
+// Lists the names in a folder; throws FileFailure when it cannot be listed.
 class Search {
 public:
-    explicit Search(const std::wstring& folder) {
-        m_handle = FindFirstFileExW(LongPath(JoinPath(folder, L"*")).c_str(), FindExInfoBasic, &m_data,
-                                    FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
-        m_found = m_handle != INVALID_HANDLE_VALUE;
-        Settle(folder);
+    explicit Search(const std::wstring& folder)
+        : m_folder(folder),
+          m_handle(common::OwnSearch(FindFirstFileExW(common::LongPath(JoinPath(folder, L"*")).c_str(),
+                                                      FindExInfoBasic, &m_data, FindExSearchNameMatch,
+                                                      nullptr, FIND_FIRST_EX_LARGE_FETCH))) {
+        Check(m_handle != nullptr);
     }
-    ~Search() {
-        if (m_handle != INVALID_HANDLE_VALUE) {
-            FindClose(m_handle);
-        }
-    }
-    Search(const Search&) = delete;
-    Search& operator=(const Search&) = delete;
 
     explicit operator bool() const { return m_found; }
     const WIN32_FIND_DATAW& operator*() const { return m_data; }
-    void Next(const std::wstring& folder) {
-        m_found = FindNextFileW(m_handle, &m_data) != FALSE;
-        Settle(folder);
-    }
+    void Next() { Check(FindNextFileW(m_handle.get(), &m_data) != FALSE); }
 
 private:
-    void Settle(const std::wstring& folder) const {
-        const DWORD error = m_found ? ERROR_SUCCESS : GetLastError();
+    void Check(bool found) {
+        m_found = found;
+        const DWORD error = found ? ERROR_SUCCESS : GetLastError();
         if (error != ERROR_SUCCESS && error != ERROR_NO_MORE_FILES && error != ERROR_FILE_NOT_FOUND) {
-            ThrowFileFailure(L"cannot list", folder, error);
+            ThrowFileFailure(L"cannot list", m_folder, error);
         }
     }
 
-    HANDLE m_handle;
+    std::wstring m_folder;
     WIN32_FIND_DATAW m_data = {};
-    bool m_found;
+    common::UniqueSearch m_handle;
+    bool m_found = false;
 };
 
 bool IsLink(const WIN32_FIND_DATAW& data) {
@@ -67,21 +63,11 @@ bool IsLock(const WIN32_FIND_DATAW& data) {
     return (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 && IsOfficeLock(data.cFileName);
 }
 
-// Empty when the name is not valid Unicode.
-std::string ToUtf8(const wchar_t* text) {
-    const int units = static_cast<int>(std::wcslen(text));
-    const int size =
-        WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text, units, nullptr, 0, nullptr, nullptr);
-    std::string utf8(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text, units, utf8.data(), size, nullptr, nullptr);
-    return utf8;
-}
-
 class Scanner {
 public:
     explicit Scanner(const std::vector<std::wstring>& except) {
         for (const std::wstring& path : except) {
-            m_except.push_back(LongPath(path));
+            m_except.push_back(common::LongPath(path));
         }
     }
 
@@ -104,7 +90,7 @@ private:
     // True when there is nothing to pack in the folder.
     bool ScanOne(const FolderItem& folder) {
         bool isEmpty = true;
-        for (Search found(folder.path); found; found.Next(folder.path)) {
+        for (Search found(folder.path); found; found.Next()) {
             const WIN32_FIND_DATAW& data = *found;
             if (std::wcscmp(data.cFileName, L".") == 0 || std::wcscmp(data.cFileName, L"..") == 0 ||
                 IsLock(data)) {
@@ -121,19 +107,19 @@ private:
         found.path = JoinPath(folder.path, data.cFileName);
         found.isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         found.size = static_cast<std::uint64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
-        if (IsExcepted(LongPath(found.path))) {
+        if (IsExcepted(common::LongPath(found.path)) || IsLeftover(found)) {
             return;
         }
         if (IsLink(data)) {
             Refuse(found.path, L"it is a link");
         }
-        const std::string name = ToUtf8(data.cFileName);
+        const std::string name = common::ToUtf8Strict(data.cFileName);
         if (name.empty()) {
             Refuse(found.path, L"its name is not valid Unicode");
         }
         found.item.name = folder.item.name.empty() ? name : folder.item.name + "/" + name;
         if (const std::string_view fault = EntryNameFault(found.item.name); !fault.empty()) {
-            Refuse(found.path, FromUtf8(fault));
+            Refuse(found.path, common::FromUtf8(fault));
         }
         constexpr DWORD kKept = kAttributeReadOnly | kAttributeHidden | kAttributeSystem | kAttributeArchive;
         found.item.attributes = static_cast<std::uint8_t>(data.dwFileAttributes & kKept);
@@ -141,13 +127,22 @@ private:
         (found.isFolder ? m_folders : m_items).push_back(std::move(found));
     }
 
+    // A temporary file that a crash left beside the file that it was to replace.
+    static bool IsLeftover(const FolderItem& found) {
+        const std::size_t stem = found.path.size() - std::min(found.path.size(), kTemporarySuffix.size());
+        const std::wstring suffix(kTemporarySuffix.begin(), kTemporarySuffix.end());
+        return !found.isFolder && common::IsSamePath(found.path.substr(stem), suffix) &&
+               GetFileAttributesW(common::LongPath(found.path.substr(0, stem)).c_str()) !=
+                   INVALID_FILE_ATTRIBUTES;
+    }
+
     bool IsExcepted(const std::wstring& path) const {
-        return std::ranges::any_of(m_except,
-                                   [&path](const std::wstring& other) { return IsSamePath(path, other); });
+        return std::ranges::any_of(
+            m_except, [&path](const std::wstring& other) { return common::IsSamePath(path, other); });
     }
 
     [[noreturn]] static void Refuse(const std::wstring& path, const std::wstring& reason) {
-        throw FileFailure{L"cannot pack \"" + path + L"\": " + reason};
+        throw FileFailure(L"cannot pack \"" + path + L"\": " + reason);
     }
 
     std::vector<std::wstring> m_except;
@@ -180,6 +175,7 @@ std::vector<FolderItem> Sorted(std::vector<FolderItem> items) {
     sorted.reserve(items.size());
     for (const Keyed& key : order) {
         sorted.push_back(std::move(items[key.index]));
+        sorted.back().item.rank = sorted.size();
     }
     return sorted;
 }
@@ -187,12 +183,12 @@ std::vector<FolderItem> Sorted(std::vector<FolderItem> items) {
 } // namespace
 
 std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::vector<std::wstring>& except) {
-    const DWORD attributes = GetFileAttributesW(LongPath(folder).c_str());
+    const DWORD attributes = GetFileAttributesW(common::LongPath(folder).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         ThrowFileFailure(L"cannot open folder", folder, GetLastError());
     }
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-        throw FileFailure{L"cannot open folder \"" + folder + L"\": it is a file"};
+        throw FileFailure(L"cannot open folder \"" + folder + L"\": it is a file");
     }
     return Sorted(Scanner(except).Scan(FolderPath(folder)));
 }

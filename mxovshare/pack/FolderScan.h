@@ -12,13 +12,14 @@ struct FolderItem {
     ZipItem item;
     std::wstring path; ///< on the disk
     std::uint64_t size = 0;
-    bool isFolder = false; ///< a folder without anything in it
+    bool isFolder = false;    ///< a folder without anything in it
+    bool isExclusive = false; ///< no other program can write the file
 };
 
-/// Everything below `folder`: all files but the locks of office programs ("~$..." and ".~lock....#"), and the
-/// folders without any. `except` names files that are left out. The information file comes first, then the
-/// rest by name. Throws FileFailure for what cannot be listed and for what no package may hold: links, and
-/// names that could not be unpacked.
+/// Lists all files below `folder` and the folders without any. Left out are the locks of office programs
+/// ("~$..." and ".~lock....#"), temporary files that a crash left behind, and the files in `except`. The
+/// information file comes first, then the rest by name. Throws FileFailure for what cannot be listed and for
+/// what no package may hold: links, and names that could not be unpacked.
 std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::vector<std::wstring>& except);
 
 } // namespace mxovshare

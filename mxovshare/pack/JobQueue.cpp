@@ -6,7 +6,6 @@
 #include <deque>
 #include <exception>
 #include <mutex>
-#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -27,10 +26,11 @@ public:
     WorkerPool(unsigned threads, const NextJob& next)
         : m_next(next), m_ahead(2 * std::size_t{threads} + kJobsAhead) {
         try {
+            m_threads.reserve(threads);
             while (m_threads.size() < threads) {
                 m_threads.emplace_back([this] { Work(); });
             }
-        } catch (const std::system_error&) {
+        } catch (const std::exception&) {
             // Fewer threads do the same work.
         }
     }

@@ -1,11 +1,10 @@
 #include "pack/PackageContent.h"
 
+#include "common/Utf8.h"
 #include "pack/JobQueue.h"
 #include "zip/EntryReader.h"
 
 #include <algorithm>
-
-#include <windows.h>
 
 namespace mxovshare {
 
@@ -19,7 +18,7 @@ public:
 
     void Run() {
         Begin(0);
-        // To start threads takes as long as checking so much.
+        // Starting threads takes as long as checking this much.
         constexpr std::uint64_t kAlone = std::uint64_t{1} << 20;
         RunJobs(
             TotalSize(m_entries) < kAlone ? 0 : ProcessorCount(), [this] { return Next(); },
@@ -27,7 +26,7 @@ public:
     }
 
 private:
-    // Some entries, one behind the other.
+    // A run of entries.
     class EntriesJob : public Job {
     public:
         EntriesJob(Check& owner, std::size_t first, std::size_t end)
@@ -48,7 +47,7 @@ private:
         std::size_t m_end;
     };
 
-    // Small entries share a job: handing one from thread to thread takes as long as checking some of them.
+    // Small entries share a job, since passing one between threads takes as long as checking several entries.
     std::unique_ptr<Job> Next() {
         constexpr std::uint64_t kJobSize = std::uint64_t{1} << 20;
         const std::size_t first = m_next;
@@ -78,7 +77,7 @@ private:
 
     void ReportChecked() { m_meter.Advance(m_checked.exchange(0)); }
 
-    // The checking of even an empty entry, in bytes that take as long.
+    // Checking an empty entry takes as long as this many bytes.
     static constexpr std::uint64_t kEntryCost = std::uint64_t{8} << 10;
 
     const ByteSource& m_source;
@@ -86,18 +85,10 @@ private:
     ProgressMeter& m_meter;
     VerifiedEntryCache* m_verified;
     std::size_t m_next = 0;
-    std::atomic<std::uint64_t> m_checked = 0; // bytes since the last time they were told
+    std::atomic<std::uint64_t> m_checked = 0; // bytes that the meter does not know yet
 };
 
 } // namespace
-
-std::wstring FromUtf8(std::string_view text) {
-    const int size = static_cast<int>(text.size());
-    const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(length), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), length);
-    return wide;
-}
 
 std::uint64_t TotalSize(const std::vector<ZipEntry>& entries) {
     std::uint64_t total = 0;
@@ -108,7 +99,7 @@ std::uint64_t TotalSize(const std::vector<ZipEntry>& entries) {
 }
 
 std::wstring RelativePath(const ZipEntry& entry) {
-    std::wstring path = FromUtf8(entry.name);
+    std::wstring path = common::FromUtf8(entry.name);
     std::ranges::replace(path, L'/', L'\\');
     return path;
 }

@@ -1,18 +1,19 @@
 #include "pack/VerifiedEntryCache.h"
 
+#include "zip/Checksum.h"
+#include "zip/EntryReader.h"
 #include "zip/ZipFormat.h"
 
 namespace mxovshare {
 
 VerifiedEntryCache& VerifiedEntryCache::Instance() {
-    static VerifiedEntryCache data;
-    return data;
+    static VerifiedEntryCache cache;
+    return cache;
 }
 
 void VerifiedEntryCache::Add(const ZipEntry& entry, std::uint32_t packedChecksum) {
-    // Else the data is the content itself.
     if (entry.method != zip::kMethodDeflated) {
-        return;
+        return; // stored data is the content itself
     }
     const std::lock_guard guard(m_mutex);
     if (m_verified.size() == kMaxEntries) {
@@ -21,13 +22,28 @@ void VerifiedEntryCache::Add(const ZipEntry& entry, std::uint32_t packedChecksum
     m_verified.insert_or_assign(KeyOf(entry), packedChecksum);
 }
 
-bool VerifiedEntryCache::Contains(const ZipEntry& entry, std::uint32_t packedChecksum) const {
+std::optional<std::uint32_t> VerifiedEntryCache::PackedChecksum(const ZipEntry& entry) const {
     if (entry.method == zip::kMethodStored) {
-        return packedChecksum == entry.crc32;
+        return entry.crc32;
     }
     const std::lock_guard guard(m_mutex);
     const auto found = m_verified.find(KeyOf(entry));
-    return found != m_verified.end() && found->second == packedChecksum;
+    return found != m_verified.end() ? std::optional(found->second) : std::nullopt;
+}
+
+void VerifiedEntryCache::Verify(const ByteSource& source, const ZipEntry& entry,
+                                const std::function<void(Bytes)>& onPiece) {
+    if (const auto known = PackedChecksum(entry)) {
+        std::uint32_t checksum = 0;
+        ReadPieces(source, entry.dataOffset, entry.packedSize, [&](Bytes piece) {
+            onPiece(piece);
+            checksum = Checksum(checksum, piece);
+        });
+        if (checksum == *known) {
+            return;
+        }
+    }
+    Add(entry, ReadEntry(source, entry, onPiece));
 }
 
 void VerifiedEntryCache::Clear() {

@@ -1,12 +1,15 @@
 // Packed data that this process has unpacked and verified before.
 #pragma once
 
+#include "files/ByteSource.h"
 #include "zip/ZipEntry.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <tuple>
 
 namespace mxovshare {
@@ -21,8 +24,13 @@ public:
     /// Adds an entry that was unpacked and verified.
     void Add(const ZipEntry& entry, std::uint32_t packedChecksum);
 
-    /// Whether packed data of this checksum is known to be sound for the entry.
-    bool Contains(const ZipEntry& entry, std::uint32_t packedChecksum) const;
+    /// The checksum that packed data of the entry must have; empty when it is unknown.
+    std::optional<std::uint32_t> PackedChecksum(const ZipEntry& entry) const;
+
+    /// Verifies that the packed data of `entry` in `source` is sound: by its checksum if that is known,
+    /// otherwise by unpacking it. Throws PackageError when it is not. `onPiece` is called for each piece and
+    /// may throw.
+    void Verify(const ByteSource& source, const ZipEntry& entry, const std::function<void(Bytes)>& onPiece);
 
     void Clear();
 

@@ -4,8 +4,8 @@
 #include "files/DiskFile.h"
 #include "ini/IniInformation.h"
 #include "pack/FileTimes.h"
+#include "pack/NewPackage.h"
 #include "pack/PackageContent.h"
-#include "pack/PackFolder.h"
 #include "pack/Unpack.h"
 #include "package/PackageErrors.h"
 #include "package/UnpackedFolders.h"
@@ -57,7 +57,11 @@ const ZipEntry* FindInformationEntry(const std::vector<ZipEntry>& entries) {
 
 PackageResult CreatePackage(const std::wstring& folder, const std::wstring& file,
                             PackageProgress* progress) noexcept {
-    return RunForResult(file, [&] { PackFolder(folder, file, progress); });
+    return RunForResult(file, [&] {
+        NewPackage package(file);
+        package.Pack(folder, progress);
+        package.Commit();
+    });
 }
 
 PackageResult ListPackage(const std::wstring& file, std::vector<PackageEntry>& entries) noexcept {

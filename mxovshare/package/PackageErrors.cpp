@@ -1,7 +1,7 @@
 #include "package/PackageErrors.h"
 
-#include "files/FileFailure.h"
-#include "pack/PackageContent.h"
+#include "common/Utf8.h"
+#include "pack/ProgressMeter.h"
 #include "zip/PackageError.h"
 
 #include <new>
@@ -16,10 +16,10 @@ PackageResult RunForResult(const std::wstring& file, const std::function<void()>
             result.ok = true;
         } catch (const Cancelled&) {
             result.cancelled = true;
-        } catch (const FileFailure& failure) {
-            result.message = failure.message;
         } catch (const PackageError& error) {
-            result.message = L"\"" + file + L"\": " + FromUtf8(error.what());
+            result.message = L"\"" + file + L"\": " + common::FromUtf8(error.what());
+        } catch (const Error& error) {
+            result.message = common::FromUtf8(error.what());
         } catch (const std::bad_alloc&) {
             result.message = L"\"" + file + L"\": there is not enough memory";
         }

@@ -1,8 +1,9 @@
 #include "package/UnpackedFolders.h"
 
-#include "files/FileHandle.h"
+#include "common/Handles.h"
+#include "common/LongPath.h"
+#include "common/Paths.h"
 #include "files/FolderPath.h"
-#include "files/LongPath.h"
 #include "host/MessageBoxes.h"
 #include "pack/ProgressMeter.h"
 #include "package/PackageErrors.h"
@@ -30,7 +31,7 @@ std::vector<UnpackedFolder> g_folders;
 UnpackedFolder* Find(const std::wstring& folder) {
     const std::wstring path = FolderPath(folder);
     const auto found = std::ranges::find_if(
-        g_folders, [&path](const UnpackedFolder& entry) { return IsSamePath(entry.folder, path); });
+        g_folders, [&path](const UnpackedFolder& entry) { return common::IsSamePath(entry.folder, path); });
     return found != g_folders.end() ? &*found : nullptr;
 }
 
@@ -42,22 +43,23 @@ UnpackedFolder& FindOrAdd(const std::wstring& folder) {
     return g_folders.back();
 }
 
-bool IsChangedByOthers(const std::wstring& folder, const std::wstring& file) {
-    const std::wstring now = StampOfPackage(file);
+// The stamp of a package file that the folder was unpacked from or saved to; empty for another file.
+std::wstring RecordedStamp(const std::wstring& folder, const std::wstring& file) {
     const std::lock_guard guard(g_lock);
     const UnpackedFolder* entry = Find(folder);
-    return entry != nullptr && !now.empty() && !entry->stamp.empty() && now != entry->stamp &&
-           IsSamePath(FolderPath(entry->file), FolderPath(file));
+    return entry != nullptr && common::IsSamePath(FolderPath(entry->file), FolderPath(file)) ? entry->stamp
+                                                                                             : std::wstring();
 }
 
 } // namespace
 
 std::wstring StampOfPackage(const std::wstring& file) {
     constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const FileHandle handle(CreateFileW(LongPath(file).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
-                                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const common::UniqueHandle handle =
+        common::OwnFile(CreateFileW(common::LongPath(file).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     BY_HANDLE_FILE_INFORMATION about = {};
-    if (!handle || GetFileInformationByHandle(handle.Get(), &about) == FALSE) {
+    if (!handle || GetFileInformationByHandle(handle.get(), &about) == FALSE) {
         return {};
     }
     std::wstring stamp;
@@ -86,14 +88,22 @@ void RecordSave(const std::wstring& folder, const std::wstring& file, bool ok) {
     FindOrAdd(folder).saveFailed = true;
 }
 
-void ConfirmReplacement(const std::wstring& folder, const std::wstring& file) {
-    if (IsChangedByOthers(folder, file) &&
-        !AskYesNo(
-            L"The package \"" + file +
-            L"\" was changed by somebody else since it was opened here.\n\nDo you want to replace it with "
-            L"your own state? What the other one changed is then lost.")) {
+ReplacementGuard::ReplacementGuard(const std::wstring& folder, const std::wstring& file)
+    : m_file(file), m_expected(RecordedStamp(folder, file)) {
+    if (m_expected.empty()) {
+        m_expected = StampOfPackage(file);
+    }
+}
+
+void ReplacementGuard::Confirm() {
+    std::wstring now = StampOfPackage(m_file);
+    if (!now.empty() && now != m_expected &&
+        !AskYesNo(L"The package \"" + m_file +
+                  L"\" was changed by somebody else since it was opened here.\n\nDo you want to replace it "
+                  L"with your own state? What the other one changed is then lost.")) {
         throw Cancelled();
     }
+    m_expected = std::move(now);
 }
 
 std::wstring StampOfFolder(const std::wstring& folder) noexcept {

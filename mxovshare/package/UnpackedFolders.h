@@ -16,8 +16,20 @@ void RecordFolder(const std::wstring& folder, const std::wstring& file, const st
 /// Records whether saving `folder` to the package `file` succeeded.
 void RecordSave(const std::wstring& folder, const std::wstring& file, bool ok);
 
-/// Asks the user before a package file is replaced that was changed since `folder` was unpacked from it or
-/// saved to it. Throws Cancelled when the user declines.
-void ConfirmReplacement(const std::wstring& folder, const std::wstring& file);
+/// Asks the user before a save replaces a package file that others changed.
+class ReplacementGuard {
+public:
+    /// Expects the state of `file` that `folder` was unpacked from or saved to, or its present state if this
+    /// process never did either.
+    ReplacementGuard(const std::wstring& folder, const std::wstring& file);
+
+    /// Asks when the file exists in a state that is neither expected nor was confirmed before. Throws
+    /// Cancelled when the user declines.
+    void Confirm();
+
+private:
+    std::wstring m_file;
+    std::wstring m_expected;
+};
 
 } // namespace mxovshare

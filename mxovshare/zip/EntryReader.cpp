@@ -61,7 +61,7 @@ private:
     std::vector<std::uint8_t> m_buffer;
 };
 
-// Hands on what was unpacked and keeps count and checksum.
+// Passes on unpacked bytes and checks their number and checksum.
 class EntryOutput {
 public:
     EntryOutput(const ZipEntry& entry, const std::function<void(Bytes)>& take)
@@ -94,11 +94,12 @@ private:
     std::uint32_t m_crc = 0;
 };
 
-// Gives the checksum of the packed data.
-std::uint32_t Inflate(PackedData& data, const ZipEntry& entry, EntryOutput& output) {
+// Returns the checksum of the packed data.
+std::uint32_t Inflate(const ByteSource& source, const ZipEntry& entry, EntryOutput& output) {
+    PackedData data(source, entry);
     Inflater stream;
     std::uint32_t crc = 0;
-    // One byte more than stated is room enough to notice too much.
+    // One byte more than stated suffices to detect too much data.
     std::vector<std::uint8_t> buffer(static_cast<std::size_t>(std::min(kBuffer, entry.size + 1)));
     int state = Z_OK;
     while (state != Z_STREAM_END) {
@@ -132,15 +133,12 @@ std::uint32_t Inflate(PackedData& data, const ZipEntry& entry, EntryOutput& outp
 
 std::uint32_t ReadEntry(const ByteSource& source, const ZipEntry& entry,
                         const std::function<void(Bytes)>& take) {
-    PackedData data(source, entry);
     EntryOutput output(entry, take);
     std::uint32_t packedChecksum = entry.crc32;
     if (entry.method == zip::kMethodDeflated) {
-        packedChecksum = Inflate(data, entry, output);
+        packedChecksum = Inflate(source, entry, output);
     } else {
-        while (!data.AtEnd()) {
-            output.Put(data.Next());
-        }
+        ReadPieces(source, entry.dataOffset, entry.packedSize, [&output](Bytes piece) { output.Put(piece); });
     }
     output.Finish();
     return packedChecksum;

@@ -1,22 +1,23 @@
-// How the container's platform-free code tells what is wrong with a package.
+// What is wrong with a package.
 #pragma once
 
-#include <stdexcept>
+#include "files/Error.h"
+
 #include <string>
 #include <string_view>
 
 namespace mxovshare {
 
-/// Something is wrong with the package in hand. The text is one line of UTF-8 without the package's own name.
-class PackageError : public std::runtime_error {
+/// A package is damaged or refused. The text does not name the package.
+class PackageError : public Error {
 public:
-    using std::runtime_error::runtime_error;
+    using Error::Error;
 };
 
-/// `name` between quotes, fit for one line: what cannot be printed stands as "\xNN", an overlong name is cut.
+/// `name` in quotes on one line: unprintable bytes become "\xNN", a long name is cut.
 std::string QuoteName(std::string_view name);
 
-/// The error that refuses or fails one entry.
+/// The error of one entry.
 PackageError EntryError(std::string_view name, std::string_view reason);
 
 } // namespace mxovshare

@@ -1,6 +1,7 @@
-// What a package says about one of its files or folders.
+// A file or folder in a package.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -19,11 +20,12 @@ inline constexpr std::uint8_t kAttributeSystem = 0x04;
 inline constexpr std::uint8_t kAttributeFolder = 0x10;
 inline constexpr std::uint8_t kAttributeArchive = 0x20;
 
-/// What a producer chooses freely about an entry.
+/// The part of an entry that its producer chooses freely.
 struct ZipItem {
     std::string name; ///< UTF-8, parts separated by "/", none at the end
     ZipTime modified;
     std::uint8_t attributes = 0;
+    std::size_t rank = 0; ///< the directory lists entries by rank; among equals in the order of writing
 };
 
 struct ZipEntry : ZipItem {

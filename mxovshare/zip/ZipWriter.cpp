@@ -6,7 +6,6 @@
 #include "ZipFormat.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace mxovshare {
 
@@ -14,10 +13,12 @@ using namespace zip;
 
 namespace {
 
+// Small enough that a short file has several; its first ones carry the others' expansion.
+constexpr std::size_t kProportionPiece = std::size_t{32} << 10;
 constexpr std::size_t kPendingLimit = std::size_t{2} << 20;
-// An entry below this size cannot bring a package out of proportion.
+// Entries up to this size cannot bring a package out of proportion.
 constexpr std::uint64_t kExpansionFree = std::uint64_t{16} << 10;
-// Made on a DOS-like file system, so that the attributes are read as such.
+// The upper byte 0 declares the attributes as those of DOS.
 constexpr std::uint16_t kMadeBy = kVersionZip64;
 
 std::uint16_t VersionNeeded(bool wide) {
@@ -40,7 +41,7 @@ void ZipWriter::BeginFile(const ZipItem& item, std::uint64_t size) {
     entry.size = m_left = size;
     entry.headerOffset = Position();
     entry.method = kMethodStored;
-    // The final header is as long as this one, which keeps its place.
+    // The final header is as long as this one and overwrites it.
     Append(LocalHeader(entry));
     entry.dataOffset = Position();
 }
@@ -73,19 +74,20 @@ void ZipWriter::EndFile(const ByteSource& content) {
         Repack(content, entry.size, Packing::Store);
         entry.method = kMethodStored;
     } else if (ExpandsTooMuch(entry)) {
-        Repack(content, entry.size, Packing::EntropyOnly);
+        Repack(content, entry.size, Packing::WithinProportion);
     }
     entry.packedSize = Position() - entry.dataOffset;
     Patch(entry.headerOffset, LocalHeader(entry));
 }
 
-// Writes the data of the open file up to `size` anew.
+// Writes the first `size` bytes of the open file again.
 void ZipWriter::Repack(const ByteSource& content, std::uint64_t size, Packing packing) {
     const ZipEntry& entry = m_entries.back();
     Rewind(entry.dataOffset);
+    const std::size_t most = packing == Packing::WithinProportion ? kProportionPiece : kDeflatePiece;
     std::vector<std::uint8_t> piece;
     for (std::uint64_t done = 0; done < size;) {
-        piece.resize(static_cast<std::size_t>(std::min<std::uint64_t>(kDeflatePiece, size - done)));
+        piece.resize(static_cast<std::size_t>(std::min<std::uint64_t>(most, size - done)));
         content.Read(done, piece);
         done += piece.size();
         const bool last = done == entry.size;
@@ -94,27 +96,35 @@ void ZipWriter::Repack(const ByteSource& content, std::uint64_t size, Packing pa
         } else if (packing == Packing::StoredBlocks) {
             Append(StoredPiece(piece, last));
         } else {
-            Append(DeflatePiece(piece, {}, last, DeflateEffort::EntropyOnly));
+            const bool exceeds = (Position() - entry.dataOffset) * ZipLimits{}.expansion < done;
+            Append(
+                DeflatePiece(piece, {}, last, exceeds ? DeflateEffort::EntropyOnly : DeflateEffort::Normal));
         }
     }
 }
 
-std::uint64_t ZipWriter::Reserve(const ZipItem& item, const ZipEntry& packed) {
+const ZipEntry& ZipWriter::Reserve(const ZipItem& item, const ZipEntry& packed) {
     Flush();
     ZipEntry& entry = m_entries.emplace_back(packed);
     static_cast<ZipItem&>(entry) = item;
     entry.headerOffset = m_flushed;
-    m_flushed += LocalHeader(entry).size() + entry.packedSize;
-    return entry.headerOffset;
+    entry.dataOffset = entry.headerOffset + LocalHeader(entry).size();
+    m_flushed = entry.dataOffset + entry.packedSize;
+    return entry;
 }
 
-std::vector<std::uint8_t> ZipWriter::PackedHeader(const ZipItem& item, const ZipEntry& packed) const {
-    ZipEntry entry = packed;
-    static_cast<ZipItem&>(entry) = item;
-    return LocalHeader(entry);
+void ZipWriter::CopyReserved(const ZipEntry& reserved, const ByteSource& source, const ZipEntry& packed,
+                             const std::function<void(Bytes)>& onPiece) const {
+    m_sink.Write(reserved.headerOffset, LocalHeader(reserved));
+    std::uint64_t place = reserved.dataOffset;
+    ReadPieces(source, packed.dataOffset, packed.packedSize, [&](Bytes piece) {
+        m_sink.Write(place, piece);
+        place += piece.size();
+        onPiece(piece);
+    });
 }
 
-bool ZipWriter::CanAddPacked(const ZipEntry& entry) {
+bool ZipWriter::CanCopyPacked(const ZipEntry& entry) {
     return !entry.isFolder && entry.packedSize <= entry.size && !ExpandsTooMuch(entry);
 }
 
@@ -191,15 +201,11 @@ void ZipWriter::AppendEnd(std::uint64_t directoryOffset) {
     Append(end);
 }
 
-void ZipWriter::Finish(const std::vector<std::size_t>& ranks) {
+void ZipWriter::Finish() {
     const std::uint64_t directoryOffset = Position();
-    std::vector<std::size_t> order(m_entries.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    if (!ranks.empty()) {
-        std::ranges::sort(order, {}, [&ranks](std::size_t i) { return ranks[i]; });
-    }
-    for (const std::size_t i : order) {
-        AppendCentralHeader(m_entries[i]);
+    std::ranges::stable_sort(m_entries, {}, &ZipEntry::rank);
+    for (const ZipEntry& entry : m_entries) {
+        AppendCentralHeader(entry);
     }
     AppendEnd(directoryOffset);
     Flush();

@@ -5,40 +5,46 @@
 #include "files/ByteSource.h"
 #include "ZipEntry.h"
 
+#include <deque>
+#include <functional>
 #include <vector>
 
 namespace mxovshare {
 
-/// Writes entries in the order of the calls; the file is a package only after Finish.
-/// What it writes, ReadZipDirectory accepts: nothing expands out of proportion to the file.
+/// Writes entries in the order of the calls. The file is a package only after Finish, and one that
+/// ReadZipDirectory accepts: nothing expands out of proportion to the file.
 class ZipWriter {
 public:
-    /// Sizes and places from `wideFrom` on are written as ZIP64, which not every reader knows.
+    /// Sizes and offsets from `wideFrom` on are written as ZIP64, which not every reader knows.
     explicit ZipWriter(ByteSink& sink, std::uint64_t wideFrom = 0xFFF00000)
         : m_sink(sink), m_wideFrom(wideFrom) {}
 
-    /// Begins a file. AddPiece follows for every kDeflatePiece bytes of it, in order, once for an empty file.
+    /// Begins a file. AddPiece follows for every kDeflatePiece bytes of it in order, once for an empty file.
     void BeginFile(const ZipItem& item, std::uint64_t size);
-    /// Adds what PackPiece made of the next bytes of `content`, the whole file. The last one ends the file;
-    /// it is read again when another form suits the whole better.
+    /// Adds a result of PackPiece for the next bytes of `content`, the whole file. The last piece ends the
+    /// file, which is read again when another method packs it better.
     void AddPiece(const PackedPiece& piece, const ByteSource& content);
 
-    /// Adds a file whose data is that of `packed`, an entry of another package, as it is packed there. Gives
-    /// the place where the caller has to write PackedHeader and that data behind it, at any time.
-    std::uint64_t Reserve(const ZipItem& item, const ZipEntry& packed);
-    std::vector<std::uint8_t> PackedHeader(const ZipItem& item, const ZipEntry& packed) const;
+    /// Reserves room for a file whose packed data CopyReserved copies from `packed`, an entry of another
+    /// package. The returned entry states where the room is and stays valid as long as the writer.
+    const ZipEntry& Reserve(const ZipItem& item, const ZipEntry& packed);
+    /// Fills reserved room with header and data; `packed` is the entry of `source` that was reserved for.
+    /// Safe on any thread while other calls are made, if the sink is. `onPiece` is called for each piece and
+    /// may throw.
+    void CopyReserved(const ZipEntry& reserved, const ByteSource& source, const ZipEntry& packed,
+                      const std::function<void(Bytes)>& onPiece) const;
 
-    /// Whether an entry may be added as it is packed: its data is no longer than the file and does not expand
-    /// out of proportion.
-    static bool CanAddPacked(const ZipEntry& entry);
+    /// Whether packed data may be copied: it is no longer than the file and does not expand out of
+    /// proportion.
+    static bool CanCopyPacked(const ZipEntry& entry);
 
     void AddFolder(const ZipItem& item);
 
-    /// Writes the directory: in the order of the calls, or by the rank of each.
-    void Finish(const std::vector<std::size_t>& ranks = {});
+    /// Writes the directory.
+    void Finish();
 
 private:
-    enum class Packing { EntropyOnly, Store, StoredBlocks };
+    enum class Packing { WithinProportion, Store, StoredBlocks };
 
     void Repack(const ByteSource& content, std::uint64_t size, Packing packing);
     void EndFile(const ByteSource& content);
@@ -58,7 +64,7 @@ private:
 
     ByteSink& m_sink;
     std::uint64_t m_wideFrom;
-    std::vector<ZipEntry> m_entries;     ///< the last one is open while m_left is not 0
+    std::deque<ZipEntry> m_entries;      ///< the last one is open while m_left is not 0
     std::uint64_t m_left = 0;            ///< bytes of the open file that are still to come
     std::vector<std::uint8_t> m_pending; ///< not yet handed to the sink
     std::uint64_t m_flushed = 0;         ///< where m_pending belongs

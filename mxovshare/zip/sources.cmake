@@ -1,5 +1,6 @@
 # The container and the platform-free part of packing, also built natively with sanitizers. Paths are absolute.
 set(ZIP_SOURCES
+    files/ByteSource.cpp
     pack/JobQueue.cpp
     pack/VerifiedEntryCache.cpp
     text/CaseFold.cpp

@@ -100,7 +100,7 @@ int wmain(int count, wchar_t** arguments) {
     if (count < 6) {
         return 2;
     }
-    SetErrorSink([](const std::wstring&) { ++notices; });
+    SetErrorSink([](const wchar_t*) { ++notices; });
     const std::vector<std::wstring> rest(arguments + 6, arguments + count);
     const Scene scene = {arguments[2], arguments[3], arguments[4], arguments[5]};
     if (rest.empty()) {

@@ -155,7 +155,7 @@ class IniLockApi : public IniLock {
 protected:
     IniLockApi() {
         g_reports.clear();
-        m_before = SetErrorSink([](const std::wstring& text) { g_reports.push_back(text); });
+        m_before = SetErrorSink([](const wchar_t* text) { g_reports.emplace_back(text); });
     }
     ~IniLockApi() override { SetErrorSink(m_before); }
 

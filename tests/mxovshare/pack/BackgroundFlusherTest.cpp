@@ -1,8 +1,8 @@
 #include "pack/BackgroundFlusher.h"
 
+#include "common/Handles.h"
 #include "files/DiskFile.h"
 #include "files/FileFailure.h"
-#include "files/FileHandle.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -15,9 +15,9 @@ namespace {
 
 class BackgroundFlusherTest : public testing::Test {
 protected:
-    FileHandle Open(DWORD access) const {
-        return FileHandle(CreateFileW(m_path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                      OPEN_EXISTING, 0, nullptr));
+    common::UniqueHandle Open(DWORD access) const {
+        return common::OwnFile(CreateFileW(m_path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                           nullptr, OPEN_EXISTING, 0, nullptr));
     }
 
     const std::vector<std::uint8_t> m_piece = std::vector<std::uint8_t>(3'000'000, 'p');
@@ -26,9 +26,9 @@ protected:
 };
 
 TEST_F(BackgroundFlusherTest, WritesFromSeveralThreads) {
-    const FileHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
-    mxovshare::OpenFile file(handle.Get(), m_path);
-    BackgroundFlusher sink(file, handle.Get(), m_path);
+    const common::UniqueHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
+    mxovshare::OpenFile file(handle.get(), m_path);
+    BackgroundFlusher sink(file, handle.get(), m_path);
     std::vector<std::thread> writers;
     for (std::uint64_t i = 0; i < 8; ++i) {
         writers.emplace_back([&, i] { sink.Write(i * m_piece.size(), m_piece); });
@@ -45,11 +45,11 @@ TEST_F(BackgroundFlusherTest, WritesFromSeveralThreads) {
 }
 
 TEST_F(BackgroundFlusherTest, TellsAFlushThatFailedBeforeTheLastOne) {
-    const FileHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
-    const FileHandle unflushable = Open(GENERIC_READ);
-    ASSERT_FALSE(FlushFileBuffers(unflushable.Get()));
-    mxovshare::OpenFile file(handle.Get(), m_path);
-    BackgroundFlusher sink(file, unflushable.Get(), m_path);
+    const common::UniqueHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
+    const common::UniqueHandle unflushable = Open(GENERIC_READ);
+    ASSERT_FALSE(FlushFileBuffers(unflushable.get()));
+    mxovshare::OpenFile file(handle.get(), m_path);
+    BackgroundFlusher sink(file, unflushable.get(), m_path);
     for (std::uint64_t i = 0; i < 3; ++i) {
         sink.Write(i * m_piece.size(), m_piece);
     }
@@ -57,9 +57,9 @@ TEST_F(BackgroundFlusherTest, TellsAFlushThatFailedBeforeTheLastOne) {
 }
 
 TEST_F(BackgroundFlusherTest, MayBeGivenUpAtAnyTime) {
-    const FileHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
-    mxovshare::OpenFile file(handle.Get(), m_path);
-    BackgroundFlusher sink(file, handle.Get(), m_path);
+    const common::UniqueHandle handle = Open(GENERIC_READ | GENERIC_WRITE);
+    mxovshare::OpenFile file(handle.get(), m_path);
+    BackgroundFlusher sink(file, handle.get(), m_path);
     for (std::uint64_t i = 0; i < 6; ++i) {
         sink.Write(i * m_piece.size(), m_piece);
     }

@@ -8,7 +8,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <filesystem>
+#include <thread>
 
 using namespace mxovshare;
 
@@ -119,6 +121,71 @@ TEST_F(CreatePackageTest, WritesOverWhatACrashLeftBehind) {
     EXPECT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
     EXPECT_EQ(m_work.EntryCount(), 1);
     EXPECT_TRUE(VerifyPackage(Package()).ok);
+}
+
+TEST_F(CreatePackageTest, LeavesOutWhatACrashLeftBesideADocument) {
+    m_folder.Write(L"sub\\a.txt", "a");
+    m_folder.Write(L"sub\\a.txt.mxov-new", "half of it");
+    m_folder.Write(L"doc.txt.MXOV-NEW", "half of it");
+    ASSERT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
+    std::vector<PackageEntry> entries;
+    ASSERT_TRUE(ListPackage(Package(), entries).ok);
+    EXPECT_EQ(entries.size(), 3u);
+}
+
+TEST_F(CreatePackageTest, RefusesNamesThatAreReservedForTemporaryFiles) {
+    const std::wstring name =
+        std::filesystem::path(AtomicFile::TemporaryPath(L"lone.txt")).filename().wstring();
+    m_folder.Write(name, "x");
+    ExpectFailure(CreatePackage(m_folder.Path(), Package()), L"lone.txt.mxov-new\": the name is reserved");
+}
+
+// Rewrites a document with one letter after another until it is destroyed.
+class Rewriting {
+public:
+    explicit Rewriting(const std::wstring& path, DWORD milliseconds)
+        : m_thread([this, path, milliseconds] {
+              const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                              nullptr, OPEN_EXISTING, 0, nullptr);
+              const ULONGLONG end = GetTickCount64() + milliseconds;
+              for (char letter = 'a'; !m_stop && GetTickCount64() < end; letter ^= 3) {
+                  const std::string block(100'000, letter);
+                  SetFilePointer(file, 0, nullptr, FILE_BEGIN);
+                  for (int i = 0; i < 60; ++i) {
+                      DWORD written = 0;
+                      WriteFile(file, block.data(), static_cast<DWORD>(block.size()), &written, nullptr);
+                      m_blocks += written == block.size() ? 1 : 0;
+                  }
+              }
+              CloseHandle(file);
+          }) {
+        while (m_blocks < 60) {
+            Sleep(1);
+        }
+    }
+    ~Rewriting() {
+        m_stop = true;
+        m_thread.join();
+    }
+
+private:
+    std::atomic<bool> m_stop = false;
+    std::atomic<int> m_blocks = 0;
+    std::thread m_thread;
+};
+
+TEST_F(CreatePackageTest, PacksADocumentAgainThatIsRewrittenMeanwhile) {
+    Rewriting rewriting(m_folder / L"doc.txt", 400);
+    ASSERT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
+    ASSERT_TRUE(UnpackPackage(Package(), m_work / L"out").ok);
+    const std::string content = m_work.Read(L"out\\doc.txt");
+    ASSERT_EQ(content.size(), 6'000'000u);
+    EXPECT_EQ(content.find_first_not_of(content[0]), std::string::npos);
+}
+
+TEST_F(CreatePackageTest, RefusesADocumentThatIsRewrittenAllTheTime) {
+    Rewriting rewriting(m_folder / L"doc.txt", INFINITE);
+    ExpectFailure(CreatePackage(m_folder.Path(), Package()), L"doc.txt\": another program keeps changing it");
 }
 
 TEST_F(CreatePackageTest, IsCancelledAtAnyMomentWithoutATrace) {

@@ -19,7 +19,7 @@ class RegenerateTest : public testing::Test {
 protected:
     void SetUp() override {
         notices.clear();
-        SetErrorSink([](const std::wstring& text) { notices.push_back(text); });
+        SetErrorSink([](const wchar_t* text) { notices.emplace_back(text); });
         m_folder.Write(L"mxinfo.ini", kInformation);
         m_folder.Write(L"doc.txt", "document");
         m_work.Write(L"p.mxov", "the old one");

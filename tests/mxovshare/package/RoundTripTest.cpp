@@ -1,6 +1,6 @@
 #include "mxovpackage.h"
 
-#include "files/LongPath.h"
+#include "common/LongPath.h"
 #include "FolderSnapshot.h"
 #include "Listeners.h"
 #include "TempFolder.h"
@@ -101,11 +101,11 @@ TEST(PackageRoundTrip, TakesPathsOfAnyLength) {
     std::wstring path = folder.Path();
     for (int i = 0; i < 4; ++i) {
         path += L"\\" + std::wstring(100, static_cast<wchar_t>(L'a' + i));
-        ASSERT_TRUE(CreateDirectoryW(LongPath(path).c_str(), nullptr));
+        ASSERT_TRUE(CreateDirectoryW(common::LongPath(path).c_str(), nullptr));
     }
     path += L"\\" + std::wstring(200, L'f') + L".txt";
     const HANDLE file =
-        CreateFileW(LongPath(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+        CreateFileW(common::LongPath(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
     ASSERT_NE(file, INVALID_HANDLE_VALUE);
     CloseHandle(file);
     ExpectRoundTrip(folder.Path());

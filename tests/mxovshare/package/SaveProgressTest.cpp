@@ -52,7 +52,7 @@ protected:
     void SetUp() override {
         ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
         notices.clear();
-        SetErrorSink([](const std::wstring& text) { notices.push_back(text); });
+        SetErrorSink([](const wchar_t* text) { notices.emplace_back(text); });
         m_folder.Write(L"mxinfo.ini", "[FILEINFO]\r\n");
         m_work.Write(L"p.mxov", "the old one");
     }

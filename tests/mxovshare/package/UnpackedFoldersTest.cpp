@@ -1,5 +1,6 @@
 // Package files that somebody else changes while they are open here, and saves that fail.
 #include "package/UnpackedFolders.h"
+#include "files/AtomicFile.h"
 #include "host/MessageBoxes.h"
 #include "mxovpackage.h"
 #include "TempFolder.h"
@@ -7,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
+#include <thread>
 
 using namespace mxovshare;
 
@@ -22,7 +25,7 @@ protected:
         questions = 0;
         answer = false;
         folderNotices.clear();
-        SetErrorSink([](const std::wstring& text) { folderNotices.push_back(text); });
+        SetErrorSink([](const wchar_t* text) { folderNotices.emplace_back(text); });
         SetQuestionSink([](const std::wstring& text) {
             EXPECT_NE(text.find(L"p.mxov"), std::wstring::npos);
             ++questions;
@@ -88,6 +91,50 @@ TEST_F(UnpackedFoldersTest, AnotherFileOfTheSameSizeAndTimeIsNoticed) {
     ASSERT_TRUE(MoveFileExW((m_work / L"copy").c_str(), Package().c_str(), MOVEFILE_REPLACE_EXISTING));
     Save();
     EXPECT_EQ(questions, 1);
+}
+
+// Replaces the package as soon as a save has begun to write its successor.
+class ReplacingDuringSave {
+public:
+    explicit ReplacingDuringSave(const std::wstring& package, const std::wstring& other)
+        : m_thread([this, package, other] {
+              const std::wstring successor = AtomicFile::TemporaryPath(package);
+              while (!m_stop && GetFileAttributesW(successor.c_str()) == INVALID_FILE_ATTRIBUTES) {
+              }
+              m_done = MoveFileExW(other.c_str(), package.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE;
+          }) {}
+    // Whether the package was replaced.
+    bool Finish() {
+        m_stop = true;
+        m_thread.join();
+        return m_done;
+    }
+
+private:
+    std::atomic<bool> m_stop = false;
+    std::atomic<bool> m_done = false;
+    std::thread m_thread;
+};
+
+TEST_F(UnpackedFoldersTest, AReplacementDuringTheSaveIsAskedAbout) {
+    m_work.WriteSized(L"open\\large.bin", 30'000'000);
+    m_source.Write(L"b.txt", "theirs");
+    for (const bool replace : {false, true}) {
+        questions = 0;
+        answer = replace;
+        ASSERT_TRUE(CreatePackage(m_source.Path(), m_work / L"other").ok);
+        // A save reads the old package, and Wine replaces no file that is open.
+        ASSERT_TRUE(DeleteFileW(Package().c_str()));
+        ReplacingDuringSave other(Package(), m_work / L"other");
+        Save();
+        ASSERT_TRUE(other.Finish());
+        EXPECT_EQ(questions, 1);
+        EXPECT_EQ(Holds(L"b.txt"), !replace);
+        EXPECT_EQ(Holds(L"large.bin"), replace);
+        EXPECT_EQ(m_work.EntryCount(), 2); // the package and the folder
+        EXPECT_EQ(TakeSaveFailure(Folder()), !replace);
+        ResumeFolder(Folder(), Package(), StampOfPackage(Package()));
+    }
 }
 
 TEST_F(UnpackedFoldersTest, AMissingPackageAndAnotherOneAreWrittenWithoutAsking) {

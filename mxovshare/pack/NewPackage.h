@@ -1,0 +1,44 @@
+// Making a package file out of a folder.
+#pragma once
+
+#include "files/AtomicFile.h"
+#include "mxovpackage.h"
+
+#include <functional>
+#include <string>
+
+namespace mxovshare {
+
+/// A file of the folder that is packed with the content of another one.
+struct Substitute {
+    std::wstring path; ///< the file that is replaced
+    std::wstring
+        content; ///< the file that is read, open for writing here alone; itself left out of the package
+    std::uint64_t size = 0;
+    FILETIME modified = {};
+};
+
+/// A package packed beside the file that it replaces. Until Commit, and when anything fails, the old file
+/// stays as it is; the destructor leaves nothing behind. Members throw FileFailure, PackageError or
+/// Cancelled.
+class NewPackage {
+public:
+    /// Creates the temporary file beside `file`.
+    explicit NewPackage(std::wstring file);
+
+    /// Packs everything below `folder` on all processors, then reads back and verifies what was written.
+    /// Packed data that the old package already holds for a file (same name, size, last-write time and
+    /// checksum) is copied. Starts again when another program changes a file meanwhile; FileChanged when that
+    /// never ends.
+    void Pack(const std::wstring& folder, PackageProgress* progress, const Substitute* substitute = nullptr);
+
+    /// Replaces the file in one step. `beforeReplace`, if given, is called immediately before each attempt
+    /// and may throw to abandon it.
+    void Commit(const std::function<void()>& beforeReplace = {});
+
+private:
+    std::wstring m_file;
+    AtomicFile m_target;
+};
+
+} // namespace mxovshare

@@ -1,0 +1,115 @@
+#include "package/NewInformation.h"
+
+#include "common/InformationFile.h"
+#include "common/LongPath.h"
+#include "common/NumberedSection.h"
+#include "files/FileFailure.h"
+#include "files/FileStamp.h"
+#include "files/FolderPath.h"
+#include "ini/IniDocument.h"
+#include "text/SystemText.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <iterator>
+#include <vector>
+
+#include <lmcons.h>
+
+namespace mxovshare {
+
+namespace {
+
+constexpr wchar_t kHistory[] = L"FILE_HISTORY";
+
+bool IsFile(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(common::LongPath(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+std::wstring FindInformation(const std::wstring& folder) {
+    for (const wchar_t* name : {common::kInformationFile, common::kPrivateInformationFile}) {
+        std::wstring path = JoinPath(folder, name);
+        if (IsFile(path)) {
+            return path;
+        }
+    }
+    throw FileFailure(L"there is no mxinfo.ini in the folder \"" + folder + L"\"");
+}
+
+std::wstring LocalTimeText() {
+    SYSTEMTIME now = {};
+    GetLocalTime(&now);
+    wchar_t text[64];
+    std::swprintf(text, std::size(text), L"%d-%02d-%02d %02d:%02d:%02d", now.wYear, now.wMonth, now.wDay,
+                  now.wHour, now.wMinute, now.wSecond);
+    return text;
+}
+
+std::wstring UserName() {
+    wchar_t name[UNLEN + 1];
+    DWORD size = static_cast<DWORD>(std::size(name));
+    return GetUserNameW(name, &size) ? std::wstring(name) : std::wstring();
+}
+
+IniValues HistoryEntry(const std::wstring& operation) {
+    return {{L"Operation", operation}, {L"Time", LocalTimeText()}, {L"By", UserName()}, {L"Remarks", L""}};
+}
+
+} // namespace
+
+NewInformation::NewInformation(const std::wstring& folder, const std::wstring& operation)
+    : m_path(FindInformation(folder)), m_values(HistoryEntry(operation)) {
+    // Failed writes of earlier changes are retried first.
+    DWORD error = IniStore::Instance().SetValues({}, {}, m_path).error;
+    if (error == ERROR_SUCCESS) {
+        m_file.emplace(m_path); // keeps other writers away from here on
+        error = m_file->Error();
+    }
+    if (error == ERROR_SUCCESS) {
+        const std::string bytes = Extended();
+        if (m_file->Write(bytes.data(), bytes.size())) {
+            m_size = bytes.size();
+            GetSystemTimeAsFileTime(&m_modified);
+            SetFileTime(m_file->Handle(), nullptr, nullptr, &m_modified);
+        }
+        error = m_file->Error();
+    }
+    if (error != ERROR_SUCCESS) {
+        ThrowFileFailure(L"cannot write", m_path, error);
+    }
+}
+
+Substitute NewInformation::ForPackage() const {
+    return {
+        .path = m_path, .content = AtomicFile::TemporaryPath(m_path), .size = m_size, .modified = m_modified};
+}
+
+void NewInformation::Commit() {
+    if (!m_file->Commit()) {
+        IniStore::Instance().SetValues(m_section, m_values, m_path);
+    }
+}
+
+std::string NewInformation::Extended() {
+    const SystemText text;
+    std::string bytes;
+    FileStamp stamp;
+    const DWORD error = ReadWholeFile(m_path, IniDocument::kMaxBytes, bytes, stamp);
+    if (error != ERROR_SUCCESS) {
+        ThrowFileFailure(L"cannot read", m_path, error);
+    }
+    IniDocument document(text, std::move(bytes));
+    const std::u16string prefix = ToUtf16(kHistory);
+    m_section = common::NextSection(kHistory, document.LastIndex(prefix), [&] {
+        std::vector<std::wstring> names;
+        std::ranges::transform(document.SectionNames(prefix), std::back_inserter(names), ToWide);
+        return names;
+    });
+    for (const auto& [key, value] : m_values) {
+        document.SetValue(ToUtf16(m_section), ToUtf16(key), ToUtf16(value));
+    }
+    return document.Bytes();
+}
+
+} // namespace mxovshare

@@ -1,0 +1,39 @@
+// The history entry that a save adds to the information file.
+#pragma once
+
+#include "files/AtomicFile.h"
+#include "ini/IniStore.h"
+#include "pack/NewPackage.h"
+
+#include <optional>
+#include <string>
+
+namespace mxovshare {
+
+/// The information file of a package folder with one more history entry, written beside the file that it
+/// replaces on Commit. A save that fails leaves no entry. Throws FileFailure.
+class NewInformation {
+public:
+    /// Finds the information file of `folder` and writes the new one, with an entry for `operation`, now and
+    /// this user.
+    NewInformation(const std::wstring& folder, const std::wstring& operation);
+
+    /// What is packed in place of the old information file.
+    Substitute ForPackage() const;
+
+    /// Replaces the information file. If that fails, the entry is kept in memory and retried with the next
+    /// change.
+    void Commit();
+
+private:
+    std::string Extended();
+
+    std::wstring m_path;
+    IniValues m_values;
+    std::wstring m_section;
+    std::optional<AtomicFile> m_file;
+    std::uint64_t m_size = 0;
+    FILETIME m_modified = {};
+};
+
+} // namespace mxovshare
