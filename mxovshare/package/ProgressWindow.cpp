@@ -4,13 +4,20 @@ namespace mxovshare {
 
 namespace {
 
-constexpr ULONGLONG kDialogDelay = 500; // milliseconds before the dialog
+// All in milliseconds.
+constexpr ULONGLONG kDialogDelay = 500;
 constexpr ULONGLONG kInterval = 50;
 
-// Input stays where it is: nobody can use the host while it saves.
+// Input stays in the queue: nobody can use the host while it saves. A window that invalidates itself while it
+// paints always has another WM_PAINT.
 void PaintWindows() {
+    constexpr int kMostPaints = 50;
+    constexpr ULONGLONG kLongest = 20;
+    const ULONGLONG end = GetTickCount64() + kLongest;
     MSG message = {};
-    while (PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE)) {
+    for (int paints = 0; paints < kMostPaints && GetTickCount64() < end &&
+                         PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE);
+         ++paints) {
         DispatchMessageW(&message);
     }
 }
@@ -30,11 +37,11 @@ bool ProgressWindow::OnProgress(const std::wstring& name, std::uint64_t done, st
     if (now < m_nextLook) {
         return true;
     }
-    m_nextLook = now + kInterval;
     if (!m_tried) {
         Open();
     }
     PaintWindows();
+    m_nextLook = GetTickCount64() + kInterval;
     if (m_dialog == nullptr) {
         return true;
     }

@@ -1,4 +1,4 @@
-// What the user sees of a long save.
+// The window of a long save.
 #pragma once
 
 #include "mxovpackage.h"
@@ -10,11 +10,11 @@
 namespace mxovshare {
 
 /// Shows the system's progress dialog over the thread's active window once the work has taken half a second,
-/// and cancels when the user does. The windows of the calling thread are painted meanwhile. Without COM there
-/// is no dialog, and the work goes on.
+/// and cancels when the user does. Meanwhile the windows of the calling thread paint, for less than half of
+/// the time. Where COM is not initialised the work runs without a dialog.
 class ProgressWindow : public PackageProgress {
 public:
-    /// `title` stands in the dialog's first line.
+    /// `title` is the first line of the dialog.
     explicit ProgressWindow(std::wstring title);
 
     bool OnProgress(const std::wstring& name, std::uint64_t done, std::uint64_t total) override;

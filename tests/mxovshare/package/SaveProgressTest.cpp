@@ -2,6 +2,7 @@
 
 #include "host/MessageBoxes.h"
 #include "mxovpackage.h"
+#include "package/ProgressWindow.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -97,6 +98,62 @@ TEST_F(SaveProgressTest, ShowsADialogForALongSave) {
     EXPECT_TRUE(notices.empty());
     EXPECT_TRUE(VerifyPackage(m_work / L"p.mxov").ok);
     EXPECT_EQ(FindWindowW(L"#32770", L"Maxtrel Orvando Document Manager"), nullptr);
+}
+
+// A window that invalidates itself while it paints, as 3D views do; for five seconds, so that a test ends.
+class PaintingWindow {
+public:
+    PaintingWindow() {
+        WNDCLASSW description = {};
+        description.lpfnWndProc = Procedure;
+        description.lpszClassName = L"PaintingWindow";
+        RegisterClassW(&description);
+        paints = 0;
+        end = GetTickCount64() + 5000;
+        m_window = CreateWindowExW(0, L"PaintingWindow", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                   nullptr, nullptr, nullptr);
+    }
+    ~PaintingWindow() { DestroyWindow(m_window); }
+    PaintingWindow(const PaintingWindow&) = delete;
+    PaintingWindow& operator=(const PaintingWindow&) = delete;
+
+    static inline int paints = 0;
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wide, LPARAM parameter) {
+        if (message != WM_PAINT) {
+            return DefWindowProcW(window, message, wide, parameter);
+        }
+        ++paints;
+        ValidateRect(window, nullptr);
+        if (GetTickCount64() < end) {
+            InvalidateRect(window, nullptr, FALSE);
+        }
+        return 0;
+    }
+
+    static inline ULONGLONG end = 0;
+    HWND m_window;
+};
+
+TEST_F(SaveProgressTest, GoesOnWhileAWindowPaintsWithoutEnd) {
+    const PaintingWindow window;
+    ProgressWindow progress(L"Saving");
+    Sleep(600);
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_TRUE(progress.OnProgress(L"a.txt", 1, 2));
+    EXPECT_LT(GetTickCount64() - start, 3000u);
+    EXPECT_GT(PaintingWindow::paints, 0);
+    EXPECT_LE(PaintingWindow::paints, 100);
+}
+
+TEST_F(SaveProgressTest, IsCancelledWhileAWindowPaintsWithoutEnd) {
+    WriteMuch(30);
+    const PaintingWindow window;
+    EXPECT_TRUE(Save(true));
+    ASSERT_EQ(notices.size(), 1u);
+    EXPECT_NE(notices[0].find(L"You cancelled it"), std::wstring::npos);
+    EXPECT_EQ(m_work.Read(L"p.mxov"), "the old one");
 }
 
 TEST_F(SaveProgressTest, IsCancelledByTheUserWithoutATrace) {
