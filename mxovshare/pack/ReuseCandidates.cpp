@@ -2,16 +2,17 @@
 
 #include "zip/ZipWriter.h"
 
+#include <map>
 #include <string_view>
-#include <unordered_map>
 
 namespace mxovshare {
 
 std::vector<const ZipEntry*> FindReuseCandidates(const std::vector<FolderItem>& items,
                                                  const std::vector<ZipEntry>& entries) {
-    std::unordered_map<std::string_view, const ZipEntry*> byName;
+    // Not a hash table: a forged package could choose names that collide.
+    std::map<std::string_view, const ZipEntry*> byName;
     for (const ZipEntry& entry : entries) {
-        if (ZipWriter::CanAddPacked(entry)) {
+        if (ZipWriter::CanCopyPacked(entry)) {
             byName.emplace(entry.name, &entry);
         }
     }

@@ -1,4 +1,4 @@
-// Which files of a folder are in a package already.
+// Which files of a folder an old package probably holds already.
 #pragma once
 
 #include "pack/FolderScan.h"
@@ -8,8 +8,8 @@
 
 namespace mxovshare {
 
-/// For each item its entry of the same name, size and exact last-write time, nullptr without one: a file that
-/// is probably the same. An entry that packing anew would make smaller is none.
+/// Returns for each item the entry of the same name, size and exact last-write time, or null: a file that is
+/// probably the same. An entry that must not be copied as it is packed is no candidate.
 std::vector<const ZipEntry*> FindReuseCandidates(const std::vector<FolderItem>& items,
                                                  const std::vector<ZipEntry>& entries);
 

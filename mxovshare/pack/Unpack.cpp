@@ -1,9 +1,10 @@
 #include "pack/Unpack.h"
 
+#include "common/Handles.h"
+#include "common/LongPath.h"
 #include "files/DiskFile.h"
 #include "files/FileFailure.h"
 #include "files/FolderPath.h"
-#include "files/LongPath.h"
 #include "pack/FileTimes.h"
 #include "pack/PackageContent.h"
 #include "pack/ProgressMeter.h"
@@ -15,31 +16,44 @@ namespace mxovshare {
 
 namespace {
 
-// Removes what was made, newest first, unless it is kept.
+// What unpacking has created; removes it, newest first, unless it is kept. Entries are added before they are
+// created, so that nothing can fail in between.
 class CreatedFiles {
 public:
     CreatedFiles() = default;
     ~CreatedFiles() {
-        for (auto made = m_made.rbegin(); made != m_made.rend(); ++made) {
-            if (made->isFolder) {
-                RemoveDirectoryW(made->path.c_str());
-            } else {
-                DeleteFileW(made->path.c_str());
+        for (auto created = m_created.rbegin(); created != m_created.rend(); ++created) {
+            if (created->folders == 0) {
+                DeleteFileW(created->path.c_str());
+            }
+            for (std::size_t i = 0; i < created->folders; ++i) {
+                RemoveDirectoryW(created->path.c_str());
+                created->path.resize(created->path.find_last_of(L'\\'));
             }
         }
     }
     CreatedFiles(const CreatedFiles&) = delete;
     CreatedFiles& operator=(const CreatedFiles&) = delete;
 
-    void Add(const std::wstring& path, bool isFolder) { m_made.push_back({path, isFolder}); }
-    void Keep() { m_made.clear(); }
+    void AddFile(std::wstring path) { m_created.push_back({std::move(path)}); }
+    void BeginFolders() { m_created.push_back({}); }
+    // Adds a folder that was created inside the one before it.
+    void AddFolder(std::wstring&& path) noexcept {
+        m_created.back().path = std::move(path);
+        ++m_created.back().folders;
+    }
+    // Removes the last entry, which was not created.
+    void Drop() { m_created.pop_back(); }
+    void Keep() { m_created.clear(); }
 
 private:
-    struct Made {
+    // A file, or the innermost of nested folders: storing each one's path would take the square of their
+    // depth.
+    struct Created {
         std::wstring path;
-        bool isFolder;
+        std::size_t folders = 0;
     };
-    std::vector<Made> m_made;
+    std::vector<Created> m_created;
 };
 
 bool IsFolder(const std::wstring& path) {
@@ -49,7 +63,7 @@ bool IsFolder(const std::wstring& path) {
 
 bool IsEmptyFolder(const std::wstring& path) {
     WIN32_FIND_DATAW data = {};
-    const HANDLE search = FindFirstFileW(LongPath(JoinPath(path, L"*")).c_str(), &data);
+    const HANDLE search = FindFirstFileW(common::LongPath(JoinPath(path, L"*")).c_str(), &data);
     if (search == INVALID_HANDLE_VALUE) {
         return true;
     }
@@ -89,10 +103,10 @@ private:
     void PrepareFolder() {
         if (GetFileAttributesW(m_folder.c_str()) != INVALID_FILE_ATTRIBUTES) {
             if (!IsFolder(m_folder)) {
-                throw FileFailure{L"cannot unpack into \"" + m_folder + L"\": it is a file"};
+                throw FileFailure(L"cannot unpack into \"" + m_folder + L"\": it is a file");
             }
             if (!IsEmptyFolder(m_folder)) {
-                throw FileFailure{L"cannot unpack into \"" + m_folder + L"\": it is not empty"};
+                throw FileFailure(L"cannot unpack into \"" + m_folder + L"\": it is not empty");
             }
         }
         MakeFolders(m_folder);
@@ -106,43 +120,49 @@ private:
         }
     }
 
-    // Makes the folder and those above it that are missing.
+    // Creates the folder and those above it that are missing.
     void MakeFolders(const std::wstring& path) {
         if (path == m_lastFolder) {
             return;
         }
-        std::vector<std::wstring> missing;
-        std::wstring next = path;
-        while (!IsFolder(LongPath(next))) {
-            missing.push_back(next);
-            const std::size_t cut = next.find_last_of(L"\\/");
-            if (cut == std::wstring::npos || cut == 0) {
-                break;
-            }
-            next.resize(cut);
+        const std::vector<std::size_t> missing = MissingFolders(path);
+        if (!missing.empty()) {
+            m_created.BeginFolders();
         }
-        while (!missing.empty()) {
-            const std::wstring full = LongPath(missing.back());
-            if (!CreateDirectoryW(full.c_str(), nullptr)) {
-                ThrowFileFailure(L"cannot create folder", missing.back(), GetLastError());
+        for (auto end = missing.rbegin(); end != missing.rend(); ++end) {
+            std::wstring folder = common::LongPath(path.substr(0, *end));
+            if (!CreateDirectoryW(folder.c_str(), nullptr)) {
+                ThrowFileFailure(L"cannot create folder", path.substr(0, *end), GetLastError());
             }
-            m_created.Add(full, true);
-            missing.pop_back();
+            m_created.AddFolder(std::move(folder));
         }
         m_lastFolder = path;
     }
 
-    void UnpackFile(const ZipEntry& entry, const std::wstring& path, ProgressMeter& meter) {
-        const std::wstring full = LongPath(path);
-        // An unpacked package is there to be edited, so nothing of it is read-only.
-        const DWORD attributes = FILE_ATTRIBUTE_ARCHIVE | (entry.attributes & kAttributeHidden);
-        const FileHandle handle(CreateFileW(full.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
-                                            attributes, nullptr));
-        if (!handle) {
-            ThrowFileFailure(L"cannot create", path, GetLastError());
+    // Lengths of the paths of those folders that do not exist, innermost first.
+    static std::vector<std::size_t> MissingFolders(const std::wstring& path) {
+        std::vector<std::size_t> missing;
+        std::size_t end = path.size();
+        while (end != 0 && end != std::wstring::npos && !IsFolder(common::LongPath(path.substr(0, end)))) {
+            missing.push_back(end);
+            end = path.find_last_of(L"\\/", end - 1);
         }
-        m_created.Add(full, false);
-        OpenFile target(handle.Get(), path);
+        return missing;
+    }
+
+    void UnpackFile(const ZipEntry& entry, const std::wstring& path, ProgressMeter& meter) {
+        const std::wstring full = common::LongPath(path);
+        m_created.AddFile(full);
+        // Unpacked files are meant to be edited, so none is read-only.
+        const DWORD attributes = FILE_ATTRIBUTE_ARCHIVE | (entry.attributes & kAttributeHidden);
+        const common::UniqueHandle handle = common::OwnFile(CreateFileW(
+            full.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW, attributes, nullptr));
+        if (!handle) {
+            const DWORD error = GetLastError();
+            m_created.Drop();
+            ThrowFileFailure(L"cannot create", path, error);
+        }
+        OpenFile target(handle.get(), path);
         const std::uint32_t packed = ReadEntry(m_source, entry, [&](Bytes piece) {
             target.Write(target.Size(), piece);
             meter.Advance(piece.size());
@@ -153,7 +173,7 @@ private:
         FILE_BASIC_INFO information = {};
         information.LastWriteTime = {{modified.dwLowDateTime, static_cast<LONG>(modified.dwHighDateTime)}};
         information.FileAttributes = attributes;
-        SetFileInformationByHandle(handle.Get(), FileBasicInfo, &information, sizeof information);
+        SetFileInformationByHandle(handle.get(), FileBasicInfo, &information, sizeof information);
     }
 
     DiskSource m_source;
