@@ -233,7 +233,7 @@ class Viewer:
 
     def double_click(self, x, y):
         self.point(x, y)
-        self.do('click', '--repeat', 2, '--delay', 10, 1)
+        self.display().double_click()
 
     def drag(self, start, end):
         """Presses the button at one point and releases it at another."""

@@ -1,4 +1,4 @@
-"""Queries an X display about its windows: the focus, the window below the mouse, its pixels."""
+"""Queries an X display about its windows: the focus, the window below the mouse, its pixels; double-clicks."""
 import ctypes
 import struct
 import zlib
@@ -71,6 +71,15 @@ class Display:
         self.x.XQueryPointer(self.display, self.root, ctypes.byref(root), ctypes.byref(child),
                              *map(ctypes.byref, numbers), ctypes.byref(mask))
         return child.value, (numbers[0].value, numbers[1].value)
+
+    def double_click(self):
+        """Presses and releases the left button twice. All four events reach the display together, however busy the
+        machine is, so that no pause between them makes two clicks of it."""
+        test = ctypes.CDLL('libXtst.so.6')
+        test.XTestFakeButtonEvent.argtypes = [ctypes.c_void_p, ctypes.c_uint, ctypes.c_int, ctypes.c_ulong]
+        for pressed in (1, 0, 1, 0):
+            test.XTestFakeButtonEvent(self.display, 1, pressed, 0)
+        self.x.XFlush(self.display)
 
     def area(self, window):
         """Left, top, right and bottom of a window on the screen; None if it has gone."""

@@ -208,9 +208,7 @@ TEST_F(DialogTest, OnlyAPressAndReleaseInTheHeaderFold) {
 }
 
 TEST_F(DialogTest, DoubleClickOnAHeaderTogglesOnce) {
-    for (int press = 0; press < 2; ++press) {
-        client.Click(client.Item(kGCodeBox), 40, 8);
-    }
+    client.DoubleClick(client.Item(kGCodeBox), 40, 8);
     EXPECT_EQ(kFoldedHeight, Height(client.ItemRect(kGCodeBox)));
 }
 

@@ -2,7 +2,6 @@
 
 namespace {
 
-constexpr ULONGLONG kPatience = 10000; // milliseconds
 constexpr int kAbsoluteRange = 65536;
 
 struct Seen {
@@ -17,10 +16,11 @@ void Park() {
     SetCursorPos(0, 0);
 }
 
-void Send(DWORD flags, LONG x = 0, LONG y = 0) {
+void Send(DWORD flags, LONG x = 0, LONG y = 0, DWORD time = 0) {
     INPUT input{};
     input.type = INPUT_MOUSE;
     input.mi.dwFlags = flags;
+    input.mi.time = time;
     input.mi.dx = x;
     input.mi.dy = y;
     SendInput(1, &input, sizeof input);
@@ -33,8 +33,8 @@ LONG ToAbsolute(LONG pixel, int screenSize) {
 
 } // namespace
 
-bool PumpUntil(const std::function<bool()>& condition) {
-    const ULONGLONG end = GetTickCount64() + kPatience;
+bool PumpUntil(const std::function<bool()>& condition, ULONGLONG patience) {
+    const ULONGLONG end = GetTickCount64() + patience;
     while (!condition()) {
         const ULONGLONG now = GetTickCount64();
         if (now >= end) {
@@ -67,6 +67,18 @@ void RealMouse::MoveTo(HWND window, POINT client) const {
          ToAbsolute(client.y, GetSystemMetrics(SM_CYSCREEN)));
 }
 
+bool RealMouse::Reach(HWND window, POINT client) const {
+    constexpr int kAttempts = 20;
+    constexpr ULONGLONG kPause = 500; // milliseconds
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        MoveTo(window, {client.x + attempt % 2, client.y}); // a move to the same place is none
+        if (PumpUntil([&] { return seen.receiver == window; }, kPause)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void RealMouse::Press() const {
     Send(MOUSEEVENTF_LEFTDOWN);
 }
@@ -80,12 +92,16 @@ void RealMouse::Click() const {
     Release();
 }
 
-bool RealMouse::Delivered(int buttonMessages) const {
-    return seen.buttonMessages >= buttonMessages;
+void RealMouse::DoubleClick() const {
+    const DWORD time = GetTickCount();
+    for (const DWORD flags :
+         {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
+        Send(flags, 0, 0, time);
+    }
 }
 
-bool RealMouse::Reached(HWND window) const {
-    return seen.receiver == window;
+bool RealMouse::Delivered(int buttonMessages) const {
+    return seen.buttonMessages >= buttonMessages;
 }
 
 HWND RealMouse::LastReceiver() const {

@@ -5,8 +5,8 @@
 
 #include <functional>
 
-/// Handles messages until the condition holds; false when it does not within some seconds.
-bool PumpUntil(const std::function<bool()>& condition);
+/// Handles messages until the condition holds; false when it does not in time (milliseconds).
+bool PumpUntil(const std::function<bool()>& condition, ULONGLONG patience = 10000);
 
 /// Moves the mouse and presses its left button as a person does: through the system's input queue. Counts
 /// what reaches the windows of the calling thread while it lives. One at a time.
@@ -19,15 +19,17 @@ public:
 
     /// Moves to a point in client coordinates of a window.
     void MoveTo(HWND window, POINT client) const;
+    /// The same until the window is told of it, at that point or the pixel right of it: a window manager may
+    /// still be placing the window. False when it is never told.
+    [[nodiscard]] bool Reach(HWND window, POINT client) const;
     void Press() const;
     void Release() const;
     void Click() const;
+    /// Both clicks bear one time, however busy the machine is.
+    void DoubleClick() const;
 
     /// Whether this many button messages have come in.
     bool Delivered(int buttonMessages) const;
-
-    /// Whether the last mouse message, a move included, went to the window.
-    bool Reached(HWND window) const;
 
     /// The window that got the last button message.
     HWND LastReceiver() const;

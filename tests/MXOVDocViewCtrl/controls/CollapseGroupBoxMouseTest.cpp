@@ -147,8 +147,7 @@ TEST_F(CollapseMouseTest, ParentMayDestroyTheBoxWhenTheMouseEnters) {
 TEST_F(CollapseMouseTest, RealMouseHoversFoldsUnfoldsAndLeaves) {
     BindWithControl();
     RealMouse mouse;
-    mouse.MoveTo(box.m_hWnd, {100, 60});
-    ASSERT_TRUE(PumpUntil([&] { return mouse.Reached(box.m_hWnd); }));
+    ASSERT_TRUE(mouse.Reach(box.m_hWnd, {100, 60}));
     EXPECT_TRUE(Told().empty());
 
     mouse.MoveTo(box.m_hWnd, {60, 5});

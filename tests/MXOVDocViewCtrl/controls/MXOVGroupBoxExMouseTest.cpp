@@ -111,8 +111,7 @@ TEST_F(SectionMouseTest, RealDoubleClickFoldsOnce) {
     BindWithControls();
     RealMouse mouse;
     mouse.MoveTo(box.m_hWnd, {150, 10});
-    mouse.Click();
-    mouse.Click();
+    mouse.DoubleClick();
     EXPECT_TRUE(PumpUntil([&] { return mouse.Delivered(4); }));
     EXPECT_EQ(box.m_collapsed, 1);
 }

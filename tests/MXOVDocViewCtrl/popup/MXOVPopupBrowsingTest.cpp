@@ -89,8 +89,7 @@ TEST_F(MXOVPopupBrowsingTest, APressElsewhereMeanwhileLeavesThePopup) {
     Browse([&](HWND dialog) {
         if (!pressed) {
             const RealMouse mouse;
-            mouse.MoveTo(m_owner.Other(), {5, 5});
-            const bool reached = PumpUntil([&] { return mouse.Reached(m_owner.Other()); });
+            const bool reached = mouse.Reach(m_owner.Other(), {5, 5});
             mouse.Click();
             pressed = reached && PumpUntil([&] { return mouse.Delivered(2); });
         }
@@ -99,7 +98,7 @@ TEST_F(MXOVPopupBrowsingTest, APressElsewhereMeanwhileLeavesThePopup) {
     EXPECT_TRUE(pressed);
     ASSERT_TRUE(Popup());
     const RealMouse mouse;
-    mouse.MoveTo(m_owner.Other(), {5, 5});
+    ASSERT_TRUE(mouse.Reach(m_owner.Other(), {5, 5}));
     mouse.Click();
     EXPECT_TRUE(PumpUntil([&] { return !Popup(); })) << "afterwards it closes it";
 }

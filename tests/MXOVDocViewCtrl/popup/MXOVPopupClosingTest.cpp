@@ -11,8 +11,7 @@ protected:
     /// Presses and releases a button at a point of a window and awaits both.
     void Click(HWND window, POINT client, DWORD down = MOUSEEVENTF_LEFTDOWN, DWORD up = MOUSEEVENTF_LEFTUP) {
         const RealMouse mouse;
-        mouse.MoveTo(window, client);
-        ASSERT_TRUE(PumpUntil([&] { return mouse.Reached(window); }));
+        ASSERT_TRUE(mouse.Reach(window, client));
         INPUT inputs[2] = {};
         inputs[0].type = inputs[1].type = INPUT_MOUSE;
         inputs[0].mi.dwFlags = down;
@@ -142,8 +141,7 @@ TEST_F(MXOVPopupClosingTest, OtherButtonsCloseItToo) {
 TEST_F(MXOVPopupClosingTest, MovingOutsideLeavesIt) {
     Show(DocumentCategory::PartAssembly);
     const RealMouse mouse;
-    mouse.MoveTo(m_owner.Other(), {5, 5});
-    ASSERT_TRUE(PumpUntil([&] { return mouse.Reached(m_owner.Other()); }));
+    ASSERT_TRUE(mouse.Reach(m_owner.Other(), {5, 5}));
     EXPECT_TRUE(Popup());
 }
 

@@ -12,9 +12,10 @@ check() { # WHAT CONDITION...
     shift
     if "$@"; then echo "ok: $what"; else echo "FAILED: $what"; failures=$((failures + 1)); fi
 }
-registry() { # FILE: the whole registry as text
+registry() { # FILE: the whole registry as text, but for what Wine's desktop writes about the display when it comes up
     wine regedit /E "$work/$1.hive" >/dev/null 2>&1
-    iconv -f UTF-16 -t UTF-8 "$work/$1.hive" | tr -d '\r' >"$work/$1"
+    iconv -f UTF-16 -t UTF-8 "$work/$1.hive" | tr -d '\r' |
+        sed '/^\[HKEY_LOCAL_MACHINE\\System\\CurrentControlSet\\Control\\Video\\/,/^$/d' >"$work/$1"
 }
 value() { # KEY NAME EXPECTED; name "" is the default value
     local name=(/v "$2")

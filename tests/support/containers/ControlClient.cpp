@@ -38,12 +38,13 @@ VARIANT Number(int number) {
     return value;
 }
 
-void Mouse(DWORD flags, LONG x = 0, LONG y = 0) {
+void Mouse(DWORD flags, LONG x = 0, LONG y = 0, DWORD time = 0) {
     INPUT input = {};
     input.type = INPUT_MOUSE;
     input.mi.dx = x;
     input.mi.dy = y;
     input.mi.dwFlags = flags;
+    input.mi.time = time;
     SendInput(1, &input, sizeof input);
 }
 
@@ -196,6 +197,19 @@ void ControlClient::Press(DWORD down, DWORD up, HWND window, POINT from, POINT t
 
 void ControlClient::Click(HWND window, int x, int y) {
     Press(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, window, {x, y}, {x, y});
+}
+
+void ControlClient::DoubleClick(HWND window, int x, int y) {
+    POINT screen = {x, y};
+    ClientToScreen(window, &screen);
+    SetCursorPos(screen.x, screen.y);
+    Settle();
+    const DWORD time = GetTickCount();
+    for (const DWORD flags :
+         {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
+        Mouse(flags, 0, 0, time);
+    }
+    Settle();
 }
 
 void ControlClient::RightClick(HWND window, int x, int y) {

@@ -55,7 +55,9 @@ public:
 
     /// Presses and releases the left button with the pointer at a point of a window's client area.
     void Click(HWND window, int x, int y);
-    /// The same with the right button.
+    /// Two clicks that bear one time, however busy the machine is.
+    void DoubleClick(HWND window, int x, int y);
+    /// Presses and releases the right button.
     void RightClick(HWND window, int x, int y);
     /// Presses at one point and releases at another.
     void Drag(HWND window, POINT from, POINT to);
