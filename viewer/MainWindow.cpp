@@ -338,7 +338,7 @@ void MainWindow::ShowError(const std::wstring& text) {
     MessageBoxW(Handle(), text.c_str(), kProgramName, MB_OK | MB_ICONWARNING);
 }
 
-// What the control needs, or a usual size when it does not say.
+// The size that the control asks for, or a usual one when it asks for none.
 SIZE MainWindow::ControlSize() const {
     const SIZE natural = m_control.NaturalSize();
     return {natural.cx > 0 ? natural.cx : Scale(372), natural.cy > 0 ? natural.cy : Scale(480)};

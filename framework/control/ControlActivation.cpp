@@ -13,7 +13,7 @@ HRESULT ControlActivation::Activate(HWND parent, LPCRECT rect) {
         m_control.ShowWindow(SW_SHOW);
         return S_OK;
     }
-    Deactivate(); // the container destroyed the window without a word
+    Deactivate(); // the container destroyed the window without deactivating us
     common::ComPtr<IOleInPlaceSite> site =
         common::Query<IOleInPlaceSite>(m_control.GetClientSite(), IID_IOleInPlaceSite);
     if (!site || site->CanInPlaceActivate() != S_OK || FAILED(site->OnInPlaceActivate())) {
@@ -40,7 +40,7 @@ bool ControlActivation::Enter(HWND parent, LPCRECT rect, Place& place) {
     info.cb = sizeof(info);
     if (FAILED(site->GetWindowContext(frame.Receive(), document.Receive(), &place.position, &place.clip,
                                       &info))) {
-        static_cast<void>(frame.Detach()); // a failing call gives no references
+        static_cast<void>(frame.Detach()); // a failing call returns no references
         static_cast<void>(document.Detach());
         if (!rect) {
             return false;

@@ -37,7 +37,7 @@ BOOL COleControl::GetAmbientProperty(DISPID dwDispid, VARTYPE vtProp, void* pvPr
 OLE_COLOR COleControl::AmbientBackColor() {
     common::Variant value;
     COLORREF usable = 0;
-    // Containers give colours signed and unsigned, and some give what is no colour at all.
+    // Containers return colours signed and unsigned, and some return values that are no colour.
     long colour = 0;
     if (m_parts->site.Ambient(DISPID_AMBIENT_BACKCOLOR, VT_UI4, value)) {
         colour = static_cast<long>(value.Get().ulVal);

@@ -61,7 +61,7 @@ LRESULT COleControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 void COleControl::ActivateOnMouse() {
     if (m_parts->activation.IsActive() && !m_parts->activation.IsUIActive()) {
         m_parts->activation.ActivateUI(nullptr, nullptr,
-                                       false); // the click itself says where the keyboard goes
+                                       false); // the click itself decides where the focus goes
     }
 }
 

@@ -56,7 +56,7 @@ public:
     virtual CTypeLibCache* GetTypeLibCache();
     /// The object's type library, with a reference for the caller; TYPE_E_CANTLOADLIBRARY when it has none.
     virtual HRESULT GetTypeLib(LCID lcid, ITypeLib** ppTypeLib);
-    /// What that library says of a GUID, with a reference for the caller.
+    /// The library's description of a GUID; the caller owns the reference.
     HRESULT GetTypeInfoOfGuid(LCID lcid, const GUID& guid, ITypeInfo** ppTypeInfo);
     /// Asked before Invoke runs a member; FALSE refuses it.
     virtual BOOL IsInvokeAllowed(DISPID dispid);

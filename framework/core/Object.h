@@ -78,7 +78,7 @@ private:
     BOOL m_bAutoDelete;
 };
 
-/// The user was told already, or need not be: ends a data exchange.
+/// Ends a data exchange. The user has seen the reason already, or needs none.
 class CUserException : public CException {
     DECLARE_DYNAMIC(CUserException)
 public:

@@ -12,7 +12,7 @@
 class CWnd;
 
 /// The temporary objects of a thread: wrappers that do not own their handle. Within their life the same
-/// handle gives the same object.
+/// handle returns the same object.
 class AfxTemporaryObjects {
 public:
     /// The object of a handle that is kept in `Member`; null for a null handle.

@@ -121,8 +121,8 @@ HRESULT OleProtect(Body&& body) noexcept {
 [[nodiscard]] bool OleIsOnItsThread(const CCmdTarget& target) noexcept;
 
 /// The same, and the object outlives the call. Callers from another thread get RPC_E_WRONG_THREAD. Around
-/// every method that gives or changes something of the object; IUnknown and what is the same for all objects
-/// of a class answer any thread.
+/// every method that returns or changes something of the object; IUnknown and what is the same for all
+/// objects of a class answer any thread.
 template <class Body>
 HRESULT OleGuard(CCmdTarget& target, Body&& body) noexcept {
     if (!OleIsOnItsThread(target)) {

@@ -21,7 +21,7 @@ public:
 
     virtual HRESULT GetClassID(LPCLSID pclsid) = 0;
 
-    /// TRUE: there are changes to apply; the frame is told.
+    /// TRUE: there are changes to apply; the frame is notified.
     void SetModifiedFlag(BOOL bModified = TRUE);
     BOOL IsModified() const noexcept { return m_modified; }
 

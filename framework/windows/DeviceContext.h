@@ -1,4 +1,4 @@
-// Device contexts: a wrapper saves the device context when it takes it and restores it when it gives it up,
+// Device contexts: a wrapper saves the device context when it takes it and restores it when it detaches it,
 // so that nothing stays selected behind it.
 //
 // Covered: the documented members below, on one device context (there is no separate attribute context, hence
@@ -24,7 +24,7 @@ public:
     /// Takes ownership of a device context and saves its state. FALSE for null, or when one is attached
     /// already.
     BOOL Attach(HDC hDC) noexcept;
-    /// Restores the state of Attach and gives the device context up to the caller.
+    /// Restores the state of Attach and returns the device context, which the caller owns.
     HDC Detach() noexcept;
     /// A memory device context for the device of pDC; null stands for the screen.
     BOOL CreateCompatibleDC(CDC* pDC) noexcept;

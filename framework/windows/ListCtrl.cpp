@@ -104,7 +104,7 @@ CString CListCtrl::GetItemText(int nItem, int nSubItem) const {
     CString text;
     int room = 128;
     int copied = 0;
-    do { // the message tells no length: a full buffer may hold only the beginning
+    do { // the message returns no length: a full buffer may hold only the beginning
         room *= 2;
         copied = GetItemText(nItem, nSubItem, text.GetBuffer(room), room);
     } while (copied == room - 1);

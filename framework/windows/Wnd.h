@@ -2,8 +2,8 @@
 //
 // A window that belongs to a CWnd (created or subclassed by it) is in the calling thread's permanent map, and
 // its messages go through WindowProc to the message map and, unhandled, to the window procedure that was
-// there before. FromHandle gives other windows temporary objects, which live until the message or the call
-// from outside during which they were asked for ends; nobody keeps them. No exception leaves a window
+// there before. FromHandle returns temporary objects for other windows, which live until the message or the
+// call from outside during which they were asked for ends; do not keep them. No exception leaves a window
 // procedure: one thrown by a handler ends the message, WM_CREATE with -1, WM_PAINT with the window validated.
 //
 // Covered: creation (with a last look at class and style), subclassing, message, command and notification

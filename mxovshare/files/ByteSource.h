@@ -26,7 +26,7 @@ class ByteSink {
 public:
     virtual ~ByteSink() = default;
     /// Writes at `offset`, over existing bytes or past the end. Throws when it fails. Thread-safe only where
-    /// a sink says so.
+    /// a sink reports it.
     virtual void Write(std::uint64_t offset, Bytes data) = 0;
     /// Truncates to `size` bytes.
     virtual void SetSize(std::uint64_t size) = 0;

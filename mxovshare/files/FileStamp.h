@@ -1,4 +1,4 @@
-// What tells one content of a file from another without reading it, and reading whole files.
+// Identifies the content of a file without reading it, and reads whole files.
 #pragma once
 
 #include "LockWait.h"

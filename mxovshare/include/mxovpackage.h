@@ -68,7 +68,7 @@ MXOVSHARE_API PackageResult VerifyPackage(const std::wstring& file,
                                           PackageProgress* progress = nullptr) noexcept;
 
 /// Reads the package's information file ("mxinfo.ini", else "Private\mxinfo.ini") without unpacking anything.
-/// A package without one gives no sections and succeeds.
+/// A package without one has no sections; the call succeeds.
 MXOVSHARE_API PackageResult ReadInformation(const std::wstring& file,
                                             std::vector<InformationSection>& sections) noexcept;
 

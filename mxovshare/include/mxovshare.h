@@ -46,7 +46,7 @@ class MXOVSHARE_API Utils {
 public:
     /// Adds a history entry with `text` as its operation to the package folder's information file and
     /// rebuilds the package file from the folder. The old file stays whole until the new one is complete; a
-    /// failure is told to the user by this library.
+    /// failure is reported to the user by this library.
     static void ReGenerateOrvandoFile(std::wstring packageFolder, std::wstring packageFile,
                                       std::wstring text);
 };

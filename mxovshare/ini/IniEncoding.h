@@ -61,7 +61,7 @@ inline char16_t UnitAt(const char* place, IniEncoding encoding) {
     return encoding == IniEncoding::Utf16BigEndian ? Utf16BigEndianUnits::At(place) : ByteUnits::At(place);
 }
 
-/// Text of bytes without a mark. Bytes that stand for nothing give U+FFFD.
+/// Text of bytes without a mark. Bytes that stand for nothing become U+FFFD.
 std::u16string DecodeText(std::string_view bytes, IniEncoding encoding, const TextPlatform& platform);
 
 /// Appends the bytes of `text`, without a mark. False, and nothing appended, when the encoding has no form

@@ -42,7 +42,7 @@ struct IniKey {
     bool hasValue = false; ///< false for a line without "="; `value` is then empty and lies behind the name
 };
 
-/// The index. It refers to the bytes it was built from; whoever changes them tells it.
+/// The index. It refers to the bytes it was built from; a caller that changes them must update it.
 class IniIndex {
 public:
     static constexpr std::uint32_t kNone = IniHashTable::kNone;

@@ -1,10 +1,10 @@
 // How a value stands in an INI file.
 //
-// A value is stored as it is whenever a plain reader gives it back: blanks at either end or a pair of quotes
-// around it are protected by one more pair, which plain readers strip. What a line of text cannot carry (line
-// breaks, other control characters, half surrogate pairs) is stored behind the marker "\esc:" with \\ \r \n
-// and \uXXXX inside; so is a value that begins with the marker itself. Text is taken for that form only when
-// it is exactly what this writer makes, so that any other text stays what it is.
+// A value is stored as it is whenever a plain reader returns it unchanged: blanks at either end or a pair of
+// quotes around it are protected by one more pair, which plain readers strip. What a line of text cannot
+// carry (line breaks, other control characters, half surrogate pairs) is stored behind the marker "\esc:"
+// with \\ \r \n and \uXXXX inside; so is a value that begins with the marker itself. Text is taken for that
+// form only when it is exactly what this writer makes, so that any other text stays what it is.
 #pragma once
 
 #include <string>

@@ -27,7 +27,7 @@ public:
     void Write(std::uint64_t offset, Bytes data) override;
     void SetSize(std::uint64_t size) override;
 
-    /// Waits for the flushes under way. Throws FileFailure when one failed: the system tells a failure to
+    /// Waits for the flushes under way. Throws FileFailure when one failed: the system reports a failure to
     /// write only once, so a later flush can succeed although something is lost.
     void Finish();
 

@@ -9,7 +9,7 @@ namespace mxovshare {
 
 ZipTime ToZipTime(const FILETIME& utc);
 
-/// UTC; zero for a time that cannot be told.
+/// UTC; zero for a time that is unknown.
 FILETIME ToFileTime(const ZipTime& time);
 
 } // namespace mxovshare

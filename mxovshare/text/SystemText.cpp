@@ -8,7 +8,7 @@ namespace mxovshare {
 
 std::u16string SystemText::DecodeAnsi(std::string_view bytes) const {
     const int size = static_cast<int>(bytes.size());
-    std::wstring text(bytes.size(), L'\0'); // no code page gives more units than bytes
+    std::wstring text(bytes.size(), L'\0'); // no code page decodes to more units than bytes
     text.resize(MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, text.data(), size));
     return ToUtf16(text);
 }

@@ -10,7 +10,7 @@ namespace mxovshare {
 class TextPlatform {
 public:
     virtual ~TextPlatform() = default;
-    /// Text of bytes in the ANSI code page; every byte gives something.
+    /// Text of bytes in the ANSI code page; every byte decodes to something.
     virtual std::u16string DecodeAnsi(std::string_view bytes) const = 0;
     /// Appends the bytes of `text` in the ANSI code page. False, and nothing appended, unless they give
     /// exactly `text` again.

@@ -9,9 +9,9 @@
 
 namespace mxovshare {
 
-/// Unpacks an entry piece by piece into `take` and gives the checksum of its packed data. Throws PackageError
-/// when the data is damaged, is more or less than stated, or does not meet its checksum; never hands out more
-/// bytes than the entry's stated size.
+/// Passes the content of an entry to `take` piece by piece and returns the checksum of its packed data.
+/// Throws PackageError when the data is damaged, is more or less than stated, or does not meet its checksum;
+/// never hands out more bytes than the entry's stated size.
 std::uint32_t ReadEntry(const ByteSource& source, const ZipEntry& entry,
                         const std::function<void(Bytes)>& take);
 

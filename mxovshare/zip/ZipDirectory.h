@@ -1,4 +1,4 @@
-// The directory of a package file: which entries it holds, checked so that whoever unpacks them is safe.
+// The directory of a package file: which entries it holds, checked so that unpacking them is safe.
 #pragma once
 
 #include "files/ByteSource.h"

@@ -97,7 +97,7 @@ EndRecord ReadZip64End(const ByteSource& source, std::uint64_t position, std::ui
     return end;
 }
 
-// A field of the plain record is either full or says the same as the ZIP64 record.
+// A field of the plain record is either full or equals that of the ZIP64 record.
 void CheckAgreement(const EndRecord& plain, const EndRecord& wide) {
     const auto agree = [](std::uint64_t narrow, std::uint64_t full, std::uint64_t value) {
         return narrow == full || narrow == value;

@@ -1,4 +1,4 @@
-// The records at the end of a package file, which say where its directory lies.
+// The records at the end of a package file, which locate its directory.
 #pragma once
 
 #include "files/ByteSource.h"

@@ -9,7 +9,7 @@ namespace mxovshare {
 
 /// A last-write time as the container holds it.
 struct ZipTime {
-    std::uint64_t fileTime = 0; ///< 100 ns since 1601, UTC; 0 when the package tells only the local time
+    std::uint64_t fileTime = 0; ///< 100 ns since 1601, UTC; 0 when the package holds only the local time
     std::uint32_t dosTime = 0;  ///< date and time in two seconds, local
 };
 

@@ -39,7 +39,7 @@ inline constexpr std::uint16_t kExtraTimestamp = 0x5455;
 inline constexpr std::uint16_t kVersionPlain = 20;
 inline constexpr std::uint16_t kVersionZip64 = 45;
 
-/// A 16-bit or 32-bit field that is full says that its value stands in the ZIP64 field.
+/// A 16-bit or 32-bit field that is full refers to the ZIP64 field for its value.
 inline constexpr std::uint16_t kFull16 = 0xFFFF;
 inline constexpr std::uint32_t kFull32 = 0xFFFFFFFF;
 

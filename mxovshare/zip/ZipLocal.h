@@ -8,8 +8,8 @@
 
 namespace mxovshare {
 
-/// Finds the data of each entry and sets `dataOffset`. Throws PackageError when a header says something else
-/// than the directory or when entries overlap each other or the directory, which begins at `directoryOffset`.
+/// Finds the data of each entry and sets `dataOffset`. Throws PackageError when a header differs from
+/// the directory or when entries overlap each other or the directory, which begins at `directoryOffset`.
 void LocateData(const ByteSource& source, std::uint64_t directoryOffset, std::vector<ZipEntry>& entries);
 
 } // namespace mxovshare

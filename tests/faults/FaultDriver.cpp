@@ -88,7 +88,7 @@ std::wstring Kept(const std::wstring& path) {
     return path + L".first";
 }
 
-// Keeps what the first act left, for whoever looks at it afterwards.
+// Keeps what the first act left, to be looked at afterwards.
 void KeepState(const Scene& scene) {
     CopyFileW(scene.Information().c_str(), Kept(scene.folder).append(L".ini").c_str(), FALSE);
     CopyFileW(scene.package.c_str(), Kept(scene.package).c_str(), FALSE);

@@ -20,7 +20,7 @@ public:
     /// The width and height that show the whole control, in pixels.
     [[nodiscard]] SIZE NaturalSize() const { return m_naturalSize; }
 
-    /// Moves the container, tells the control its size and lets it draw.
+    /// Moves the container, sets the control's size and lets it draw.
     void Move(const RECT& area);
 
     /// The control's members, as hosts call them. The folder ends with a separator.

@@ -80,7 +80,7 @@ std::wstring FolderOf(const std::wstring& path) {
     return path.substr(0, path.size() - FileName(path).size());
 }
 
-// As the file system tells names apart.
+// As the file system compares names.
 struct NameLess {
     bool operator()(const std::wstring& left, const std::wstring& right) const {
         return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_LESS_THAN;

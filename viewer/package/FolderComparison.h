@@ -22,8 +22,8 @@ struct FileChange {
 [[nodiscard]] std::vector<FileChange> FindChanges(const std::wstring& folder,
                                                   const std::vector<mxovshare::PackageEntry>& entries);
 
-/// The files below `folder` that are open in an office program, as the lock tells that such a program leaves
-/// beside a file; relative to the folder.
+/// The files below `folder` that are open in an office program, found by the lock file that such a program
+/// leaves beside a file; relative to the folder.
 [[nodiscard]] std::vector<std::wstring> FindOpenDocuments(const std::wstring& folder);
 
 /// Whether the files below `folder` differ from those in the package in any name, size or content; all are

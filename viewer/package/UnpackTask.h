@@ -29,7 +29,7 @@ public:
     [[nodiscard]] const std::wstring& PackageFile() const { return m_session->PackageFile(); }
     [[nodiscard]] Progress Current() const;
 
-    /// Waits for the end and gives the session and what became of it. Called once.
+    /// Waits for the end and returns the session and the outcome. Called once.
     std::pair<mxovshare::PackageResult, std::unique_ptr<PackageSession>> Finish();
 
 private:

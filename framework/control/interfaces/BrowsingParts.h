@@ -1,4 +1,4 @@
-// What a control tells of itself: its property pages, its properties' pages and texts, its type.
+// The interfaces that describe a control: its property pages, the texts of its properties, its type.
 #pragma once
 
 #include "ControlPart.h"

@@ -20,7 +20,7 @@ struct FormatPolicy {
 
 using EnumFormats = OleEnum<IEnumFORMATETC, IID_IEnumFORMATETC, FORMATETC, FORMATETC, FormatPolicy>;
 
-/// S_OK for a format that the control gives, else why it does not.
+/// S_OK for a format that the control renders, else the reason as GetData returns it.
 HRESULT Check(const FORMATETC& wanted) noexcept {
     const FORMATETC& offered = wanted.cfFormat == CF_ENHMETAFILE ? kEnhanced : kMetafile;
     if (wanted.cfFormat != offered.cfFormat) {

@@ -8,7 +8,7 @@ class DataObjectPart final : public ControlPart<IDataObject> {
 public:
     using ControlPart::ControlPart;
 
-    /// Tells whoever advised that the picture changed.
+    /// Notifies the advise sinks that the picture changed.
     void NotifyChange();
     /// Releases the sinks.
     void Clear() noexcept { m_holder.Reset(); }
