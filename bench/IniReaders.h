@@ -3,7 +3,7 @@
 
 #include <string>
 
-/// Every reader looks up the four keys of all "REFERANCE_FILE_%d" sections, 1 to `count`, and gives the
+/// Every reader looks up the four keys of all "REFERANCE_FILE_%d" sections, 1 to `count`, and returns the
 /// number of characters found, so that no work can be left out.
 namespace readers {
 

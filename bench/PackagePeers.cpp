@@ -125,7 +125,7 @@ std::optional<double> RunUnix(const PackageFolder& folder, const std::wstring& t
     if (unixFolder.empty()) {
         return std::nullopt;
     }
-    // Wine does not wait for such programs, so the script itself says how long the work took.
+    // Wine does not wait for such programs, so the script itself reports how long the work took.
     const TempFolder work;
     const std::string script =
         "cd '" + unixFolder + "'; TARGET='" + UnixPath(target.substr(0, target.rfind(L'\\'))) + "/" +

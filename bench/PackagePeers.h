@@ -12,7 +12,7 @@ namespace peers {
 bool WriteCabinet(const PackageFolder& folder, const std::wstring& target);
 
 /// Runs a command line of the Unix system under Wine in the folder, with "$TARGET" for the file to write, and
-/// gives the milliseconds it took; nothing when there is no such system or the command failed.
+/// returns the milliseconds it took; nothing when there is no such system or the command failed.
 std::optional<double> RunUnix(const PackageFolder& folder, const std::wstring& target,
                               const std::string& command);
 

@@ -47,8 +47,8 @@ void Flush(const std::wstring& path) {
     CloseHandle(handle);
 }
 
-// Copies the folder file by file and removes the copy; `flush` gives it the guarantee that a save has. Gives
-// the milliseconds of the copying.
+// Copies the folder file by file and removes the copy; `flush` gives it the guarantee that a save has.
+// Returns the milliseconds of the copying.
 double TimePlainCopy(const PackageFolder& folder, bool flush) {
     const TempFolder target;
     target.Write(L"GCode\\x", "");

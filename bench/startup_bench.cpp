@@ -62,7 +62,7 @@ double MedianOf(const std::vector<double>& times) {
     return std::ranges::min(times) < 0 ? -1 : bench::MedianOf(times);
 }
 
-/// Prints one line of the table and gives the ratio; negative when a start failed.
+/// Prints one line of the table and returns the ratio; negative when a start failed.
 template <typename Measure>
 double Compare(const char* what, const Subject& other, Measure measure) {
     std::vector<double> controlTimes;

@@ -2,8 +2,9 @@
 // fault_driver CONTROL ACTION FOLDER PACKAGE SOURCE [MODE TARGET]...
 //   ACTION: edit, attach, remove or save. Without a mode it acts once. Each MODE TARGET arms the faults of
 //   the control file before the first of two acts, on the next of the folders FOLDER-0, FOLDER-1, ... and
-//   packages alike, and one line tells how it went: calls that could be spoilt, whether one was, the messages
-//   to the user of the first act and of the second, and the name of the file that the spoilt call was about.
+//   packages alike, and one line reports how it went: calls that could be spoilt, whether one was, the
+//   messages to the user of the first act and of the second, and the name of the file that the spoilt call
+//   was about.
 #include "host/MessageBoxes.h"
 #include "mxovpackage.h"
 

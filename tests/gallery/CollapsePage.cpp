@@ -67,7 +67,7 @@ BOOL CollapsePage::OnInitDialog() {
     return TRUE;
 }
 
-// All boxes send the same values: the window tells which one it was.
+// All boxes send the same values: the window identifies the box.
 BOOL CollapsePage::OnCommand(WPARAM wParam, LPARAM lParam) {
     const auto box = std::ranges::find(m_boxes, reinterpret_cast<HWND>(lParam),
                                        [](const Box& candidate) { return candidate.control.m_hWnd; });

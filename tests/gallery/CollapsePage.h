@@ -7,7 +7,7 @@
 #include <array>
 #include <functional>
 
-/// Three boxes that tell each other's looks, and a dialog that moves what lies below them when they fold.
+/// Three boxes that report each other's looks, and a dialog that moves what lies below them when they fold.
 class CollapsePage : public GalleryPage {
 public:
     /// `tell` is called with a sentence for each notification of a box.

@@ -4,7 +4,7 @@
 #include "CollapsePage.h"
 #include "SectionPage.h"
 
-/// A dialog that shows both kinds of group box, each with all it can do, and what the boxes tell.
+/// A dialog that shows both kinds of group box, each with all it can do, and what the boxes report.
 class GalleryDlg : public CDialog {
 public:
     GalleryDlg();

@@ -4,7 +4,7 @@
 #define IDD_SECTIONS 102
 #define IDD_COLLAPSIBLE 103
 
-// The gallery: the places of the two pages, and the record of what they tell.
+// The gallery: the places of the two pages, and the record of what they report.
 #define IDC_SECTIONS_PLACE 1001
 #define IDC_COLLAPSIBLE_PLACE 1002
 #define IDC_EVENTS 1003

@@ -41,7 +41,7 @@ void MakeColourBrushes() {
     DestroyWindow(window);
 }
 
-/// User objects that can still be made tell how many there are.
+/// User objects that can still be made show how many there are.
 int UserObjects() {
     constexpr int kAll = 0x10000;
     std::vector<HMENU> menus;

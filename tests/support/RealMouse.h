@@ -19,8 +19,8 @@ public:
 
     /// Moves to a point in client coordinates of a window.
     void MoveTo(HWND window, POINT client) const;
-    /// The same until the window is told of it, at that point or the pixel right of it: a window manager may
-    /// still be placing the window. False when it is never told.
+    /// The same until the window receives the move, at that point or the pixel right of it: a window manager
+    /// may still be placing the window. False when it never does.
     [[nodiscard]] bool Reach(HWND window, POINT client) const;
     void Press() const;
     void Release() const;

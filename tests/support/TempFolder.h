@@ -22,7 +22,7 @@ public:
     /// Full path of something inside.
     [[nodiscard]] std::wstring operator/(const std::wstring& name) const { return m_path + L"\\" + name; }
 
-    /// Writes a file, making folders on the way; gives its full path. `name` is separated by "\".
+    /// Writes a file, making folders on the way; returns its full path. `name` is separated by "\".
     std::wstring Write(const std::wstring& name, std::string_view bytes) const;
 
     /// The same with `size` bytes.

@@ -10,7 +10,7 @@ namespace {
 
 constexpr CLSID kPage = {0xd282cb0e, 0x7c46, 0x48a7, {0xb1, 0x2a, 0xe3, 0x13, 0x79, 0x55, 0xf8, 0xc1}};
 
-/// Stands for the frame around property pages; notes whether the page says that something changed.
+/// Stands for the frame around property pages; notes whether the page reports a change.
 class PageSite final : public IPropertyPageSite {
 public:
     int statusChanges = 0;

@@ -32,7 +32,7 @@ public:
     /// A group box as a dialog template declares one.
     HWND AddGroupBox(const RECT& place, const wchar_t* title, int identifier = 1000) const;
 
-    /// A control of a plain kind; visible unless told otherwise.
+    /// A control of a plain kind; visible by default.
     HWND AddControl(const RECT& place, int identifier = 2000, DWORD style = WS_VISIBLE) const;
 
     /// Lets every window repaint what is invalid.

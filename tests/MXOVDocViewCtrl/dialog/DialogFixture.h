@@ -54,7 +54,7 @@ protected:
     MXOVDocViewActiveXDlg m_dialog;
 };
 
-/// Answers the next message box and keeps what it said.
+/// Answers the next message box and keeps its text.
 class MessageBoxAnswer {
 public:
     explicit MessageBoxAnswer(int button);

@@ -9,7 +9,7 @@ class HistoryListTest : public PopupFixture {
 protected:
     HWND List() const { return Item(IDC_HISTORY); }
 
-    /// A cell as LVM_GETITEMTEXT gives it for a buffer of this size.
+    /// A cell as LVM_GETITEMTEXT returns it for a buffer of this size.
     std::wstring Cell(int row, int column, int room = 300) const {
         std::wstring text(static_cast<std::size_t>(room), L'#');
         LVITEMW item = {};

@@ -13,7 +13,7 @@ protected:
         OleUninitialize();
     }
 
-    /// The name that a screen reader says for a control.
+    /// The name that a screen reader announces for a control.
     std::wstring SpokenName(int id) const {
         IAccessible* accessible = nullptr;
         if (FAILED(AccessibleObjectFromWindow(Item(id), static_cast<DWORD>(OBJID_CLIENT),

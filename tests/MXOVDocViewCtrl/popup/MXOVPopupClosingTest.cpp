@@ -41,7 +41,7 @@ protected:
         SendInput(4, inputs, sizeof inputs[0]);
     }
 
-    /// Handles messages as a host does, up to the press of F24; gives the keys that its loop saw pressed
+    /// Handles messages as a host does, up to the press of F24; returns the keys that its loop saw pressed
     /// before.
     static std::vector<WPARAM> KeysOfTheHost() {
         std::vector<WPARAM> keys;

@@ -15,7 +15,7 @@ constexpr int kShortCycles = 60;
 constexpr int kLongCycles = 200;
 constexpr int kTemplateShare = 10; // one cycle of the template alone for so many of the popup
 constexpr int kHistoryEntries = 20;
-// What the system's own caches may take or give back meanwhile, however many cycles there are.
+// What the system's own caches may take or return meanwhile, however many cycles there are.
 constexpr int kToleratedObjects = 3;
 constexpr std::int64_t kToleratedBytes = 16384;
 

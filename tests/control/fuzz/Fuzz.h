@@ -1,4 +1,4 @@
-// The runs of the fuzz program. Each gives the words of what it found; empty when all was well.
+// The runs of the fuzz program. Each returns a description of what it found; empty when all was well.
 #pragma once
 
 #include <cstdint>

@@ -10,7 +10,7 @@
 struct Step {
     const char* what = "the start"; ///< outlives the step
     uint64_t number = 0;
-    std::array<long long, 4> details{}; ///< which they are, `what` tells
+    std::array<long long, 4> details{}; ///< `what` names them
 };
 inline Step doing;
 /// Counts the steps that were begun.
@@ -24,8 +24,8 @@ inline void BeginStep(const char* what, uint64_t number, std::array<long long, 4
 /// The step in words.
 std::string Words(const Step& step);
 
-/// Starts a thread that ends the program with kHung, and says what was being done, when no step has begun for
-/// so many seconds.
+/// Starts a thread that ends the program with kHung, and reports what was being done, when no step has begun
+/// for so many seconds.
 void WatchProgress(unsigned seconds);
 
 inline constexpr unsigned kHung = 98;

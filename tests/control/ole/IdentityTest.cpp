@@ -1,4 +1,4 @@
-// One identity, and what the control tells about itself.
+// One identity, and how the control describes itself.
 #include "ControlInterfaces.h"
 #include "ControlObject.h"
 

@@ -29,7 +29,7 @@ std::wstring ClassOf(HWND window) {
     return name.data();
 }
 
-/// The first window that an enumeration gives and the test accepts; null when there is none.
+/// The first window that an enumeration returns and the test accepts; null when there is none.
 class WindowSearch {
 public:
     explicit WindowSearch(std::function<bool(HWND)> accept) : m_accept(std::move(accept)) {}
@@ -90,7 +90,7 @@ public:
             if (found) {
                 return found;
             }
-            Sleep(kInterval); // the windows of another process tell us nothing
+            Sleep(kInterval); // the windows of another process send us no message
         }
         return nullptr;
     }

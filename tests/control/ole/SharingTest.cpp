@@ -19,7 +19,7 @@ HWND DialogOf(const MockContainer& container) {
     return FindWindowExW(container.ControlWindow(), nullptr, L"#32770", nullptr);
 }
 
-/// Selects a document and tells the dialog of the click on it.
+/// Selects a document and notifies the dialog of the click on it.
 void Click(HWND dialog, int list, int item) {
     LVITEMW state = {};
     state.stateMask = state.state = LVIS_SELECTED | LVIS_FOCUSED;

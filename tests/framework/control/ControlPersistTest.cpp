@@ -125,7 +125,7 @@ TEST_F(ControlPersistTest, BagKeepsEverythingAndLeavesDefaultsOut) {
 TEST_F(ControlPersistTest, WhatABagLeavesOutHasItsDefault) {
     PropertyBag bag;
     bag.values[L"Count"] = VARIANT{};
-    bag.values[L"Count"].vt = VT_BSTR; // as pages written by hand give numbers
+    bag.values[L"Count"].vt = VT_BSTR; // as pages written by hand pass numbers
     bag.values[L"Count"].bstrVal = ::SysAllocString(L"12");
     const ComPtr<IUnknown> control = Changed();
     ASSERT_EQ(S_OK, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Load(&bag, nullptr));

@@ -2,7 +2,7 @@
 
 namespace {
 
-/// A page site that notes what it is told.
+/// A page site that notes its calls.
 class PageSite final : public IPropertyPageSite {
 public:
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override {

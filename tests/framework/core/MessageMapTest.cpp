@@ -46,7 +46,7 @@ END_MESSAGE_MAP()
 
 class DerivedWindow : public BaseWindow {
 public:
-    bool refuse = false; ///< OnCtlColor gives no brush
+    bool refuse = false; ///< OnCtlColor returns no brush
 
 protected:
     afx_msg LRESULT OnOwn(WPARAM wParam, LPARAM lParam) {

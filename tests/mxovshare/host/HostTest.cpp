@@ -1,4 +1,4 @@
-// What the built library tells about files and about itself.
+// What the built library returns about files and about itself.
 #include "mxovshare.h"
 
 #include "TempFolder.h"

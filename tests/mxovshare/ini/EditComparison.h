@@ -1,4 +1,4 @@
-// Applies edits to the model and to the plain rules, and tells where they differ.
+// Applies edits to the model and to the plain rules, and reports where they differ.
 #pragma once
 
 #include "ini/IniDocument.h"
@@ -10,7 +10,7 @@
 namespace mxovshare {
 
 /// A model and the plain rules on the same file. Every call checks that both agree and that the model's index
-/// is that of its bytes; it gives a description of the first difference.
+/// is that of its bytes; it returns a description of the first difference.
 class EditComparison {
 public:
     EditComparison(const TextPlatform& platform, const std::string& bytes);

@@ -40,7 +40,7 @@ protected:
         return entry;
     }
 
-    // Packs the folder over an old package; gives whether the document was taken from there.
+    // Packs the folder over an old package; returns whether the document was taken from there.
     bool IsTakenFrom(const std::string& oldPackage) {
         m_work.Write(L"p.mxov", oldPackage);
         const PackageResult result = CreatePackage(m_folder.Path(), Package());

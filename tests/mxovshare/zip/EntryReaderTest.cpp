@@ -82,7 +82,7 @@ TEST(EntryReader, ReadsNothingWholeBeyondTheLimit) {
     EXPECT_THROW(ReadWholeEntry(file, entries[0], 2047), PackageError);
 }
 
-// A damaged package is refused or gives the very same content; names alone may change.
+// A damaged package is refused or unpacks to the very same content; names alone may change.
 TEST(EntryReader, NeverGivesOtherContentForAFlippedBit) {
     const std::string zip = ForgeZip({MakeEntry("a.txt", std::string(400, 'x') + "end", true)});
     int accepted = 0;

@@ -22,7 +22,7 @@ struct ForgedEntry {
     std::string data; ///< as it stands in the package, a descriptor behind it included
     std::uint32_t attributes = 0;
     std::uint16_t disk = 0;
-    std::optional<std::uint32_t> offset; ///< where the directory says that the header is
+    std::optional<std::uint32_t> offset; ///< offset of the header in the directory
 };
 
 /// An honest entry: stored, or deflated. A name that ends in "/" makes a folder.

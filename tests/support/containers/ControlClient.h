@@ -27,7 +27,7 @@ public:
     /// The control's automation interface; owned by this object.
     [[nodiscard]] IDispatch* Automation() const { return m_automation; }
 
-    /// Calls a method by name with strings; gives what `Invoke` returned.
+    /// Calls a method by name with strings; returns what `Invoke` returned.
     HRESULT Call(const wchar_t* method, std::initializer_list<std::wstring> strings = {});
 
     /// Calls a method by name with whole numbers.

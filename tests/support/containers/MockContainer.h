@@ -1,4 +1,4 @@
-// A container of controls that notes every call it gets, and can be told to leave out or to refuse what
+// A container of controls that notes every call it gets, and can be set to leave out or to refuse what
 // containers leave out or refuse.
 #pragma once
 
