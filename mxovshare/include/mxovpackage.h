@@ -49,6 +49,10 @@ inline bool IsOfficeLock(std::wstring_view name) noexcept {
     return name.starts_with(L"~$") || (name.starts_with(L".~lock.") && name.ends_with(L'#'));
 }
 
+/// Whether a lock belongs to a document in the same folder. Some programs put the mark of a lock in place of
+/// the first two characters of a long name.
+[[nodiscard]] MXOVSHARE_API bool IsOfficeLockOf(std::wstring_view lock, std::wstring_view document) noexcept;
+
 /// Packs every file below `folder` into a new package `file`, replacing an old one in one step when complete.
 /// The locks that office programs leave beside open documents are left out.
 MXOVSHARE_API PackageResult CreatePackage(const std::wstring& folder, const std::wstring& file,
@@ -71,6 +75,17 @@ MXOVSHARE_API PackageResult VerifyPackage(const std::wstring& file,
 /// A package without one has no sections; the call succeeds.
 MXOVSHARE_API PackageResult ReadInformation(const std::wstring& file,
                                             std::vector<InformationSection>& sections) noexcept;
+
+/// Lists the files below a folder with their sizes and last writes. Links are not followed; checksums are not
+/// read.
+MXOVSHARE_API PackageResult ListFolder(const std::wstring& folder, std::vector<PackageEntry>& files) noexcept;
+
+/// Reads the checksum of a file's content, which packages hold for each entry. The file may be written or
+/// replaced by other programs meanwhile.
+MXOVSHARE_API PackageResult ReadChecksum(const std::wstring& file, std::uint32_t& crc32) noexcept;
+
+/// What a package file is now, as one word to compare with `StampOfFolder`; empty when it cannot be found.
+MXOVSHARE_API std::wstring StampOfPackageFile(const std::wstring& file) noexcept;
 
 /// What the package file was when `folder` was last unpacked from it or saved to it, as one word to keep with
 /// the folder; empty for a folder that this process knows nothing of.

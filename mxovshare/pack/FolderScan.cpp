@@ -1,12 +1,12 @@
 #include "pack/FolderScan.h"
 
-#include "common/Handles.h"
 #include "common/InformationFile.h"
 #include "common/LongPath.h"
 #include "common/Paths.h"
 #include "common/Utf8.h"
 #include "files/FileFailure.h"
 #include "files/FolderPath.h"
+#include "files/FolderSearch.h"
 #include "mxovpackage.h"
 #include "pack/FileTimes.h"
 #include "text/CaseFold.h"
@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cwchar>
 #include <iterator>
 #include <tuple>
 
@@ -23,36 +22,6 @@
 namespace mxovshare {
 
 namespace {
-
-// Lists the names in a folder; throws FileFailure when it cannot be listed.
-class Search {
-public:
-    explicit Search(const std::wstring& folder)
-        : m_folder(folder),
-          m_handle(common::OwnSearch(FindFirstFileExW(common::LongPath(JoinPath(folder, L"*")).c_str(),
-                                                      FindExInfoBasic, &m_data, FindExSearchNameMatch,
-                                                      nullptr, FIND_FIRST_EX_LARGE_FETCH))) {
-        Check(m_handle != nullptr);
-    }
-
-    explicit operator bool() const { return m_found; }
-    const WIN32_FIND_DATAW& operator*() const { return m_data; }
-    void Next() { Check(FindNextFileW(m_handle.get(), &m_data) != FALSE); }
-
-private:
-    void Check(bool found) {
-        m_found = found;
-        const DWORD error = found ? ERROR_SUCCESS : GetLastError();
-        if (error != ERROR_SUCCESS && error != ERROR_NO_MORE_FILES && error != ERROR_FILE_NOT_FOUND) {
-            ThrowFileFailure(L"cannot list", m_folder, error);
-        }
-    }
-
-    std::wstring m_folder;
-    WIN32_FIND_DATAW m_data = {};
-    common::UniqueSearch m_handle;
-    bool m_found = false;
-};
 
 bool IsLink(const WIN32_FIND_DATAW& data) {
     return (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
@@ -90,14 +59,12 @@ private:
     // True when there is nothing to pack in the folder.
     bool ScanOne(const FolderItem& folder) {
         bool isEmpty = true;
-        for (Search found(folder.path); found; found.Next()) {
+        for (FolderSearch found(folder.path); found; found.Next()) {
             const WIN32_FIND_DATAW& data = *found;
-            if (std::wcscmp(data.cFileName, L".") == 0 || std::wcscmp(data.cFileName, L"..") == 0 ||
-                IsLock(data)) {
-                continue;
+            if (!IsLock(data)) {
+                isEmpty = false;
+                Take(folder, data);
             }
-            isEmpty = false;
-            Take(folder, data);
         }
         return isEmpty;
     }

@@ -16,14 +16,20 @@ struct FileChange {
     FileChangeKind kind = FileChangeKind::Changed;
 };
 
+/// Whether a change is one of the information file, to which every save adds an entry.
+[[nodiscard]] bool IsInformationFile(const FileChange& change);
+
+/// Whether the control itself makes such a change: to the information file, and to copies that it attaches
+/// and removes.
+[[nodiscard]] bool IsControlChange(const FileChange& change);
+
 /// The files below `folder` that differ from the package with these entries, by name. Fast: a file of the
 /// entry's size and last write counts as the same, and only one of its size but another time is read. Locks
 /// of office programs do not count.
 [[nodiscard]] std::vector<FileChange> FindChanges(const std::wstring& folder,
                                                   const std::vector<mxovshare::PackageEntry>& entries);
 
-/// The files below `folder` that are open in an office program, found by the lock file that such a program
-/// leaves beside a file; relative to the folder.
+/// The files below `folder` beside which an office program keeps a lock, relative to the folder.
 [[nodiscard]] std::vector<std::wstring> FindOpenDocuments(const std::wstring& folder);
 
 /// Whether the files below `folder` differ from those in the package in any name, size or content; all are
