@@ -169,8 +169,9 @@ class Viewer:
         raise AssertionError(f'{what}: not within {PATIENCE} seconds; {hindrance}')
 
     def wait_for_package(self, name):
+        """Waits until a package is shown, with or without the mark of unsaved changes."""
         return self.wait(f'{name} is open', lambda s: (
-            s.frame.visible and s.frame.text == f'{name} - {PROGRAM}' and not s.others))
+            s.frame.visible and s.frame.text.removeprefix('*') == f'{name} - {PROGRAM}' and not s.others))
 
     def wait_for_dialog(self, what):
         return self.wait(what, lambda s: s.dialog() is not None)

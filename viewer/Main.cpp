@@ -2,7 +2,7 @@
 #include "CommandLine.h"
 #include "MainWindow.h"
 #include "mxovlanguage.h"
-#include "package/PackageSession.h"
+#include "package/SessionStore.h"
 
 #include <commctrl.h>
 #include <ole2.h>
@@ -45,7 +45,9 @@ std::vector<std::wstring> Arguments() {
 }
 
 int RunWindow(const CommandLine& line, int show) {
-    MainWindow window;
+    SessionStore sessions(SessionStore::UserFolder());
+    sessions.RemoveLeftovers();
+    MainWindow window(sessions);
     if (const std::wstring error = window.Create(); !error.empty()) {
         MessageBoxW(nullptr, error.c_str(), MainWindow::kProgramName, MB_OK | MB_ICONERROR);
         return kFailed;
@@ -78,7 +80,6 @@ int Run(int show) {
     constexpr INITCOMMONCONTROLSEX kControls = {sizeof kControls,
                                                 ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_PROGRESS_CLASS};
     InitCommonControlsEx(&kControls);
-    PackageSession::RemoveLeftovers();
     const ComApartment apartment;
     return RunWindow(line, show);
 }

@@ -29,6 +29,17 @@ constexpr int kUsualPreview = 620;
 constexpr int kUsualHeight = 640;
 constexpr int kFactsWidth = 160;
 
+NewsBar::Button NewsButton(NewsAction action) {
+    switch (action) {
+    case NewsAction::Save:
+        return {IDM_FILE_SAVE, L"Save"};
+    case NewsAction::Reload:
+        return {IDM_VIEW_REFRESH, L"Reload"};
+    default:
+        return {IDM_PACKAGE_COMPARE, L"Compare"};
+    }
+}
+
 } // namespace
 
 std::wstring MainWindow::Create() {
@@ -50,6 +61,8 @@ std::wstring MainWindow::Create() {
     if (std::wstring error = m_control.Create(Handle(), IDC_CONTROL); !error.empty()) {
         return error;
     }
+    m_control.NotifyChanges(Handle(), PackageController::kControlChanged);
+    m_columns.Apply(m_control.Content());
     const SIZE usual = FrameSize(kUsualPreview, kUsualHeight);
     SetWindowPos(Handle(), nullptr, 0, 0, usual.cx, usual.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     m_maximised = RestorePlacement(Handle(), kSettingsKey);
@@ -110,7 +123,10 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         OnDropFiles(reinterpret_cast<HDROP>(wParam));
         return 0;
     case WM_ACTIVATE:
-        OnActivate(LOWORD(wParam) != WA_INACTIVE);
+        OnActivate(LOWORD(wParam) != WA_INACTIVE, reinterpret_cast<HWND>(lParam));
+        return 0;
+    case WM_MOVE:
+        m_control.UpdatePlace();
         return 0;
     case WM_SETFOCUS:
         if (m_control.IsShown()) {
@@ -118,10 +134,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return 0;
     case WM_TIMER:
-        m_packages.OnTimer(wParam);
-        return 0;
-    case PackageController::kUnpacked:
-        m_packages.OnUnpacked();
+        m_packages.OnTimer();
         return 0;
     case WM_QUERYENDSESSION:
         m_packages.CancelOpening();
@@ -134,7 +147,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         PostQuitMessage(0);
         return 0;
     default:
-        return Default(message, wParam, lParam);
+        return m_packages.OnMessage(message) ? 0 : Default(message, wParam, lParam);
     }
 }
 
@@ -142,7 +155,7 @@ bool MainWindow::OnCreate() {
     m_status =
         CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
                         Handle(), reinterpret_cast<HMENU>(IDC_STATUS), GetModuleHandleW(nullptr), nullptr);
-    return m_status && m_preview.Create(Handle(), IDC_PREVIEW);
+    return m_status && m_news.Create(Handle(), IDC_NEWS) && m_preview.Create(Handle(), IDC_PREVIEW);
 }
 
 void MainWindow::OnSize() {
@@ -162,7 +175,10 @@ void MainWindow::OnSize() {
         m_control.Move({0, 0, split, bottom});
     }
     const int left = split > 0 ? split + Scale(kGap) : 0;
-    MoveWindow(m_preview.Handle(), left, 0, std::max<int>(0, client.right - left), bottom, TRUE);
+    const int width = std::max<int>(0, client.right - left);
+    const int top = std::min<int>(m_news.HeightFor(width), bottom);
+    MoveWindow(m_news.Handle(), left, 0, width, top, TRUE);
+    MoveWindow(m_preview.Handle(), left, top, width, bottom - top, TRUE);
 }
 
 // Never smaller than the control with a useful piece of the preview.
@@ -215,6 +231,9 @@ void MainWindow::OnCommand(int command) {
     case IDM_VIEW_REFRESH:
         m_packages.Reload();
         break;
+    case IDM_PACKAGE_COMPARE:
+        m_packages.Compare();
+        break;
     case IDM_HELP_TOPICS:
         ShowHelp();
         break;
@@ -239,9 +258,12 @@ void MainWindow::OnDropFiles(HDROP drop) {
 }
 
 // The focus returns to where it was inside the window.
-void MainWindow::OnActivate(bool active) {
+void MainWindow::OnActivate(bool active, HWND other) {
     if (!active) {
         m_lastFocus = GetFocus();
+        if (IsProperties(other, Handle())) {
+            PlaceProperties(other, m_control.ScreenArea()); // the control does not know about monitors
+        }
     } else if (IsChild(Handle(), m_lastFocus) && IsWindowVisible(m_lastFocus)) {
         SetFocus(m_lastFocus);
     } else {
@@ -258,6 +280,7 @@ void MainWindow::OnClose() {
         return;
     }
     StorePlacement(Handle(), kSettingsKey);
+    m_columns.Store(m_control.Content());
     DestroyWindow(Handle());
 }
 
@@ -278,15 +301,34 @@ void MainWindow::OpenRecent(std::size_t index) {
 void MainWindow::OnPackageChanged() {
     const PackageSession* session = m_packages.Session();
     ShowControl(session != nullptr);
+    ShowTitle();
     if (!session) {
         m_preview.Clear();
-        SetWindowTextW(Handle(), kProgramName);
         ShowStatus(L"Ready");
         return;
     }
     m_preview.Show(ReadPackageSummary(session->FolderWithSeparator(), session->PackageFile()));
-    SetWindowTextW(Handle(), (FileName(session->PackageFile()) + L" - " + kProgramName).c_str());
     ShowStatus(session->PackageFile());
+}
+
+void MainWindow::OnNewsChanged() {
+    ShowTitle();
+    const PackageNews& news = m_packages.News();
+    std::vector<NewsBar::Button> buttons;
+    buttons.reserve(news.actions.size());
+    for (const NewsAction action : news.actions) {
+        buttons.push_back(NewsButton(action));
+    }
+    m_news.Show(news.text, buttons);
+    OnSize();
+}
+
+void MainWindow::ShowTitle() {
+    std::wstring title = kProgramName;
+    if (const PackageSession* session = m_packages.Session()) {
+        title = FileName(session->PackageFile()) + L" - " + title;
+    }
+    SetWindowTextW(Handle(), (m_packages.IsUnsaved() ? L"*" + title : title).c_str());
 }
 
 // Without a package there is nothing to attach documents to.
@@ -338,7 +380,7 @@ void MainWindow::ShowError(const std::wstring& text) {
     MessageBoxW(Handle(), text.c_str(), kProgramName, MB_OK | MB_ICONWARNING);
 }
 
-// The size that the control asks for, or a usual one when it asks for none.
+// The control's natural size, or a default where it reports none.
 SIZE MainWindow::ControlSize() const {
     const SIZE natural = m_control.NaturalSize();
     return {natural.cx > 0 ? natural.cx : Scale(372), natural.cy > 0 ? natural.cy : Scale(480)};

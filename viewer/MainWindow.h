@@ -1,9 +1,12 @@
-// The viewer's window: menus, the document control at the left, the preview beside it, the status bar below.
+// The viewer's window: menus, the document control at the left, the preview beside it below the bar for news,
+// the status bar at the bottom.
 #pragma once
 
 #include "control/ControlHost.h"
+#include "control/ListColumns.h"
 #include "PackageController.h"
 #include "preview/PreviewPane.h"
+#include "window/NewsBar.h"
 #include "window/Window.h"
 
 #include <shellapi.h>
@@ -20,8 +23,11 @@ public:
     /// The program's name in titles and message boxes.
     static constexpr wchar_t kProgramName[] = L"MXOV Viewer";
 
-    /// Creates the window and the control in it, hidden. Returns what went wrong, in words for the user;
-    /// empty on success.
+    /// The store outlives the window.
+    explicit MainWindow(SessionStore& sessions) : m_packages(*this, m_control, sessions, kSettingsKey) {}
+
+    /// Creates the window and the control in it, hidden. Returns a message for the user, empty on
+    /// success.
     [[nodiscard]] std::wstring Create();
 
     /// Shows the window, maximised when it was at the end of the last run and `show` asks for nothing
@@ -40,6 +46,7 @@ protected:
 private:
     [[nodiscard]] HWND Frame() const override { return Handle(); }
     void OnPackageChanged() override;
+    void OnNewsChanged() override;
     void ShowStatus(const std::wstring& text) override;
     void ShowError(const std::wstring& text) override;
 
@@ -49,12 +56,13 @@ private:
     void OnInitMenuPopup(HMENU menu) const;
     void OnCommand(int command);
     void OnDropFiles(HDROP drop);
-    void OnActivate(bool active);
+    void OnActivate(bool active, HWND other);
     void OnClose();
 
     void BrowseForPackage();
     void OpenRecent(std::size_t index);
     void ShowControl(bool shown);
+    void ShowTitle();
     void ShowHelp();
     void ShowAbout();
     bool WrapTabFocus(const MSG& message);
@@ -63,12 +71,14 @@ private:
     [[nodiscard]] SIZE FrameSize(int previewWidth, int leastHeight) const;
 
     PreviewPane m_preview;
+    NewsBar m_news;
     HWND m_status = nullptr;
     HACCEL m_accelerators = nullptr;
     HWND m_lastFocus = nullptr;
     bool m_maximised = false; // at the end of the last run
     ControlHost m_control;
-    PackageController m_packages{*this, m_control, kSettingsKey};
+    ListColumns m_columns{kSettingsKey};
+    PackageController m_packages;
 };
 
 } // namespace viewer

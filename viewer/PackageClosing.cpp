@@ -1,29 +1,12 @@
 #include "PackageClosing.h"
 
-#include "common/InformationFile.h"
-#include "common/Paths.h"
 #include "control/ControlHost.h"
 #include "mxovpackage.h"
 #include "package/Paths.h"
 #include "window/FileDialog.h"
 #include "window/UnsavedPrompts.h"
 
-#include <iterator>
-
 namespace viewer {
-
-namespace {
-
-// Whether the control itself makes such a change: to the information file, and to copies that it attaches
-// and removes.
-bool IsOwnChange(const FileChange& change) {
-    constexpr wchar_t kCopies[] = L"ReferanceFiles\\";
-    return common::IsSamePath(FileName(change.name), common::kInformationFile) ||
-           (change.kind != FileChangeKind::Changed &&
-            common::IsSamePath(change.name.substr(0, std::size(kCopies) - 1), kCopies));
-}
-
-} // namespace
 
 bool PackageClosing::Run() {
     const bool changed = m_control.HasChanges();
@@ -74,7 +57,7 @@ bool PackageClosing::WaitForOpenDocuments() {
 bool PackageClosing::ResolveOutsideChanges(bool declined) {
     std::vector<FileChange> changes = m_session.Changes();
     if (declined) {
-        std::erase_if(changes, IsOwnChange);
+        std::erase_if(changes, IsControlChange);
     }
     if (changes.empty()) {
         return true;

@@ -13,8 +13,8 @@ public:
     PackageClosing(HWND owner, ControlHost& control, PackageSession& session)
         : m_owner(owner), m_control(control), m_session(session) {}
 
-    /// Asks about everything unsaved and saves it where the user wants that. False when the user prefers to
-    /// go on with the package.
+    /// Prompts for everything unsaved and saves it where the user agrees. False when the user keeps the
+    /// package open.
     [[nodiscard]] bool Run();
 
 private:

@@ -13,10 +13,8 @@ namespace viewer {
 namespace {
 
 constexpr UINT_PTR kProgressTimer = 1;
-constexpr UINT_PTR kWatchTimer = 2;
-constexpr UINT kProgressDelay = 400;  // milliseconds before the progress window appears
+constexpr UINT kProgressDelay = 200;  // milliseconds before the progress window appears
 constexpr UINT kProgressPeriod = 100; // milliseconds between its updates
-constexpr UINT kWatchPeriod = 500;    // milliseconds between two looks at the open package
 
 // What a package's reader reports, as a sentence of its own.
 std::wstring Sentence(std::wstring report) {
@@ -26,8 +24,9 @@ std::wstring Sentence(std::wstring report) {
 
 } // namespace
 
-PackageController::PackageController(PackageView& view, ControlHost& control, const wchar_t* settingsKey)
-    : m_view(view), m_control(control), m_recent(settingsKey) {}
+PackageController::PackageController(PackageView& view, ControlHost& control, SessionStore& sessions,
+                                     const wchar_t* settingsKey)
+    : m_view(view), m_control(control), m_sessions(sessions), m_recent(settingsKey) {}
 
 void PackageController::Open(const std::wstring& path) {
     if (IsOpening() || m_prompting) {
@@ -38,7 +37,7 @@ void PackageController::Open(const std::wstring& path) {
         return;
     }
     std::wstring error;
-    std::unique_ptr<PackageSession> session = PackageSession::Create(path, error);
+    std::unique_ptr<PackageSession> session = m_sessions.Create(path, error);
     if (!session) {
         m_view.ShowError(FileName(path) + L" cannot be opened.\n\n" + error);
         return;
@@ -86,7 +85,8 @@ void PackageController::Save() {
     if (!m_session || m_prompting || IsOpening()) {
         return;
     }
-    if (!m_control.HasChanges() && m_session->Changes().empty()) {
+    const bool isFileGone = m_state && m_state->stamp.empty();
+    if (!isFileGone && !m_control.HasChanges() && m_session->Changes().empty()) {
         m_view.ShowStatus(L"There is nothing to save");
         return;
     }
@@ -94,8 +94,23 @@ void PackageController::Save() {
         const common::ScopedFlag prompting(m_prompting);
         m_control.Save();
     }
-    DetectSave();
+    OnControlChanged();
     m_view.OnPackageChanged();
+}
+
+void PackageController::Compare() {
+    std::vector<mxovshare::PackageEntry> entries;
+    if (!m_session || m_prompting) {
+        return;
+    }
+    const mxovshare::PackageResult result = mxovshare::ListPackage(m_session->PackageFile(), entries);
+    if (!result.ok) {
+        m_view.ShowError(Sentence(result.message));
+        return;
+    }
+    std::vector<FileChange> changes = FindChanges(m_session->Folder(), entries);
+    std::erase_if(changes, IsInformationFile);
+    ShowComparison(m_view.Frame(), m_session->PackageFile(), changes);
 }
 
 bool PackageController::Close() {
@@ -105,16 +120,18 @@ bool PackageController::Close() {
     if (!CloseInControl()) {
         return false;
     }
-    KillTimer(m_view.Frame(), kWatchTimer);
+    m_watch.reset();
+    m_state.reset();
     m_control.ClearAllData();
     m_session.reset();
+    UpdateNews();
     m_view.OnPackageChanged();
     return true;
 }
 
 bool PackageController::OfferCrashRecovery() {
     std::unique_ptr<PackageSession> chosen;
-    for (std::unique_ptr<PackageSession>& session : PackageSession::TakeOver()) {
+    for (std::unique_ptr<PackageSession>& session : m_sessions.TakeOver()) {
         if (chosen) {
             session->Keep();
             continue;
@@ -140,15 +157,23 @@ bool PackageController::OfferCrashRecovery() {
     return true;
 }
 
-void PackageController::OnTimer(UINT_PTR timer) {
-    if (timer == kWatchTimer) {
-        DetectSave();
-    } else if (timer == kProgressTimer) {
-        UpdateProgress();
+bool PackageController::OnMessage(UINT message) {
+    switch (message) {
+    case kUnpacked:
+        OnUnpacked();
+        return true;
+    case kControlChanged:
+        OnControlChanged();
+        return true;
+    case kWatched:
+        OnWatched();
+        return true;
+    default:
+        return false;
     }
 }
 
-void PackageController::UpdateProgress() {
+void PackageController::OnTimer() {
     if (!m_task) {
         return;
     }
@@ -185,15 +210,43 @@ bool PackageController::PreTranslate(MSG& message) const {
 }
 
 // The control saves by its own button, which leaves it unmodified even when saving failed.
-void PackageController::DetectSave() {
+void PackageController::OnControlChanged() {
     if (!m_session || m_prompting) {
         return;
     }
-    if (m_session->RecordSave() && !IsOpening()) {
-        m_view.OnPackageChanged();
+    if (m_session->RecordSave()) {
+        m_state.reset();
+        m_watch->Update(*m_session);
+        if (!IsOpening()) {
+            m_view.OnPackageChanged();
+        }
     }
     if (mxovshare::TakeSaveFailure(m_session->Folder())) {
         m_control.MarkChanged();
+    }
+    UpdateNews();
+}
+
+void PackageController::OnWatched() {
+    if (!m_watch) {
+        return;
+    }
+    if (std::optional<PackageState> state = m_watch->Take()) {
+        m_state = std::move(state);
+        UpdateNews();
+    }
+}
+
+// A state from before the last recorded save is outdated; the next one is on its way.
+void PackageController::UpdateNews() {
+    const bool isCurrent = m_session && m_state && m_state->knownStamp == m_session->Stamp() &&
+                           m_session->Stamp() == mxovshare::StampOfFolder(m_session->Folder());
+    const bool unsaved = m_session && (m_control.HasChanges() || (isCurrent && !m_state->changes.empty()));
+    PackageNews news = isCurrent ? FindNews(*m_state, m_session->PackageFile()) : PackageNews();
+    if (unsaved != m_unsaved || news != m_news) {
+        m_unsaved = unsaved;
+        m_news = std::move(news);
+        m_view.OnNewsChanged();
     }
 }
 
@@ -203,10 +256,13 @@ void PackageController::SwitchTo(std::unique_ptr<PackageSession> session) {
         return;
     }
     session->RecordSave();
+    m_watch.reset();
     m_control.LoadFile(session->FolderWithSeparator(), session->PackageFile());
     m_session = std::move(session);
+    m_state.reset();
+    m_watch = std::make_unique<PackageWatch>(*m_session, m_view.Frame(), kWatched);
     m_recent.Add(m_session->PackageFile());
-    SetTimer(m_view.Frame(), kWatchTimer, kWatchPeriod, nullptr);
+    UpdateNews();
     m_view.OnPackageChanged();
 }
 
@@ -216,7 +272,7 @@ bool PackageController::CloseInControl() {
         return true;
     }
     CloseProperties(m_view.Frame());
-    DetectSave();
+    OnControlChanged();
     const common::ScopedFlag prompting(m_prompting);
     return PackageClosing(m_view.Frame(), m_control, *m_session).Run();
 }

@@ -1,12 +1,16 @@
 // The package that the window shows: opens, watches, saves, closes and recovers it.
 #pragma once
 
+#include "package/PackageNews.h"
 #include "package/PackageSession.h"
+#include "package/PackageWatch.h"
 #include "package/RecentPackages.h"
+#include "package/SessionStore.h"
 #include "package/UnpackTask.h"
 #include "window/ProgressDialog.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace viewer {
@@ -22,6 +26,9 @@ public:
     /// Called when a package was opened, saved or closed, and when opening ended without a change.
     virtual void OnPackageChanged() = 0;
 
+    /// Called when `IsUnsaved` or `News` has changed.
+    virtual void OnNewsChanged() = 0;
+
     /// Shows a line of text until the next one.
     virtual void ShowStatus(const std::wstring& text) = 0;
 
@@ -34,11 +41,15 @@ protected:
 
 class PackageController {
 public:
-    /// Posted to the frame when unpacking ended; the frame calls `OnUnpacked`.
+    /// Posted to the frame, which passes them to `OnMessage`.
     static constexpr UINT kUnpacked = WM_APP + 1;
+    static constexpr UINT kControlChanged = WM_APP + 2;
+    static constexpr UINT kWatched = WM_APP + 3;
 
-    /// Keeps the recent packages below HKEY_CURRENT_USER in `settingsKey`. View and control outlive it.
-    PackageController(PackageView& view, ControlHost& control, const wchar_t* settingsKey);
+    /// Keeps the recent packages below HKEY_CURRENT_USER in `settingsKey`. View, control and store outlive
+    /// it.
+    PackageController(PackageView& view, ControlHost& control, SessionStore& sessions,
+                      const wchar_t* settingsKey);
     PackageController(const PackageController&) = delete;
     PackageController& operator=(const PackageController&) = delete;
 
@@ -50,8 +61,14 @@ public:
     /// Whether a prompt about the package is on the screen. Until it is answered, the package stays.
     [[nodiscard]] bool IsPrompting() const { return m_prompting; }
 
-    /// Opens a package in place of the open one, which is closed only when the other is unpacked. Reports to
-    /// the user what is wrong with it, and the open package stays as it was.
+    /// Whether the package holds changes that are not in its file.
+    [[nodiscard]] bool IsUnsaved() const { return m_unsaved; }
+
+    /// What other programs did to the package; empty text for nothing.
+    [[nodiscard]] const PackageNews& News() const { return m_news; }
+
+    /// Opens a package in place of the open one, which is closed only when the other is unpacked. Shows
+    /// an error when it cannot be opened; the open package then stays as it was.
     void Open(const std::wstring& path);
 
     /// Opens the open package anew.
@@ -63,7 +80,10 @@ public:
     /// Saves what the control and other programs changed.
     void Save();
 
-    /// Closes the open package. False when the user prefers to go on with it.
+    /// Shows how the open package differs from its file, which somebody else saved.
+    void Compare();
+
+    /// Closes the open package. False when the user keeps it open.
     bool Close();
 
     /// Offers to continue with the changes that viewers left which crashed. True when the user chose one
@@ -71,25 +91,34 @@ public:
     bool OfferCrashRecovery();
 
     /// Handles a timer of the frame.
-    void OnTimer(UINT_PTR timer);
-    void OnUnpacked();
+    void OnTimer();
+
+    /// Handles a message that was posted to the frame; true when it was one of those above.
+    bool OnMessage(UINT message);
 
     /// Lets the progress window handle its keyboard messages; true when it has handled this one.
     [[nodiscard]] bool PreTranslate(MSG& message) const;
 
 private:
     [[nodiscard]] bool CanOpen(const std::wstring& path);
-    void UpdateProgress();
-    void DetectSave();
+    void OnUnpacked();
+    void OnControlChanged();
+    void OnWatched();
+    void UpdateNews();
     void SwitchTo(std::unique_ptr<PackageSession> session);
     bool CloseInControl();
 
     PackageView& m_view;
     ControlHost& m_control;
+    SessionStore& m_sessions;
     RecentPackages m_recent;
     bool m_prompting = false;
     bool m_reloading = false; // what is being unpacked is the open package
+    bool m_unsaved = false;
+    PackageNews m_news;
+    std::optional<PackageState> m_state; // as the watch saw it last
     std::unique_ptr<PackageSession> m_session;
+    std::unique_ptr<PackageWatch> m_watch; // of the session
     std::unique_ptr<UnpackTask> m_task;
     std::unique_ptr<ProgressDialog> m_progress;
 };

@@ -15,7 +15,7 @@ class ClosingTest(ViewerCase):
         shown = viewer.wait('the package is closed', lambda s: s.frame.text == PROGRAM)
         self.assertEqual([item.rows for item in shown.lists()], [[], [], [], []])
         self.assertFalse(shown.item(ADD).visible, 'there is nothing to attach documents to')
-        self.assertEqual(session_entries(), [])
+        self.wait_for_sessions(viewer, 0)
         viewer.press('alt+f', 'r', '1')
         shown = viewer.wait_for_package('bracket.mxov')
         self.assertEqual([(item.rows, item.rect, item.visible) for item in shown.lists()],
@@ -57,7 +57,7 @@ class ClosingTest(ViewerCase):
         self.assertEqual(shown.frame.text, f'bracket.mxov - {PROGRAM}')
         self.assertEqual(len(self.history()), len(history) + 1)
         self.assertEqual(shown.lists()[3].rows, self.expected_sample_rows()[3])
-        self.assertEqual(len(session_entries()), 2)
+        self.wait_for_sessions(viewer, 2)
         self.finish(viewer)
 
     def test_opening_another_asks_for_the_changed_one_and_not_again(self):

@@ -33,7 +33,7 @@ class DocumentsTest(ViewerCase):
         change_registry('add', key, '/ve', '/d', value, '/f')
 
     def double_click(self, viewer, number, row):
-        """A double click on a row's name; gives what is written there."""
+        """Double-clicks the name in a row and returns it."""
         shown = viewer.snapshot().lists()[number]
         x, y = self.row_place(shown, row)
         viewer.double_click(x, y)

@@ -6,7 +6,7 @@ import unittest
 import zipfile
 
 from viewercase import (DELETE, LINKED, MISSING, PACKAGED, SAVE, ViewerCase, information, profile_value,
-                        session_entries, session_folder)
+                        session_folder)
 from viewerdriver import PROGRAM
 from wineprogram import windows_path
 
@@ -17,7 +17,7 @@ class EditingTest(ViewerCase):
         self.before = pathlib.Path(self.sample).read_bytes()
 
     def stored(self, number):
-        """What the information file of the open package says of an additional document, read by the platform."""
+        """An additional document in the information file of the open package, as the platform reads it."""
         return [profile_value(session_folder() / 'mxinfo.ini', f'REFERANCE_FILE_{number}', key)
                 for key in ('IsReferencedFile', 'FilePath', 'Description')]
 
@@ -94,7 +94,7 @@ class EditingTest(ViewerCase):
         viewer.wait('the question', lambda s: 'Maxtrel' in s.texts())
         viewer.press(answer)
         viewer.wait('the package is closed', lambda s: s.frame.text == PROGRAM and not s.others)
-        self.assertEqual(session_entries(), [])
+        self.wait_for_sessions(viewer, 0)
         self.finish(viewer)
 
     def test_no_at_the_question_on_close_leaves_the_package(self):

@@ -9,7 +9,7 @@ NAME_LABEL, PATH_LABEL, SIZE_LABEL, DESCRIPTION_LABEL, PROPERTIES_BOX = 1042, 10
 DESCRIPTION, HISTORY, HELP_ICON = 1037, 1032, 1049
 TITLE = 'Maxtrel Orvando Document Manager'
 ENGLISH_HELP = 'MXOV document manager'
-# Columns of the lists, of the history, labels in their order, box, a word of the missing link and of the question.
+# Columns of the lists, of the history, labels in their order, box, parts of the messages about a missing link and about saving.
 TEXTS = {
     'English': (('Name', 'Size', 'Date'), ('Action', 'Date', 'By'), ('Name', 'Path', 'Size', 'Description'),
                 'Document Properties', 'cannot be found', 'save the changes', ENGLISH_HELP),

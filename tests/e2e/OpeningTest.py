@@ -75,7 +75,7 @@ class OpeningTest(ViewerCase):
         self.finish(viewer)
 
     def refuse(self, path, *words):
-        """With the sample open, `path` is refused in a message that holds the words, and nothing else changes."""
+        """With the sample open, a message with these words refuses `path`, and nothing else changes."""
         viewer, before = self.open_sample()
         sessions = session_entries()
         self.choose_file(viewer, path)
@@ -87,6 +87,7 @@ class OpeningTest(ViewerCase):
         viewer.press('Return')
         shown = viewer.wait_for_package('bracket.mxov')
         self.assertEqual([item.rows for item in shown.lists()], [item.rows for item in before.lists()])
+        self.wait_for_sessions(viewer, len(sessions))
         self.assertEqual(session_entries(), sessions)
         self.finish(viewer)
 
@@ -123,6 +124,7 @@ class OpeningTest(ViewerCase):
         viewer.press('Escape')
         shown = viewer.wait_for_package('bracket.mxov')
         self.assertEqual([item.rows for item in shown.lists()], [item.rows for item in before.lists()])
+        self.wait_for_sessions(viewer, len(sessions))
         self.assertEqual(session_entries(), sessions)
         self.finish(viewer)
 

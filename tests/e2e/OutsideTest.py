@@ -61,7 +61,7 @@ class OutsideTest(ViewerCase):
         viewer.press('alt+d')
         viewer.wait('the package is closed', lambda s: s.frame.text == PROGRAM and not s.others)
         self.check_left_alone()
-        self.assertEqual(session_entries(), [])
+        self.wait_for_sessions(viewer, 0)
         self.finish(viewer)
 
     def test_going_on_keeps_everything_and_asks_again(self):
@@ -117,7 +117,7 @@ class OutsideTest(ViewerCase):
         self.check_saved(PROGRAM_FILE)
 
     def close_after_attaching(self, edit):
-        """An attached copy that the user does not want to save, on the way to the end of the viewer."""
+        """Attaches a copy, closes the viewer and declines to save."""
         viewer, _ = self.open_sample()
         note = self.folder / 'note.txt'
         note.write_text('check the bore\n', encoding='ascii')

@@ -22,7 +22,7 @@ def live_information():
 
 class PopupTest(ViewerCase):
     def click_row(self, viewer, shown, index, row=0):
-        """Clicks a row of a list; gives the popup that comes."""
+        """Clicks a row of a list and returns the popup that opens."""
         before = properties_of(shown)
         header = shown.lists()[index].find(class_name='SysHeader32')
         viewer.click(header.rect[0] + 40, header.rect[3] + row * ROW_HEIGHT + ROW_HEIGHT // 2)
@@ -165,7 +165,7 @@ class PopupTest(ViewerCase):
         viewer.press('Return')
         shown = viewer.wait('the other file', lambda s: len(s.others) == 1 and
                             properties_of(s).find(id=NAME).text == 'other.sldprt' and s.item(SAVE).enabled)
-        # The dialog gives the folder as it is spelled on the disk.
+        # The dialog returns the folder as it is spelled on disk.
         self.assertEqual(properties_of(shown).find(id=PATH).text.lower(), chosen.lower())
         self.assertEqual(properties_of(shown).find(id=SIZE).text, '2 KB')
         self.assertIn(f'CADFilePath={properties_of(shown).find(id=PATH).text}', live_information())
@@ -224,7 +224,7 @@ class PopupTest(ViewerCase):
         shown = viewer.wait('the package is saved', lambda s: not s.item(SAVE).enabled)
         self.assertEqual(properties_of(shown).find(id=DESCRIPTION).text, 'z')
         self.assertEqual(information(self.sample)['FILEINFO']['CADFileDescription'], 'z')
-        # A popup that was edited says so once more when it closes, saved or not.
+        # An edited popup reports the change once more when it closes, saved or not.
         shown = self.close_outside(viewer, shown)
         viewer.wait('Save comes on again', lambda s: s.item(SAVE).enabled)
         self.discard(viewer)

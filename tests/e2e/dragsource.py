@@ -64,7 +64,7 @@ class DragSource:
         self.x.XFlush(self.display)
 
     def answer(self, request):
-        """Gives the file's name to whoever asks for the selection."""
+        """Passes the file's name to the program that requests the selection."""
         self.x.XChangeProperty(self.display, ctypes.c_ulong(request.requestor), ctypes.c_ulong(request.property),
                                ctypes.c_ulong(request.target), 8, 0, self.uri, len(self.uri))
         event = Event()
@@ -76,7 +76,7 @@ class DragSource:
         self.x.XFlush(self.display)
 
     def wait_for(self, name):
-        """Answers requests until the target sends this message; gives its data."""
+        """Answers requests until the target sends this message, and returns its data."""
         wanted, end = self.atom(name), time.monotonic() + PATIENCE
         while time.monotonic() < end:
             while self.x.XPending(self.display):

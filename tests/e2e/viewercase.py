@@ -19,6 +19,7 @@ from viewerdriver import BUILD, ROOT, Viewer  # noqa: E402
 from wineprogram import change_registry, forget_registry, query_registry, run_wine, windows_path  # noqa: E402
 
 PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
+SESSIONS = next(PREFIX.glob('drive_c/users/*/AppData/Local')) / 'MXOVViewer'
 HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
 LIST_HEADER, ROW_HEIGHT = 18, 17
 SAVE, ADD, DELETE, UPDATE = 1039, 1040, 1041, 1042
@@ -35,13 +36,13 @@ def properties_of(shown):
 
 
 def session_entries():
-    """What the viewer has in the user's temporary folder."""
-    return sorted(path.name for path in PREFIX.glob('drive_c/users/*/**/MXOVViewer/*'))
+    """What the viewer has unpacked and kept among the user's local application data."""
+    return sorted(path.name for path in SESSIONS.glob('*'))
 
 
 def session_folder():
     """The folder of the open package."""
-    return next(path for path in PREFIX.glob('drive_c/users/*/**/MXOVViewer/*') if path.is_dir())
+    return next(path for path in SESSIONS.iterdir() if path.is_dir())
 
 
 def profile_value(file, section, key):
@@ -97,8 +98,7 @@ class ViewerCase(unittest.TestCase):
         self.sample = shutil.copy2(BUILD / 'bin/bracket.mxov', self.folder)
         self.legacy = shutil.copy2(BUILD / 'bin/legacy.mxov', self.folder)
         # What a failed test left by ending its viewer.
-        for folder in PREFIX.glob('drive_c/users/*/**/MXOVViewer'):
-            shutil.rmtree(folder)
+        shutil.rmtree(SESSIONS, ignore_errors=True)
 
     def open_sample(self, program='viewer.exe'):
         viewer = self.use(Viewer(windows_path(self.sample), program=program))
@@ -115,7 +115,7 @@ class ViewerCase(unittest.TestCase):
         return viewer
 
     def record_help(self):
-        """Calls for help are noted in the file that this gives, until the end of the test."""
+        """Records calls for help until the end of the test; returns the file that they are written to."""
         record = self.folder / 'help.txt'
         os.environ['MXOV_HELP_RECORD'] = windows_path(record)
         self.addCleanup(os.environ.pop, 'MXOV_HELP_RECORD')
@@ -145,6 +145,12 @@ class ViewerCase(unittest.TestCase):
         viewer.dump('press', UPDATE)
         viewer.wait('the package counts as changed', lambda s: s.item(SAVE).enabled)
         return viewer
+
+    @staticmethod
+    def wait_for_sessions(viewer, count):
+        """The viewer removes folders in the background: waits until it has no more than these."""
+        viewer.wait_until_nothing_hinders(f'{count} entries are left', lambda: (
+            None if len(session_entries()) == count else str(session_entries())))
 
     def use(self, context):
         self.addCleanup(context.__exit__, None, None, None)
@@ -190,7 +196,7 @@ class ViewerCase(unittest.TestCase):
         return viewer.wait('the dialog is done', lambda s: not s.others and len(s.lists()[3].rows) == rows)
 
     def check_package(self, package, *names):
-        """The package is whole by the word of independent programs and holds these entries."""
+        """Independent programs find the package intact, and it holds these entries."""
         subprocess.run(['unzip', '-tqq', package], check=True, stdout=subprocess.DEVNULL)
         listed = subprocess.run(['zipinfo', '-1', package], check=True, capture_output=True, text=True).stdout
         for name in names:

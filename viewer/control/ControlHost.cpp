@@ -4,6 +4,7 @@
 #include "common/Paths.h"
 #include "package/Paths.h"
 
+#include <commctrl.h>
 #include <ole2.h>
 
 #include <vector>
@@ -12,7 +13,6 @@ namespace viewer {
 
 namespace {
 
-constexpr wchar_t kProgId[] = L"MXOVTREETAB.MXOVDocViewCtrlVS2015.13";
 constexpr wchar_t kContainerClass[] = L"AtlAxWin";
 
 // Commands of the control's dialog: its "&Save" button, and what its properties window posts after a change.
@@ -40,13 +40,6 @@ ContainerLibrary LoadContainerLibrary() {
     return library;
 }
 
-std::wstring NotRegisteredText() {
-    return L"The document control is not registered on this computer.\n\n"
-           L"Run this once as an administrator, then start the viewer again:\n\n"
-           L"regsvr32 \"" +
-           common::ModuleFolder(nullptr) + L"\\MXOVDocViewCtrl.ocx\"";
-}
-
 VARIANT TextArgument(BSTR text) {
     VARIANT argument = {};
     argument.vt = VT_BSTR;
@@ -67,32 +60,47 @@ SIZE WindowSize(HWND window) {
     return {area.right - area.left, area.bottom - area.top};
 }
 
+// Posts the message `posted` to a window when the "&Save" button is enabled or disabled.
+LRESULT CALLBACK PostEnabling(HWND button, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR posted,
+                              DWORD_PTR window) {
+    if (message == WM_ENABLE) {
+        PostMessageW(reinterpret_cast<HWND>(window), static_cast<UINT>(posted), 0, 0);
+    } else if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(button, PostEnabling, posted);
+    }
+    return DefSubclassProc(button, message, wParam, lParam);
+}
+
 } // namespace
 
 std::wstring ControlHost::Create(HWND parent, int id) {
-    CLSID classId = {};
-    if (FAILED(CLSIDFromProgID(kProgId, &classId))) {
-        return NotRegisteredText();
+    if (std::wstring error = m_activation.Activate(common::ModuleFolder(nullptr)); !error.empty()) {
+        return error;
     }
     const ContainerLibrary library = LoadContainerLibrary();
     if (!library.initialise || !library.getControl || !library.initialise()) {
         return L"The system's control container (atl.dll) cannot be used.";
     }
-    m_container = CreateWindowExW(0, kContainerClass, kProgId, WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0,
-                                  0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                                  GetModuleHandleW(nullptr), nullptr);
+    m_container = CreateWindowExW(
+        0, kContainerClass, ControlActivation::kClassId, WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0, 0, 0,
+        parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
     common::ComPtr<IUnknown> control;
     if (m_container && SUCCEEDED(library.getControl(m_container, control.Receive()))) {
         m_control = control.As<IDispatch>();
     }
     if (!m_control) {
         Destroy();
-        return L"The document control is registered but cannot be created.\n\n"
-               L"Check that MXOVDocViewCtrl.ocx and mxovshare.dll lie in the folder they were registered "
-               L"from.";
+        return L"The document control cannot be created from this file:\n\n" + m_activation.File() +
+               L"\n\nThe viewer needs the files of one version, side by side in one folder.";
     }
     m_naturalSize = MeasureControl();
     return {};
+}
+
+void ControlHost::NotifyChanges(HWND window, UINT message) {
+    if (const HWND save = GetDlgItem(Content(), kSaveButton)) {
+        SetWindowSubclass(save, PostEnabling, message, reinterpret_cast<DWORD_PTR>(window));
+    }
 }
 
 void ControlHost::Destroy() noexcept {
@@ -106,11 +114,23 @@ void ControlHost::Move(const RECT& area) {
     const LONG width = area.right - area.left;
     const LONG height = area.bottom - area.top;
     MoveWindow(m_container, area.left, area.top, width, height, TRUE);
-    Call(L"OnSizeChange", {NumberArgument(width), NumberArgument(height)});
+    UpdatePlace();
     // The control lays itself out when it draws, and a window that gets smaller is not redrawn by itself.
     if (const HWND control = ControlWindow()) {
         RedrawWindow(control, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     }
+}
+
+// The control adds the width that it receives to the left edge of the screen to place that window.
+void ControlHost::UpdatePlace() {
+    const RECT area = ScreenArea();
+    Call(L"OnSizeChange", {NumberArgument(area.right), NumberArgument(area.bottom - area.top)});
+}
+
+RECT ControlHost::ScreenArea() const {
+    RECT area = {};
+    GetWindowRect(m_container, &area);
+    return area;
 }
 
 void ControlHost::LoadFile(const std::wstring& folder, const std::wstring& packageFile) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/ComPtr.h"
+#include "control/ControlActivation.h"
 
 #include <initializer_list>
 #include <string>
@@ -14,14 +15,26 @@ public:
     /// wrong, in words for the user; empty on success.
     [[nodiscard]] std::wstring Create(HWND parent, int id);
 
+    /// Posts `message` to `window` from now on whenever `HasChanges` may have changed.
+    void NotifyChanges(HWND window, UINT message);
+
     /// Releases the control and destroys its windows.
     void Destroy() noexcept;
 
     /// The width and height that show the whole control, in pixels.
     [[nodiscard]] SIZE NaturalSize() const { return m_naturalSize; }
 
-    /// Moves the container, sets the control's size and lets it draw.
+    /// Moves the container and lets the control draw.
     void Move(const RECT& area);
+
+    /// Passes the control where its properties window belongs. Called after each move of the frame.
+    void UpdatePlace();
+
+    /// The part of the screen that the control takes up.
+    [[nodiscard]] RECT ScreenArea() const;
+
+    /// The dialog inside the control; null when there is none.
+    [[nodiscard]] HWND Content() const { return GetWindow(ControlWindow(), GW_CHILD); }
 
     /// The control's members, as hosts call them. The folder ends with a separator.
     void LoadFile(const std::wstring& folder, const std::wstring& packageFile);
@@ -47,17 +60,17 @@ public:
     /// Lets the control take the user's input or not.
     void Enable(bool enabled) { EnableWindow(m_container, enabled); }
 
-    /// Gives the keyboard focus to the first part of the control that takes it, or to the last one.
+    /// Sets the focus to the control's first tab stop, or to its last.
     void SetFocus(bool last = false);
     [[nodiscard]] bool HasFocus() const { return IsChild(m_container, GetFocus()); }
 
 private:
     void Call(const wchar_t* member, std::initializer_list<VARIANT> arguments = {});
     [[nodiscard]] HWND ControlWindow() const;
-    [[nodiscard]] HWND Content() const { return GetWindow(ControlWindow(), GW_CHILD); }
     [[nodiscard]] SIZE MeasureControl() const;
 
     HWND m_container = nullptr;
+    ControlActivation m_activation;
     common::ComPtr<IDispatch> m_control;
     SIZE m_naturalSize = {};
 };

@@ -1,33 +1,21 @@
 // The folder of its own into which one opened package is unpacked.
 #pragma once
 
-#include "common/Handles.h"
 #include "package/FolderComparison.h"
+#include "package/SessionFile.h"
 
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace viewer {
 
-/// Owns one folder below the user's temporary folder and removes it at the end. A session file beside the
-/// folder, held open while the session lives, names the package. A folder whose session file nobody holds is
-/// left from a crash and may hold unsaved changes; a folder without a session file is no longer needed.
+class SessionStore;
+
+/// Owns one folder of the store and has it removed at the end. A session file beside the folder, held open
+/// while the session lives, names the package. A folder whose session file is not held is left from a crash
+/// and may hold unsaved changes; a folder without a session file is no longer needed.
 class PackageSession {
 public:
-    /// Prepares a session for a package; unpacking creates the folder itself. Null on failure, with the
-    /// reason in `error`.
-    [[nodiscard]] static std::unique_ptr<PackageSession> Create(const std::wstring& packageFile,
-                                                                std::wstring& error);
-
-    /// Removes the folders of finished sessions that could not be removed at their end. Keeps what a crash
-    /// left.
-    static void RemoveLeftovers() noexcept;
-
-    /// Takes over the sessions that were kept or left from a crash. Those whose package was not unpacked
-    /// completely are removed.
-    [[nodiscard]] static std::vector<std::unique_ptr<PackageSession>> TakeOver() noexcept;
-
     ~PackageSession();
     PackageSession(const PackageSession&) = delete;
     PackageSession& operator=(const PackageSession&) = delete;
@@ -67,11 +55,13 @@ public:
     void Keep() { m_keep = true; }
 
 private:
-    PackageSession(std::wstring packageFile, std::wstring folder, common::UniqueHandle sessionFile);
+    friend class SessionStore;
+    PackageSession(SessionStore& store, std::wstring packageFile, std::wstring folder, SessionFile file);
 
+    SessionStore& m_store;
     std::wstring m_packageFile;
     std::wstring m_folder;
-    common::UniqueHandle m_sessionFile;
+    SessionFile m_file;
     std::wstring m_stamp;
     std::vector<mxovshare::PackageEntry> m_entries; // of the package file with that stamp
     bool m_keep = false;

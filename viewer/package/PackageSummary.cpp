@@ -4,6 +4,8 @@
 #include "mxovshare.h"
 #include "package/Paths.h"
 
+#include <algorithm>
+
 #include <shlwapi.h>
 
 namespace viewer {
@@ -12,26 +14,64 @@ using mxovshare::INIFile;
 
 namespace {
 
+constexpr wchar_t kHistory[] = L"FILE_HISTORY";
+
 std::wstring InformationFile(const std::wstring& folder) {
     const std::wstring file = folder + common::kInformationFile;
     return FileExists(file) ? file : folder + common::kPrivateInformationFile;
 }
 
-std::wstring LastChange(const std::wstring& informationFile) {
-    const std::vector<std::wstring> entries =
-        INIFile::GetSectionNamesFromINI(L"FILE_HISTORY", informationFile);
+struct HistoryEntry {
+    std::wstring operation;
+    std::wstring by;
+    std::wstring time;
+    bool operator==(const HistoryEntry&) const = default;
+};
+
+// The newest entry in an information file; empty when there is none.
+HistoryEntry LastEntry(const std::wstring& informationFile) {
+    const std::vector<std::wstring> entries = INIFile::GetSectionNamesFromINI(kHistory, informationFile);
     if (entries.empty()) {
         return {};
     }
     const auto value = [&](const wchar_t* key) {
         return INIFile::GetKeyValueFromINI(entries.back(), key, informationFile);
     };
-    std::wstring line = value(L"Operation");
-    if (const std::wstring by = value(L"By"); !by.empty()) {
-        line += L" by " + by;
+    return {value(L"Operation"), value(L"By"), value(L"Time")};
+}
+
+// The newest entry in the information file inside a package; empty when there is none.
+HistoryEntry LastPackedEntry(const std::wstring& packageFile) {
+    std::vector<mxovshare::InformationSection> sections;
+    HistoryEntry entry;
+    if (!mxovshare::ReadInformation(packageFile, sections).ok) {
+        return entry;
     }
-    if (const std::wstring time = value(L"Time"); !time.empty()) {
-        line += L", " + time;
+    const auto last = std::ranges::find_if(sections.rbegin(), sections.rend(), [](const auto& section) {
+        return section.name.starts_with(kHistory);
+    });
+    if (last == sections.rend()) {
+        return entry;
+    }
+    for (const auto& [key, value] : last->values) {
+        if (key == L"Operation") {
+            entry.operation = value;
+        } else if (key == L"By") {
+            entry.by = value;
+        } else if (key == L"Time") {
+            entry.time = value;
+        }
+    }
+    return entry;
+}
+
+std::wstring EntryText(const HistoryEntry& entry) {
+    std::wstring line = entry.operation;
+    if (!entry.by.empty()) {
+        line += L" by " + entry.by;
+    }
+    if (!entry.time.empty()) {
+        line += L", " + entry.time;
     }
     return line;
 }
@@ -53,8 +93,13 @@ PackageSummary ReadPackageSummary(const std::wstring& folder, const std::wstring
     if (!thumbnail.empty()) {
         summary.previewFile = folder + thumbnail;
     }
-    summary.lastChange = LastChange(information);
+    summary.lastChange = EntryText(LastEntry(information));
     return summary;
+}
+
+std::wstring LastSaver(const std::wstring& packageFile, const std::wstring& folder) {
+    const HistoryEntry packed = LastPackedEntry(packageFile);
+    return packed == LastEntry(InformationFile(folder)) ? std::wstring() : packed.by;
 }
 
 std::wstring CountsText(const std::vector<mxovshare::PackageEntry>& entries) {

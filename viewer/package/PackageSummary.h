@@ -18,6 +18,10 @@ struct PackageSummary {
 /// Reads the summary from the information file of an unpacked package. `folder` ends with a separator.
 [[nodiscard]] PackageSummary ReadPackageSummary(const std::wstring& folder, const std::wstring& packageFile);
 
+/// Who made the newest history entry of a package file, when its unpacked `folder`, which ends with a
+/// separator, does not have that entry; else empty.
+[[nodiscard]] std::wstring LastSaver(const std::wstring& packageFile, const std::wstring& folder);
+
 /// The number of the package's files and their size as one text, such as "12 files, 48.2 KB"; empty for none.
 [[nodiscard]] std::wstring CountsText(const std::vector<mxovshare::PackageEntry>& entries);
 

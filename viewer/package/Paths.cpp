@@ -44,6 +44,11 @@ std::wstring FileName(const std::wstring& path) {
     return path.substr(path.find_last_of(L"\\/") + 1);
 }
 
+std::wstring ParentFolder(const std::wstring& path) {
+    const std::size_t end = path.find_last_of(L"\\/");
+    return end == std::wstring::npos ? std::wstring() : path.substr(0, end);
+}
+
 std::wstring FileStem(const std::wstring& path) {
     const std::wstring name = FileName(path);
     const std::size_t dot = name.find_last_of(L'.');

@@ -8,6 +8,9 @@ namespace viewer {
 /// The part behind the last separator.
 [[nodiscard]] std::wstring FileName(const std::wstring& path);
 
+/// The part before the last separator.
+[[nodiscard]] std::wstring ParentFolder(const std::wstring& path);
+
 /// The file's name without its extension.
 [[nodiscard]] std::wstring FileStem(const std::wstring& path);
 

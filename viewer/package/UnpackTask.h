@@ -29,7 +29,7 @@ public:
     [[nodiscard]] const std::wstring& PackageFile() const { return m_session->PackageFile(); }
     [[nodiscard]] Progress Current() const;
 
-    /// Waits for the end and returns the session and the outcome. Called once.
+    /// Waits for the end and returns the result and the session. Called once.
     std::pair<mxovshare::PackageResult, std::unique_ptr<PackageSession>> Finish();
 
 private:

@@ -1,42 +1,11 @@
 #include "window/UnsavedPrompts.h"
 
 #include "package/Paths.h"
-
-#include <commctrl.h>
-
-#include <iterator>
+#include "window/TaskPrompt.h"
 
 namespace viewer {
 
 namespace {
-
-constexpr int kFirstAnswer = 100;
-
-// Returns the index of the chosen button, or `cancelled` when the user closes the prompt.
-template <std::size_t Count>
-int Ask(HWND owner, const std::wstring& instruction, const std::wstring& content,
-        const wchar_t* const (&answers)[Count], int cancelled) {
-    TASKDIALOG_BUTTON buttons[Count] = {};
-    for (std::size_t i = 0; i < Count; ++i) {
-        buttons[i] = {kFirstAnswer + static_cast<int>(i), answers[i]};
-    }
-    TASKDIALOGCONFIG question = {};
-    question.cbSize = sizeof question;
-    question.hwndParent = owner;
-    question.dwFlags = TDF_ALLOW_DIALOG_CANCELLATION | TDF_POSITION_RELATIVE_TO_WINDOW;
-    question.pszWindowTitle = L"MXOV Viewer";
-    question.pszMainIcon = TD_WARNING_ICON;
-    question.pszMainInstruction = instruction.c_str();
-    question.pszContent = content.c_str();
-    question.cButtons = Count;
-    question.pButtons = buttons;
-    question.nDefaultButton = kFirstAnswer;
-    int chosen = 0;
-    if (FAILED(TaskDialogIndirect(&question, &chosen, nullptr, nullptr)) || chosen < kFirstAnswer) {
-        return cancelled;
-    }
-    return chosen - kFirstAnswer;
-}
 
 std::wstring LocalTimeText(const FILETIME& time) {
     SYSTEMTIME utc = {};
@@ -62,6 +31,17 @@ std::wstring Remark(FileChangeKind kind) {
     }
 }
 
+std::wstring Presence(FileChangeKind kind) {
+    switch (kind) {
+    case FileChangeKind::Added:
+        return L" (only here)";
+    case FileChangeKind::Removed:
+        return L" (only in the file)";
+    default:
+        return {};
+    }
+}
+
 // The beginning of a sentence about `count` documents.
 std::wstring Documents(const std::wstring& packageFile, std::size_t count, const wchar_t* verbForOne,
                        const wchar_t* verbForMany) {
@@ -72,14 +52,12 @@ std::wstring Documents(const std::wstring& packageFile, std::size_t count, const
 } // namespace
 
 RecoveryAnswer AskToRecover(HWND owner, const std::wstring& packageFile, const FILETIME& changed) {
-    const wchar_t* const answers[] = {L"&Continue", L"&Discard", L"Ask &later"};
-    constexpr RecoveryAnswer kMeaning[] = {RecoveryAnswer::Continue, RecoveryAnswer::Discard,
-                                           RecoveryAnswer::Later};
-    return kMeaning[Ask(owner, L"There are unsaved changes to " + FileName(packageFile),
-                        L"The viewer did not end properly. Your changes, last made on " +
-                            LocalTimeText(changed) + L", are not in the package file:\n\n" + packageFile +
-                            L"\n\nDo you want to continue with them?",
-                        answers, 2)];
+    using enum RecoveryAnswer;
+    return AskUser<RecoveryAnswer>(
+        owner, L"There are unsaved changes to " + FileName(packageFile),
+        L"The viewer did not end properly. Your changes, last made on " + LocalTimeText(changed) +
+            L", are not in the package file:\n\n" + packageFile + L"\n\nDo you want to continue with them?",
+        {{L"&Continue", Continue}, {L"&Discard", Discard}, {L"Ask &later", Later}}, Later);
 }
 
 std::wstring ShortList(const std::vector<std::wstring>& lines) {
@@ -107,36 +85,49 @@ std::wstring ListOfChanges(const std::vector<FileChange>& changes) {
 
 ChangesAnswer AskAboutChanges(HWND owner, const std::wstring& packageFile,
                               const std::vector<FileChange>& changes, bool declined) {
-    const wchar_t* const answers[] = {L"&Save", L"&Discard", L"&Go on working"};
-    constexpr ChangesAnswer kMeaning[] = {ChangesAnswer::Save, ChangesAnswer::Discard, ChangesAnswer::GoOn};
+    using enum ChangesAnswer;
     const std::wstring question =
         declined ? L"Do you want to save the package after all, with your other changes too?"
                  : L"Do you want to save the package with these changes?";
-    return kMeaning[Ask(
+    return AskUser<ChangesAnswer>(
         owner, Documents(packageFile, changes.size(), L"was", L"were") + L" changed by another program",
-        ListOfChanges(changes) + L"\n" + question, answers, 2)];
+        ListOfChanges(changes) + L"\n" + question,
+        {{L"&Save", Save}, {L"&Discard", Discard}, {L"&Go on working", GoOn}}, GoOn);
+}
+
+void ShowComparison(HWND owner, const std::wstring& packageFile, const std::vector<FileChange>& changes) {
+    std::vector<std::wstring> lines;
+    lines.reserve(changes.size());
+    for (const FileChange& change : changes) {
+        lines.push_back(change.name + Presence(change.kind));
+    }
+    const std::wstring content =
+        changes.empty() ? L"Only the history or the descriptions differ." : ShortList(lines);
+    ShowTaskPrompt(owner, L"What is open here differs from the file " + FileName(packageFile), content,
+                   {L"&Close"}, TD_INFORMATION_ICON);
 }
 
 OpenAnswer AskAboutOpenDocuments(HWND owner, const std::wstring& packageFile,
                                  const std::vector<std::wstring>& names) {
-    const wchar_t* const answers[] = {L"&Try again", L"&Close anyway", L"&Go on working"};
-    constexpr OpenAnswer kMeaning[] = {OpenAnswer::TryAgain, OpenAnswer::Close, OpenAnswer::GoOn};
-    return kMeaning[Ask(
+    using enum OpenAnswer;
+    return AskUser<OpenAnswer>(
         owner, Documents(packageFile, names.size(), L"is", L"are") + L" still open in another program",
         ShortList(names) + L"\nSave and close it there first, then try again. What is saved there "
                            L"after the package is closed is lost.",
-        answers, 2)];
+        {{L"&Try again", TryAgain}, {L"&Close anyway", Close}, {L"&Go on working", GoOn}}, GoOn);
 }
 
 FailedSaveAnswer AskAboutFailedSave(HWND owner, const std::wstring& packageFile) {
-    const wchar_t* const answers[] = {L"&Go on working", L"Save a &copy...", L"&Keep for later", L"&Discard"};
-    constexpr FailedSaveAnswer kMeaning[] = {FailedSaveAnswer::GoOn, FailedSaveAnswer::SaveCopy,
-                                             FailedSaveAnswer::Keep, FailedSaveAnswer::Discard};
-    return kMeaning[Ask(
+    using enum FailedSaveAnswer;
+    return AskUser<FailedSaveAnswer>(
         owner, L"Your changes to " + FileName(packageFile) + L" are not saved",
         L"You can save them in another place, or keep them: the viewer then offers them at its "
         L"next start.",
-        answers, 0)];
+        {{L"&Go on working", GoOn},
+         {L"Save a &copy...", SaveCopy},
+         {L"&Keep for later", Keep},
+         {L"&Discard", Discard}},
+        GoOn);
 }
 
 } // namespace viewer

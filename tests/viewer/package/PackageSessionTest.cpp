@@ -1,4 +1,4 @@
-#include "package/PackageSession.h"
+#include "package/SessionStore.h"
 
 #include "common/Handles.h"
 #include "package/Paths.h"
@@ -10,15 +10,8 @@ using namespace viewer;
 
 namespace {
 
-// The user's temporary folder is a folder of the test's own meanwhile.
 class PackageSessionTest : public testing::Test {
 protected:
-    PackageSessionTest() {
-        GetEnvironmentVariableW(L"TMP", m_oldTemporary, ARRAYSIZE(m_oldTemporary));
-        SetEnvironmentVariableW(L"TMP", m_temporary.Path().c_str());
-    }
-    ~PackageSessionTest() override { SetEnvironmentVariableW(L"TMP", m_oldTemporary); }
-
     static bool CanWrite(const std::wstring& path) {
         return common::OwnFile(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0,
                                            nullptr)) != nullptr;
@@ -26,14 +19,14 @@ protected:
 
     TempFolder m_temporary;
     std::wstring m_error;
-    wchar_t m_oldTemporary[MAX_PATH] = L"";
+    SessionStore m_store{m_temporary / L"MXOVViewer"};
 };
 
 } // namespace
 
-TEST_F(PackageSessionTest, HasAFolderOfItsOwnBelowTheTemporaryOne) {
-    const auto first = PackageSession::Create(L"C:\\a.mxov", m_error);
-    const auto second = PackageSession::Create(L"C:\\a.mxov", m_error);
+TEST_F(PackageSessionTest, HasAFolderOfItsOwnInTheStore) {
+    const auto first = m_store.Create(L"C:\\a.mxov", m_error);
+    const auto second = m_store.Create(L"C:\\a.mxov", m_error);
     ASSERT_TRUE(first && second) << m_error.c_str();
     EXPECT_NE(first->Folder(), second->Folder());
     EXPECT_TRUE(first->Folder().starts_with(m_temporary.Path() + L"\\"));
@@ -42,7 +35,7 @@ TEST_F(PackageSessionTest, HasAFolderOfItsOwnBelowTheTemporaryOne) {
 }
 
 TEST_F(PackageSessionTest, ItsFileNamesThePackageAndIsHeldWhileItLives) {
-    auto session = PackageSession::Create(L"C:\\jobs\\\u00fc.mxov", m_error);
+    auto session = m_store.Create(L"C:\\jobs\\\u00fc.mxov", m_error);
     ASSERT_TRUE(session);
     const std::wstring file = session->Folder() + L".session";
     wchar_t package[MAX_PATH] = L"";
@@ -54,7 +47,7 @@ TEST_F(PackageSessionTest, ItsFileNamesThePackageAndIsHeldWhileItLives) {
 }
 
 TEST_F(PackageSessionTest, NothingIsLeftAtItsEnd) {
-    auto session = PackageSession::Create(L"C:\\a.mxov", m_error);
+    auto session = m_store.Create(L"C:\\a.mxov", m_error);
     ASSERT_TRUE(session);
     CreateDirectoryW(session->Folder().c_str(), nullptr);
     const HANDLE file = CreateFileW((session->FolderWithSeparator() + L"a.txt").c_str(), GENERIC_WRITE, 0,
@@ -62,6 +55,7 @@ TEST_F(PackageSessionTest, NothingIsLeftAtItsEnd) {
     ASSERT_NE(file, INVALID_HANDLE_VALUE);
     CloseHandle(file);
     session.reset();
+    m_store.WaitForRemovals();
     EXPECT_EQ(m_temporary.EntryCount(), 0);
 }
 
@@ -69,41 +63,44 @@ TEST_F(PackageSessionTest, LeftoversAreRemovedButNotWhatACrashLeftOrAnotherViewe
     m_temporary.Write(L"MXOVViewer\\111-1\\finished.txt", "x");
     m_temporary.Write(L"MXOVViewer\\222-1\\unsaved.txt", "x");
     m_temporary.Write(L"MXOVViewer\\222-1.session", "[SESSION]\r\n");
-    const auto running = PackageSession::Create(L"C:\\a.mxov", m_error);
+    const auto running = m_store.Create(L"C:\\a.mxov", m_error);
     ASSERT_TRUE(running && CreateDirectoryW(running->Folder().c_str(), nullptr));
-    PackageSession::RemoveLeftovers();
+    m_store.RemoveLeftovers();
+    m_store.WaitForRemovals();
     EXPECT_EQ(GetFileAttributesW((m_temporary / L"MXOVViewer\\111-1").c_str()), INVALID_FILE_ATTRIBUTES);
     EXPECT_TRUE(FileExists(m_temporary / L"MXOVViewer\\222-1\\unsaved.txt"));
     EXPECT_NE(GetFileAttributesW(running->Folder().c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 TEST_F(PackageSessionTest, AKeptSessionIsTakenOverOnceWithWhatWasRecorded) {
-    auto session = PackageSession::Create(L"C:\\jobs\\\u00fc.mxov", m_error);
+    auto session = m_store.Create(L"C:\\jobs\\\u00fc.mxov", m_error);
     ASSERT_TRUE(session && CreateDirectoryW(session->Folder().c_str(), nullptr));
     session->Record(L"a stamp longer than the next one");
     session->Record(L"7-9");
     const std::wstring folder = session->Folder();
-    EXPECT_TRUE(PackageSession::TakeOver().empty()) << "it is in use";
+    EXPECT_TRUE(m_store.TakeOver().empty()) << "it is in use";
     session->Keep();
     session.reset();
 
-    auto left = PackageSession::TakeOver();
+    auto left = m_store.TakeOver();
     ASSERT_EQ(left.size(), 1u);
     EXPECT_EQ(left[0]->PackageFile(), L"C:\\jobs\\\u00fc.mxov");
     EXPECT_EQ(left[0]->Folder(), folder);
     EXPECT_EQ(left[0]->Stamp(), L"7-9");
-    EXPECT_TRUE(PackageSession::TakeOver().empty());
+    EXPECT_TRUE(m_store.TakeOver().empty());
     left.clear();
+    m_store.WaitForRemovals();
     EXPECT_EQ(m_temporary.EntryCount(), 0);
 }
 
 TEST_F(PackageSessionTest, WhatWasLeftHalfUnpackedIsRemoved) {
-    auto session = PackageSession::Create(L"C:\\a.mxov", m_error);
+    auto session = m_store.Create(L"C:\\a.mxov", m_error);
     ASSERT_TRUE(session && CreateDirectoryW(session->Folder().c_str(), nullptr));
     session->Keep();
     session.reset();
     EXPECT_EQ(m_temporary.EntryCount(), 1);
-    EXPECT_TRUE(PackageSession::TakeOver().empty());
+    EXPECT_TRUE(m_store.TakeOver().empty());
+    m_store.WaitForRemovals();
     EXPECT_EQ(m_temporary.EntryCount(), 0);
 }
 
@@ -112,7 +109,7 @@ TEST_F(PackageSessionTest, TellsWhatChangedSinceTheFolderAgreedWithThePackage) {
     content.Write(L"mxinfo.ini", "[FILEINFO]\r\n");
     const std::wstring package = m_temporary / L"a.mxov";
     ASSERT_TRUE(mxovshare::CreatePackage(content.Path(), package).ok);
-    auto session = PackageSession::Create(package, m_error);
+    auto session = m_store.Create(package, m_error);
     ASSERT_TRUE(session && mxovshare::UnpackPackage(package, session->Folder()).ok);
     session->Record(L"1");
     EXPECT_TRUE(session->Changes().empty());
@@ -135,15 +132,43 @@ TEST_F(PackageSessionTest, TellsWhatChangedSinceTheFolderAgreedWithThePackage) {
     // After a crash it is the package file as it is now that counts.
     session->Keep();
     session.reset();
-    auto left = PackageSession::TakeOver();
+    auto left = m_store.TakeOver();
     ASSERT_EQ(left.size(), 1u);
     left[0]->Resume();
     ASSERT_EQ(left[0]->Changes().size(), 1u);
     EXPECT_EQ(mxovshare::StampOfFolder(left[0]->Folder()), L"2");
 }
 
-TEST_F(PackageSessionTest, WithoutATemporaryFolderItSaysWhy) {
-    SetEnvironmentVariableW(L"TMP", (m_temporary / L"none\\none").c_str());
-    EXPECT_EQ(PackageSession::Create(L"C:\\a.mxov", m_error), nullptr);
+TEST_F(PackageSessionTest, WithoutAFolderItNamesTheFolder) {
+    SessionStore store(m_temporary / L"none\\none");
+    EXPECT_EQ(store.Create(L"C:\\a.mxov", m_error), nullptr);
     EXPECT_NE(m_error.find(L"none"), std::wstring::npos);
+}
+
+TEST_F(PackageSessionTest, TheStoreGoesWithItsLastFolderAndComesBack) {
+    m_store.Create(L"C:\\a.mxov", m_error).reset();
+    m_store.WaitForRemovals();
+    EXPECT_EQ(m_temporary.EntryCount(), 0);
+    EXPECT_TRUE(m_store.Create(L"C:\\a.mxov", m_error)) << m_error.c_str();
+}
+
+TEST_F(PackageSessionTest, EndingASessionDoesNotWaitForTheRemoval) {
+    auto session = m_store.Create(L"C:\\a.mxov", m_error);
+    ASSERT_TRUE(session && CreateDirectoryW(session->Folder().c_str(), nullptr));
+    const std::wstring folder = session->Folder();
+    for (int i = 0; i < 1000; ++i) {
+        const std::wstring name = folder + L"\\" + std::to_wstring(i);
+        CloseHandle(CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
+    }
+    session.reset();
+    EXPECT_TRUE(FolderExists(folder)) << "the removal takes longer than ending the session";
+    m_store.WaitForRemovals();
+    EXPECT_FALSE(FolderExists(folder));
+}
+
+TEST(SessionStore, TheUsersFolderIsNotATemporaryOne) {
+    wchar_t temporary[MAX_PATH + 1] = L"";
+    GetTempPathW(ARRAYSIZE(temporary), temporary);
+    EXPECT_FALSE(SessionStore::UserFolder().starts_with(temporary));
+    EXPECT_TRUE(FolderExists(ParentFolder(SessionStore::UserFolder())));
 }

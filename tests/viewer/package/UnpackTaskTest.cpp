@@ -2,6 +2,7 @@
 
 #include "common/Handles.h"
 #include "package/Paths.h"
+#include "package/SessionStore.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -12,10 +13,8 @@ namespace {
 
 constexpr UINT kFinished = WM_APP + 7;
 
-using common::UniqueWindow;
-
-UniqueWindow MessageWindow() {
-    return UniqueWindow(
+common::UniqueWindow MessageWindow() {
+    return common::UniqueWindow(
         CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
 }
 
@@ -32,9 +31,9 @@ bool WaitForMessage(HWND window) {
     return message.message == kFinished;
 }
 
-std::unique_ptr<PackageSession> NewSession(const std::wstring& package) {
+std::unique_ptr<PackageSession> NewSession(SessionStore& store, const std::wstring& package) {
     std::wstring error;
-    return PackageSession::Create(package, error);
+    return store.Create(package, error);
 }
 
 // A package with two files of known size.
@@ -50,8 +49,9 @@ std::wstring MakePackage(const TempFolder& folder) {
 
 TEST(UnpackTask, UnpacksIntoTheFolderOfTheSession) {
     const TempFolder folder;
-    const UniqueWindow window = MessageWindow();
-    UnpackTask task(NewSession(MakePackage(folder)), window.get(), kFinished);
+    SessionStore store(folder / L"sessions");
+    const common::UniqueWindow window = MessageWindow();
+    UnpackTask task(NewSession(store, MakePackage(folder)), window.get(), kFinished);
     ASSERT_TRUE(WaitForMessage(window.get()));
     const auto [result, session] = task.Finish();
     EXPECT_TRUE(result.ok);
@@ -60,8 +60,9 @@ TEST(UnpackTask, UnpacksIntoTheFolderOfTheSession) {
 
 TEST(UnpackTask, AFileThatIsNoPackageLeavesNothing) {
     const TempFolder folder;
-    const UniqueWindow window = MessageWindow();
-    UnpackTask task(NewSession(folder.Write(L"letter.mxov", "Dear Sir")), window.get(), kFinished);
+    SessionStore store(folder / L"sessions");
+    const common::UniqueWindow window = MessageWindow();
+    UnpackTask task(NewSession(store, folder.Write(L"letter.mxov", "Dear Sir")), window.get(), kFinished);
     ASSERT_TRUE(WaitForMessage(window.get()));
     const auto [result, session] = task.Finish();
     EXPECT_FALSE(result.ok);
@@ -72,13 +73,15 @@ TEST(UnpackTask, AFileThatIsNoPackageLeavesNothing) {
 
 TEST(UnpackTask, EndingItEarlyLeavesNothing) {
     const TempFolder folder;
+    SessionStore store(folder / L"sessions");
     folder.WriteSized(L"source\\large.bin", 64 << 20);
     const std::wstring package = folder / L"job.mxov";
     ASSERT_TRUE(mxovshare::CreatePackage(folder / L"source", package).ok);
-    const UniqueWindow window = MessageWindow();
-    std::unique_ptr<PackageSession> session = NewSession(package);
+    const common::UniqueWindow window = MessageWindow();
+    std::unique_ptr<PackageSession> session = NewSession(store, package);
     const std::wstring unpacked = session->Folder();
     { UnpackTask task(std::move(session), window.get(), kFinished); }
+    store.WaitForRemovals();
     EXPECT_EQ(GetFileAttributesW(unpacked.c_str()), INVALID_FILE_ATTRIBUTES);
     EXPECT_FALSE(FileExists(unpacked + L".session"));
 }

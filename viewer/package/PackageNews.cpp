@@ -1,0 +1,63 @@
+#include "package/PackageNews.h"
+
+#include "package/Paths.h"
+
+namespace viewer {
+
+namespace {
+
+std::wstring LocalClock(const FILETIME& time) {
+    SYSTEMTIME utc = {};
+    SYSTEMTIME local = {};
+    wchar_t clock[64] = L"";
+    if (FileTimeToSystemTime(&time, &utc) && SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local)) {
+        GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, TIME_NOSECONDS, &local, nullptr, clock, ARRAYSIZE(clock));
+    }
+    return clock;
+}
+
+const wchar_t* Verb(FileChangeKind kind) {
+    switch (kind) {
+    case FileChangeKind::Added:
+        return L" was added";
+    case FileChangeKind::Removed:
+        return L" was removed";
+    default:
+        return L" was changed";
+    }
+}
+
+std::wstring ChangesText(const std::vector<FileChange>& changes) {
+    const std::wstring what = changes.size() == 1
+                                  ? FileName(changes[0].name) + Verb(changes[0].kind)
+                                  : std::to_wstring(changes.size()) + L" documents were changed";
+    return what + L" by another program.";
+}
+
+} // namespace
+
+PackageNews FindNews(const PackageState& state, const std::wstring& packageFile) {
+    if (!state.folderFound) {
+        return {L"The folder " + ParentFolder(packageFile) + L" is offline.", {}};
+    }
+    if (state.stamp.empty()) {
+        return {FileName(packageFile) + L" was moved or deleted by another program.", {NewsAction::Save}};
+    }
+    if (IsSavedElsewhere(state)) {
+        const std::wstring who = state.savedBy.empty() ? L"Another program" : state.savedBy;
+        return {who + L" saved this package at " + LocalClock(state.savedAt) + L".",
+                {NewsAction::Reload, NewsAction::Compare}};
+    }
+    std::vector<FileChange> changes = state.changes;
+    std::erase_if(changes, IsControlChange);
+    if (changes.empty()) {
+        return {};
+    }
+    return {ChangesText(changes), {NewsAction::Save}};
+}
+
+bool IsSavedElsewhere(const PackageState& state) {
+    return !state.stamp.empty() && !state.knownStamp.empty() && state.stamp != state.knownStamp;
+}
+
+} // namespace viewer

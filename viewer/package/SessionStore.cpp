@@ -1,0 +1,140 @@
+#include "package/SessionStore.h"
+
+#include "common/Handles.h"
+#include "common/SystemError.h"
+#include "package/Paths.h"
+#include "package/SessionFile.h"
+
+#include <filesystem>
+
+#include <shlobj.h>
+
+namespace viewer {
+
+namespace {
+
+constexpr int kMostSessions = 10000;
+
+// Listed to the end, because a folder that is being listed cannot be removed.
+std::vector<std::wstring> SessionFiles(const std::wstring& folder) {
+    std::vector<std::wstring> paths;
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, ignored)) {
+        if (entry.path().extension() == SessionFile::kExtension) {
+            paths.push_back(entry.path().wstring());
+        }
+    }
+    return paths;
+}
+
+void RemoveFinished(const std::wstring& sessions) {
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(sessions, ignored)) {
+        const std::wstring path = entry.path().wstring();
+        if (entry.is_directory(ignored) && !FileExists(path + SessionFile::kExtension)) {
+            RemoveFolder(path);
+        }
+    }
+}
+
+bool MakeFolder(const std::wstring& folder) {
+    return CreateDirectoryW(folder.c_str(), nullptr) || GetLastError() == ERROR_ALREADY_EXISTS;
+}
+
+} // namespace
+
+std::wstring SessionStore::UserFolder() {
+    wchar_t* path = nullptr;
+    const HRESULT found = SHGetKnownFolderPath(FOLDERID_LocalAppData, KF_FLAG_CREATE, nullptr, &path);
+    const common::UniqueTaskString owned(path);
+    if (SUCCEEDED(found)) {
+        return std::wstring(path) + L"\\MXOVViewer";
+    }
+    wchar_t temporary[MAX_PATH + 1] = L"";
+    GetTempPathW(ARRAYSIZE(temporary), temporary);
+    return std::wstring(temporary) + L"MXOVViewer";
+}
+
+std::unique_ptr<PackageSession> SessionStore::Create(const std::wstring& packageFile, std::wstring& error) {
+    for (int number = 1; number <= kMostSessions; ++number) {
+        const std::wstring folder =
+            m_folder + L"\\" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(number);
+        if (GetFileAttributesW(folder.c_str()) != INVALID_FILE_ATTRIBUTES) {
+            continue;
+        }
+        SessionFile file = MakeFolder(m_folder) ? SessionFile::Create(folder, packageFile) : SessionFile();
+        if (file) {
+            return std::unique_ptr<PackageSession>(
+                new PackageSession(*this, packageFile, folder, std::move(file)));
+        }
+        // The folder itself goes when the last session in it is removed.
+        const DWORD reason = GetLastError();
+        if (reason != ERROR_FILE_EXISTS && (reason != ERROR_PATH_NOT_FOUND || !MakeFolder(m_folder))) {
+            error = L"The folder " + m_folder + L" cannot be used: " + common::SystemErrorText(reason) + L".";
+            return nullptr;
+        }
+    }
+    error = L"The folder " + m_folder + L" is full of abandoned packages.";
+    return nullptr;
+}
+
+std::vector<std::unique_ptr<PackageSession>> SessionStore::TakeOver() noexcept {
+    std::vector<std::unique_ptr<PackageSession>> sessions;
+    try {
+        for (const std::wstring& path : SessionFiles(m_folder)) {
+            SessionFile file = SessionFile::Open(path);
+            if (!file) {
+                continue; // of a running viewer
+            }
+            const SessionFile::Content content = file.Read();
+            std::unique_ptr<PackageSession> session(new PackageSession(
+                *this, content.packageFile, path.substr(0, path.rfind(L'.')), std::move(file)));
+            session->m_stamp = content.stamp;
+            if (content.isUnpacked && FolderExists(session->Folder())) {
+                sessions.push_back(std::move(session));
+            }
+        }
+    } catch (...) {
+        // The next start retries.
+        for (const auto& session : sessions) {
+            session->Keep();
+        }
+        sessions.clear();
+    }
+    return sessions;
+}
+
+void SessionStore::RemoveLeftovers() noexcept {
+    RunInBackground([sessions = m_folder] { RemoveFinished(sessions); });
+}
+
+void SessionStore::Remove(const std::wstring& folder) noexcept {
+    RunInBackground([folder, sessions = m_folder] {
+        RemoveFolder(folder);
+        RemoveDirectoryW(sessions.c_str()); // when it is empty
+    });
+}
+
+void SessionStore::WaitForRemovals() noexcept {
+    const std::lock_guard guard(m_lock);
+    for (std::future<void>& removal : m_removals) {
+        removal.wait();
+    }
+    m_removals.clear();
+}
+
+template <class Work>
+void SessionStore::RunInBackground(Work work) noexcept {
+    try {
+        const std::lock_guard guard(m_lock);
+        std::erase_if(m_removals, [](const std::future<void>& removal) {
+            return removal.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+        });
+        m_removals.push_back(std::async(std::launch::async, std::move(work)));
+    } catch (...) {
+        // What stays is removed at the next start.
+        return;
+    }
+}
+
+} // namespace viewer
