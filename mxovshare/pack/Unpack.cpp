@@ -81,7 +81,7 @@ public:
     Unpacker(const std::wstring& file, const std::wstring& folder)
         : m_source(file), m_entries(ReadZipDirectory(m_source)), m_folder(FolderPath(folder)) {}
 
-    void Run(PackageProgress* progress) {
+    void Run(PackageProgress* progress, const std::function<void()>& onUnpacked) {
         PrepareFolder();
         CheckRoom();
         ProgressMeter meter(progress, TotalSize(m_entries));
@@ -96,6 +96,7 @@ public:
                 UnpackFile(entry, path, meter);
             }
         }
+        onUnpacked();
         m_created.Keep();
     }
 
@@ -185,8 +186,9 @@ private:
 
 } // namespace
 
-void UnpackInto(const std::wstring& file, const std::wstring& folder, PackageProgress* progress) {
-    Unpacker(file, folder).Run(progress);
+void UnpackInto(const std::wstring& file, const std::wstring& folder, PackageProgress* progress,
+                const std::function<void()>& onUnpacked) {
+    Unpacker(file, folder).Run(progress, onUnpacked);
 }
 
 } // namespace mxovshare

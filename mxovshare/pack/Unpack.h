@@ -3,12 +3,15 @@
 
 #include "mxovpackage.h"
 
+#include <functional>
 #include <string>
 
 namespace mxovshare {
 
 /// Unpacks the package `file` into `folder`, which must not exist or be empty; missing folders above it are
-/// made. Throws FileFailure, PackageError or Cancelled after removing everything that it had made.
-void UnpackInto(const std::wstring& file, const std::wstring& folder, PackageProgress* progress);
+/// created. `onUnpacked` is called at the end. Throws FileFailure, PackageError, Cancelled or what
+/// `onUnpacked` throws after removing everything that it had created.
+void UnpackInto(const std::wstring& file, const std::wstring& folder, PackageProgress* progress,
+                const std::function<void()>& onUnpacked);
 
 } // namespace mxovshare

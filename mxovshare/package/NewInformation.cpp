@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cwchar>
 #include <iterator>
+#include <new>
 #include <vector>
 
 #include <lmcons.h>
@@ -85,9 +86,13 @@ Substitute NewInformation::ForPackage() const {
         .path = m_path, .content = AtomicFile::TemporaryPath(m_path), .size = m_size, .modified = m_modified};
 }
 
-void NewInformation::Commit() {
-    if (!m_file->Commit()) {
-        IniStore::Instance().SetValues(m_section, m_values, m_path);
+void NewInformation::Commit() noexcept {
+    try {
+        if (!m_file->Commit()) {
+            IniStore::Instance().SetValues(m_section, m_values, m_path);
+        }
+    } catch (const std::bad_alloc&) {
+        // The package is saved, and holds the entry.
     }
 }
 

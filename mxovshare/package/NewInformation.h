@@ -23,7 +23,7 @@ public:
 
     /// Replaces the information file. If that fails, the entry is kept in memory and retried with the next
     /// change.
-    void Commit();
+    void Commit() noexcept;
 
 private:
     std::string Extended();

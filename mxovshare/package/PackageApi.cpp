@@ -77,8 +77,7 @@ PackageResult UnpackPackage(const std::wstring& file, const std::wstring& folder
                             PackageProgress* progress) noexcept {
     return RunForResult(file, [&] {
         const std::wstring stamp = StampOfPackage(file);
-        UnpackInto(file, folder, progress);
-        RecordFolder(folder, file, stamp);
+        UnpackInto(file, folder, progress, [&] { RecordFolder(folder, file, stamp); });
     });
 }
 

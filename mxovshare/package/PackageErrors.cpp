@@ -8,12 +8,11 @@
 
 namespace mxovshare {
 
-PackageResult RunForResult(const std::wstring& file, const std::function<void()>& work) noexcept {
+PackageResult ResultOfException(const std::wstring& file) noexcept {
     PackageResult result;
     try {
         try {
-            work();
-            result.ok = true;
+            throw;
         } catch (const Cancelled&) {
             result.cancelled = true;
         } catch (const PackageError& error) {

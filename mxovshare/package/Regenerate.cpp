@@ -7,6 +7,8 @@
 #include "package/ProgressWindow.h"
 #include "package/UnpackedFolders.h"
 
+#include <new>
+
 namespace mxovshare {
 
 namespace {
@@ -23,25 +25,17 @@ void Save(const std::wstring& folder, const std::wstring& file, const std::wstri
     information.Commit();
 }
 
-void ReportFailure(const std::wstring& file, const PackageResult& result) {
-    const std::wstring reason = result.cancelled         ? L"You cancelled it"
-                                : result.message.empty() ? L"There is not enough memory"
-                                                         : result.message;
-    const std::wstring text =
-        L"The package \"" + file + L"\" was not saved:\n\n" + reason +
-        L".\n\nThe package file is as it was before. Your changes are still in the open package.";
-    ShowError(text.c_str());
-}
-
-// Hosts may query the outcome at any time, so it is recorded after the user has read the message.
-void Report(const std::wstring& folder, const std::wstring& file, const PackageResult& result) noexcept {
+void ReportFailure(const std::wstring& file, const PackageResult& result) noexcept {
     try {
-        if (!result.ok) {
-            ReportFailure(file, result);
-        }
-        RecordSave(folder, file, result.ok);
-    } catch (...) {
-        ShowError(L"There is not enough memory.");
+        const std::wstring reason = result.cancelled         ? L"You cancelled it"
+                                    : result.message.empty() ? L"There is not enough memory"
+                                                             : result.message;
+        const std::wstring text =
+            L"The package \"" + file + L"\" was not saved:\n\n" + reason +
+            L".\n\nThe package file is as it was before. Your changes are still in the open package.";
+        ShowError(text.c_str());
+    } catch (const std::bad_alloc&) {
+        ShowError(L"The package was not saved: there is not enough memory.");
     }
 }
 
@@ -49,7 +43,11 @@ void Report(const std::wstring& folder, const std::wstring& file, const PackageR
 
 void Utils::ReGenerateOrvandoFile(std::wstring packageFolder, std::wstring packageFile, std::wstring text) {
     const PackageResult result = RunForResult(packageFile, [&] { Save(packageFolder, packageFile, text); });
-    Report(packageFolder, packageFile, result);
+    if (!result.ok) {
+        ReportFailure(packageFile, result);
+    }
+    // Hosts may query the outcome at any time, so it is recorded after the user has read the message.
+    RecordSave(packageFolder, packageFile, result.ok);
 }
 
 } // namespace mxovshare

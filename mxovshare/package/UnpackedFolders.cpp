@@ -9,7 +9,9 @@
 #include "package/PackageErrors.h"
 
 #include <algorithm>
+#include <atomic>
 #include <mutex>
+#include <new>
 #include <utility>
 
 namespace mxovshare {
@@ -26,6 +28,8 @@ struct UnpackedFolder {
 // Packages are unpacked and saved on several threads.
 std::mutex g_lock;
 std::vector<UnpackedFolder> g_folders;
+
+std::atomic<bool> g_unrecordedFailure = false; // of any folder
 
 // The entry of a folder, or null; under the lock.
 UnpackedFolder* Find(const std::wstring& folder) {
@@ -79,13 +83,19 @@ void RecordFolder(const std::wstring& folder, const std::wstring& file, const st
     entry.saveFailed = false;
 }
 
-void RecordSave(const std::wstring& folder, const std::wstring& file, bool ok) {
-    if (ok) {
-        RecordFolder(folder, file, StampOfPackage(file));
-        return;
+void RecordSave(const std::wstring& folder, const std::wstring& file, bool ok) noexcept {
+    try {
+        if (ok) {
+            RecordFolder(folder, file, StampOfPackage(file));
+            return;
+        }
+        const std::lock_guard guard(g_lock);
+        FindOrAdd(folder).saveFailed = true;
+    } catch (const std::bad_alloc&) {
+        if (!ok) {
+            g_unrecordedFailure = true;
+        }
     }
-    const std::lock_guard guard(g_lock);
-    FindOrAdd(folder).saveFailed = true;
 }
 
 ReplacementGuard::ReplacementGuard(const std::wstring& folder, const std::wstring& file)
@@ -122,11 +132,11 @@ void ResumeFolder(const std::wstring& folder, const std::wstring& file, const st
 }
 
 bool TakeSaveFailure(const std::wstring& folder) noexcept {
-    bool failed = false;
+    bool failed = g_unrecordedFailure.exchange(false);
     RunForResult(folder, [&] {
         const std::lock_guard guard(g_lock);
         if (UnpackedFolder* entry = Find(folder)) {
-            failed = std::exchange(entry->saveFailed, false);
+            failed = std::exchange(entry->saveFailed, false) || failed;
         }
     });
     return failed;
