@@ -4,6 +4,7 @@
 #include "common/Paths.h"
 #include "files/DiskFile.h"
 #include "files/FileFailure.h"
+#include "files/FileProperties.h"
 #include "files/FolderPath.h"
 #include "pack/BackgroundFlusher.h"
 #include "pack/FileTimes.h"
@@ -138,7 +139,7 @@ void PackInto(HANDLE target, const std::wstring& file, const std::vector<FolderI
 
 } // namespace
 
-NewPackage::NewPackage(std::wstring file) : m_file(std::move(file)), m_target(m_file) {
+NewPackage::NewPackage(const std::wstring& file) : m_file(FinalFile(file)), m_target(m_file) {
     if (m_target.Error() != ERROR_SUCCESS) {
         ThrowFileFailure(L"cannot write", m_file, m_target.Error());
     }
@@ -163,6 +164,10 @@ void NewPackage::Pack(const std::wstring& folder, PackageProgress* progress, con
         Sleep(pause);
         items = ItemsOf(folder, m_file, substitute);
     }
+}
+
+std::wstring NewPackage::KeepProperties() {
+    return CopyFileProperties(m_file, AtomicFile::TemporaryPath(m_file));
 }
 
 void NewPackage::Commit(const std::function<void()>& beforeReplace) {

@@ -23,14 +23,18 @@ struct Substitute {
 /// Cancelled.
 class NewPackage {
 public:
-    /// Creates the temporary file beside `file`.
-    explicit NewPackage(std::wstring file);
+    /// Creates the temporary file beside `file`, or beside the file that it links to.
+    explicit NewPackage(const std::wstring& file);
 
     /// Packs everything below `folder` on all processors, then reads back and verifies what was written.
     /// Packed data that the old package already holds for a file (same name, size, last-write time and
     /// checksum) is copied. Starts again when another program changes a file meanwhile; FileChanged when that
     /// never ends.
     void Pack(const std::wstring& folder, PackageProgress* progress, const Substitute* substitute = nullptr);
+
+    /// Copies owner, access rights and alternate streams of the old file. Returns what is lost when it is
+    /// replaced, in words such as "its owner"; empty when nothing is.
+    std::wstring KeepProperties();
 
     /// Replaces the file in one step. `beforeReplace`, if given, is called immediately before each attempt
     /// and may throw to abandon it.

@@ -60,6 +60,7 @@ PackageResult CreatePackage(const std::wstring& folder, const std::wstring& file
     return RunForResult(file, [&] {
         NewPackage package(file);
         package.Pack(folder, progress);
+        package.KeepProperties();
         package.Commit();
     });
 }

@@ -2,6 +2,7 @@
 
 #include "host/MessageBoxes.h"
 #include "pack/NewPackage.h"
+#include "pack/ProgressMeter.h"
 #include "package/NewInformation.h"
 #include "package/PackageErrors.h"
 #include "package/ProgressWindow.h"
@@ -13,6 +14,14 @@ namespace mxovshare {
 
 namespace {
 
+// Throws Cancelled when the user keeps the old file rather than lose something of it.
+void ConfirmLoss(const std::wstring& file, const std::wstring& lost) {
+    if (!lost.empty() && !AskYesNo(L"Saving the package \"" + file + L"\" would not keep " + lost +
+                                   L".\n\nDo you want to save it anyway?")) {
+        throw Cancelled();
+    }
+}
+
 void Save(const std::wstring& folder, const std::wstring& file, const std::wstring& operation) {
     ReplacementGuard guard(folder, file);
     guard.Confirm();
@@ -21,6 +30,7 @@ void Save(const std::wstring& folder, const std::wstring& file, const std::wstri
     NewPackage package(file);
     ProgressWindow progress(L"Saving " + file);
     package.Pack(folder, &progress, &substitute);
+    ConfirmLoss(file, package.KeepProperties());
     package.Commit([&guard] { guard.Confirm(); });
     information.Commit();
 }

@@ -102,6 +102,7 @@ int wmain(int count, wchar_t** arguments) {
         return 2;
     }
     SetErrorSink([](const wchar_t*) { ++notices; });
+    SetQuestionSink([](const std::wstring&) { return false; });
     const std::vector<std::wstring> rest(arguments + 6, arguments + count);
     const Scene scene = {arguments[2], arguments[3], arguments[4], arguments[5]};
     if (rest.empty()) {

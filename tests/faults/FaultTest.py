@@ -296,6 +296,39 @@ class FaultTest(unittest.TestCase):
         self.expect_lines(self.lab.drive('save', inside, package), ['done 0'])
         self.assertIn('a.txt', contents(package))
 
+    def test_access_rights_stay(self):
+        """Wine maps rights to a mode coarsely: what others may do is kept, and equal rights are not touched."""
+        folder, package = self.scene('rights')
+        for mode, others in ((0o600, 0), (0o644, 0o4)):
+            package.chmod(mode)
+            self.expect_lines(self.lab.drive('save', folder, package), ['done 0'])
+            self.assertNotEqual(package.read_bytes(), self.old_package)
+            self.assertEqual(package.stat().st_mode & 0o007, others, oct(mode))
+            package.unlink()
+            package.write_bytes(self.old_package)
+
+    def test_a_link_stays_and_its_target_is_replaced(self):
+        folder, package = self.scene('link')
+        target = package.with_name('elsewhere') / 'real.mxov'
+        target.parent.mkdir()
+        package.rename(target)
+        package.symlink_to(target)
+        self.expect_lines(self.lab.drive('save', folder, package), ['done 0'])
+        self.assertTrue(package.is_symlink())
+        self.assertIn('mxinfo.ini', contents(target))
+        self.assertNotEqual(target.read_bytes(), self.old_package)
+        self.assertEqual(list(target.parent.iterdir()), [target])
+        self.assertFalse(package.with_name(package.name + '.mxov-new').exists())
+
+    def test_a_hard_link_is_not_broken_unasked(self):
+        folder, package = self.scene('hard')
+        other = package.with_name('other')
+        other.hardlink_to(package)
+        self.expect_lines(self.lab.drive('save', folder, package), ['done 1'])  # the driver answers No
+        self.assertEqual(package.read_bytes(), self.old_package)
+        self.assertTrue(other.samefile(package))
+        self.assertEqual((folder / 'mxinfo.ini').read_bytes(), INFORMATION)
+
     def test_a_folder_that_vanished(self):
         folder, package = self.scene('gone')
         shutil.rmtree(folder)
