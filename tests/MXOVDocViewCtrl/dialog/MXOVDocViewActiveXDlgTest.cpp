@@ -4,9 +4,35 @@
 
 #include <commctrl.h>
 
+#include <tuple>
+
 namespace {
 
 constexpr int kBoxes[] = {IDC_PART_BOX, IDC_GCODE_BOX, IDC_SETUP_BOX, IDC_ADDITIONAL_BOX};
+
+struct MapOfTheDialog : MXOVDocViewActiveXDlg {
+    using MXOVDocViewActiveXDlg::GetThisMessageMap;
+};
+
+/// Size in points and face of a dialog template's font.
+std::pair<int, std::wstring> FontOfTemplate(int id) {
+    const HMODULE module = AfxGetResourceHandle();
+    const HRSRC place = FindResourceW(module, MAKEINTRESOURCEW(id), RT_DIALOG);
+    const auto* words = static_cast<const WORD*>(LockResource(LoadResource(module, place)));
+    if (!words || words[1] != 0xffff) {
+        return {}; // no extended template
+    }
+    words += 13;                  // version, signature, help, styles, count, place and size
+    for (int i = 0; i < 3; ++i) { // menu, class, title
+        if (*words == 0xffff) {
+            words += 2;
+        } else {
+            while (*words++) {
+            }
+        }
+    }
+    return {words[0], reinterpret_cast<const wchar_t*>(words + 3)};
+}
 
 class MXOVDocViewActiveXDlgTest : public DialogFixture {
 protected:
@@ -181,6 +207,40 @@ TEST_F(MXOVDocViewActiveXDlgTest, LeavesNoGdiObjectsBehind) {
         cycle();
     }
     EXPECT_EQ(GdiObjectCount(), before);
+}
+
+TEST_F(MXOVDocViewActiveXDlgTest, TemplatesHaveTheDialogFontOfEightPoints) {
+    for (const int id : {IDD_MAIN, IDD_DOCUMENT_PROPERTIES, IDD_PROPERTY_PAGE}) {
+        EXPECT_EQ(FontOfTemplate(id), (std::pair<int, std::wstring>(8, L"MS Shell Dlg"))) << id;
+    }
+}
+
+TEST_F(MXOVDocViewActiveXDlgTest, MessagesAreHandledInTheirOrder) {
+    using Line = std::tuple<UINT, UINT, UINT>; // message, notification, control
+    std::vector<Line> lines;
+    for (auto* entry = MapOfTheDialog::GetThisMessageMap()->lpEntries; entry->pfn != nullptr; ++entry) {
+        const bool ofAControl = entry->nMessage == WM_NOTIFY || entry->nMessage == WM_COMMAND;
+        lines.emplace_back(entry->nMessage, ofAControl ? entry->nCode : 0, ofAControl ? entry->nID : 0);
+    }
+    const std::vector<Line> expected = {
+        {WM_PAINT, 0, 0},
+        {kAfxCtlColor, 0, 0}, // one line for the colours of all kinds of controls
+        {WM_SIZE, 0, 0},
+        {WM_CONTEXTMENU, 0, 0},
+        {WM_NOTIFY, NM_CLICK, 1004},
+        {WM_NOTIFY, NM_CLICK, 1005},
+        {WM_NOTIFY, NM_CLICK, 1006},
+        {WM_NOTIFY, NM_CLICK, 1007},
+        {WM_NOTIFY, NM_DBLCLK, 1005},
+        {WM_NOTIFY, NM_DBLCLK, 1006},
+        {WM_NOTIFY, NM_DBLCLK, 1007},
+        {WM_NOTIFY, NM_KILLFOCUS, 1007},
+        {WM_COMMAND, BN_CLICKED, 1040},
+        {WM_COMMAND, BN_CLICKED, 1041},
+        {WM_COMMAND, BN_CLICKED, 1039},
+        {WM_COMMAND, BN_CLICKED, 1042},
+    };
+    EXPECT_EQ(lines, expected);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "DialogFixture.h"
 
+#include "package/RecordLists.h"
+#include "popup/MXOVPopupDlg.h"
 #include "shell/HostText.h"
 
 #include <commctrl.h>
@@ -7,6 +9,35 @@
 using namespace docview;
 
 namespace {
+
+/// Notes, when the properties are shown, whether a button is enabled.
+class ShowingWatch {
+public:
+    explicit ShowingWatch(HWND button)
+        : m_hook(SetWindowsHookExW(WH_CALLWNDPROC, Watch, nullptr, GetCurrentThreadId())) {
+        watched = button;
+        enabled.clear();
+    }
+    ~ShowingWatch() { UnhookWindowsHookEx(m_hook); }
+    ShowingWatch(const ShowingWatch&) = delete;
+    ShowingWatch& operator=(const ShowingWatch&) = delete;
+
+    static inline std::vector<bool> enabled;
+
+private:
+    static LRESULT CALLBACK Watch(int code, WPARAM wParam, LPARAM lParam) {
+        const auto& message = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+        const MXOVPopupDlg* popup = MXOVPopupDlg::Current();
+        if (popup && message.hwnd == popup->GetSafeHwnd() && message.message == WM_SHOWWINDOW &&
+            message.wParam) {
+            enabled.push_back(IsWindowEnabled(watched) != FALSE);
+        }
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+
+    static inline HWND watched = nullptr;
+    HHOOK m_hook;
+};
 
 class MXOVDocViewListsTest : public DialogFixture {
 protected:
@@ -136,6 +167,54 @@ TEST_F(MXOVDocViewListsTest, ButtonsShowTheirBitmaps) {
     EXPECT_EQ(GetObjectW(reinterpret_cast<HGDIOBJ>(remove), sizeof description, &description),
               sizeof description);
     EXPECT_NE(add, remove);
+}
+
+TEST_F(MXOVDocViewListsTest, DeleteGoesOnAfterThePropertiesAreShownAndOffBefore) {
+    const ShowingWatch watch(Item(IDC_DELETE));
+    EnableDelete();
+    EXPECT_EQ(ShowingWatch::enabled, std::vector<bool>{false});
+    MXOVPopupDlg::CloseOf(m_dialog);
+    for (const int list : {IDC_PART_LIST, IDC_GCODE_LIST, IDC_SETUP_LIST}) {
+        EnableDelete();
+        MXOVPopupDlg::CloseOf(m_dialog);
+        ShowingWatch::enabled.clear();
+        Select(list, 0);
+        Notify(list, NM_CLICK);
+        EXPECT_EQ(ShowingWatch::enabled, std::vector<bool>{false}) << list;
+        MXOVPopupDlg::CloseOf(m_dialog);
+    }
+}
+
+TEST_F(MXOVDocViewListsTest, AnItemWithoutARecordShowsAndOpensNothing) {
+    partAssemblyRecords.clear();
+    additionalRecords.clear();
+    const MessageBoxAnswer answer(IDOK);
+    for (const int list : {IDC_PART_LIST, IDC_ADDITIONAL_LIST}) {
+        Select(list, 0);
+        Notify(list, NM_CLICK);
+        EXPECT_EQ(MXOVPopupDlg::Current(), nullptr) << list;
+    }
+    Notify(IDC_ADDITIONAL_LIST, NM_DBLCLK);
+    EXPECT_EQ(answer.count, 0);
+}
+
+TEST_F(MXOVDocViewListsTest, ShownPropertiesAreFilledAndMovedAgain) {
+    const auto show = [this](int list, int width) {
+        m_dialog.SetSize(width, 500);
+        Select(list, 0);
+        Notify(list, NM_CLICK);
+        RECT rect = {};
+        GetWindowRect(MXOVPopupDlg::Current()->GetSafeHwnd(), &rect);
+        return rect.left;
+    };
+    EXPECT_EQ(show(IDC_PART_LIST, 100), 106);
+    const HWND popup = MXOVPopupDlg::Current()->GetSafeHwnd();
+    EXPECT_EQ(show(IDC_GCODE_LIST, 200), 206);
+    EXPECT_EQ(MXOVPopupDlg::Current()->GetSafeHwnd(), popup);
+    wchar_t name[20] = L"";
+    GetDlgItemTextW(popup, IDC_DOCUMENT_NAME, name, ARRAYSIZE(name));
+    EXPECT_STREQ(name, L"a.nc");
+    MXOVPopupDlg::CloseOf(m_dialog);
 }
 
 } // namespace

@@ -102,3 +102,15 @@ TEST_F(MXOVPopupBrowsingTest, APressElsewhereMeanwhileLeavesThePopup) {
     mouse.Click();
     EXPECT_TRUE(PumpUntil([&] { return !Popup(); })) << "afterwards it closes it";
 }
+
+TEST_F(MXOVPopupBrowsingTest, AChosenPathIsReportedOnceMoreOnClosing) {
+    const std::wstring chosen = m_package.WriteSized(L"outside\\other.sldprt", 1);
+    Show(DocumentCategory::PartAssembly);
+    Browse([&](HWND dialog) { FileDialogDriver::Choose(dialog, chosen); });
+    HandleMessages();
+    ASSERT_EQ(m_owner.updates, 1);
+    const RealMouse mouse;
+    mouse.MoveTo(m_owner.Other(), {5, 5});
+    mouse.Click();
+    EXPECT_TRUE(PumpUntil([&] { return !Popup() && m_owner.updates == 2; }));
+}

@@ -104,3 +104,10 @@ TEST_F(MXOVPopupSavingTest, AnOwnerWithoutTheButtonIsSentNothing) {
     EXPECT_EQ(m_owner.updates + m_owner.strangeCommands, 0);
     EXPECT_EQ(Value(L"FILEINFO", L"CADFileDescription"), L"The part!");
 }
+
+TEST_F(MXOVPopupSavingTest, BeforeItIsFilledThereIsNothingToSave) {
+    MXOVPopupDlg::Open(m_owner)->SaveProperties();
+    HandleMessages();
+    EXPECT_EQ(m_package.Read(L"mxinfo.ini"), "");
+    EXPECT_EQ(m_owner.updates + m_owner.strangeCommands, 0);
+}

@@ -1,7 +1,7 @@
 // Registration when the registry does not play along. Everything under HKEY_CLASSES_ROOT is a key of the
 // test's own; a key that is volatile cannot get the lasting keys that registration makes.
 #include "ControlObject.h"
-#include "fuzz/ImportHook.h"
+#include "ImportHook.h"
 
 #include <stdexcept>
 
