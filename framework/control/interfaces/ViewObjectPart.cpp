@@ -30,9 +30,13 @@ bool IsMetafile(HDC dc) noexcept {
     return type == OBJ_METADC || type == OBJ_ENHMETADC;
 }
 
-/// Where an aspect is shown at all: the control draws itself in one way only.
+/// S_OK for an aspect that the control draws. Documented for the content is index -1 alone, but common
+/// containers pass 0 and never paint again after a failure.
 HRESULT CheckAspect(DWORD aspect, LONG index) noexcept {
-    if (aspect != DVASPECT_CONTENT && aspect != DVASPECT_OPAQUE) {
+    if (aspect == DVASPECT_CONTENT) {
+        return S_OK;
+    }
+    if (aspect != DVASPECT_OPAQUE) {
         return DV_E_DVASPECT;
     }
     return index == -1 ? S_OK : DV_E_LINDEX;

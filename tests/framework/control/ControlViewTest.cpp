@@ -90,7 +90,7 @@ TEST_F(ControlViewTest, DrawsIntoMetafiles) {
 TEST_F(ControlViewTest, OtherAspectsAndNoPlaceAreRefused) {
     const Canvas canvas;
     EXPECT_EQ(DV_E_DVASPECT, Draw(canvas, {0, 0, 10, 10}, DVASPECT_ICON));
-    EXPECT_EQ(DV_E_LINDEX, Draw(canvas, {0, 0, 10, 10}, DVASPECT_CONTENT, 3));
+    EXPECT_EQ(DV_E_LINDEX, Draw(canvas, {0, 0, 10, 10}, DVASPECT_OPAQUE, 3));
     EXPECT_EQ(E_INVALIDARG, Draw(nullptr, {0, 0, 10, 10}));
     EXPECT_EQ(E_INVALIDARG, m_view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas, nullptr,
                                          nullptr, nullptr, 0));
