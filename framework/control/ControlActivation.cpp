@@ -4,6 +4,9 @@
 #include "ControlParts.h"
 
 #include <algorithm>
+#include <utility>
+
+#include <commctrl.h>
 
 ControlActivation::ControlActivation(ControlParts& parts) noexcept
     : m_control(parts.control), m_parts(parts) {}
@@ -58,11 +61,12 @@ bool ControlActivation::Enter(HWND parent, LPCRECT rect, Place& place) {
 bool ControlActivation::CreateWindowAt(const Place& place) {
     const RECT& at = place.position;
     constexpr DWORD kStyle = WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
-    if (!m_control.CreateEx(0, L"STATIC", nullptr, kStyle, at.left, at.top,
+    if (!m_control.CreateEx(WS_EX_CONTROLPARENT, L"STATIC", nullptr, kStyle, at.left, at.top,
                             std::max<int>(at.right - at.left, 0), std::max<int>(at.bottom - at.top, 0),
                             place.parent, nullptr)) {
         return false;
     }
+    WatchFocus();
     m_control.OnSetObjectRects(&place.position, &place.clip);
     m_control.ShowWindow(SW_SHOW);
     const common::ComPtr<IOleClientSite> client(m_control.GetClientSite());
@@ -85,10 +89,7 @@ HRESULT ControlActivation::ActivateUI(HWND parent, LPCRECT rect, bool takeFocus)
             return E_FAIL;
         }
         NameActiveObject(true);
-        const common::ComPtr<IOleControlSite> control(m_parts.site.Control());
-        if (control) {
-            control->OnFocus(TRUE);
-        }
+        ReportFocus(true);
     }
     if (takeFocus && m_control.m_hWnd && !::IsChild(m_control.m_hWnd, ::GetFocus())) {
         m_control.SetFocus();
@@ -128,9 +129,58 @@ void ControlActivation::DeactivateUI() {
     if (site) {
         site->OnUIDeactivate(FALSE);
     }
-    const common::ComPtr<IOleControlSite> control(m_parts.site.Control());
-    if (control) {
-        control->OnFocus(FALSE);
+    ReportFocus(false);
+}
+
+void ControlActivation::WatchFocus() {
+    const auto watch = [](HWND window, LPARAM activation) -> BOOL {
+        ::SetWindowSubclass(window, &WatchedProc, 0, static_cast<DWORD_PTR>(activation));
+        return TRUE;
+    };
+    watch(m_control.m_hWnd, reinterpret_cast<LPARAM>(this));
+    ::EnumChildWindows(m_control.m_hWnd, watch, reinterpret_cast<LPARAM>(this));
+}
+
+LRESULT CALLBACK ControlActivation::WatchedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                                UINT_PTR id, DWORD_PTR activation) noexcept {
+    if (message == WM_NCDESTROY) {
+        ::RemoveWindowSubclass(window, &WatchedProc, id);
+    }
+    if (message != WM_SETFOCUS && message != WM_KILLFOCUS) {
+        return ::DefSubclassProc(window, message, wParam, lParam);
+    }
+    auto* self = reinterpret_cast<ControlActivation*>(activation); // outlives the control's windows
+    const OleKeepAlive alive(self->m_control);
+    const LRESULT result = ::DefSubclassProc(window, message, wParam, lParam);
+    OleProtect([self]() -> HRESULT {
+        self->FollowFocus();
+        return S_OK;
+    });
+    return result;
+}
+
+void ControlActivation::FollowFocus() {
+    const HWND window = m_control.m_hWnd;
+    if (!m_active || !window) {
+        return;
+    }
+    const HWND focus = ::GetFocus(); // the messages come after the change
+    const bool inside = focus == window || ::IsChild(window, focus);
+    if (inside && !m_uiActive) {
+        ActivateUI(nullptr, nullptr, false);
+    }
+    if (m_uiActive) {
+        ReportFocus(inside);
+    }
+}
+
+void ControlActivation::ReportFocus(bool focused) {
+    if (std::exchange(m_focusReported, focused) == focused) {
+        return;
+    }
+    const common::ComPtr<IOleControlSite> site(m_parts.site.Control());
+    if (site) {
+        site->OnFocus(focused);
     }
 }
 

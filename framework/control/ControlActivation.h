@@ -47,6 +47,11 @@ private:
     bool Enter(HWND parent, LPCRECT rect, Place& place);
     bool CreateWindowAt(const Place& place);
     void Leave();
+    void WatchFocus();
+    void FollowFocus();
+    void ReportFocus(bool focused);
+    static LRESULT CALLBACK WatchedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                        DWORD_PTR activation) noexcept;
 
     COleControl& m_control;
     ControlParts& m_parts;
@@ -55,4 +60,5 @@ private:
     common::ComPtr<IOleInPlaceUIWindow> m_document;
     bool m_active = false;
     bool m_uiActive = false;
+    bool m_focusReported = false; ///< the container's last OnFocus was TRUE
 };

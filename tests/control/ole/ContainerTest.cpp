@@ -1,9 +1,23 @@
 // Containers that the control meets in the field: sloppy, strict and hostile ones.
 #include "EmbeddedControl.h"
+#include "PackageBuilder.h"
+
+#include <algorithm>
 
 namespace {
 
-using ContainerTest = EmbeddedControlTest;
+class ContainerTest : public EmbeddedControlTest {
+protected:
+    [[nodiscard]] size_t Count(const std::string& call) const {
+        return static_cast<size_t>(std::ranges::count(container.Calls(), call));
+    }
+    /// Takes the focus out of the control and makes it inactive again, as containers do.
+    void Leave() {
+        SetFocus(container.Window());
+        InPlace()->UIDeactivate();
+        container.ForgetCalls();
+    }
+};
 
 } // namespace
 
@@ -28,4 +42,67 @@ TEST_F(ContainerTest, ContentIsDrawnAndMeasuredWithAnyIndex) {
     EXPECT_EQ(DV_E_DVASPECT, view->Draw(DVASPECT_THUMBNAIL, -1, nullptr, nullptr, nullptr, dc, &bounds,
                                         nullptr, nullptr, 0));
     DeleteDC(dc);
+}
+
+TEST_F(ContainerTest, FocusThatArrivesInAnyWayActivatesTheUserInterface) {
+    ASSERT_EQ(S_OK, Activate(OLEIVERB_INPLACEACTIVATE));
+    for (const HWND window :
+         {container.ControlWindow(), Dialog(), Item(kPartList), Item(kSetupList), Item(kAddButton)}) {
+        Leave();
+        ASSERT_FALSE(container.HasActiveObject());
+        SetFocus(window);
+        EXPECT_EQ(1U, Count("OnUIActivate")) << GetDlgCtrlID(window);
+        EXPECT_TRUE(container.HasActiveObject()) << GetDlgCtrlID(window);
+        EXPECT_EQ(1U, Count("OnFocus(1)")) << GetDlgCtrlID(window);
+        EXPECT_TRUE(IsChild(Dialog(), GetFocus())) << GetDlgCtrlID(window);
+    }
+}
+
+TEST_F(ContainerTest, FocusThatLeavesIsReportedOnceAndItsReturnToo) {
+    ASSERT_EQ(S_OK, Activate(OLEIVERB_UIACTIVATE));
+    container.ForgetCalls();
+    SetFocus(Item(kSetupList));
+    SetFocus(Item(kAddButton));
+    EXPECT_EQ(0U, Count("OnFocus(0)") + Count("OnFocus(1)")) << "it stayed inside";
+    SetFocus(container.Window());
+    EXPECT_EQ(1U, Count("OnFocus(0)"));
+    EXPECT_TRUE(container.HasActiveObject()) << "the container decides when another object is active";
+    SetFocus(Item(kAddButton));
+    EXPECT_EQ(1U, Count("OnFocus(1)"));
+    EXPECT_EQ(0U, Count("OnUIActivate")) << "active all the time";
+    SetFocus(nullptr);
+    EXPECT_EQ(2U, Count("OnFocus(0)")) << "to another program";
+}
+
+TEST_F(ContainerTest, ContainerMayCloseTheControlWhenTheFocusArrivesOrLeaves) {
+    for (const std::string moment : {"OnUIActivate", "SetActiveObject", "OnFocus(1)", "OnFocus(0)"}) {
+        ASSERT_EQ(S_OK, Activate(OLEIVERB_INPLACEACTIVATE));
+        container.onCall = [&](const std::string& name) {
+            if (name == moment) {
+                container.onCall = nullptr;
+                container.Remove();
+                control.Reset();
+            }
+        };
+        SetFocus(Item(kPartList));
+        SetFocus(container.Window());
+        EXPECT_FALSE(control) << moment;
+        EXPECT_FALSE(container.ControlWindow()) << moment;
+        Pump();
+        EXPECT_EQ(S_OK, m_module.Call("DllCanUnloadNow")) << moment;
+        control = CreateControl();
+    }
+}
+
+TEST_F(ContainerTest, HostWithDialogMessagesAloneTabsIntoIt) {
+    ASSERT_EQ(S_OK, Activate(OLEIVERB_INPLACEACTIVATE));
+    const HWND before = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 50, 15,
+                                        container.Window(), nullptr, nullptr, nullptr);
+    SetWindowPos(before, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    SetFocus(before);
+    MSG tab = {before, WM_KEYDOWN, VK_TAB, 0, 0, {0, 0}};
+    ASSERT_TRUE(IsDialogMessageW(container.Window(), &tab));
+    EXPECT_EQ(Item(kPartList), GetFocus());
+    EXPECT_TRUE(container.HasActiveObject());
+    DestroyWindow(before);
 }
