@@ -160,9 +160,7 @@ BOOL COleControl::OnEnumVerbs(LPENUMOLEVERB* ppenumOleVerb) {
 }
 
 void COleControl::OnGetControlInfo(LPCONTROLINFO pControlInfo) {
-    pControlInfo->hAccel = nullptr;
-    pControlInfo->cAccel = 0;
-    pControlInfo->dwFlags = 0;
+    static_cast<void>(pControlInfo);
 }
 
 void COleControl::OnMnemonic(LPMSG pMsg) {

@@ -1,4 +1,5 @@
 // DllMain of a library that the framework is linked into; an executable does not pull this file in.
+#include "Apartment.h"
 #include "App.h"
 
 namespace {
@@ -38,6 +39,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
         EndModule();
         break;
     case DLL_THREAD_DETACH:
+        AfxApartment::EndThread();
         AfxGetStaticModuleState()->ReleaseThread();
         break;
     default:

@@ -73,11 +73,10 @@ STDMETHODIMP ConnectionPoint::GetConnectionPointContainer(IConnectionPointContai
 }
 
 STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
-    return OleGuard(m_owner, [&]() -> HRESULT {
-        if (!sink || !cookie) {
+    return OleGuard(m_owner, cookie, [&]() -> HRESULT {
+        if (!sink) {
             return E_POINTER;
         }
-        *cookie = 0;
         common::ComPtr<IUnknown> connected = common::Query<IUnknown>(sink, m_iid);
         if (!connected && m_orDispatch) {
             connected = common::Query<IUnknown>(sink, IID_IDispatch);
@@ -106,11 +105,7 @@ STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) {
 }
 
 STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
-    return OleGuard(m_owner, [&]() -> HRESULT {
-        if (!connections) {
-            return E_POINTER;
-        }
-        *connections = nullptr;
+    return OleGuard(m_owner, connections, [&]() -> HRESULT {
         std::vector<KeptConnection> kept;
         for (const Connection& connection : m_connections) {
             kept.push_back({connection.cookie, connection.sink.Copy()});
@@ -121,11 +116,7 @@ STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
 }
 
 STDMETHODIMP ConnectionPointContainerPart::EnumConnectionPoints(IEnumConnectionPoints** points) {
-    return Guard([&]() -> HRESULT {
-        if (!points) {
-            return E_POINTER;
-        }
-        *points = nullptr;
+    return Guard(points, [&]() -> HRESULT {
         std::vector<common::ComPtr<IConnectionPoint>> kept;
         for (ConnectionPoint* point : m_points) {
             kept.emplace_back(point);
@@ -136,11 +127,7 @@ STDMETHODIMP ConnectionPointContainerPart::EnumConnectionPoints(IEnumConnectionP
 }
 
 STDMETHODIMP ConnectionPointContainerPart::FindConnectionPoint(REFIID iid, IConnectionPoint** point) {
-    return Guard([&]() -> HRESULT {
-        if (!point) {
-            return E_POINTER;
-        }
-        *point = nullptr;
+    return Guard(point, [&]() -> HRESULT {
         for (ConnectionPoint* candidate : m_points) {
             if (candidate->Interface() == iid) {
                 candidate->AddRef();

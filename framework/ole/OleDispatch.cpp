@@ -38,26 +38,22 @@ HRESULT OleDispatchPart::OwnTypeInfo(LCID lcid, ITypeInfo** info) {
 }
 
 STDMETHODIMP OleDispatchPart::GetTypeInfoCount(UINT* count) {
-    return OleGuard(m_target, [&]() -> HRESULT {
-        if (!count) {
-            return E_POINTER;
-        }
+    return OleGuard(m_target, count, [&]() -> HRESULT {
         *count = m_target.GetTypeInfoCount();
         return S_OK;
     });
 }
 
 STDMETHODIMP OleDispatchPart::GetTypeInfo(UINT index, LCID lcid, ITypeInfo** info) {
-    return OleGuard(m_target, [&]() -> HRESULT {
-        if (!info) {
-            return E_POINTER;
-        }
-        *info = nullptr;
+    return OleGuard(m_target, info, [&]() -> HRESULT {
         return index < m_target.GetTypeInfoCount() ? OwnTypeInfo(lcid, info) : DISP_E_BADINDEX;
     });
 }
 
 STDMETHODIMP OleDispatchPart::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID lcid, DISPID* ids) {
+    if (ids) {
+        std::fill_n(ids, count, DISPID_UNKNOWN);
+    }
     return OleGuard(m_target, [&]() -> HRESULT {
         if (iid != IID_NULL) {
             return DISP_E_UNKNOWNINTERFACE;
@@ -65,7 +61,6 @@ STDMETHODIMP OleDispatchPart::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT co
         if (!names || !ids || count == 0) {
             return E_INVALIDARG;
         }
-        std::fill_n(ids, count, DISPID_UNKNOWN);
         const AFX_DISPMAP_ENTRY* entry = Find([&](const AFX_DISPMAP_ENTRY& line) {
             return names[0] && ::CompareStringOrdinal(line.lpszName, -1, names[0], -1, TRUE) == CSTR_EQUAL;
         });
@@ -85,6 +80,9 @@ STDMETHODIMP OleDispatchPart::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT co
 
 STDMETHODIMP OleDispatchPart::Invoke(DISPID id, REFIID iid, LCID lcid, WORD flags, DISPPARAMS* params,
                                      VARIANT* result, EXCEPINFO*, UINT* wrongArgument) {
+    if (result) {
+        ::VariantInit(result);
+    }
     return OleGuard(m_target, [&]() -> HRESULT {
         if (iid != IID_NULL) {
             return DISP_E_UNKNOWNINTERFACE;
@@ -95,9 +93,6 @@ STDMETHODIMP OleDispatchPart::Invoke(DISPID id, REFIID iid, LCID lcid, WORD flag
         }
         if (params->cNamedArgs > params->cArgs) {
             return DISP_E_BADPARAMCOUNT;
-        }
-        if (result) {
-            ::VariantInit(result);
         }
         const AFX_DISPMAP_ENTRY* entry =
             Find([&](const AFX_DISPMAP_ENTRY& line) { return line.lDispID == id; });

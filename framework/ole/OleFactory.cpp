@@ -39,6 +39,11 @@ CCmdTarget* COleObjectFactory::OnCreateObject() {
 }
 
 HRESULT COleObjectFactory::Create(IUnknown* outer, REFIID iid, void** object) {
+    AfxApartment::ReleaseDeferred();
+    const AfxApartment::Entry entry;
+    if (!entry.IsAllowed()) {
+        return RPC_E_WRONG_THREAD;
+    }
     CCmdTarget* target = OnCreateObject();
     if (!target) {
         return E_FAIL;
@@ -105,5 +110,6 @@ HRESULT AFXAPI AfxDllGetClassObject(REFCLSID rclsid, REFIID riid, LPVOID* ppv) {
 }
 
 HRESULT AFXAPI AfxDllCanUnloadNow() {
+    AfxApartment::ReleaseDeferred();
     return AfxOleCanExitApp() ? S_OK : S_FALSE;
 }

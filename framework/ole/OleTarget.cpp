@@ -187,6 +187,11 @@ DWORD CCmdTarget::InternalRelease() {
     if (left > 0) {
         return static_cast<DWORD>(left);
     }
+    if (!OleIsOnItsThread(*this)) {
+        m_ole->references = 1; // that of the list
+        AfxApartment::Defer(*this, m_ole->thread);
+        return 0;
+    }
     // What runs during the clean-up may take and release references: they must not start it again.
     constexpr LONG kDying = 0x40000000;
     m_ole->references = kDying;

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "common/ComPtr.h"
+#include "core/Apartment.h"
 #include "core/CmdTarget.h"
 #include "core/ModuleState.h"
 #include "OleDispatch.h"
@@ -77,6 +78,9 @@ private:
 class OleTargetState {
 public:
     explicit OleTargetState(CCmdTarget& target) noexcept : identity(target) {}
+    ~OleTargetState() { AfxApartment::Leave(m_apartment); }
+    OleTargetState(const OleTargetState&) = delete;
+    OleTargetState& operator=(const OleTargetState&) = delete;
 
     OleIdentity identity;
     std::optional<OleDispatchPart> dispatch; ///< filled by EnableAutomation
@@ -85,6 +89,9 @@ public:
     std::atomic<LONG> references = 1;        ///< the creator's
     const DWORD thread = ::GetCurrentThreadId();
     bool aggregatable = false;
+
+private:
+    const ULONG m_apartment = AfxApartment::Join();
 };
 
 /// Holds a reference to an object while something is called that may release it.
@@ -120,18 +127,30 @@ HRESULT OleProtect(Body&& body) noexcept {
 /// TRUE on the thread that made the object, the only one of its apartment.
 [[nodiscard]] bool OleIsOnItsThread(const CCmdTarget& target) noexcept;
 
-/// The same, and the object outlives the call. Callers from another thread get RPC_E_WRONG_THREAD. Around
-/// every method that returns or changes something of the object; IUnknown and what is the same for all
+/// As OleProtect, and the object outlives the call. Callers from another thread get RPC_E_WRONG_THREAD.
+/// Around every method that returns or changes something of the object; IUnknown and what is the same for all
 /// objects of a class answer any thread.
 template <class Body>
 HRESULT OleGuard(CCmdTarget& target, Body&& body) noexcept {
     if (!OleIsOnItsThread(target)) {
         return RPC_E_WRONG_THREAD;
     }
+    AfxApartment::ReleaseDeferred();
     return OleProtect([&]() -> HRESULT {
         const OleKeepAlive alive(target);
         return body();
     });
+}
+
+/// The same for a method with a result: E_POINTER without a place for it. The result is cleared for every
+/// caller, also one that is refused.
+template <class Result, class Body>
+HRESULT OleGuard(CCmdTarget& target, Result* result, Body&& body) noexcept {
+    if (!result) {
+        return E_POINTER;
+    }
+    *result = {};
+    return OleGuard(target, std::forward<Body>(body));
 }
 
 /// Base of the parts of an object: IUnknown is the object's, in any of the given interfaces.
@@ -154,6 +173,10 @@ protected:
     template <class Body>
     HRESULT Guard(Body&& body) noexcept {
         return OleGuard(m_target, std::forward<Body>(body));
+    }
+    template <class Result, class Body>
+    HRESULT Guard(Result* result, Body&& body) noexcept {
+        return OleGuard(m_target, result, std::forward<Body>(body));
     }
 
 private:

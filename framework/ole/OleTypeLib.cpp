@@ -3,6 +3,7 @@
 #include "core/ModuleState.h"
 
 #include <list>
+#include <mutex>
 
 CString AfxModulePath(HINSTANCE module) {
     constexpr DWORD kLongest = 32768;
@@ -42,25 +43,37 @@ HRESULT AfxLoadTypeLib(REFGUID tlid, WORD wVerMajor, WORD wVerMinor, LCID lcid, 
     return S_OK;
 }
 
+void CTypeLibCache::Lock() noexcept {
+    const std::lock_guard lock(m_lock);
+    ++m_locks;
+}
+
 void CTypeLibCache::Unlock() noexcept {
+    common::ComPtr<ITypeLib> released; // outside the lock
+    const std::lock_guard lock(m_lock);
     if (--m_locks == 0) {
-        m_library.Reset();
+        released.Swap(m_library);
     }
 }
 
 common::ComPtr<ITypeLib> CTypeLibCache::Lookup(LCID lcid) const noexcept {
+    const std::lock_guard lock(m_lock);
     return m_lcid == lcid ? m_library.Copy() : common::ComPtr<ITypeLib>();
 }
 
 void CTypeLibCache::Cache(LCID lcid, ITypeLib* library) noexcept {
+    common::ComPtr<ITypeLib> kept(library); // holds the former one afterwards, outside the lock
+    const std::lock_guard lock(m_lock);
     if (m_locks > 0) {
         m_lcid = lcid;
-        m_library = common::ComPtr<ITypeLib>(library);
+        kept.Swap(m_library);
     }
 }
 
 CTypeLibCache* AFXAPI AfxGetTypeLibCache(const GUID* pTypeLibID) {
+    static AFX_MODULE_LOCK listLock;
     static std::list<CTypeLibCache> caches;
+    const std::lock_guard lock(listLock);
     for (CTypeLibCache& cache : caches) {
         if (*cache.m_tlid == *pTypeLibID) {
             return &cache;

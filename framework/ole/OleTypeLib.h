@@ -3,11 +3,12 @@
 
 #include "common/ComPtr.h"
 #include "core/CString.h"
+#include "core/ModuleState.h"
 
-/// Keeps a type library loaded, for one locale, as long as somebody has locked the cache.
+/// Keeps a type library loaded, for one locale, while the cache is locked. Any thread may call it.
 class CTypeLibCache {
 public:
-    void Lock() noexcept { ++m_locks; }
+    void Lock() noexcept;
     /// The last unlock releases the library.
     void Unlock() noexcept;
     /// The library for a locale; null when it is not the one kept.
@@ -18,6 +19,7 @@ public:
     const GUID* m_tlid = nullptr; ///< whose cache this is; null while the object is free
 
 private:
+    mutable AFX_MODULE_LOCK m_lock;
     LONG m_locks = 0;
     LCID m_lcid = 0;
     common::ComPtr<ITypeLib> m_library;

@@ -64,10 +64,13 @@ STDMETHODIMP PropertyPagePart::Deactivate() {
 }
 
 STDMETHODIMP PropertyPagePart::GetPageInfo(PROPPAGEINFO* info) {
+    if (!info) {
+        return E_POINTER;
+    }
+    const ULONG size = info->cb;
+    *info = {};
+    info->cb = size;
     return Guard([&]() -> HRESULT {
-        if (!info) {
-            return E_POINTER;
-        }
         CString title;
         title.LoadString(m_page.m_idCaption);
         info->pszTitle = OleTaskString(title);
@@ -75,9 +78,6 @@ STDMETHODIMP PropertyPagePart::GetPageInfo(PROPPAGEINFO* info) {
             return E_OUTOFMEMORY;
         }
         info->size = TemplateSize(m_page.m_idDlg);
-        info->pszDocString = nullptr;
-        info->pszHelpFile = nullptr;
-        info->dwHelpContext = 0;
         return S_OK;
     });
 }

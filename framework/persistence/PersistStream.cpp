@@ -58,10 +58,7 @@ STDMETHODIMP PersistStreamInitPart::Save(IStream* stream, BOOL clearDirty) {
 }
 
 STDMETHODIMP PersistStreamInitPart::GetSizeMax(ULARGE_INTEGER* size) {
-    return Guard([&]() -> HRESULT {
-        if (!size) {
-            return E_POINTER;
-        }
+    return Guard(size, [&]() -> HRESULT {
         const common::ComPtr<IStream> state = SavedState(m_persistence);
         size->QuadPart = state ? SizeOf(*state.Get()) : 0;
         return state ? S_OK : E_FAIL;
@@ -117,10 +114,7 @@ STDMETHODIMP PersistMemoryPart::Save(LPVOID memory, BOOL clearDirty, ULONG size)
 }
 
 STDMETHODIMP PersistMemoryPart::GetSizeMax(ULONG* size) {
-    return Guard([&]() -> HRESULT {
-        if (!size) {
-            return E_POINTER;
-        }
+    return Guard(size, [&]() -> HRESULT {
         const common::ComPtr<IStream> state = SavedState(m_persistence);
         *size = state ? SizeOf(*state.Get()) : 0;
         return state ? S_OK : E_FAIL;

@@ -1,5 +1,6 @@
 #include "WindowProcedure.h"
 
+#include "core/Apartment.h"
 #include "core/ModuleState.h"
 #include "core/ThreadState.h"
 
@@ -17,6 +18,9 @@ public:
         if (!m_outer.hwnd && !m_thread.condemned.empty()) {
             const std::vector<std::unique_ptr<CObject>> deleted = std::move(m_thread.condemned);
             m_thread.condemned.clear();
+        }
+        if (!m_outer.hwnd) {
+            AfxApartment::ReleaseDeferred();
         }
     }
     MessageScope(const MessageScope&) = delete;

@@ -30,6 +30,7 @@ mxov_test(framework_ole_tests DESKTOP
         ole/OleDispatchTest.cpp
         ole/OleFactoryTest.cpp
         ole/OleIdentityTest.cpp
+        ole/OleThreadTest.cpp
         support/OleTest.rc
         support/OleTestControl.cpp
         control/PropertyPageTest.cpp

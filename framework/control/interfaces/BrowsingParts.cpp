@@ -5,11 +5,7 @@
 #include <algorithm>
 
 STDMETHODIMP SpecifyPropertyPagesPart::GetPages(CAUUID* pages) {
-    return Guard([&]() -> HRESULT {
-        if (!pages) {
-            return E_POINTER;
-        }
-        *pages = {0, nullptr};
+    return Guard(pages, [&]() -> HRESULT {
         ULONG count = 0;
         const CLSID* ids = m_control.GetPropPageIDs(count);
         if (count == 0) {
@@ -26,11 +22,7 @@ STDMETHODIMP SpecifyPropertyPagesPart::GetPages(CAUUID* pages) {
 }
 
 STDMETHODIMP PerPropertyBrowsingPart::GetDisplayString(DISPID id, BSTR* text) {
-    return Guard([&]() -> HRESULT {
-        if (!text) {
-            return E_POINTER;
-        }
-        *text = nullptr;
+    return Guard(text, [&]() -> HRESULT {
         CString shown;
         if (!m_control.OnGetDisplayString(id, shown)) {
             return S_FALSE;
@@ -41,11 +33,7 @@ STDMETHODIMP PerPropertyBrowsingPart::GetDisplayString(DISPID id, BSTR* text) {
 }
 
 STDMETHODIMP PerPropertyBrowsingPart::MapPropertyToPage(DISPID id, CLSID* page) {
-    return Guard([&]() -> HRESULT {
-        if (!page) {
-            return E_POINTER;
-        }
-        *page = CLSID_NULL;
+    return Guard(page, [&]() -> HRESULT {
         BOOL optional = FALSE;
         return m_control.OnMapPropertyToPage(id, page, &optional) ? S_OK : PERPROP_E_NOPAGEAVAILABLE;
     });
@@ -69,11 +57,7 @@ STDMETHODIMP PerPropertyBrowsingPart::GetPredefinedValue(DISPID, DWORD, VARIANT*
 }
 
 STDMETHODIMP ProvideClassInfoPart::GetClassInfo(ITypeInfo** info) {
-    return Guard([&]() -> HRESULT {
-        if (!info) {
-            return E_POINTER;
-        }
-        *info = nullptr;
+    return Guard(info, [&]() -> HRESULT {
         CLSID clsid{};
         m_control.GetClassID(&clsid);
         return m_control.GetTypeInfoOfGuid(m_control.AmbientLocaleID(), clsid, info);

@@ -53,11 +53,10 @@ void DataObjectPart::NotifyChange() {
 }
 
 STDMETHODIMP DataObjectPart::GetData(FORMATETC* format, STGMEDIUM* medium) {
-    return Guard([&]() -> HRESULT {
-        if (!format || !medium) {
+    return Guard(medium, [&]() -> HRESULT {
+        if (!format) {
             return E_POINTER;
         }
-        *medium = {};
         const HRESULT given = Check(*format);
         if (FAILED(given)) {
             return given;
@@ -127,11 +126,7 @@ STDMETHODIMP DataObjectPart::SetData(FORMATETC*, STGMEDIUM*, BOOL) {
 }
 
 STDMETHODIMP DataObjectPart::EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) {
-    return Guard([&]() -> HRESULT {
-        if (!formats) {
-            return E_POINTER;
-        }
-        *formats = nullptr;
+    return Guard(formats, [&]() -> HRESULT {
         if (direction != DATADIR_GET) {
             return E_NOTIMPL;
         }
@@ -145,11 +140,10 @@ HRESULT DataObjectPart::NeedHolder() {
 }
 
 STDMETHODIMP DataObjectPart::DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink, DWORD* connection) {
-    return Guard([&]() -> HRESULT {
-        if (!format || !sink || !connection) {
+    return Guard(connection, [&]() -> HRESULT {
+        if (!format || !sink) {
             return E_POINTER;
         }
-        *connection = 0;
         const HRESULT ready = NeedHolder();
         return SUCCEEDED(ready) ? m_holder->Advise(this, format, flags, sink, connection) : ready;
     });
@@ -160,11 +154,7 @@ STDMETHODIMP DataObjectPart::DUnadvise(DWORD connection) {
 }
 
 STDMETHODIMP DataObjectPart::EnumDAdvise(IEnumSTATDATA** advises) {
-    return Guard([&]() -> HRESULT {
-        if (!advises) {
-            return E_POINTER;
-        }
-        *advises = nullptr;
+    return Guard(advises, [&]() -> HRESULT {
         const HRESULT ready = NeedHolder();
         return SUCCEEDED(ready) ? m_holder->EnumAdvise(advises) : ready;
     });

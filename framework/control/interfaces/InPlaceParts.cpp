@@ -5,9 +5,6 @@
 namespace {
 
 HRESULT WindowOf(const COleControl& control, HWND* window) noexcept {
-    if (!window) {
-        return E_POINTER;
-    }
     *window = control.m_hWnd;
     return *window ? S_OK : E_FAIL;
 }
@@ -24,7 +21,7 @@ DWORD Modifiers() noexcept {
 } // namespace
 
 STDMETHODIMP InPlaceObjectPart::GetWindow(HWND* window) {
-    return Guard([&] { return WindowOf(m_control, window); });
+    return Guard(window, [&] { return WindowOf(m_control, window); });
 }
 
 STDMETHODIMP InPlaceObjectPart::ContextSensitiveHelp(BOOL) {
@@ -60,7 +57,7 @@ STDMETHODIMP InPlaceObjectPart::ReactivateAndUndo() {
 }
 
 STDMETHODIMP InPlaceActiveObjectPart::GetWindow(HWND* window) {
-    return Guard([&] { return WindowOf(m_control, window); });
+    return Guard(window, [&] { return WindowOf(m_control, window); });
 }
 
 STDMETHODIMP InPlaceActiveObjectPart::ContextSensitiveHelp(BOOL) {

@@ -5,10 +5,13 @@
 #include <algorithm>
 
 STDMETHODIMP OleControlPart::GetControlInfo(CONTROLINFO* info) {
+    if (!info) {
+        return E_POINTER;
+    }
+    info->hAccel = nullptr;
+    info->cAccel = 0;
+    info->dwFlags = 0;
     return Guard([&]() -> HRESULT {
-        if (!info) {
-            return E_POINTER;
-        }
         m_control.OnGetControlInfo(info);
         return S_OK;
     });

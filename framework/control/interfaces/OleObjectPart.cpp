@@ -13,10 +13,7 @@ STDMETHODIMP OleObjectPart::SetClientSite(IOleClientSite* site) {
 }
 
 STDMETHODIMP OleObjectPart::GetClientSite(IOleClientSite** site) {
-    return Guard([&]() -> HRESULT {
-        if (!site) {
-            return E_POINTER;
-        }
+    return Guard(site, [&]() -> HRESULT {
         *site = common::ComPtr<IOleClientSite>(m_control.GetClientSite()).Detach();
         return S_OK;
     });
@@ -83,13 +80,7 @@ HRESULT OleObjectPart::RunVerb(LONG verb, LPMSG message, HWND parent, LPCRECT re
 }
 
 STDMETHODIMP OleObjectPart::EnumVerbs(IEnumOLEVERB** verbs) {
-    return Guard([&]() -> HRESULT {
-        if (!verbs) {
-            return E_POINTER;
-        }
-        *verbs = nullptr;
-        return m_control.OnEnumVerbs(verbs) ? S_OK : OLEOBJ_E_NOVERBS;
-    });
+    return Guard(verbs, [&]() -> HRESULT { return m_control.OnEnumVerbs(verbs) ? S_OK : OLEOBJ_E_NOVERBS; });
 }
 
 STDMETHODIMP OleObjectPart::Update() {
@@ -105,11 +96,7 @@ STDMETHODIMP OleObjectPart::GetUserClassID(CLSID* clsid) {
 }
 
 STDMETHODIMP OleObjectPart::GetUserType(DWORD form, LPOLESTR* type) {
-    return Guard([&]() -> HRESULT {
-        if (!type) {
-            return E_POINTER;
-        }
-        *type = nullptr;
+    return Guard(type, [&]() -> HRESULT {
         CString name;
         if (!name.LoadString(m_control.GetUserTypeNameID())) {
             CLSID clsid{};
@@ -138,11 +125,7 @@ STDMETHODIMP OleObjectPart::SetExtent(DWORD aspect, SIZEL* size) {
 }
 
 STDMETHODIMP OleObjectPart::GetExtent(DWORD aspect, SIZEL* size) {
-    return Guard([&]() -> HRESULT {
-        if (!size) {
-            return E_POINTER;
-        }
-        *size = {};
+    return Guard(size, [&]() -> HRESULT {
         if (aspect != DVASPECT_CONTENT) {
             return DV_E_DVASPECT;
         }
@@ -156,11 +139,10 @@ HRESULT OleObjectPart::NeedHolder() {
 }
 
 STDMETHODIMP OleObjectPart::Advise(IAdviseSink* sink, DWORD* connection) {
-    return Guard([&]() -> HRESULT {
-        if (!sink || !connection) {
+    return Guard(connection, [&]() -> HRESULT {
+        if (!sink) {
             return E_POINTER;
         }
-        *connection = 0;
         const HRESULT ready = NeedHolder();
         return SUCCEEDED(ready) ? m_holder->Advise(sink, connection) : ready;
     });
@@ -171,11 +153,7 @@ STDMETHODIMP OleObjectPart::Unadvise(DWORD connection) {
 }
 
 STDMETHODIMP OleObjectPart::EnumAdvise(IEnumSTATDATA** advises) {
-    return Guard([&]() -> HRESULT {
-        if (!advises) {
-            return E_POINTER;
-        }
-        *advises = nullptr;
+    return Guard(advises, [&]() -> HRESULT {
         const HRESULT ready = NeedHolder();
         return SUCCEEDED(ready) ? m_holder->EnumAdvise(advises) : ready;
     });

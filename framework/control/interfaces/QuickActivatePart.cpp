@@ -3,13 +3,13 @@
 #include "control/ControlParts.h"
 
 STDMETHODIMP QuickActivatePart::QuickActivate(QACONTAINER* container, QACONTROL* control) {
+    if (!container || !control) {
+        return E_POINTER;
+    }
+    const ULONG size = control->cbSize;
+    *control = {};
+    control->cbSize = size;
     return Guard([&]() -> HRESULT {
-        if (!container || !control) {
-            return E_POINTER;
-        }
-        const ULONG size = control->cbSize;
-        *control = {};
-        control->cbSize = size;
         m_parts.SetClientSite(container->pClientSite);
         if (container->pAdviseSink) {
             m_parts.viewObject.SetAdvise(DVASPECT_CONTENT, 0, container->pAdviseSink);

@@ -90,11 +90,7 @@ HRESULT ViewObjectPart::DrawInto(HDC dc, const RECT& bounds) {
 
 STDMETHODIMP ViewObjectPart::GetColorSet(DWORD aspect, LONG index, void*, DVTARGETDEVICE* target,
                                          HDC targetDC, LOGPALETTE** colours) {
-    return Guard([&]() -> HRESULT {
-        if (!colours) {
-            return E_POINTER;
-        }
-        *colours = nullptr;
+    return Guard(colours, [&]() -> HRESULT {
         const HRESULT wanted = CheckAspect(aspect, index);
         if (FAILED(wanted)) {
             return wanted;
@@ -127,12 +123,15 @@ STDMETHODIMP ViewObjectPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* 
 }
 
 STDMETHODIMP ViewObjectPart::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {
-    return Guard([&]() -> HRESULT {
-        if (aspects) {
-            *aspects = m_sink ? m_aspects : 0;
-        }
-        if (flags) {
-            *flags = m_sink ? m_flags : 0;
+    DWORD unwanted = 0; // each result may be left out
+    IAdviseSink* unwantedSink = nullptr;
+    DWORD& wantedAspects = aspects ? *aspects : unwanted;
+    DWORD& wantedFlags = flags ? *flags : unwanted;
+    wantedAspects = wantedFlags = 0;
+    return Guard(sink ? sink : &unwantedSink, [&]() -> HRESULT {
+        if (m_sink) {
+            wantedAspects = m_aspects;
+            wantedFlags = m_flags;
         }
         if (sink) {
             *sink = m_sink.Copy().Detach();
@@ -142,21 +141,13 @@ STDMETHODIMP ViewObjectPart::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink
 }
 
 STDMETHODIMP ViewObjectPart::GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE* target, LPSIZEL size) {
-    return Guard([&]() -> HRESULT {
-        if (!size) {
-            return E_POINTER;
-        }
-        *size = {};
+    return Guard(size, [&]() -> HRESULT {
         return m_control.OnGetViewExtent(aspect, index, target, size) ? S_OK : DV_E_DVASPECT;
     });
 }
 
 STDMETHODIMP ViewObjectPart::GetRect(DWORD aspect, LPRECTL rect) {
-    return Guard([&]() -> HRESULT {
-        if (!rect) {
-            return E_POINTER;
-        }
-        *rect = {};
+    return Guard(rect, [&]() -> HRESULT {
         SIZEL size{};
         if (!m_control.OnGetViewExtent(aspect, -1, nullptr, &size)) {
             return DV_E_DVASPECT;
@@ -168,10 +159,7 @@ STDMETHODIMP ViewObjectPart::GetRect(DWORD aspect, LPRECTL rect) {
 }
 
 STDMETHODIMP ViewObjectPart::GetViewStatus(DWORD* status) {
-    return Guard([&]() -> HRESULT {
-        if (!status) {
-            return E_POINTER;
-        }
+    return Guard(status, [&]() -> HRESULT {
         *status = m_control.OnGetViewStatus();
         return S_OK;
     });
@@ -196,10 +184,7 @@ STDMETHODIMP ViewObjectPart::QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT 
 
 STDMETHODIMP ViewObjectPart::GetNaturalExtent(DWORD aspect, LONG index, DVTARGETDEVICE* target, HDC targetDC,
                                               DVEXTENTINFO* extentInfo, LPSIZEL size) {
-    return Guard([&]() -> HRESULT {
-        if (!size) {
-            return E_POINTER;
-        }
+    return Guard(size, [&]() -> HRESULT {
         return m_control.OnGetNaturalExtent(aspect, index, target, targetDC, extentInfo, size) ? S_OK
                                                                                                : E_NOTIMPL;
     });
