@@ -132,6 +132,9 @@ LPOLECLIENTSITE COleControl::GetClientSite() noexcept {
 void COleControl::OnSetClientSite() {}
 
 BOOL COleControl::OnSetExtent(LPSIZEL lpSizeL) {
+    if (lpSizeL->cx != m_parts->extent.cx || lpSizeL->cy != m_parts->extent.cy) {
+        SetModifiedFlag(); // the size is part of the state
+    }
     m_parts->extent = *lpSizeL;
     m_parts->activation.AskForSize(common::HimetricToPixels(m_parts->extent));
     m_parts->viewObject.NotifyChange();

@@ -45,7 +45,7 @@ public:
     void SetModifiedFlag(BOOL bModified = TRUE);
     /// Loads, saves and resets all persistent properties; the default exchanges the size.
     virtual void DoPropExchange(CPropExchange* pPX);
-    /// First call of DoPropExchange; low word minor, high word major. FALSE when other data is loaded.
+    /// First call of DoPropExchange; low word minor, high word major. FALSE when newer data is loaded.
     BOOL ExchangeVersion(CPropExchange* pPX, DWORD dwVersionDefault, BOOL bConvert = TRUE);
     BOOL ExchangeExtent(CPropExchange* pPX);
     /// Back to the defaults, on initialisation and when a load failed.

@@ -43,3 +43,10 @@ void ControlParts::Reset() {
 void ControlParts::Redraw() {
     control.InvalidateControl();
 }
+
+void ControlParts::ReportSaved() {
+    const common::ComPtr<IOleAdviseHolder> holder = oleObject.Holder();
+    if (holder) {
+        holder->SendOnSave();
+    }
+}

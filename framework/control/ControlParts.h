@@ -31,6 +31,7 @@ struct ControlParts final : PersistentObject {
     void Exchange(CPropExchange& exchange) override;
     void Reset() override;
     void Redraw() override;
+    void ReportSaved() override;
 
     COleControl& control;
     ControlSite site;

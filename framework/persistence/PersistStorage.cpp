@@ -1,5 +1,7 @@
 #include "PersistStorage.h"
 
+#include <utility>
+
 namespace {
 
 constexpr wchar_t kStreamName[] = L"Contents";
@@ -42,7 +44,7 @@ STDMETHODIMP PersistStoragePart::Load(IStorage* storage) {
     });
 }
 
-STDMETHODIMP PersistStoragePart::Save(IStorage* storage, BOOL) {
+STDMETHODIMP PersistStoragePart::Save(IStorage* storage, BOOL sameAsLoad) {
     return Guard([&]() -> HRESULT {
         if (!storage) {
             return E_POINTER;
@@ -59,15 +61,16 @@ STDMETHODIMP PersistStoragePart::Save(IStorage* storage, BOOL) {
         OleStreamExchange exchange(*stream.Get(), FALSE);
         const HRESULT saved = m_persistence.Save(exchange, FALSE);
         m_saved = SUCCEEDED(saved);
+        m_sameAsLoad = sameAsLoad != FALSE;
         return saved;
     });
 }
 
-STDMETHODIMP PersistStoragePart::SaveCompleted(IStorage*) {
+STDMETHODIMP PersistStoragePart::SaveCompleted(IStorage* storage) {
     return Guard([&]() -> HRESULT {
-        if (m_saved) { // no storage is kept, so the new one does not matter
-            m_saved = false;
-            m_persistence.SetModified(false);
+        // A new storage is kept from now on; without one, what was saved elsewhere is a copy.
+        if (std::exchange(m_saved, false) && (m_sameAsLoad || storage)) {
+            m_persistence.Commit();
         }
         return S_OK;
     });

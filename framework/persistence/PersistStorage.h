@@ -20,5 +20,6 @@ public:
 
 private:
     Persistence& m_persistence;
-    bool m_saved = false; ///< between Save and SaveCompleted
+    bool m_saved = false;      ///< between Save and SaveCompleted
+    bool m_sameAsLoad = false; ///< into the storage that the container keeps
 };

@@ -13,7 +13,7 @@ HRESULT Persistence::Load(CPropExchange& exchange) {
     if (failed) {
         m_object.Reset();
     }
-    m_loaded = true;
+    m_loaded = !failed;
     m_initialised = true;
     m_modified = false;
     m_object.Redraw();
@@ -29,6 +29,11 @@ HRESULT Persistence::Save(CPropExchange& exchange, BOOL clearDirty) {
         m_modified = false;
     }
     return S_OK;
+}
+
+void Persistence::Commit() {
+    m_modified = false;
+    m_object.ReportSaved();
 }
 
 HRESULT Persistence::IsDirty() const noexcept {

@@ -12,6 +12,8 @@ struct PersistentObject {
     virtual void Reset() = 0;
     /// The properties have changed and the object looks different.
     virtual void Redraw() = 0;
+    /// The container has saved the object where it keeps it.
+    virtual void ReportSaved() = 0;
 
 protected:
     ~PersistentObject() = default;
@@ -28,13 +30,15 @@ public:
     HRESULT Load(CPropExchange& exchange);
     /// Writes everything; E_FAIL when that failed.
     HRESULT Save(CPropExchange& exchange, BOOL clearDirty);
+    /// The container keeps what was saved last: no changes are left, and it is reported.
+    void Commit();
     HRESULT IsDirty() const noexcept;
     HRESULT GetClassID(CLSID* clsid) const;
 
     /// There are changes that the container has not saved.
     [[nodiscard]] bool IsModified() const noexcept { return m_modified; }
     void SetModified(bool modified) noexcept { m_modified = modified; }
-    /// After a load.
+    /// After a load that succeeded.
     [[nodiscard]] bool WasLoaded() const noexcept { return m_loaded; }
     /// After a load or InitNew.
     [[nodiscard]] bool IsInitialised() const noexcept { return m_initialised; }

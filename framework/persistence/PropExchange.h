@@ -2,8 +2,7 @@
 // depending on the kind of exchange it is given.
 //
 // Covered: streams, property bags and the reset to defaults; whole numbers. Not covered: every other type,
-// data paths. Data of another version than the control's own is
-// refused.
+// data paths. Data of the control's version and of older ones is loaded, that of newer ones refused.
 #pragma once
 
 #include "common/ComPtr.h"
@@ -21,7 +20,7 @@ public:
     /// that the source does not have. FALSE when the value could not be moved.
     virtual BOOL ExchangeProp(LPCTSTR pszPropName, VARTYPE vtProp, void* pvProp,
                               const void* pvDefault = nullptr) = 0;
-    /// Moves the version; the first thing in the data. FALSE when it could not be moved or is another one
+    /// Moves the version; the first thing in the data. FALSE when it could not be moved, is 0 or newer
     /// than dwVersionDefault; the exchange has failed then. Nothing is converted, so bConvert has no effect.
     virtual BOOL ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefault, BOOL bConvert) = 0;
 
@@ -38,8 +37,8 @@ protected:
         m_failed = m_failed || !done;
         return done;
     }
-    /// FALSE when the version found is not the one wanted.
-    BOOL CheckVersion(DWORD found, DWORD wanted) noexcept { return Check(found == wanted); }
+    /// FALSE when the version found is newer than the control's own, or none.
+    BOOL CheckVersion(DWORD found, DWORD own) noexcept { return Check(found != 0 && found <= own); }
 
 private:
     BOOL m_loading;

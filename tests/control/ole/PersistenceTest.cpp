@@ -1,5 +1,6 @@
 // The control's state through its four ways of keeping it.
 #include "ControlObject.h"
+#include "MockContainer.h"
 #include "PropertyBag.h"
 
 #include <algorithm>
@@ -54,6 +55,15 @@ protected:
     ComPtr<IUnknown> saved;
 };
 
+/// An empty storage in a file that goes with it.
+ComPtr<IStorage> Storage() {
+    ComPtr<IStorage> storage;
+    EXPECT_EQ(S_OK, StgCreateDocfile(
+                        nullptr, STGM_READWRITE | STGM_SHARE_EXCLUSIVE | STGM_CREATE | STGM_DELETEONRELEASE,
+                        0, &storage));
+    return storage;
+}
+
 ComPtr<IStream> Stream(const std::vector<BYTE>& bytes = {}) {
     ComPtr<IStream> stream;
     CreateStreamOnHGlobal(nullptr, TRUE, &stream);
@@ -83,10 +93,7 @@ TEST_F(PersistenceTest, StreamRoundTrip) {
 }
 
 TEST_F(PersistenceTest, StorageRoundTrip) {
-    ComPtr<IStorage> storage;
-    ASSERT_EQ(S_OK, StgCreateDocfile(
-                        nullptr, STGM_READWRITE | STGM_SHARE_EXCLUSIVE | STGM_CREATE | STGM_DELETEONRELEASE,
-                        0, &storage));
+    const auto storage = Storage();
     const auto from = As<IPersistStorage>(saved.Get(), IID_IPersistStorage);
     ASSERT_EQ(S_OK, from->Save(storage.Get(), TRUE));
     EXPECT_EQ(S_OK, from->SaveCompleted(nullptr));
@@ -101,11 +108,60 @@ TEST_F(PersistenceTest, StorageRoundTrip) {
               As<IPersistStorage>(control.Get(), IID_IPersistStorage)->Load(storage.Get()));
 }
 
+TEST_F(PersistenceTest, ACopySavedElsewhereLeavesTheChangesUnsaved) {
+    const auto storage = Storage();
+    const auto persist = As<IPersistStorage>(saved.Get(), IID_IPersistStorage);
+    MockSink sink;
+    DWORD connection = 0;
+    ASSERT_EQ(S_OK, As<IOleObject>(saved.Get(), IID_IOleObject)->Advise(&sink, &connection));
+    ASSERT_EQ(S_OK, persist->IsDirty());
+    ASSERT_EQ(S_OK, persist->Save(storage.Get(), FALSE));
+    EXPECT_EQ(S_OK, persist->SaveCompleted(nullptr));
+    EXPECT_EQ(S_OK, persist->IsDirty()) << "a copy";
+    EXPECT_TRUE(sink.calls.empty());
+    EXPECT_EQ(S_OK, persist->SaveCompleted(storage.Get()));
+    EXPECT_EQ(S_OK, persist->IsDirty()) << "completed already";
+
+    ASSERT_EQ(S_OK, persist->Save(storage.Get(), FALSE));
+    EXPECT_EQ(S_OK, persist->SaveCompleted(storage.Get()));
+    EXPECT_EQ(S_FALSE, persist->IsDirty()) << "under another name, which the container keeps";
+    EXPECT_EQ(std::vector<std::string>{"OnSave"}, sink.calls);
+    ASSERT_EQ(S_OK, persist->Save(storage.Get(), TRUE));
+    EXPECT_EQ(S_OK, persist->SaveCompleted(nullptr));
+    EXPECT_EQ(std::vector<std::string>(2, "OnSave"), sink.calls) << "the same storage";
+    EXPECT_EQ(S_OK, As<IOleObject>(saved.Get(), IID_IOleObject)->Unadvise(connection));
+}
+
+TEST_F(PersistenceTest, ANewSizeIsAChange) {
+    const auto persist = As<IPersistStreamInit>(saved.Get(), IID_IPersistStreamInit);
+    const auto object = As<IOleObject>(saved.Get(), IID_IOleObject);
+    ASSERT_EQ(S_OK, persist->Save(Stream().Get(), TRUE));
+    ASSERT_EQ(S_FALSE, persist->IsDirty());
+    SIZEL extent = kExtent;
+    ASSERT_EQ(S_OK, object->SetExtent(DVASPECT_CONTENT, &extent));
+    EXPECT_EQ(S_FALSE, persist->IsDirty()) << "the size that it has";
+    ++extent.cy;
+    ASSERT_EQ(S_OK, object->SetExtent(DVASPECT_CONTENT, &extent));
+    EXPECT_EQ(S_OK, persist->IsDirty());
+}
+
+TEST_F(PersistenceTest, CanBeInitialisedOrLoadedAfterALoadThatFailed) {
+    const auto state = Stream(State());
+    for (const bool initialise : {true, false}) {
+        const auto control = CreateControl();
+        const auto persist = As<IPersistStreamInit>(control.Get(), IID_IPersistStreamInit);
+        ASSERT_TRUE(FAILED(persist->Load(Stream().Get())));
+        EXPECT_EQ(S_OK, initialise ? persist->InitNew() : persist->Load(state.Get()));
+        EXPECT_EQ(!initialise, Extent(control.Get()).cx == kExtent.cx);
+        const auto damaged = CreateControl();
+        const auto storage = As<IPersistStorage>(damaged.Get(), IID_IPersistStorage);
+        ASSERT_EQ(STG_E_FILENOTFOUND, storage->Load(Storage().Get()));
+        EXPECT_EQ(S_OK, storage->InitNew(Storage().Get()));
+    }
+}
+
 TEST_F(PersistenceTest, StorageWithoutTheStateIsRefused) {
-    ComPtr<IStorage> storage;
-    ASSERT_EQ(S_OK, StgCreateDocfile(
-                        nullptr, STGM_READWRITE | STGM_SHARE_EXCLUSIVE | STGM_CREATE | STGM_DELETEONRELEASE,
-                        0, &storage));
+    const auto storage = Storage();
     EXPECT_EQ(STG_E_FILENOTFOUND, As<IPersistStorage>(saved.Get(), IID_IPersistStorage)->Load(storage.Get()));
 }
 
@@ -135,7 +191,7 @@ TEST_F(PersistenceTest, MemoryRoundTrip) {
                                     ->Save(small.data(), TRUE, static_cast<ULONG>(small.size())));
 }
 
-TEST_F(PersistenceTest, StateOfAnotherVersionIsRefused) {
+TEST_F(PersistenceTest, StateOfANewerVersionOrOfNoneIsRefused) {
     std::vector<BYTE> bytes = State();
     ASSERT_GE(bytes.size(), sizeof(DWORD));
     DWORD version = 0;
@@ -156,13 +212,10 @@ TEST_F(PersistenceTest, StateOfAnotherVersionIsRefused) {
     }
 }
 
-TEST_F(PersistenceTest, StorageWithStateOfAnotherVersionIsRefused) {
+TEST_F(PersistenceTest, StorageWithStateOfANewerVersionIsRefused) {
     std::vector<BYTE> bytes = State();
     ++bytes[0]; // of the minor version
-    ComPtr<IStorage> storage;
-    ASSERT_EQ(S_OK, StgCreateDocfile(
-                        nullptr, STGM_READWRITE | STGM_SHARE_EXCLUSIVE | STGM_CREATE | STGM_DELETEONRELEASE,
-                        0, &storage));
+    const auto storage = Storage();
     ASSERT_EQ(S_OK, As<IPersistStorage>(saved.Get(), IID_IPersistStorage)->Save(storage.Get(), FALSE));
     ComPtr<IEnumSTATSTG> elements;
     ASSERT_EQ(S_OK, storage->EnumElements(0, nullptr, 0, &elements));
@@ -191,6 +244,63 @@ TEST_F(PersistenceTest, CutOffStateIsRefusedAtEveryLength) {
         EXPECT_TRUE(FAILED(Load(control.Get(), bytes, length))) << length;
         EXPECT_EQ(initial.cx, Extent(control.Get()).cx);
         EXPECT_EQ(initial.cy, Extent(control.Get()).cy);
+    }
+}
+
+TEST_F(PersistenceTest, StateOfAnOlderVersionIsLoaded) {
+    std::vector<BYTE> bytes = State();
+    const DWORD older = 0x9; // major 0, minor 9
+    CopyMemory(bytes.data(), &older, sizeof older);
+    const auto control = CreateControl();
+    EXPECT_EQ(S_OK, Load(control.Get(), bytes));
+    ExpectSaved(control.Get());
+}
+
+TEST_F(PersistenceTest, BagThatAnswersInTheTypeAskedIsRead) {
+    // As a form designer keeps properties: typed values, an error log, only what differs from the default.
+    PropertyBag bag;
+    const auto persist = As<IPersistPropertyBag>(saved.Get(), IID_IPersistPropertyBag);
+    ASSERT_EQ(S_OK, persist->Save(&bag, FALSE, FALSE));
+    EXPECT_EQ(S_OK, As<IPersistStreamInit>(saved.Get(), IID_IPersistStreamInit)->IsDirty())
+        << "saved without clearing";
+    ASSERT_EQ(S_OK, persist->Save(&bag, TRUE, FALSE));
+    EXPECT_EQ(S_FALSE, As<IPersistStreamInit>(saved.Get(), IID_IPersistStreamInit)->IsDirty());
+    for (const auto& [name, value] : bag.values) {
+        EXPECT_EQ(VT_I4, value.vt);
+    }
+    PropertyBag standard;
+    const auto unchanged = CreateControl();
+    ASSERT_EQ(S_OK, As<IPersistPropertyBag>(unchanged.Get(), IID_IPersistPropertyBag)->InitNew());
+    ASSERT_EQ(
+        S_OK,
+        As<IPersistPropertyBag>(unchanged.Get(), IID_IPersistPropertyBag)->Save(&standard, TRUE, FALSE));
+    EXPECT_EQ(0U, standard.values.count(L"_ExtentX")) << "the default is left out";
+    const auto control = CreateControl();
+    ASSERT_EQ(S_OK, As<IPersistPropertyBag>(control.Get(), IID_IPersistPropertyBag)->Load(&bag, nullptr));
+    ExpectSaved(control.Get());
+    EXPECT_EQ((std::vector<VARTYPE>{VT_I4, VT_I4, VT_I4}), bag.asked);
+    EXPECT_EQ(E_UNEXPECTED, As<IPersistPropertyBag>(control.Get(), IID_IPersistPropertyBag)->InitNew());
+}
+
+TEST_F(PersistenceTest, BagThatAnswersInTextsOrNonsenseIsRead) {
+    // As pages and documents keep properties: everything is text, and people edit it.
+    PropertyBag bag;
+    const auto write = [&](const wchar_t* name, const std::wstring& text) {
+        Value value(text);
+        bag.Write(name, &value.Get());
+    };
+    write(L"_Version", L"65536");
+    write(L"_ExtentX", std::to_wstring(kExtent.cx));
+    write(L"_ExtentY", std::to_wstring(kExtent.cy));
+    const auto control = CreateControl();
+    const SIZEL initial = Extent(control.Get());
+    const auto persist = As<IPersistPropertyBag>(control.Get(), IID_IPersistPropertyBag);
+    ASSERT_EQ(S_OK, persist->Load(&bag, nullptr));
+    ExpectSaved(control.Get());
+    for (const wchar_t* nonsense : {L"", L"wide", L"99999999999", L"-5"}) {
+        write(L"_ExtentX", nonsense);
+        EXPECT_EQ(S_OK, persist->Load(&bag, nullptr)) << nonsense;
+        EXPECT_EQ(initial.cx, Extent(control.Get()).cx) << nonsense;
     }
 }
 

@@ -142,8 +142,8 @@ TEST_F(ControlPersistTest, InitNewGivesTheDefaults) {
     EXPECT_EQ(S_FALSE, Stream(control)->IsDirty());
 }
 
-TEST_F(ControlPersistTest, DataOfAnotherVersionIsRefused) {
-    for (const DWORD version : {0x00020000U, 0x00010001U, 0x00000009U, 0xFFFFFFFFU}) {
+TEST_F(ControlPersistTest, DataOfANewerVersionOrOfNoneIsRefused) {
+    for (const DWORD version : {0x00020000U, 0x00010001U, 0U, 0xFFFFFFFFU}) {
         const ComPtr<IStream> stream = Memory();
         {
             const ComPtr<IUnknown> control = Changed();
@@ -162,6 +162,22 @@ TEST_F(ControlPersistTest, DataOfAnotherVersionIsRefused) {
     const ComPtr<IUnknown> control = CreateControl();
     EXPECT_EQ(E_FAIL, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Load(&bag, nullptr));
     ExpectDefaults();
+}
+
+TEST_F(ControlPersistTest, DataOfAnOlderVersionIsLoaded) {
+    for (const DWORD version : {0x00000009U, 1U, 0x0000FFFFU}) {
+        const ComPtr<IStream> stream = Memory();
+        {
+            const ComPtr<IUnknown> control = Changed();
+            ASSERT_EQ(S_OK, Stream(control)->Save(stream.Get(), TRUE));
+        }
+        Rewind(stream);
+        stream->Write(&version, sizeof(version), nullptr);
+        Rewind(stream);
+        const ComPtr<IUnknown> control = CreateControl();
+        EXPECT_EQ(S_OK, Stream(control)->Load(stream.Get())) << version;
+        ExpectChanged(control);
+    }
 }
 
 TEST_F(ControlPersistTest, DamagedDataIsRefusedAtEveryLength) {

@@ -12,6 +12,7 @@ STDMETHODIMP PropertyBag::QueryInterface(REFIID /*iid*/, void** object) {
 }
 
 STDMETHODIMP PropertyBag::Read(LPCOLESTR name, VARIANT* value, IErrorLog* /*log*/) {
+    asked.push_back(value->vt);
     const auto found = values.find(name);
     return found == values.end() ? E_INVALIDARG : VariantCopy(value, &found->second);
 }

@@ -7,6 +7,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 /// Keeps named values, which it owns; lives on the stack.
 class PropertyBag final : public IPropertyBag {
@@ -24,4 +25,5 @@ public:
     STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override;
 
     std::map<std::wstring, VARIANT> values;
+    std::vector<VARTYPE> asked; ///< the type that each Read wanted
 };
