@@ -89,33 +89,36 @@ HRESULT ControlActivation::ActivateUI(HWND parent, LPCRECT rect, bool takeFocus)
             return E_FAIL;
         }
         NameActiveObject(true);
+        if (!m_uiActive) {
+            return S_OK; // the container has deactivated it meanwhile
+        }
         ReportFocus(true);
     }
-    if (takeFocus && m_control.m_hWnd && !::IsChild(m_control.m_hWnd, ::GetFocus())) {
+    if (takeFocus && m_uiActive && m_control.m_hWnd && !::IsChild(m_control.m_hWnd, ::GetFocus())) {
         m_control.SetFocus();
     }
     return S_OK;
 }
 
 void ControlActivation::NameActiveObject(bool named) {
-    IOleInPlaceActiveObject* object = named ? &m_parts.inPlaceActiveObject : nullptr;
     CString name;
     if (named) {
         name.LoadString(m_control.GetUserTypeNameID());
     }
     const common::ComPtr<IOleInPlaceFrame> frame = m_frame.Copy();
     const common::ComPtr<IOleInPlaceUIWindow> document = m_document.Copy();
-    if (frame) {
-        frame->SetActiveObject(object, named ? name.GetString() : nullptr);
+    const bool uiActive = m_uiActive;
+    for (IOleInPlaceUIWindow* window : {static_cast<IOleInPlaceUIWindow*>(frame.Get()), document.Get()}) {
+        // Any of these calls may activate or deactivate the control, which then has named the right object.
+        if (window && m_uiActive == uiActive && (uiActive || !named)) {
+            window->SetActiveObject(named ? &m_parts.inPlaceActiveObject : nullptr,
+                                    named ? name.GetString() : nullptr);
+        }
     }
-    if (document) {
-        document->SetActiveObject(object, named ? name.GetString() : nullptr);
-    }
-    if (named && frame) {
-        frame->SetBorderSpace(nullptr); // no tools of the control's own
-    }
-    if (named && document) {
-        document->SetBorderSpace(nullptr);
+    for (IOleInPlaceUIWindow* window : {static_cast<IOleInPlaceUIWindow*>(frame.Get()), document.Get()}) {
+        if (window && named && m_uiActive) {
+            window->SetBorderSpace(nullptr); // no tools of the control's own
+        }
     }
 }
 

@@ -34,7 +34,8 @@ public:
     void Deactivate();
     /// Tells a container in which the control is active that its size changed, in pixels.
     void AskForSize(SIZE pixels);
-    /// Tells the active object's frame which object that is, or that there is none.
+    /// Calls SetActiveObject of the container's frame and document with this control or null. Nothing is
+    /// named once the container has deactivated the user interface.
     void NameActiveObject(bool named);
 
 private:

@@ -106,3 +106,26 @@ TEST_F(ContainerTest, HostWithDialogMessagesAloneTabsIntoIt) {
     EXPECT_TRUE(container.HasActiveObject());
     DestroyWindow(before);
 }
+
+TEST_F(ContainerTest, DeactivationInsideTheActivationLeavesNoActiveObject) {
+    for (const std::string moment :
+         {"OnUIActivate", "SetActiveObject", "SetBorderSpace(null)", "OnFocus(1)"}) {
+        ASSERT_EQ(S_OK, Activate(OLEIVERB_INPLACEACTIVATE));
+        container.ForgetCalls();
+        container.onCall = [&](const std::string& name) {
+            if (name == moment) {
+                container.onCall = nullptr;
+                EXPECT_EQ(S_OK, InPlace()->UIDeactivate());
+            }
+        };
+        EXPECT_EQ(S_OK, Activate(OLEIVERB_UIACTIVATE)) << moment;
+        EXPECT_EQ(1U, Count("OnUIDeactivate")) << moment;
+        EXPECT_FALSE(container.HasActiveObject()) << moment;
+        EXPECT_EQ(Count("OnFocus(1)"), Count("OnFocus(0)")) << moment;
+        EXPECT_TRUE(container.ControlWindow()) << "still active in place";
+        EXPECT_EQ(S_OK, InPlace()->InPlaceDeactivate());
+        EXPECT_EQ(S_OK, Activate(OLEIVERB_UIACTIVATE));
+        EXPECT_TRUE(container.HasActiveObject()) << "the next activation counts";
+        EXPECT_EQ(S_OK, InPlace()->InPlaceDeactivate());
+    }
+}
