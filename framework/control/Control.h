@@ -136,6 +136,7 @@ protected:
     DECLARE_INTERFACE_MAP()
 
 private:
+    IOleInPlaceFrame* InPlaceFrame() noexcept override;
     bool KnowsEvent(DISPID dispid) const;
     void ActivateOnMouse();
 

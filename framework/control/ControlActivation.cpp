@@ -208,6 +208,24 @@ void ControlActivation::Leave() {
     }
 }
 
+void ControlActivation::EnterModal() {
+    m_modalFrames.push_back(m_frame.Copy());
+    if (const common::ComPtr<IOleInPlaceFrame>& frame = m_modalFrames.back()) {
+        frame.Copy()->EnableModeless(FALSE);
+    }
+}
+
+void ControlActivation::LeaveModal() {
+    if (m_modalFrames.empty()) {
+        return;
+    }
+    const common::ComPtr<IOleInPlaceFrame> frame = std::move(m_modalFrames.back());
+    m_modalFrames.pop_back();
+    if (frame) {
+        frame->EnableModeless(TRUE);
+    }
+}
+
 void ControlActivation::AskForSize(SIZE pixels) {
     if (!m_active || !m_control.m_hWnd) {
         return;

@@ -7,6 +7,8 @@
 
 #include "common/ComPtr.h"
 
+#include <vector>
+
 #include <ole2.h>
 
 class COleControl;
@@ -37,6 +39,10 @@ public:
     /// Calls SetActiveObject of the container's frame and document with this control or null. Nothing is
     /// named once the container has deactivated the user interface.
     void NameActiveObject(bool named);
+    /// Disables the modeless dialogs of the container's frame, until the matching LeaveModal, which reaches
+    /// the same frame even when the control was deactivated meanwhile.
+    void EnterModal();
+    void LeaveModal();
 
 private:
     struct Place {
@@ -59,6 +65,7 @@ private:
     common::ComPtr<IOleInPlaceSite> m_site;
     common::ComPtr<IOleInPlaceFrame> m_frame;
     common::ComPtr<IOleInPlaceUIWindow> m_document;
+    std::vector<common::ComPtr<IOleInPlaceFrame>> m_modalFrames; ///< one for each EnterModal that is open
     bool m_active = false;
     bool m_uiActive = false;
     bool m_focusReported = false; ///< the container's last OnFocus was TRUE

@@ -68,18 +68,16 @@ void COleControl::OnAmbientPropertyChange(DISPID dispID) {
 
 void COleControl::PreModalDialog(HWND hWndParent) {
     static_cast<void>(hWndParent);
-    const common::ComPtr<IOleInPlaceFrame> frame(m_parts->activation.Frame());
-    if (frame) {
-        frame->EnableModeless(FALSE);
-    }
+    m_parts->activation.EnterModal();
 }
 
 void COleControl::PostModalDialog(HWND hWndParent) {
     static_cast<void>(hWndParent);
-    const common::ComPtr<IOleInPlaceFrame> frame(m_parts->activation.Frame());
-    if (frame) {
-        frame->EnableModeless(TRUE);
-    }
+    m_parts->activation.LeaveModal();
+}
+
+IOleInPlaceFrame* COleControl::InPlaceFrame() noexcept {
+    return m_parts ? m_parts->activation.Frame() : nullptr;
 }
 
 BOOL COleControl::OnProperties(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect) {

@@ -1,5 +1,6 @@
 #include "Dialog.h"
 
+#include "ModalScope.h"
 #include "WindowMessages.h"
 #include "WindowProcedure.h"
 
@@ -64,6 +65,7 @@ INT_PTR CDialog::DoModal() {
     if (!dialogTemplate) {
         return -1;
     }
+    const AfxModalScope modal(m_pParentWnd ? m_pParentWnd->m_hWnd : nullptr);
     AfxCreation creation(this);
     m_failed = false;
     m_modal = true;

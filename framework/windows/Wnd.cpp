@@ -3,6 +3,7 @@
 
 #include "core/Temporary.h"
 #include "DataExchange.h"
+#include "ModalScope.h"
 #include "WindowProcedure.h"
 
 #include <new>
@@ -218,5 +219,6 @@ BOOL CWnd::RedrawWindow(LPCRECT lpRectUpdate, HRGN hrgnUpdate, UINT flags) noexc
 
 int CWnd::MessageBox(LPCTSTR lpszText, LPCTSTR lpszCaption, UINT nType) const noexcept {
     const AfxActivationScope activation; // themed buttons in any host
+    const AfxModalScope modal(m_hWnd);
     return ::MessageBox(m_hWnd, lpszText, lpszCaption, nType);
 }

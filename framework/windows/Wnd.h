@@ -18,6 +18,7 @@
 #include "DeviceContext.h"
 
 class CDataExchange;
+struct IOleInPlaceFrame;
 
 class CWnd : public CCmdTarget {
     DECLARE_DYNCREATE(CWnd)
@@ -168,4 +169,6 @@ protected:
 
 private:
     friend struct AfxWindowAccess;
+    /// The container's frame in which a control is active, without a reference for the caller.
+    virtual IOleInPlaceFrame* InPlaceFrame() noexcept { return nullptr; }
 };

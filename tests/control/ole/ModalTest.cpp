@@ -3,9 +3,10 @@
 #include "FileDialogDriver.h"
 #include "PackageBuilder.h"
 
-#include <commctrl.h>
-
+#include <algorithm>
 #include <filesystem>
+
+#include <commctrl.h>
 
 namespace {
 
@@ -148,6 +149,10 @@ protected:
             },
             reinterpret_cast<LPARAM>(&page));
         return page;
+    }
+
+    [[nodiscard]] size_t Count(const std::string& call) const {
+        return static_cast<size_t>(std::ranges::count(container.Calls(), call));
     }
 
     PackageBuilder package;
@@ -301,5 +306,67 @@ TEST_F(ModalTest, ClosedAndReleasedWhileItsPropertiesAreShown) {
     object->DoVerb(OLEIVERB_PROPERTIES, nullptr, &container, 0, container.Window(), &container.position);
     object->Release();
     EXPECT_TRUE(driver.WasUp());
+    ExpectNothingLeft();
+}
+
+TEST_F(ModalTest, ContainerIsEnabledAgainWhenTheControlIsClosedUnderItsProperties) {
+    const ModalDriver driver(
+        kFrameTitle,
+        [&] {
+            EXPECT_EQ(1U, Count("EnableModeless(0)"));
+            container.Object()->Close(OLECLOSE_NOSAVE);
+        },
+        IDCANCEL);
+    container.DoVerb(OLEIVERB_PROPERTIES);
+    ASSERT_TRUE(driver.WasUp());
+    EXPECT_EQ(1U, Count("EnableModeless(0)"));
+    EXPECT_EQ(1U, Count("EnableModeless(1)"));
+    Leave();
+    ExpectNothingLeft();
+}
+
+TEST_F(ModalTest, MessageBoxesDisableTheContainerMeanwhile) {
+    for (const bool closed : {false, true}) {
+        Modify();
+        container.ForgetCalls();
+        const ModalDriver driver(
+            kBoxTitle,
+            [&] {
+                EXPECT_EQ(1U, Count("EnableModeless(0)"));
+                EXPECT_EQ(0U, Count("EnableModeless(1)"));
+                if (closed) {
+                    Leave();
+                }
+            },
+            IDNO);
+        EXPECT_EQ(S_OK, CallClose());
+        EXPECT_TRUE(driver.WasUp());
+        EXPECT_EQ(1U, Count("EnableModeless(0)"));
+        EXPECT_EQ(1U, Count("EnableModeless(1)"));
+    }
+    ExpectNothingLeft();
+}
+
+TEST_F(ModalTest, FileDialogsDisableTheContainerMeanwhile) {
+    for (const bool closed : {false, true}) {
+        container.ForgetCalls();
+        bool up = false;
+        {
+            const FileDialogDriver driver([&](HWND dialog) {
+                if (!std::exchange(up, true)) {
+                    EXPECT_EQ(1U, Count("EnableModeless(0)"));
+                    EXPECT_EQ(0U, Count("EnableModeless(1)"));
+                    if (closed) {
+                        Leave();
+                    }
+                }
+                FileDialogDriver::Cancel(dialog);
+            });
+            SendMessageW(Dialog(), WM_COMMAND, kAddButton, 0);
+        }
+        EXPECT_TRUE(up);
+        EXPECT_EQ(1U, Count("EnableModeless(0)"));
+        EXPECT_EQ(1U, Count("EnableModeless(1)"));
+    }
     ExpectNothingLeft();
 }
