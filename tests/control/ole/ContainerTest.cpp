@@ -129,3 +129,35 @@ TEST_F(ContainerTest, DeactivationInsideTheActivationLeavesNoActiveObject) {
         EXPECT_EQ(S_OK, InPlace()->InPlaceDeactivate());
     }
 }
+
+TEST_F(ContainerTest, PicturesOfOtherSizesLeaveTheDialogInItsPlace) {
+    ASSERT_EQ(S_OK, Activate(OLEIVERB_UIACTIVATE));
+    Pump();
+    MockSink sink;
+    ASSERT_EQ(S_OK, View()->SetAdvise(DVASPECT_CONTENT, 0, &sink));
+    const auto expectInPlace = [&](const char* after) {
+        RECT dialog = {};
+        RECT window = {};
+        GetWindowRect(Dialog(), &dialog);
+        GetWindowRect(container.ControlWindow(), &window);
+        EXPECT_TRUE(EqualRect(&window, &dialog)) << after;
+    };
+    expectInPlace("activation");
+    const HDC dc = CreateCompatibleDC(nullptr);
+    for (const RECTL& bounds : {RECTL{0, 0, 2000, 3000}, RECTL{30, 40, 90, 80}, RECTL{-500, 0, -100, 100}}) {
+        ASSERT_EQ(S_OK, View()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &bounds, nullptr,
+                                     nullptr, 0));
+        expectInPlace("printing");
+    }
+    DeleteDC(dc);
+    for (auto [kind, type] : {std::pair<CLIPFORMAT, DWORD>{CF_ENHMETAFILE, TYMED_ENHMF},
+                              std::pair<CLIPFORMAT, DWORD>{CF_METAFILEPICT, TYMED_MFPICT}}) {
+        FORMATETC format = {kind, nullptr, DVASPECT_CONTENT, -1, type};
+        STGMEDIUM medium = {};
+        ASSERT_EQ(S_OK, As<IDataObject>(control.Get(), IID_IDataObject)->GetData(&format, &medium));
+        ReleaseStgMedium(&medium);
+        expectInPlace("a metafile");
+    }
+    EXPECT_TRUE(sink.calls.empty()) << "a container that draws on every notice would never end";
+    EXPECT_EQ(S_OK, View()->SetAdvise(DVASPECT_CONTENT, 0, nullptr));
+}
