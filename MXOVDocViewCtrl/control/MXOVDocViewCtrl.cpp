@@ -1,8 +1,12 @@
 #include "MXOVDocViewCtrl.h"
 
+#include "common/Handles.h"
 #include "MXOVDocViewApp.h"
 #include "MXOVDocViewPropPage.h"
 #include "package/PackageInformation.h"
+
+#include <algorithm>
+#include <array>
 
 #include <MXOVDocView.h>
 
@@ -13,6 +17,15 @@ constexpr int kInitialHeight = 475;
 constexpr DWORD kMiscStatus = OLEMISC_SETCLIENTSITEFIRST | OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_INSIDEOUT |
                               OLEMISC_CANTLINKINSIDE | OLEMISC_RECOMPOSEONRESIZE;
 static_assert(kMiscStatus == 0x20191);
+
+// The letter of "&Save", as WM_SYSCHAR carries it with and without Shift.
+std::array<ACCEL, 2> saveKeys = {{{FALT, L's', IDC_SAVE}, {FALT, L'S', IDC_SAVE}}};
+
+HACCEL SaveKeyTable() {
+    static const common::UniqueOf<HACCEL, &DestroyAcceleratorTable> table(
+        CreateAcceleratorTable(saveKeys.data(), static_cast<int>(saveKeys.size())));
+    return table.get();
+}
 
 } // namespace
 
@@ -96,6 +109,21 @@ void CMXOVDocViewCtrl::DoPropExchange(CPropExchange* px) {
 
 void CMXOVDocViewCtrl::OnResetState() {
     COleControl::OnResetState();
+}
+
+void CMXOVDocViewCtrl::OnGetControlInfo(LPCONTROLINFO controlInfo) {
+    COleControl::OnGetControlInfo(controlInfo);
+    controlInfo->hAccel = SaveKeyTable();
+    controlInfo->cAccel = controlInfo->hAccel ? static_cast<USHORT>(saveKeys.size()) : USHORT{0};
+}
+
+void CMXOVDocViewCtrl::OnMnemonic(LPMSG message) {
+    const auto isPressed = [message](const ACCEL& key) { return key.key == message->wParam; };
+    CWnd* save = m_dialog.GetSafeHwnd() ? m_dialog.GetDlgItem(IDC_SAVE) : nullptr;
+    if (save && save->IsWindowEnabled() && std::ranges::any_of(saveKeys, isPressed)) {
+        m_dialog.SendMessage(WM_COMMAND, MAKEWPARAM(IDC_SAVE, BN_CLICKED),
+                             reinterpret_cast<LPARAM>(save->GetSafeHwnd()));
+    }
 }
 
 void CMXOVDocViewCtrl::OnInputParameterChanged() {

@@ -15,6 +15,9 @@ public:
     void OnDraw(CDC* dc, const CRect& bounds, const CRect& invalid) override;
     void DoPropExchange(CPropExchange* px) override;
     void OnResetState() override;
+    /// Publishes Alt+S, the key of "&Save", so that containers pass it also while another object is active.
+    void OnGetControlInfo(LPCONTROLINFO controlInfo) override;
+    void OnMnemonic(LPMSG message) override;
 
 protected:
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;

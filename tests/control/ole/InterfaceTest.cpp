@@ -130,12 +130,14 @@ TEST_F(InterfaceTest, QuickActivationConnectsAllAtOnceAndTheControlWorks) {
     EXPECT_EQ(1, notes.References());
 }
 
-TEST_F(InterfaceTest, HasNoKeysOfItsOwnAndTakesWhatContainersTell) {
+TEST_F(InterfaceTest, PublishesItsKeyAndTakesWhatContainersReport) {
     const auto part = As<IOleControl>(control.Get(), IID_IOleControl);
     CONTROLINFO info = {};
     info.cb = sizeof info;
     EXPECT_EQ(S_OK, part->GetControlInfo(&info));
-    EXPECT_EQ(0, info.cAccel);
+    EXPECT_TRUE(info.hAccel);
+    EXPECT_EQ(2, info.cAccel) << "Alt+S in both cases";
+    EXPECT_EQ(0U, info.dwFlags);
     EXPECT_EQ(E_POINTER, part->GetControlInfo(nullptr));
     EXPECT_EQ(S_OK, part->FreezeEvents(TRUE));
     EXPECT_EQ(S_OK, part->FreezeEvents(FALSE));

@@ -128,6 +128,38 @@ TEST_F(KeyboardTest, AltSSavesFromEveryControl) {
     EXPECT_FALSE(std::filesystem::exists(file)) << "nothing to save";
 }
 
+TEST_F(KeyboardTest, ContainerPressesAltSWhileAnotherObjectIsActive) {
+    const PackageBuilder package;
+    const std::wstring file = package.Folder().PathWithSeparator() + L"saved.mxov";
+    ASSERT_EQ(S_OK, Load(package.Path(), file));
+    SetFocus(container.Window());
+    ASSERT_EQ(S_OK, InPlace()->UIDeactivate());
+    const auto part = As<IOleControl>(control.Get(), IID_IOleControl);
+    CONTROLINFO info = {};
+    info.cb = sizeof info;
+    ASSERT_EQ(S_OK, part->GetControlInfo(&info));
+    constexpr LPARAM kAltHeld = 0x20000001;
+    for (const WPARAM letter : {WPARAM{'s'}, WPARAM{'S'}}) {
+        MSG key = {container.Window(), WM_SYSCHAR, letter, kAltHeld, 0, {0, 0}};
+        EXPECT_TRUE(IsAccelerator(info.hAccel, info.cAccel, &key, nullptr)) << letter;
+        SendMessageW(Dialog(), WM_COMMAND, kUpdateButton, 0);
+        EXPECT_EQ(S_OK, part->OnMnemonic(&key));
+        EXPECT_FALSE(IsWindowEnabled(Item(kSaveButton)));
+        EXPECT_TRUE(std::filesystem::remove(file)) << letter;
+        EXPECT_EQ(S_OK, part->OnMnemonic(&key));
+        EXPECT_FALSE(std::filesystem::exists(file)) << "nothing to save";
+    }
+    SendMessageW(Dialog(), WM_COMMAND, kUpdateButton, 0);
+    MSG other = {container.Window(), WM_SYSCHAR, L'x', kAltHeld, 0, {0, 0}};
+    EXPECT_FALSE(IsAccelerator(info.hAccel, info.cAccel, &other, nullptr));
+    EXPECT_EQ(S_OK, part->OnMnemonic(&other));
+    EXPECT_FALSE(std::filesystem::exists(file)) << "not its key";
+    ASSERT_EQ(S_OK, InPlace()->InPlaceDeactivate());
+    MSG key = {container.Window(), WM_SYSCHAR, L's', kAltHeld, 0, {0, 0}};
+    EXPECT_EQ(S_OK, part->OnMnemonic(&key));
+    EXPECT_FALSE(std::filesystem::exists(file)) << "no button without a window";
+}
+
 TEST_F(KeyboardTest, ArrowsMoveInTheLists) {
     const PackageBuilder package;
     ASSERT_EQ(S_OK, Load(package.Path()));
