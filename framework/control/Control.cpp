@@ -27,9 +27,7 @@ BEGIN_INTERFACE_MAP(COleControl, CWnd)
     CONTROL_PART(IID_IPersistPropertyBag, persistPropertyBag)
     CONTROL_PART(IID_IPersistMemory, persistMemory)
     CONTROL_PART(IID_IDataObject, dataObject)
-    CONTROL_PART(IID_IOleCache, oleCache)
     CONTROL_PART(IID_ISpecifyPropertyPages, specifyPropertyPages)
-    CONTROL_PART(IID_IPerPropertyBrowsing, perPropertyBrowsing)
     CONTROL_PART(IID_IProvideClassInfo, provideClassInfo)
     CONTROL_PART(IID_IProvideClassInfo2, provideClassInfo)
     CONTROL_PART(IID_IQuickActivate, quickActivate)
@@ -191,13 +189,5 @@ BOOL COleControl::OnGetNaturalExtent(DWORD, LONG, DVTARGETDEVICE*, HDC, DVEXTENT
 }
 
 BOOL COleControl::OnGetColorSet(DVTARGETDEVICE*, HDC, LPLOGPALETTE*) {
-    return FALSE;
-}
-
-BOOL COleControl::OnMapPropertyToPage(DISPID, LPCLSID, BOOL*) {
-    return FALSE;
-}
-
-BOOL COleControl::OnGetDisplayString(DISPID, CString&) {
     return FALSE;
 }

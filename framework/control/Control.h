@@ -102,10 +102,6 @@ public:
                                     DVEXTENTINFO* pExtentInfo, LPSIZEL psizel);
     virtual BOOL OnGetColorSet(DVTARGETDEVICE* ptd, HDC hicTargetDev, LPLOGPALETTE* ppColorSet);
 
-    // Property browsing
-    virtual BOOL OnMapPropertyToPage(DISPID dispid, LPCLSID lpclsid, BOOL* pbPageOptional);
-    virtual BOOL OnGetDisplayString(DISPID dispid, CString& strValue);
-
     // Events
     /// Sends an event with the parameters of its VTS_ types (EVENT_PARAM) to every sink. Nothing is sent for
     /// an event that the event map does not have, or while the container has frozen events.

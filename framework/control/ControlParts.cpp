@@ -30,7 +30,6 @@ void ControlParts::Clear() {
     site.Set(nullptr);
     viewObject.Clear();
     dataObject.Clear();
-    oleCache.Clear();
     events.Clear();
     propertyNotifications.Clear();
 }

@@ -4,8 +4,8 @@
 
 #include "ControlActivation.h"
 #include "ControlSite.h"
-#include "interfaces/BrowsingParts.h"
 #include "interfaces/DataObjectPart.h"
+#include "interfaces/DescriptionParts.h"
 #include "interfaces/InPlaceParts.h"
 #include "interfaces/OleControlPart.h"
 #include "interfaces/OleObjectPart.h"
@@ -51,9 +51,7 @@ struct ControlParts final : PersistentObject {
     InPlaceActiveObjectPart inPlaceActiveObject{control, *this};
     ViewObjectPart viewObject{control, *this};
     DataObjectPart dataObject{control, *this};
-    OleCachePart oleCache{control, *this};
     SpecifyPropertyPagesPart specifyPropertyPages{control, *this};
-    PerPropertyBrowsingPart perPropertyBrowsing{control, *this};
     ProvideClassInfoPart provideClassInfo{control, *this};
     QuickActivatePart quickActivate{control, *this};
 

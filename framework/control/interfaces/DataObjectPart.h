@@ -1,4 +1,4 @@
-// IDataObject and IOleCache of a control: its picture for containers that want to keep one.
+// IDataObject of a control: its picture for containers that want to keep one.
 #pragma once
 
 #include "ControlPart.h"
@@ -29,24 +29,4 @@ private:
     HRESULT NeedHolder();
 
     common::ComPtr<IDataAdviseHolder> m_holder;
-};
-
-/// The system's own cache, made on first use.
-class OleCachePart final : public ControlPart<IOleCache> {
-public:
-    using ControlPart::ControlPart;
-
-    void Clear() noexcept { m_cache.Reset(); }
-
-    STDMETHODIMP Cache(FORMATETC* format, DWORD flags, DWORD* connection) override;
-    STDMETHODIMP Uncache(DWORD connection) override;
-    STDMETHODIMP EnumCache(IEnumSTATDATA** caches) override;
-    STDMETHODIMP InitCache(IDataObject* data) override;
-    STDMETHODIMP SetData(FORMATETC* format, STGMEDIUM* medium, BOOL release) override;
-
-private:
-    template <class Call>
-    HRESULT WithCache(Call call);
-
-    common::ComPtr<IOleCache> m_cache;
 };

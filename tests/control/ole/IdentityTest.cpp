@@ -44,9 +44,12 @@ TEST_F(IdentityTest, RefusesWhatItDoesNotHaveFromEveryInterface) {
     const auto control = CreateControl();
     for (const NamedInterface& from : AllInterfaces()) {
         const auto part = As<IUnknown>(control.Get(), *from.iid);
-        void* object = &object;
-        EXPECT_EQ(E_NOINTERFACE, part->QueryInterface(IID_IPersistFile, &object)) << from.name;
-        EXPECT_EQ(nullptr, object) << from.name;
+        void* object = nullptr;
+        for (const IID* absent : {&IID_IPersistFile, &IID_IOleCache, &IID_IPerPropertyBrowsing}) {
+            object = &object;
+            EXPECT_EQ(E_NOINTERFACE, part->QueryInterface(*absent, &object)) << from.name;
+            EXPECT_EQ(nullptr, object) << from.name;
+        }
         EXPECT_EQ(E_POINTER, part->QueryInterface(IID_IUnknown, nullptr)) << from.name;
     }
 }

@@ -1,4 +1,4 @@
-// The control's smaller interfaces at their work: data, cache, views, verbs, browsing, quick activation.
+// The control's smaller interfaces at work: data, views, verbs, quick activation.
 #include "EmbeddedControl.h"
 
 namespace {
@@ -53,17 +53,6 @@ TEST_F(InterfaceTest, SinksHearOfChangesAndOfTheEnd) {
     EXPECT_EQ(1, sink.References());
 }
 
-TEST_F(InterfaceTest, CacheTakesAndListsAFormat) {
-    const auto cache = As<IOleCache>(control.Get(), IID_IOleCache);
-    FORMATETC format = Format(CF_METAFILEPICT, TYMED_MFPICT);
-    DWORD connection = 0;
-    ASSERT_TRUE(SUCCEEDED(cache->Cache(&format, ADVF_PRIMEFIRST, &connection)));
-    ComPtr<IEnumSTATDATA> cached;
-    ASSERT_EQ(S_OK, cache->EnumCache(&cached));
-    EXPECT_EQ(S_OK, cache->Uncache(connection));
-    EXPECT_EQ(OLE_E_NOCONNECTION, cache->Uncache(connection));
-}
-
 TEST_F(InterfaceTest, OffersItsPropertiesAsAVerb) {
     ComPtr<IEnumOLEVERB> verbs;
     ASSERT_EQ(S_OK, As<IOleObject>(control.Get(), IID_IOleObject)->EnumVerbs(&verbs));
@@ -87,17 +76,6 @@ TEST_F(InterfaceTest, ViewIsOpaqueAndHitInsideItsBounds) {
     EXPECT_EQ(S_OK, view->QueryHitPoint(DVASPECT_CONTENT, &bounds, {60, 20}, 0, &hit));
     EXPECT_EQ(static_cast<DWORD>(HITRESULT_OUTSIDE), hit);
     EXPECT_EQ(E_NOTIMPL, view->Freeze(DVASPECT_CONTENT, -1, nullptr, &hit));
-}
-
-TEST_F(InterfaceTest, ItsOnePropertyHasNoPageAndNoListOfValues) {
-    const auto browsing = As<IPerPropertyBrowsing>(control.Get(), IID_IPerPropertyBrowsing);
-    BSTR text = nullptr;
-    EXPECT_EQ(S_FALSE, browsing->GetDisplayString(kInputParameter, &text));
-    CLSID page = {};
-    EXPECT_EQ(PERPROP_E_NOPAGEAVAILABLE, browsing->MapPropertyToPage(kInputParameter, &page));
-    CALPOLESTR texts = {};
-    CADWORD cookies = {};
-    EXPECT_EQ(E_NOTIMPL, browsing->GetPredefinedStrings(kInputParameter, &texts, &cookies));
 }
 
 TEST_F(InterfaceTest, QuickActivationConnectsAllAtOnceAndTheControlWorks) {

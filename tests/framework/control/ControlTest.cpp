@@ -259,28 +259,12 @@ TEST_F(ControlTest, ConnectionPointsAreEnumeratedAndKnowTheirContainer) {
     EXPECT_EQ(CONNECT_E_CANNOTCONNECT, point->Advise(m_control.Get(), &cookie));
 }
 
-TEST_F(ControlTest, NamesItsPagesAndTheirProperties) {
+TEST_F(ControlTest, NamesItsPages) {
     CAUUID pages{};
     ASSERT_EQ(S_OK, m_control.As<ISpecifyPropertyPages>(IID_ISpecifyPropertyPages)->GetPages(&pages));
     ASSERT_EQ(1U, pages.cElems);
     EXPECT_EQ(CTestPage::guid, pages.pElems[0]);
     ::CoTaskMemFree(pages.pElems);
-
-    const ComPtr<IPerPropertyBrowsing> browsing =
-        m_control.As<IPerPropertyBrowsing>(IID_IPerPropertyBrowsing);
-    CLSID page{};
-    EXPECT_EQ(S_OK, browsing->MapPropertyToPage(1, &page));
-    EXPECT_EQ(CTestPage::guid, page);
-    EXPECT_EQ(PERPROP_E_NOPAGEAVAILABLE, browsing->MapPropertyToPage(2, &page));
-    BSTR text = nullptr;
-    EXPECT_EQ(S_OK, browsing->GetDisplayString(1, &text));
-    EXPECT_STREQ(L"shown", text);
-    ::SysFreeString(text);
-    EXPECT_EQ(S_FALSE, browsing->GetDisplayString(2, &text));
-    EXPECT_EQ(nullptr, text);
-    CALPOLESTR texts{};
-    CADWORD cookies{};
-    EXPECT_EQ(E_NOTIMPL, browsing->GetPredefinedStrings(1, &texts, &cookies));
 }
 
 TEST_F(ControlTest, QuickActivationDoesItAllAtOnce) {

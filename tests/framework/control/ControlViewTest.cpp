@@ -173,16 +173,4 @@ TEST_F(ControlViewTest, DataIsThePictureAsEitherMetafile) {
     EXPECT_EQ(1, sink.References());
 }
 
-TEST_F(ControlViewTest, CacheTakesAndListsFormats) {
-    const ComPtr<IOleCache> cache = m_control.As<IOleCache>(IID_IOleCache);
-    FORMATETC format = {CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT};
-    DWORD connection = 0;
-    ASSERT_EQ(S_OK, cache->Cache(&format, 0, &connection));
-    EXPECT_NE(0U, connection);
-    EXPECT_EQ(S_OK, cache->InitCache(m_control.As<IDataObject>(IID_IDataObject).Get()));
-    EXPECT_EQ(S_OK, cache->Uncache(connection));
-    EXPECT_EQ(OLE_E_NOCONNECTION, cache->Uncache(connection));
-    EXPECT_EQ(E_POINTER, cache->Cache(nullptr, 0, &connection));
-}
-
 } // namespace

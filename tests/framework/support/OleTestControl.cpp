@@ -101,16 +101,6 @@ BOOL CTestControl::IsInvokeAllowed(DISPID dispid) {
     return !needsInitNew || COleControl::IsInvokeAllowed(dispid);
 }
 
-BOOL CTestControl::OnMapPropertyToPage(DISPID dispid, LPCLSID lpclsid, BOOL*) {
-    *lpclsid = CTestPage::guid;
-    return dispid == 1;
-}
-
-BOOL CTestControl::OnGetDisplayString(DISPID dispid, CString& strValue) {
-    strValue = L"shown";
-    return dispid == 1;
-}
-
 void CTestControl::OnCaptionChanged() {
     log.push_back(L"caption");
     SetModifiedFlag();

@@ -66,8 +66,6 @@ public:
     void OnDraw(CDC* pDC, const CRect& rcBounds, const CRect& rcInvalid) override;
     void DoPropExchange(CPropExchange* pPX) override;
     BOOL IsInvokeAllowed(DISPID dispid) override;
-    BOOL OnMapPropertyToPage(DISPID dispid, LPCLSID lpclsid, BOOL* pbPageOptional) override;
-    BOOL OnGetDisplayString(DISPID dispid, CString& strValue) override;
 
     void FireRenamed(LPCTSTR name, LONG number) { FireEvent(3, EVENT_PARAM(VTS_BSTR VTS_I4), name, number); }
     void FireUnknown() { FireEvent(99, EVENT_PARAM(VTS_NONE)); }

@@ -1,4 +1,4 @@
-#include "BrowsingParts.h"
+#include "DescriptionParts.h"
 
 #include "control/ControlParts.h"
 
@@ -19,41 +19,6 @@ STDMETHODIMP SpecifyPropertyPagesPart::GetPages(CAUUID* pages) {
         pages->cElems = count;
         return S_OK;
     });
-}
-
-STDMETHODIMP PerPropertyBrowsingPart::GetDisplayString(DISPID id, BSTR* text) {
-    return Guard(text, [&]() -> HRESULT {
-        CString shown;
-        if (!m_control.OnGetDisplayString(id, shown)) {
-            return S_FALSE;
-        }
-        *text = shown.AllocSysString();
-        return S_OK;
-    });
-}
-
-STDMETHODIMP PerPropertyBrowsingPart::MapPropertyToPage(DISPID id, CLSID* page) {
-    return Guard(page, [&]() -> HRESULT {
-        BOOL optional = FALSE;
-        return m_control.OnMapPropertyToPage(id, page, &optional) ? S_OK : PERPROP_E_NOPAGEAVAILABLE;
-    });
-}
-
-STDMETHODIMP PerPropertyBrowsingPart::GetPredefinedStrings(DISPID, CALPOLESTR* texts, CADWORD* cookies) {
-    if (!texts || !cookies) {
-        return E_POINTER;
-    }
-    *texts = {0, nullptr};
-    *cookies = {0, nullptr};
-    return E_NOTIMPL; // no property has a list of values
-}
-
-STDMETHODIMP PerPropertyBrowsingPart::GetPredefinedValue(DISPID, DWORD, VARIANT* value) {
-    if (!value) {
-        return E_POINTER;
-    }
-    ::VariantInit(value);
-    return E_NOTIMPL;
 }
 
 STDMETHODIMP ProvideClassInfoPart::GetClassInfo(ITypeInfo** info) {
