@@ -114,7 +114,8 @@ INT_PTR CDialog::Initialise(HWND hWnd) noexcept {
     }
     BOOL setFocus = FALSE;
     if (AfxGuard([&] { setFocus = dialog->OnInitDialog(); })) {
-        return setFocus;
+        // The system would take the focus from the host for a dialog inside a control (DS_CONTROL).
+        return setFocus && !(::GetWindowLong(hWnd, GWL_STYLE) & DS_CONTROL);
     }
     if (FromHandlePermanent(hWnd) == dialog) {
         dialog->m_failed = true;

@@ -30,7 +30,7 @@ public:
     void EndDialog(int nResult) noexcept;
 
     /// From WM_INITDIALOG, with all controls there. The default sends the data to the controls. TRUE: the
-    /// system sets the focus.
+    /// system sets the focus, but not into a dialog with DS_CONTROL.
     virtual BOOL OnInitDialog();
 
 protected:

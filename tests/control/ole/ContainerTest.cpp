@@ -3,6 +3,7 @@
 #include "PackageBuilder.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -58,6 +59,13 @@ TEST_F(ContainerTest, FocusThatArrivesInAnyWayActivatesTheUserInterface) {
     }
 }
 
+TEST_F(ContainerTest, ActivationInPlaceLeavesTheFocusWhereItIs) {
+    SetFocus(container.Window());
+    ASSERT_EQ(S_OK, Activate(OLEIVERB_INPLACEACTIVATE));
+    EXPECT_EQ(container.Window(), GetFocus());
+    EXPECT_FALSE(container.HasActiveObject());
+}
+
 TEST_F(ContainerTest, FocusThatLeavesIsReportedOnceAndItsReturnToo) {
     ASSERT_EQ(S_OK, Activate(OLEIVERB_UIACTIVATE));
     container.ForgetCalls();
@@ -77,9 +85,9 @@ TEST_F(ContainerTest, FocusThatLeavesIsReportedOnceAndItsReturnToo) {
 TEST_F(ContainerTest, ContainerMayCloseTheControlWhenTheFocusArrivesOrLeaves) {
     for (const std::string moment : {"OnUIActivate", "SetActiveObject", "OnFocus(1)", "OnFocus(0)"}) {
         ASSERT_EQ(S_OK, Activate(OLEIVERB_INPLACEACTIVATE));
+        bool done = false;
         container.onCall = [&](const std::string& name) {
-            if (name == moment) {
-                container.onCall = nullptr;
+            if (name == moment && !std::exchange(done, true)) {
                 container.Remove();
                 control.Reset();
             }
@@ -90,6 +98,7 @@ TEST_F(ContainerTest, ContainerMayCloseTheControlWhenTheFocusArrivesOrLeaves) {
         EXPECT_FALSE(container.ControlWindow()) << moment;
         Pump();
         EXPECT_EQ(S_OK, m_module.Call("DllCanUnloadNow")) << moment;
+        container.onCall = nullptr;
         control = CreateControl();
     }
 }
@@ -112,13 +121,14 @@ TEST_F(ContainerTest, DeactivationInsideTheActivationLeavesNoActiveObject) {
          {"OnUIActivate", "SetActiveObject", "SetBorderSpace(null)", "OnFocus(1)"}) {
         ASSERT_EQ(S_OK, Activate(OLEIVERB_INPLACEACTIVATE));
         container.ForgetCalls();
+        bool done = false;
         container.onCall = [&](const std::string& name) {
-            if (name == moment) {
-                container.onCall = nullptr;
+            if (name == moment && !std::exchange(done, true)) {
                 EXPECT_EQ(S_OK, InPlace()->UIDeactivate());
             }
         };
         EXPECT_EQ(S_OK, Activate(OLEIVERB_UIACTIVATE)) << moment;
+        container.onCall = nullptr;
         EXPECT_EQ(1U, Count("OnUIDeactivate")) << moment;
         EXPECT_FALSE(container.HasActiveObject()) << moment;
         EXPECT_EQ(Count("OnFocus(1)"), Count("OnFocus(0)")) << moment;
