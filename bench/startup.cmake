@@ -8,8 +8,8 @@ mxov_quick_load(minimal_control)
 target_link_options(minimal_control PRIVATE -s)
 set_target_properties(minimal_control PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MXOV_BUILD}/bench PREFIX "")
 set_source_files_properties(MinimalControl.rc PROPERTIES
-    COMPILE_OPTIONS "-I;${CMAKE_SOURCE_DIR}/MXOVDocViewCtrl/resources"
-    OBJECT_DEPENDS ${CMAKE_SOURCE_DIR}/MXOVDocViewCtrl/resources/MXOVDocViewCtrl.manifest)
+    COMPILE_OPTIONS "-I;${MXOV_BUILD}/generated"
+    OBJECT_DEPENDS ${MXOV_BUILD}/generated/MXOVDocViewCtrl.manifest)
 mxov_bench(startup_bench
     SOURCES startup_bench.cpp StartupSubjects.cpp
     LIBRARIES atl comctl32 gdi32 ole32 uuid)

@@ -2,6 +2,14 @@
 add_compile_definitions(UNICODE _UNICODE STRICT NOMINMAX WIN32_LEAN_AND_MEAN WINVER=0x0A00 _WIN32_WINNT=0x0A00
                         NTDDI_VERSION=0x0A000000)
 add_compile_options($<$<COMPILE_LANGUAGE:C,CXX>:-fstack-protector-strong>)
+# Paths of this machine do not get into the files, so that builds in different folders have the same bytes.
+add_compile_options("$<$<COMPILE_LANGUAGE:C,CXX>:-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.>"
+                    "$<$<COMPILE_LANGUAGE:C,CXX>:-ffile-prefix-map=${CMAKE_BINARY_DIR}=build>")
+# The version resource of every file: common/version.rc.
+foreach(part MAJOR MINOR PATCH)
+    add_compile_definitions("$<$<COMPILE_LANGUAGE:RC>:MXOV_VERSION_${part}=${PROJECT_VERSION_${part}}>")
+endforeach()
+set_property(DIRECTORY APPEND PROPERTY COMPILE_OPTIONS "$<$<COMPILE_LANGUAGE:RC>:-I${CMAKE_SOURCE_DIR}/common>")
 add_link_options(-static -fstack-protector-strong -Wl,--no-insert-timestamp -Wl,--nxcompat -Wl,--dynamicbase)
 # Line numbers are enough for a crash report and take half the build time of full debug information.
 set(CMAKE_C_FLAGS_RELWITHDEBINFO "-O2 -g1 -DNDEBUG")
@@ -17,13 +25,15 @@ function(mxov_quick_load target)
     target_link_options(${target} PRIVATE -Wl,--file-alignment,4096)
 endfunction()
 
-# Puts a stripped file into the bin folder; its symbols stay beside the object files.
+# Puts a stripped file into the bin folder; its symbols, and a map that names what was linked in, stay beside the object
+# files. Without --preserve-dates strip writes the current time into the file's header.
 function(mxov_deliver target)
     mxov_quick_load(${target})
+    target_link_options(${target} PRIVATE -Wl,-Map,${CMAKE_BINARY_DIR}/${target}.map)
     set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MXOV_BIN} PREFIX "")
     add_custom_command(TARGET ${target} POST_BUILD
         COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}>
                 ${CMAKE_BINARY_DIR}/$<TARGET_FILE_NAME:${target}>.debug
-        COMMAND ${CMAKE_STRIP} --strip-debug --strip-unneeded $<TARGET_FILE:${target}>
+        COMMAND ${CMAKE_STRIP} --preserve-dates --strip-debug --strip-unneeded $<TARGET_FILE:${target}>
         VERBATIM)
 endfunction()

@@ -1,8 +1,6 @@
 // Resource numbers of the viewer.
 #pragma once
 
-#define MXOV_VIEWER_VERSION "1.0.0"
-
 #define IDI_VIEWER 1
 #define IDI_PACKAGE 2
 #define IDR_MAIN 100

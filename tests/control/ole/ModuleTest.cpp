@@ -69,13 +69,13 @@ TEST_F(ModuleTest, VersionResourceIsComplete) {
     UINT length = 0;
     ASSERT_TRUE(VerQueryValueW(version.data(), L"\\", &value, &length));
     const auto& fixed = *static_cast<const VS_FIXEDFILEINFO*>(value);
-    EXPECT_EQ(MAKELONG(0, 1), static_cast<LONG>(fixed.dwFileVersionMS));
-    EXPECT_EQ(0U, fixed.dwFileVersionLS);
-    EXPECT_EQ(MAKELONG(0, 1), static_cast<LONG>(fixed.dwProductVersionMS));
+    EXPECT_EQ(MAKELONG(MXOV_VERSION_MINOR, MXOV_VERSION_MAJOR), static_cast<LONG>(fixed.dwFileVersionMS));
+    EXPECT_EQ(MAKELONG(0, MXOV_VERSION_PATCH), static_cast<LONG>(fixed.dwFileVersionLS));
+    EXPECT_EQ(MAKELONG(MXOV_VERSION_MINOR, MXOV_VERSION_MAJOR), static_cast<LONG>(fixed.dwProductVersionMS));
     EXPECT_EQ(static_cast<DWORD>(VFT_DLL), fixed.dwFileType);
     EXPECT_EQ(static_cast<DWORD>(VOS_NT_WINDOWS32), fixed.dwFileOS);
-    EXPECT_EQ(L"1.0.0.0", VersionText(version, L"FileVersion"));
-    EXPECT_EQ(L"1.0.0.0", VersionText(version, L"ProductVersion"));
+    EXPECT_EQ(L"" MXOV_VERSION ".0", VersionText(version, L"FileVersion"));
+    EXPECT_EQ(L"" MXOV_VERSION ".0", VersionText(version, L"ProductVersion"));
     EXPECT_EQ(L"MXOVDocViewCtrl", VersionText(version, L"InternalName"));
     EXPECT_EQ(L"MXOVDocViewCtrl.ocx", VersionText(version, L"OriginalFilename"));
     EXPECT_EQ(L"", VersionText(version, L"OLESelfRegister")) << "present, and empty";

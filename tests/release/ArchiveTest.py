@@ -1,0 +1,130 @@
+#!/usr/bin/env python3
+"""The delivered archive: what is in it, where it comes from, and that it has the same bytes every time."""
+import hashlib
+import os
+import shutil
+import struct
+import unittest
+import zipfile
+
+from releasecase import ARCHIVE, BUILD, ROOT, VERSION, ReleaseCase, make
+
+PROGRAMS = ('MXOVDocViewCtrl.ocx', 'mxovpkg.exe', 'mxovshare.dll', 'viewer.exe')
+NUMBERS = [*map(int, VERSION.split('.')), 0]
+
+
+def link_time(data):
+    """The time in the header of a program."""
+    header = struct.unpack_from('<I', data, 0x3c)[0]
+    return struct.unpack_from('<I', data, header + 8)[0]
+
+
+def resource_versions(data):
+    """The file and product version of a program's version resource."""
+    start = data.index(struct.pack('<I', 0xFEEF04BD))
+    words = struct.unpack_from('<8H', data, start + 8)
+    return [[words[i + 1], words[i], words[i + 3], words[i + 2]] for i in (0, 4)]
+
+
+def resource_text(data, name):
+    """A text of a program's version resource."""
+    key = name.encode('utf-16-le') + b'\0\0'
+    start = data.index(key) + len(key)
+    start += -(start - data.index('VS_VERSION_INFO'.encode('utf-16-le')) + 6) % 4
+    return data[start:].decode('utf-16-le', 'replace').lstrip('\0').split('\0')[0]
+
+
+class ArchiveTest(ReleaseCase):
+    def test_the_archive_holds_the_product_with_its_licences(self):
+        names = set(self.delivered())
+        self.assertLessEqual({*PROGRAMS, 'MXOVDocViewCtrl.manifest', 'README.txt', 'LICENSE.txt', 'samples/bracket.mxov',
+                              'samples/legacy.mxov', 'lang/german/mxovtexts.dll', 'lang/japanese/mxovtexts.dll',
+                              'plugins/etc/mx/lang/english/Orvando.chm'}, names)
+        built = {path.name for path in (BUILD / 'bin').rglob('*') if path.is_file()}
+        self.assertEqual(built - {name.split('/')[-1] for name in names}, set())
+
+    def test_everything_is_what_was_built(self):
+        for name, data in self.delivered().items():
+            built = BUILD / 'bin' / name.removeprefix('samples/')
+            if built.exists():
+                self.assertEqual(data, built.read_bytes(), name)
+
+    def test_the_licences_of_what_is_linked_in_are_the_packages_own(self):
+        licences = {name: data.decode('utf-8-sig') for name, data in self.delivered().items() if name.startswith('licences/')}
+        self.assertEqual({name.split('/')[1] for name in licences},
+                         {'gcc-mingw-w64.txt', 'libz-mingw-w64.txt', 'mingw-w64.txt'})
+        self.assertIn('Jean-loup Gailly', licences['licences/libz-mingw-w64.txt'])
+        self.assertIn('RUNTIME LIBRARY EXCEPTION', licences['licences/gcc-mingw-w64.txt'].upper())
+        self.assertIn('winpthreads', licences['licences/mingw-w64.txt'])
+
+    def test_it_is_small(self):
+        self.assertLess((self.out / ARCHIVE).stat().st_size, 4 * 1024 * 1024)
+
+    def test_the_same_files_give_the_same_bytes(self):
+        copy = self.folder / 'other place'
+        shutil.copytree(BUILD / 'bin', copy / 'bin')
+        (copy / 'windows').mkdir()
+        for name in ('CMakeCache.txt', *(path.name for path in (BUILD / 'windows').glob('*.map'))):
+            shutil.copy(BUILD / 'windows' / name, copy / 'windows')
+        for path in copy.rglob('*'):
+            os.utime(path, (1, 1))
+            path.chmod(0o700)
+        other = self.folder / 'again'
+        ended = make(other, copy, TZ='Asia/Tokyo', LC_ALL='C')
+        self.assertEqual(ended.returncode, 0, ended.stderr)
+        self.assertEqual({path.name: hashlib.sha256(path.read_bytes()).hexdigest() for path in other.iterdir()},
+                         {path.name: hashlib.sha256(path.read_bytes()).hexdigest() for path in self.out.iterdir()})
+
+    def test_entries_are_sorted_and_have_one_time(self):
+        with zipfile.ZipFile(self.out / ARCHIVE) as archive:
+            entries = archive.infolist()
+        self.assertEqual([entry.filename for entry in entries], sorted(entry.filename for entry in entries))
+        self.assertEqual({entry.date_time for entry in entries}, {(2023, 11, 14, 22, 13, 20)})
+
+    def test_the_sums_are_those_of_the_files(self):
+        lines = (self.out / 'SHA256SUMS').read_text(encoding='utf-8').splitlines()
+        self.assertEqual(lines, [f'{hashlib.sha256(path.read_bytes()).hexdigest()}  {path.name}'
+                                 for path in sorted(self.out.iterdir()) if path.name != 'SHA256SUMS'])
+
+    def test_no_file_names_a_path_or_a_time_of_the_build(self):
+        for name, data in self.delivered().items():
+            for path in {str(ROOT), str(BUILD)}:
+                self.assertNotIn(path.encode(), data, name)
+                self.assertNotIn(path.encode('utf-16-le'), data, name)
+            if name in PROGRAMS or name.endswith('.dll'):
+                self.assertEqual(link_time(data), 0, name)
+
+    def test_every_program_and_library_has_the_projects_version(self):
+        checked = {name: data for name, data in self.delivered().items() if name.endswith(('.dll', '.exe', '.ocx'))}
+        self.assertEqual(len(checked), 8)
+        for name, data in checked.items():
+            with self.subTest(file=name):
+                self.assertEqual(resource_versions(data), [NUMBERS, NUMBERS])
+                self.assertEqual(resource_text(data, 'FileVersion'), f'{VERSION}.0')
+                self.assertEqual(resource_text(data, 'ProductVersion'), f'{VERSION}.0')
+                self.assertEqual(resource_text(data, 'OriginalFilename'), name.split('/')[-1])
+                self.assertEqual(resource_text(data, 'ProductName'), 'MXOV Document Manager')
+
+    def test_the_readme_is_for_windows_and_names_the_version(self):
+        readme = self.delivered()['README.txt'].decode('utf-8-sig')
+        self.assertTrue(readme.startswith(f'MXOV Document Manager {VERSION} '))
+        self.assertEqual(readme.count('\n'), readme.count('\r\n'))
+        for line in readme.splitlines():
+            if line.startswith('  '):
+                self.assertTrue((self.unpacked / line.split()[0].replace('\\', '/')).exists(), line)
+
+    def test_an_unknown_or_missing_file_is_refused(self):
+        copy = self.folder / 'wrong'
+        shutil.copytree(BUILD / 'bin', copy / 'bin')
+        shutil.copytree(BUILD / 'windows', copy / 'windows', ignore=lambda folder, names: [
+            name for name in names if name != 'CMakeCache.txt' and not name.endswith('.map')])
+        (copy / 'bin/surprise.dll').write_bytes(b'')
+        (copy / 'bin/viewer.exe').unlink()
+        ended = make(self.folder / 'nothing', copy)
+        self.assertEqual((ended.returncode, ended.stderr), (
+            1, 'release: viewer.exe was not built; surprise.dll is not in the list of what is delivered\n'))
+        self.assertFalse((self.folder / 'nothing').exists())
+
+
+if __name__ == '__main__':
+    unittest.main(verbosity=2)
