@@ -25,10 +25,21 @@ function(mxov_quick_load target)
     target_link_options(${target} PRIVATE -Wl,--file-alignment,4096)
 endfunction()
 
+# Gives a library its own preferred address, derived from its name. The linker's own choice depends on the build's folder.
+function(mxov_fix_address target)
+    string(MD5 digest ${target})
+    string(SUBSTRING ${digest} 0 4 place)
+    target_link_options(${target} PRIVATE -Wl,--disable-auto-image-base -Wl,--image-base,0x2${place}0000)
+endfunction()
+
 # Puts a stripped file into the bin folder; its symbols, and a map that names what was linked in, stay beside the object
 # files. Without --preserve-dates strip writes the current time into the file's header.
 function(mxov_deliver target)
     mxov_quick_load(${target})
+    get_target_property(type ${target} TYPE)
+    if(NOT type STREQUAL EXECUTABLE)
+        mxov_fix_address(${target})
+    endif()
     target_link_options(${target} PRIVATE -Wl,-Map,${CMAKE_BINARY_DIR}/${target}.map)
     set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MXOV_BIN} PREFIX "")
     add_custom_command(TARGET ${target} POST_BUILD

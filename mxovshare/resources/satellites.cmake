@@ -5,6 +5,7 @@ function(mxov_satellite language)
     add_library(${target} MODULE resources/${language}.rc)
     target_include_directories(${target} PRIVATE resources)
     target_link_options(${target} PRIVATE -nostdlib -Wl,--entry=0)
+    mxov_fix_address(${target})
     set_target_properties(${target} PROPERTIES
         LINKER_LANGUAGE C
         LIBRARY_OUTPUT_DIRECTORY ${MXOV_BIN}/lang/${language}

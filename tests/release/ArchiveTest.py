@@ -2,6 +2,7 @@
 """The delivered archive: what is in it, where it comes from, and that it has the same bytes every time."""
 import hashlib
 import os
+import re
 import shutil
 import struct
 import unittest
@@ -109,9 +110,9 @@ class ArchiveTest(ReleaseCase):
         readme = self.delivered()['README.txt'].decode('utf-8-sig')
         self.assertTrue(readme.startswith(f'MXOV Document Manager {VERSION} '))
         self.assertEqual(readme.count('\n'), readme.count('\r\n'))
-        for line in readme.splitlines():
-            if line.startswith('  '):
-                self.assertTrue((self.unpacked / line.split()[0].replace('\\', '/')).exists(), line)
+        listed = [line.split()[0].replace('\\', '/') for line in readme.splitlines() if re.match(r'  \S+ {2,}', line)]
+        self.assertEqual([name for name in listed if not (self.unpacked / name).exists()], [])
+        self.assertEqual({name.rstrip('/') for name in listed} | {'README.txt'}, {path.name for path in self.unpacked.iterdir()})
 
     def test_an_unknown_or_missing_file_is_refused(self):
         copy = self.folder / 'wrong'
