@@ -13,7 +13,6 @@ class UnpackedTest(ReleaseCase):
     def setUp(self):
         # Nothing is found but what is beside the program.
         os.environ.pop('WINEPATH', None)
-        run_wine('regsvr32', '/s', windows_path(self.unpacked / 'MXOVDocViewCtrl.ocx')).expect()
 
     def test_the_viewer_starts_and_opens_the_sample(self):
         with Viewer(windows_path(self.unpacked / 'samples/bracket.mxov'), program=self.unpacked / 'viewer.exe') as viewer:
