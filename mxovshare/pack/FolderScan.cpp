@@ -122,7 +122,9 @@ std::ptrdiff_t Rank(std::string_view folded) {
     return std::ranges::find(common::kInformationEntries, folded) - std::begin(common::kInformationEntries);
 }
 
-std::vector<FolderItem> Sorted(std::vector<FolderItem> items) {
+} // namespace
+
+std::vector<FolderItem> SortedItems(std::vector<FolderItem> items) {
     struct Keyed {
         std::ptrdiff_t rank;
         std::string folded;
@@ -147,8 +149,6 @@ std::vector<FolderItem> Sorted(std::vector<FolderItem> items) {
     return sorted;
 }
 
-} // namespace
-
 std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::vector<std::wstring>& except) {
     const DWORD attributes = GetFileAttributesW(common::LongPath(folder).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
@@ -157,7 +157,7 @@ std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::vector
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
         throw FileFailure(L"cannot open folder \"" + folder + L"\": it is a file");
     }
-    return Sorted(Scanner(except).Scan(FolderPath(folder)));
+    return SortedItems(Scanner(except).Scan(FolderPath(folder)));
 }
 
 } // namespace mxovshare

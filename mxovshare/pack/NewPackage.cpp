@@ -166,6 +166,22 @@ void NewPackage::Pack(const std::wstring& folder, PackageProgress* progress, con
     }
 }
 
+void NewPackage::Pack(const std::vector<FolderItem>& items, const ByteSource& old,
+                      const std::vector<const ZipEntry*>& reuse, PackageProgress* progress) {
+    RefuseTooMuch(m_file, items);
+    ProgressMeter meter(progress, 2 * TotalSize(items));
+    OpenFile packed(m_target.Handle(), m_file);
+    BackgroundFlusher sink(packed, m_target.Handle(), m_file);
+    const std::vector<Outcome> outcomes = PackItems(sink, packed, items, old, reuse, meter);
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (outcomes[i] == Outcome::Damaged) {
+            throw EntryError(items[i].item.name, "its data is damaged");
+        }
+    }
+    VerifyPacked(packed, outcomes, meter);
+    sink.Finish();
+}
+
 std::wstring NewPackage::KeepProperties() {
     return CopyFileProperties(m_file, AtomicFile::TemporaryPath(m_file));
 }

@@ -2,10 +2,13 @@
 #pragma once
 
 #include "files/AtomicFile.h"
+#include "files/ByteSource.h"
 #include "mxovpackage.h"
+#include "pack/FolderScan.h"
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace mxovshare {
 
@@ -31,6 +34,11 @@ public:
     /// checksum) is copied. Starts again when another program changes a file meanwhile; FileChanged when that
     /// never ends.
     void Pack(const std::wstring& folder, PackageProgress* progress, const Substitute* substitute = nullptr);
+
+    /// Packs `items` in the order given, then verifies as Pack does. Those with an entry of `old` in `reuse`
+    /// and without a path are copied from there as they are. Fails when an entry of `old` is damaged.
+    void Pack(const std::vector<FolderItem>& items, const ByteSource& old,
+              const std::vector<const ZipEntry*>& reuse, PackageProgress* progress);
 
     /// Copies owner, access rights and alternate streams of the old file. Returns what is lost when it is
     /// replaced, in words such as "its owner"; empty when nothing is.

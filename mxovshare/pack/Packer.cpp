@@ -2,6 +2,7 @@
 
 #include "pack/FilePieces.h"
 #include "pack/JobQueue.h"
+#include "pack/PackageContent.h"
 #include "pack/VerifiedEntryCache.h"
 #include "zip/Checksum.h"
 #include "zip/PackageError.h"
@@ -84,10 +85,14 @@ public:
             m_outcome = Outcome::Damaged;
         }
     }
-    void Take() override { m_target.meter.Begin(m_item.path); }
+    void Take() override { m_target.meter.Begin(RelativePath(m_entry)); }
 
 private:
     bool IsUnchanged(const std::function<void(Bytes)>& checkpoint) const {
+        if (m_item.path.empty()) {
+            m_target.copied += m_entry.size;
+            return true;
+        }
         const DiskSource file(m_item.path);
         if (file.Size() != m_entry.size) {
             return false;

@@ -7,21 +7,14 @@
 #include "files/FileStamp.h"
 #include "files/FolderPath.h"
 #include "ini/IniDocument.h"
+#include "package/HistoryEntry.h"
 #include "text/SystemText.h"
 
-#include <algorithm>
-#include <cwchar>
-#include <iterator>
 #include <new>
-#include <vector>
-
-#include <lmcons.h>
 
 namespace mxovshare {
 
 namespace {
-
-constexpr wchar_t kHistory[] = L"FILE_HISTORY";
 
 bool IsFile(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(common::LongPath(path).c_str());
@@ -38,29 +31,10 @@ std::wstring FindInformation(const std::wstring& folder) {
     throw FileFailure(L"there is no mxinfo.ini in the folder \"" + folder + L"\"");
 }
 
-std::wstring LocalTimeText() {
-    SYSTEMTIME now = {};
-    GetLocalTime(&now);
-    wchar_t text[64];
-    std::swprintf(text, std::size(text), L"%d-%02d-%02d %02d:%02d:%02d", now.wYear, now.wMonth, now.wDay,
-                  now.wHour, now.wMinute, now.wSecond);
-    return text;
-}
-
-std::wstring UserName() {
-    wchar_t name[UNLEN + 1];
-    DWORD size = static_cast<DWORD>(std::size(name));
-    return GetUserNameW(name, &size) ? std::wstring(name) : std::wstring();
-}
-
-IniValues HistoryEntry(const std::wstring& operation) {
-    return {{L"Operation", operation}, {L"Time", LocalTimeText()}, {L"By", UserName()}, {L"Remarks", L""}};
-}
-
 } // namespace
 
 NewInformation::NewInformation(const std::wstring& folder, const std::wstring& operation)
-    : m_path(FindInformation(folder)), m_values(HistoryEntry(operation)) {
+    : m_path(FindInformation(folder)), m_values(NewHistoryEntry(operation)) {
     // Failed writes of earlier changes are retried first.
     DWORD error = IniStore::Instance().SetValues({}, {}, m_path).error;
     if (error == ERROR_SUCCESS) {
@@ -105,15 +79,7 @@ std::string NewInformation::Extended() {
         ThrowFileFailure(L"cannot read", m_path, error);
     }
     IniDocument document(text, std::move(bytes));
-    const std::u16string prefix = ToUtf16(kHistory);
-    m_section = common::NextSection(kHistory, document.LastIndex(prefix), [&] {
-        std::vector<std::wstring> names;
-        std::ranges::transform(document.SectionNames(prefix), std::back_inserter(names), ToWide);
-        return names;
-    });
-    for (const auto& [key, value] : m_values) {
-        document.SetValue(ToUtf16(m_section), ToUtf16(key), ToUtf16(value));
-    }
+    m_section = AddHistoryEntry(document, m_values);
     return document.Bytes();
 }
 

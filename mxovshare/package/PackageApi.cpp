@@ -8,18 +8,12 @@
 #include "pack/PackageContent.h"
 #include "pack/Unpack.h"
 #include "package/PackageErrors.h"
+#include "package/PackedFiles.h"
 #include "package/UnpackedFolders.h"
-#include "text/CaseFold.h"
-#include "zip/EntryReader.h"
-
-#include <algorithm>
 
 namespace mxovshare {
 
 namespace {
-
-// Larger than any information file, and small enough to be read at once.
-constexpr std::uint64_t kLargestInformation = std::uint64_t{64} << 20;
 
 PackageEntry Describe(const ZipEntry& entry) {
     PackageEntry description;
@@ -30,27 +24,6 @@ PackageEntry Describe(const ZipEntry& entry) {
     description.modified = ToFileTime(entry.modified);
     description.isFolder = entry.isFolder;
     return description;
-}
-
-// Whether a name is `folded` but for case, which is plain ASCII. No character takes more than four bytes.
-bool IsSameFolded(std::string_view name, std::string_view folded) {
-    return name.size() <= 4 * folded.size() && FoldCase(name) == folded;
-}
-
-const ZipEntry* FindFile(const std::vector<ZipEntry>& entries, std::string_view folded) {
-    const auto found = std::ranges::find_if(entries, [folded](const ZipEntry& entry) {
-        return !entry.isFolder && IsSameFolded(entry.name, folded);
-    });
-    return found != entries.end() ? &*found : nullptr;
-}
-
-const ZipEntry* FindInformationEntry(const std::vector<ZipEntry>& entries) {
-    for (const std::string_view name : common::kInformationEntries) {
-        if (const ZipEntry* entry = FindFile(entries, name)) {
-            return entry;
-        }
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -96,12 +69,11 @@ PackageResult ReadInformation(const std::wstring& file, std::vector<InformationS
         sections.clear();
         const DiskSource source(file);
         const std::vector<ZipEntry> entries = ReadZipDirectory(source);
-        const ZipEntry* entry = FindInformationEntry(entries);
+        const ZipEntry* entry = FindInformation(entries);
         if (entry == nullptr) {
             return;
         }
-        const std::vector<std::uint8_t> content = ReadWholeEntry(source, *entry, kLargestInformation);
-        sections = ParseInformation(std::string(content.begin(), content.end()));
+        sections = ParseInformation(ReadInformationFile(source, *entry));
     });
 }
 

@@ -1,0 +1,50 @@
+#include "package/PackedFiles.h"
+
+#include "common/InformationFile.h"
+#include "common/Utf8.h"
+#include "text/CaseFold.h"
+#include "zip/EntryReader.h"
+
+#include <algorithm>
+
+namespace mxovshare {
+
+namespace {
+
+// Larger than any information file, and small enough to be read at once.
+constexpr std::uint64_t kLargestInformation = std::uint64_t{64} << 20;
+
+// No character takes more than four bytes, so most names need not be folded.
+bool IsSameFolded(std::string_view name, std::string_view folded) {
+    return name.size() <= 4 * folded.size() && FoldCase(name) == folded;
+}
+
+} // namespace
+
+std::string EntryName(std::wstring path) {
+    std::ranges::replace(path, L'\\', L'/');
+    return common::ToUtf8Strict(path);
+}
+
+const ZipEntry* FindPackedFile(const std::vector<ZipEntry>& entries, std::string_view folded) {
+    const auto found = std::ranges::find_if(entries, [folded](const ZipEntry& entry) {
+        return !entry.isFolder && IsSameFolded(entry.name, folded);
+    });
+    return found != entries.end() ? &*found : nullptr;
+}
+
+const ZipEntry* FindInformation(const std::vector<ZipEntry>& entries) {
+    for (const std::string_view name : common::kInformationEntries) {
+        if (const ZipEntry* entry = FindPackedFile(entries, name)) {
+            return entry;
+        }
+    }
+    return nullptr;
+}
+
+std::string ReadInformationFile(const ByteSource& source, const ZipEntry& entry) {
+    const std::vector<std::uint8_t> content = ReadWholeEntry(source, entry, kLargestInformation);
+    return {content.begin(), content.end()};
+}
+
+} // namespace mxovshare
