@@ -2,7 +2,6 @@
 
 #include "common/InformationFile.h"
 #include "common/LongPath.h"
-#include "common/NumberedSection.h"
 #include "files/FileFailure.h"
 #include "files/FileStamp.h"
 #include "files/FolderPath.h"

@@ -1,6 +1,5 @@
 #include "mxovpackage.h"
 
-#include "common/InformationFile.h"
 #include "files/DiskFile.h"
 #include "ini/IniInformation.h"
 #include "pack/FileTimes.h"

@@ -141,7 +141,8 @@ PackageResult Verify(const std::wstring& file) {
 
 } // namespace
 
-int Check(const std::wstring& file) {
+int Check(const Arguments& arguments) {
+    const std::wstring& file = arguments[0];
     std::vector<mxovshare::PackageEntry> entries;
     std::vector<mxovshare::InformationSection> sections;
     PackageResult result = Verify(file);

@@ -1,30 +1,16 @@
 #include "Commands.h"
 
 #include "Output.h"
+#include "PackageView.h"
 #include "Progress.h"
 #include "Report.h"
 
 #include <package/ItemText.h>
 
-#include <algorithm>
-
 namespace {
 
 using mxovshare::PackageEntry;
 using mxovshare::PackageResult;
-
-std::wstring Summary(const std::vector<PackageEntry>& entries) {
-    std::uint64_t size = 0;
-    for (const PackageEntry& entry : entries) {
-        size += entry.size;
-    }
-    const auto folders = static_cast<std::size_t>(std::ranges::count_if(entries, &PackageEntry::isFolder));
-    std::wstring text = Count(entries.size() - folders, L"file");
-    if (folders > 0) {
-        text += L", " + Count(folders, L"empty folder");
-    }
-    return text + L", " + std::to_wstring(size) + L" bytes";
-}
 
 // Prints the contents of the package after an operation that ended with `result`.
 int Finish(const PackageResult& result, const std::wstring& done, const std::wstring& file) {
@@ -50,7 +36,9 @@ void PrintEntry(const std::wstring& size, const std::wstring& packed, const std:
 
 } // namespace
 
-int Create(const std::wstring& folder, const std::wstring& file) {
+int Create(const Arguments& arguments) {
+    const std::wstring& folder = arguments[0];
+    const std::wstring& file = arguments[1];
     PackageResult result;
     {
         Progress progress(L"Packing");
@@ -59,7 +47,9 @@ int Create(const std::wstring& folder, const std::wstring& file) {
     return Finish(result, L"created " + file, file);
 }
 
-int Extract(const std::wstring& file, const std::wstring& folder) {
+int Extract(const Arguments& arguments) {
+    const std::wstring& file = arguments[0];
+    const std::wstring& folder = arguments[1];
     PackageResult result;
     {
         Progress progress(L"Unpacking");
@@ -68,9 +58,9 @@ int Extract(const std::wstring& file, const std::wstring& folder) {
     return Finish(result, L"extracted to " + folder, file);
 }
 
-int List(const std::wstring& file) {
+int List(const Arguments& arguments) {
     std::vector<PackageEntry> entries;
-    const PackageResult result = mxovshare::ListPackage(file, entries);
+    const PackageResult result = mxovshare::ListPackage(arguments[0], entries);
     if (!result.ok) {
         PrintFailure(result);
         return kFailed;

@@ -1,16 +1,21 @@
 // The commands of the package command line. Each returns the program's exit code.
 #pragma once
 
-#include <string>
+#include "Arguments.h"
 
 enum ExitCode : int {
     kDone = 0,
     kFailed = 1,
     kUsage = 2,
+    kFindings = 3, ///< done, and something was found or left
 };
 
-int Create(const std::wstring& folder, const std::wstring& file);
-int List(const std::wstring& file);
-int Extract(const std::wstring& file, const std::wstring& folder);
+int Create(const Arguments& arguments);
+int List(const Arguments& arguments);
+int Extract(const Arguments& arguments);
 /// Verifies every entry without unpacking it to disk, prints the catalogue, warns about missing documents.
-int Check(const std::wstring& file);
+int Check(const Arguments& arguments);
+/// Copies linked documents into a new package.
+int Bundle(const Arguments& arguments);
+/// Points the links below a folder to another one.
+int Relink(const Arguments& arguments);

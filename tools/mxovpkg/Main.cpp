@@ -1,77 +1,90 @@
 #include "Commands.h"
+#include "History.h"
 #include "Report.h"
 
+#include <algorithm>
 #include <exception>
 #include <functional>
 #include <vector>
 
 namespace {
 
-constexpr wchar_t kHelp[] = LR"(Makes, shows and unpacks Maxtrel Orvando packages.
+constexpr wchar_t kHelp[] = LR"(Makes, shows, changes and unpacks Maxtrel Orvando packages.
 
 usage: mxovpkg create FOLDER FILE    pack everything below FOLDER into the package FILE
        mxovpkg list FILE             list the entries of a package
        mxovpkg extract FILE FOLDER   unpack into FOLDER, which must be new or empty
        mxovpkg check FILE            verify every entry and show the catalogue of documents
+       mxovpkg bundle FILE OUT       copy the package to OUT with its linked documents inside
+           --network                 also those on other computers
+       mxovpkg relink FILE --from OLD --to NEW
+                                     point the links to OLD or below it to NEW
+           --dry-run                 only show what would change
        mxovpkg --help                show this text
        mxovpkg --version             show the version
 
-Ctrl+C cancels and leaves nothing behind. Exit code: 0 done, 1 failed, 2 wrong usage.)";
+bundle and relink add an entry to the history:
+           --remarks TEXT            its remarks
+           --no-history              none
+
+Ctrl+C cancels and leaves nothing behind. Exit code: 0 done, 1 failed, 2 wrong usage, 3 done, but linked documents
+could not be taken along.)";
 
 struct Command {
     const wchar_t* name;
     std::size_t arguments;
-    std::function<int(const std::vector<std::wstring>&)> run;
+    std::function<int(const Arguments&)> run;
+    std::vector<Option> options = {};
 };
 
+std::vector<Option> WithHistory(std::vector<Option> options) {
+    const std::vector<Option> history = HistoryOptions();
+    options.insert(options.end(), history.begin(), history.end());
+    return options;
+}
+
+int PrintText(const wchar_t* text) {
+    PrintLine(text);
+    return kDone;
+}
+
 const std::vector<Command>& Commands() {
-    using Arguments = std::vector<std::wstring>;
     static const std::vector<Command> commands = {
-        {L"create", 2, [](const Arguments& a) { return Create(a[0], a[1]); }},
-        {L"list", 1, [](const Arguments& a) { return List(a[0]); }},
-        {L"extract", 2, [](const Arguments& a) { return Extract(a[0], a[1]); }},
-        {L"check", 1, [](const Arguments& a) { return Check(a[0]); }},
-        {L"--help", 0,
-         [](const Arguments&) {
-             PrintLine(kHelp);
-             return static_cast<int>(kDone);
-         }},
-        {L"--version", 0,
-         [](const Arguments&) {
-             PrintLine(L"mxovpkg " MXOVPKG_VERSION);
-             return static_cast<int>(kDone);
-         }},
+        {L"create", 2, Create},
+        {L"list", 1, List},
+        {L"extract", 2, Extract},
+        {L"check", 1, Check},
+        {L"bundle", 2, Bundle, WithHistory({{.name = L"--network"}})},
+        {L"relink", 1, Relink,
+         WithHistory({{.name = L"--from", .takesValue = true, .isRequired = true},
+                      {.name = L"--to", .takesValue = true, .isRequired = true},
+                      {.name = L"--dry-run"}})},
+        {L"--help", 0, [](const Arguments&) { return PrintText(kHelp); }},
+        {L"--version", 0, [](const Arguments&) { return PrintText(L"mxovpkg " MXOVPKG_VERSION); }},
     };
     return commands;
 }
 
-int UsageError(const std::wstring& what) {
-    PrintFailure(what + L"; see mxovpkg --help");
-    return kUsage;
+int RunCommand(const Command& command, const std::vector<std::wstring>& words) {
+    const Arguments arguments(command.name, words, command.options);
+    if (arguments.Count() != command.arguments) {
+        throw UsageError{command.name + (L" takes " + Count(command.arguments, L"argument")) + L", not " +
+                         std::to_wstring(arguments.Count())};
+    }
+    return command.run(arguments);
 }
 
-int Run(std::vector<std::wstring> arguments) {
-    if (arguments.empty()) {
-        return UsageError(L"a command is missing");
+int Run(std::vector<std::wstring> words) {
+    if (words.empty()) {
+        throw UsageError{L"a command is missing"};
     }
-    const std::wstring name = arguments.front();
-    arguments.erase(arguments.begin());
-    for (const Command& command : Commands()) {
-        if (name != command.name) {
-            continue;
-        }
-        if (arguments.size() != command.arguments) {
-            return UsageError(name + L" takes " + Count(command.arguments, L"argument") + L", not " +
-                              std::to_wstring(arguments.size()));
-        }
-        for (const std::wstring& argument : arguments) {
-            if (argument.empty()) {
-                return UsageError(L"an argument of " + name + L" is empty");
-            }
-        }
-        return command.run(arguments);
+    const std::wstring name = words.front();
+    words.erase(words.begin());
+    const auto command = std::ranges::find(Commands(), name, &Command::name);
+    if (command == Commands().end()) {
+        throw UsageError{L"\"" + name + L"\" is no command"};
     }
-    return UsageError(L"\"" + name + L"\" is no command");
+    return RunCommand(*command, words);
 }
 
 } // namespace
@@ -79,6 +92,9 @@ int Run(std::vector<std::wstring> arguments) {
 int wmain(int argc, wchar_t** argv) {
     try {
         return Run({argv + 1, argv + argc});
+    } catch (const UsageError& error) {
+        PrintFailure(error.message + L"; see mxovpkg --help");
+        return kUsage;
     } catch (const std::exception&) {
         PrintFailure(L"there is not enough memory");
         return kFailed;

@@ -1,0 +1,38 @@
+// Questions about the information file of a package that was read into memory.
+#pragma once
+
+#include <mxovpackage.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace care {
+
+using Section = mxovshare::InformationSection;
+using Sections = std::vector<Section>;
+
+/// The value of a key; empty without one. Names compare without regard to case.
+std::wstring ValueOf(const Section& section, std::wstring_view key);
+std::wstring ValueOf(const Sections& sections, std::wstring_view section, std::wstring_view key);
+
+/// The section of this name; null without one.
+const Section* FindSection(const Sections& sections, std::wstring_view name);
+
+/// Whether a section describes an additional document.
+bool IsAdditional(const Section& section);
+/// Whether an additional document lies in the package; otherwise it is a link.
+bool IsCopy(const Section& section);
+
+/// The name of a new section, numbered one higher than the highest "PREFIX_n".
+std::wstring NextSection(const Sections& sections, const std::wstring& prefix);
+
+/// The part of a path behind the last "\" or "/".
+std::wstring LastName(const std::wstring& path);
+
+/// Orders names as the file system compares them.
+struct NameLess {
+    bool operator()(std::wstring_view left, std::wstring_view right) const noexcept;
+};
+
+} // namespace care
