@@ -13,6 +13,8 @@
 
 #include <algorithm>
 
+using namespace docview;
+
 namespace care {
 
 namespace {
@@ -52,12 +54,14 @@ private:
         }
         const std::wstring name = m_names.Take(LastName(link.path));
         m_bundle.changes.added.push_back({name, link.path});
-        AddDocument({.section = section,
-                     .isCopy = true,
-                     .description = link.description,
-                     .timestamp = FormatFileTime(status.lastWrite),
-                     .path = name},
-                    m_bundle.changes);
+        const Document copy = {.section = section,
+                               .isCopy = true,
+                               .description = link.description,
+                               .timestamp = FormatFileTime(status.lastWrite),
+                               .path = name};
+        for (mxovshare::InformationChange& change : KeysOf(copy)) {
+            m_bundle.changes.information.push_back(std::move(change));
+        }
         m_bundle.taken.push_back({link.path, name});
     }
 

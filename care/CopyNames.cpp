@@ -2,6 +2,8 @@
 
 #include <package/PackageInformation.h>
 
+using namespace docview;
+
 namespace care {
 
 CopyNames::CopyNames(const Sections& sections, const std::vector<mxovshare::PackageEntry>& entries) {

@@ -1,17 +1,22 @@
 #include "care/Documents.h"
 
+#include <package/CatalogueLoader.h>
 #include <package/PackageInformation.h>
+
+using namespace docview;
 
 namespace care {
 
-void AddDocument(const Document& document, mxovshare::PackageChanges& changes) {
-    const auto set = [&](const wchar_t* key, const std::wstring& value) {
-        changes.information.push_back({document.section, key, value});
-    };
-    set(inikey::kIsReferenced, document.isCopy ? L"NO" : L"YES");
-    set(inikey::kDescription, document.description);
-    set(inikey::kTimestamp, document.timestamp);
-    set(inikey::kFilePath, document.path);
+std::vector<mxovshare::InformationChange> KeysOf(const Document& document) {
+    return {{document.section, inikey::kIsReferenced, document.isCopy ? L"NO" : L"YES"},
+            {document.section, inikey::kDescription, document.description},
+            {document.section, inikey::kTimestamp, document.timestamp},
+            {document.section, inikey::kFilePath, document.path}};
+}
+
+std::wstring FolderOfList(const std::wstring& list, const std::wstring& usual) {
+    const std::wstring first = FirstEntry(list);
+    return first.empty() ? usual : first.substr(0, first.rfind(L'\\') + 1);
 }
 
 } // namespace care

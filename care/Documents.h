@@ -1,9 +1,8 @@
-// Additional documents as changes of a package.
+// The documents of a package as changes of it: adding and removing.
 #pragma once
 
-#include "care/Information.h"
-
-#include <mxovchange.h>
+#include "care/PackageEditor.h"
+#include "care/Refusal.h"
 
 namespace care {
 
@@ -16,7 +15,37 @@ struct Document {
     std::wstring path;
 };
 
-/// Adds the keys of a document in the order in which the format has them.
-void AddDocument(const Document& document, mxovshare::PackageChanges& changes);
+/// The keys of a document in the order in which the format has them.
+std::vector<mxovshare::InformationChange> KeysOf(const Document& document);
+
+/// How a file becomes a document.
+enum class DocumentKind {
+    Copy, ///< an additional document inside the package
+    Link, ///< an additional document outside
+    Part,
+    GCode,
+    SetupSheet,
+};
+
+struct NewDocument {
+    DocumentKind kind = DocumentKind::Copy;
+    std::wstring path; ///< of the file on the disk
+    std::wstring description;
+    bool hasDescription = false;
+    bool replaces = false; ///< may take the place of a document of the same name
+};
+
+/// Adds a document and returns the path that the package has for it. Throws Refusal for a file that does not
+/// exist or that the section does not show, and for a name that is taken.
+std::wstring AddDocument(PackageEditor& editor, const NewDocument& document);
+
+/// Removes the document that `word` names: a section or its number, a path as the package has it, or a file
+/// name. A copy that another document shows stays. Returns its path. Throws Refusal when none or several
+/// match.
+std::wstring RemoveDocument(PackageEditor& editor, const std::wstring& word);
+
+/// The folder of a list of files separated by ";", which is that of its first entry, with its separator;
+/// `usual` when the list is empty.
+std::wstring FolderOfList(const std::wstring& list, const std::wstring& usual);
 
 } // namespace care

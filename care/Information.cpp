@@ -1,34 +1,41 @@
 #include "care/Information.h"
 
+#include "common/NumberedSection.h"
 #include "common/Paths.h"
 
 #include <package/PackageInformation.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
+
+using namespace docview;
 
 namespace care {
 
 namespace {
 
-bool HasPrefix(std::wstring_view text, std::wstring_view prefix) {
-    return common::IsSamePath(text.substr(0, prefix.size()), prefix);
-}
-
-// The number of a section "PREFIX_n"; 0 for any other.
+// The number of a section "PREFIX_n"; 0 for any other and for one that an int does not hold.
 int NumberOf(std::wstring_view name, std::wstring_view prefix) {
-    constexpr std::size_t kMostDigits = 9;
     if (!HasPrefix(name, prefix)) {
         return 0;
     }
-    const std::wstring_view digits = name.substr(prefix.size());
-    if (digits.empty() || digits.size() > kMostDigits ||
-        digits.find_first_not_of(L"0123456789") != std::wstring_view::npos) {
-        return 0;
+    std::int64_t number = 0;
+    for (const wchar_t digit : name.substr(prefix.size())) {
+        number = digit < L'0' || digit > L'9' ? std::numeric_limits<int>::max() + std::int64_t{1}
+                                              : number * 10 + (digit - L'0');
+        if (number > std::numeric_limits<int>::max()) {
+            return 0;
+        }
     }
-    return std::stoi(std::wstring(digits));
+    return static_cast<int>(number);
 }
 
 } // namespace
+
+bool HasPrefix(std::wstring_view text, std::wstring_view prefix) {
+    return common::IsSamePath(text.substr(0, prefix.size()), prefix);
+}
 
 std::wstring ValueOf(const Section& section, std::wstring_view key) {
     const auto found = std::ranges::find_if(
@@ -60,7 +67,15 @@ std::wstring NextSection(const Sections& sections, const std::wstring& prefix) {
     for (const Section& section : sections) {
         last = std::max(last, NumberOf(section.name, prefix + L"_"));
     }
-    return prefix + L"_" + std::to_wstring(last + 1);
+    return common::NextSection(prefix, last, [&] {
+        std::vector<std::wstring> names;
+        for (const Section& section : sections) {
+            if (HasPrefix(section.name, prefix)) {
+                names.push_back(section.name);
+            }
+        }
+        return names;
+    });
 }
 
 std::wstring LastName(const std::wstring& path) {

@@ -30,6 +30,9 @@ std::wstring NextSection(const Sections& sections, const std::wstring& prefix);
 /// The part of a path behind the last "\" or "/".
 std::wstring LastName(const std::wstring& path);
 
+/// Whether a name begins with a prefix, without regard to case.
+bool HasPrefix(std::wstring_view text, std::wstring_view prefix);
+
 /// Orders names as the file system compares them.
 struct NameLess {
     bool operator()(std::wstring_view left, std::wstring_view right) const noexcept;

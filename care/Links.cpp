@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <optional>
 
+using namespace docview;
+
 namespace care {
 
 namespace {

@@ -17,8 +17,15 @@ std::wstring FolderOf(const std::wstring& path) {
     return path.substr(0, path.rfind(L'\\'));
 }
 
-/// Whether a file counts as a setup sheet. The list is exact: ".docx", ".xlsx" and ".htm" are no setup
-/// sheets.
+/// Name of an additional document: what follows the last "\"; of a path without one, all but the last
+/// character.
+std::wstring AdditionalName(const std::wstring& path) {
+    const std::size_t start = path.rfind(L'\\') + 1; // 0 when there is no backslash
+    return path.substr(start, path.size() - 1);
+}
+
+} // namespace
+
 bool IsSetupSheet(const std::wstring& name) {
     static constexpr std::array<const wchar_t*, 5> kExtensions = {L".xml", L".doc", L".pdf", L".xls",
                                                                   L".html"};
@@ -31,20 +38,10 @@ bool IsSetupSheet(const std::wstring& name) {
     return std::ranges::find(kExtensions, extension) != kExtensions.end();
 }
 
-/// The first non-empty entry of a list separated by ";"; empty when there is none.
 std::wstring FirstEntry(const std::wstring& list) {
     const std::size_t start = list.find_first_not_of(L';');
     return start == std::wstring::npos ? std::wstring() : list.substr(start, list.find(L';', start) - start);
 }
-
-/// Name of an additional document: what follows the last "\"; of a path without one, all but the last
-/// character.
-std::wstring AdditionalName(const std::wstring& path) {
-    const std::size_t start = path.rfind(L'\\') + 1; // 0 when there is no backslash
-    return path.substr(start, path.size() - 1);
-}
-
-} // namespace
 
 CatalogueLoader::CatalogueLoader(const CatalogueSource& source, const std::wstring& packageFolder)
     : m_source(source), m_packageFolder(packageFolder) {}

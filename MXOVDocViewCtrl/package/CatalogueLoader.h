@@ -30,6 +30,13 @@ private:
     std::vector<CatalogueItem> m_items;
 };
 
+/// Whether a file counts as a setup sheet. The list is exact: ".docx", ".xlsx" and ".htm" are no setup
+/// sheets.
+bool IsSetupSheet(const std::wstring& name);
+
+/// The first non-empty entry of a list separated by ";"; empty when there is none.
+std::wstring FirstEntry(const std::wstring& list);
+
 } // namespace docview
 
 /// Reads one additional document from its section.

@@ -1,25 +1,14 @@
 #!/usr/bin/env python3
 """Takes linked documents along and points links elsewhere, with the built mxovpkg.exe and packages of other tools."""
-import configparser
 import os
 import subprocess
 import unittest
 import zipfile
 
 from packagecase import PackageCase, windows_path
+from packagefile import sections_of
 
 TIME = 981173106  # 2001-02-03 04:05:06
-
-
-def sections_of(package):
-    """The information file of a package, read by Python."""
-    with zipfile.ZipFile(package) as archive:
-        data = archive.read('mxinfo.ini')
-    text = data.decode('utf-16' if data[:2] in (b'\xff\xfe', b'\xfe\xff') else 'utf-8')
-    parser = configparser.RawConfigParser()
-    parser.optionxform = str
-    parser.read_string(text)
-    return {name: dict(parser.items(name)) for name in parser.sections()}
 
 
 class LinkCase(PackageCase):

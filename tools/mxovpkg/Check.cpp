@@ -30,10 +30,6 @@ constexpr std::array<Section, 4> kSections = {{
     {DocumentCategory::AdditionalDocument, L"Additional Documents"},
 }};
 
-std::wstring Padded(const std::wstring& text, std::size_t width) {
-    return text + std::wstring(width > text.size() ? width - text.size() : 0, L' ');
-}
-
 // Why a path of the information file may not be followed; null when it may.
 const wchar_t* PathFault(const std::wstring& path) {
     if (IsNetworkPath(path)) {

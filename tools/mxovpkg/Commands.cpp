@@ -1,11 +1,14 @@
 #include "Commands.h"
 
+#include "JsonText.h"
 #include "Output.h"
 #include "PackageView.h"
 #include "Progress.h"
 #include "Report.h"
 
 #include <package/ItemText.h>
+
+using namespace docview;
 
 namespace {
 
@@ -26,6 +29,15 @@ int Finish(const PackageResult& result, const std::wstring& done, const std::wst
 
 std::wstring RightAligned(const std::wstring& text, std::size_t width) {
     return std::wstring(width > text.size() ? width - text.size() : 0, L' ') + text;
+}
+
+std::string EntryJson(const PackageEntry& entry) {
+    return JsonObject({{"name", JsonString(entry.name)},
+                       {"folder", JsonTruth(entry.isFolder)},
+                       {"size", std::to_string(entry.size)},
+                       {"packedSize", std::to_string(entry.packedSize)},
+                       {"crc32", std::to_string(entry.crc32)},
+                       {"modified", JsonTime(entry.modified)}});
 }
 
 void PrintEntry(const std::wstring& size, const std::wstring& packed, const std::wstring& time,
@@ -64,6 +76,11 @@ int List(const Arguments& arguments) {
     if (!result.ok) {
         PrintFailure(result);
         return kFailed;
+    }
+    if (arguments.Has(L"--json")) {
+        PrintJson(
+            JsonObject({{"file", JsonString(arguments[0])}, {"entries", JsonArray(entries, EntryJson)}}));
+        return kDone;
     }
     PrintEntry(L"Size", L"Packed", L"Modified (UTC)", L"Name");
     for (const PackageEntry& entry : entries) {

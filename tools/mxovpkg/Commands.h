@@ -19,3 +19,8 @@ int Check(const Arguments& arguments);
 int Bundle(const Arguments& arguments);
 /// Points the links below a folder to another one.
 int Relink(const Arguments& arguments);
+/// Adds, removes and describes documents.
+int Add(const Arguments& arguments);
+int Remove(const Arguments& arguments);
+int Set(const Arguments& arguments);
+int ShowHistory(const Arguments& arguments);

@@ -12,27 +12,34 @@ namespace {
 constexpr wchar_t kHelp[] = LR"(Makes, shows, changes and unpacks Maxtrel Orvando packages.
 
 usage: mxovpkg create FOLDER FILE    pack everything below FOLDER into the package FILE
-       mxovpkg list FILE             list the entries of a package
+       mxovpkg list FILE [--json]    list the entries of a package
        mxovpkg extract FILE FOLDER   unpack into FOLDER, which must be new or empty
        mxovpkg check FILE            verify every entry and show the catalogue of documents
-       mxovpkg bundle FILE OUT       copy the package to OUT with its linked documents inside
-           --network                 also those on other computers
-       mxovpkg relink FILE --from OLD --to NEW
+       mxovpkg history FILE [--json] show the history
+
+       mxovpkg add FILE DOCUMENT... [--as KIND] [--description TEXT] [--replace]
+                                     add documents; KIND is copy, link, part, gcode or sheet
+       mxovpkg remove FILE DOCUMENT...
+                                     remove documents, by section, number, path or name
+       mxovpkg set FILE KEY=VALUE... set keys of the information file; SECTION/KEY outside [FILEINFO]
+       mxovpkg bundle FILE OUT [--network]
+                                     copy the package to OUT with its linked documents inside
+       mxovpkg relink FILE --from OLD --to NEW [--dry-run]
                                      point the links to OLD or below it to NEW
-           --dry-run                 only show what would change
+The last five add an entry to the history, with [--remarks TEXT]; [--no-history] adds none.
+
        mxovpkg --help                show this text
        mxovpkg --version             show the version
 
-bundle and relink add an entry to the history:
-           --remarks TEXT            its remarks
-           --no-history              none
+Ctrl+C cancels and leaves nothing behind. Exit code: 0 done, 1 failed, 2 wrong usage, 3 done, but some linked
+documents could not be taken along.)";
 
-Ctrl+C cancels and leaves nothing behind. Exit code: 0 done, 1 failed, 2 wrong usage, 3 done, but linked documents
-could not be taken along.)";
+constexpr std::size_t kAnyNumber = ~std::size_t{0};
 
 struct Command {
     const wchar_t* name;
-    std::size_t arguments;
+    std::size_t least; // arguments
+    std::size_t most;
     std::function<int(const Arguments&)> run;
     std::vector<Option> options = {};
 };
@@ -50,26 +57,35 @@ int PrintText(const wchar_t* text) {
 
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
-        {L"create", 2, Create},
-        {L"list", 1, List},
-        {L"extract", 2, Extract},
-        {L"check", 1, Check},
-        {L"bundle", 2, Bundle, WithHistory({{.name = L"--network"}})},
-        {L"relink", 1, Relink,
+        {L"create", 2, 2, Create},
+        {L"list", 1, 1, List, {{.name = L"--json"}}},
+        {L"extract", 2, 2, Extract},
+        {L"check", 1, 1, Check},
+        {L"history", 1, 1, ShowHistory, {{.name = L"--json"}}},
+        {L"add", 2, kAnyNumber, Add,
+         WithHistory({{.name = L"--as", .takesValue = true},
+                      {.name = L"--description", .takesValue = true},
+                      {.name = L"--replace"}})},
+        {L"remove", 2, kAnyNumber, Remove, WithHistory({})},
+        {L"set", 2, kAnyNumber, Set, WithHistory({})},
+        {L"bundle", 2, 2, Bundle, WithHistory({{.name = L"--network"}})},
+        {L"relink", 1, 1, Relink,
          WithHistory({{.name = L"--from", .takesValue = true, .isRequired = true},
                       {.name = L"--to", .takesValue = true, .isRequired = true},
                       {.name = L"--dry-run"}})},
-        {L"--help", 0, [](const Arguments&) { return PrintText(kHelp); }},
-        {L"--version", 0, [](const Arguments&) { return PrintText(L"mxovpkg " MXOVPKG_VERSION); }},
+        {L"--help", 0, 0, [](const Arguments&) { return PrintText(kHelp); }},
+        {L"--version", 0, 0, [](const Arguments&) { return PrintText(L"mxovpkg " MXOVPKG_VERSION); }},
     };
     return commands;
 }
 
 int RunCommand(const Command& command, const std::vector<std::wstring>& words) {
     const Arguments arguments(command.name, words, command.options);
-    if (arguments.Count() != command.arguments) {
-        throw UsageError{command.name + (L" takes " + Count(command.arguments, L"argument")) + L", not " +
-                         std::to_wstring(arguments.Count())};
+    const std::size_t count = arguments.Count();
+    if (count < command.least || count > command.most) {
+        throw UsageError{command.name +
+                         std::wstring(command.most == kAnyNumber ? L" takes at least " : L" takes ") +
+                         Count(command.least, L"argument") + L", not " + std::to_wstring(count)};
     }
     return command.run(arguments);
 }

@@ -31,3 +31,7 @@ void PrintFailure(const mxovshare::PackageResult& result) {
 std::wstring Count(std::size_t number, const std::wstring& thing) {
     return std::to_wstring(number) + L" " + thing + (number == 1 ? L"" : L"s");
 }
+
+std::wstring Padded(const std::wstring& text, std::size_t width) {
+    return text + std::wstring(width > text.size() ? width - text.size() : 0, L' ');
+}

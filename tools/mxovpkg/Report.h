@@ -15,3 +15,6 @@ void PrintFailure(const std::wstring& message);
 
 /// "1 file", "2 files", "1 folder", ...
 std::wstring Count(std::size_t number, const std::wstring& thing);
+
+/// `text` with blanks behind it up to `width`.
+std::wstring Padded(const std::wstring& text, std::size_t width);

@@ -11,6 +11,8 @@
 #include <package/PackageInformation.h>
 #include <package/PackagePath.h>
 
+using namespace docview;
+
 namespace {
 
 using mxovshare::PackageChanges;

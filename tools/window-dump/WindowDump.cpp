@@ -3,8 +3,8 @@
 // replaces the selection in a field of a popup with the text of a UTF-8 file, as pasting does. `input X Y`
 // prints, as JSON, the targets of keys and of a click at a point of the screen. `serve` reads commands from
 // standard input. Exit code 1: there is no viewer, or it cannot be read.
+#include "common/Json.h"
 #include "common/Utf8.h"
-#include "Json.h"
 #include "RemoteListView.h"
 #include "RemoteWindows.h"
 
@@ -20,6 +20,10 @@
 #include <string_view>
 #include <utility>
 
+using common::JsonArray;
+using common::JsonString;
+using common::JsonTruth;
+
 namespace {
 
 constexpr wchar_t kFrameClass[] = L"MXOVViewerFrame";
@@ -33,20 +37,21 @@ std::string Number(HWND window) {
 
 std::string ListJson(const ListContent& list) {
     return ",\"extendedStyle\":" + std::to_string(list.extendedStyle) + ",\"columns\":" +
-           Array(list.columns,
-                 [](const ListColumn& column) {
-                     return "{\"title\":" + Quoted(column.title) +
-                            ",\"width\":" + std::to_string(column.width) + "}";
-                 }) +
-           ",\"rows\":" + Array(list.rows, [](const ListRow& row) {
-               return "{\"texts\":" + Array(row.texts, Quoted) + ",\"image\":" + std::to_string(row.image) +
-                      ",\"selected\":" + Truth(row.selected) + "}";
+           JsonArray(list.columns,
+                     [](const ListColumn& column) {
+                         return "{\"title\":" + JsonString(column.title) +
+                                ",\"width\":" + std::to_string(column.width) + "}";
+                     }) +
+           ",\"rows\":" + JsonArray(list.rows, [](const ListRow& row) {
+               return "{\"texts\":" + JsonArray(row.texts, JsonString) +
+                      ",\"image\":" + std::to_string(row.image) + ",\"selected\":" + JsonTruth(row.selected) +
+                      "}";
            });
 }
 
 std::string RectangleJson(const RECT& area) {
-    return Array(std::vector<LONG>{area.left, area.top, area.right, area.bottom},
-                 [](LONG value) { return std::to_string(value); });
+    return JsonArray(std::vector<LONG>{area.left, area.top, area.right, area.bottom},
+                     [](LONG value) { return std::to_string(value); });
 }
 
 // The number of a top-level window on the X display; 0 when it has none.
@@ -58,15 +63,16 @@ std::string WindowJson(HWND window) {
     RECT area = {};
     GetWindowRect(window, &area);
     const std::wstring className = ClassName(window);
-    std::string json =
-        "{\"handle\":" + Number(window) + ",\"class\":" + Quoted(className) +
-        ",\"id\":" + std::to_string(GetDlgCtrlID(window)) + ",\"text\":" + Quoted(Text(window)) +
-        ",\"visible\":" + Truth(IsWindowVisible(window)) + ",\"enabled\":" + Truth(IsWindowEnabled(window)) +
-        ",\"display\":" + DisplayNumber(window) + ",\"rect\":" + RectangleJson(area);
+    std::string json = "{\"handle\":" + Number(window) + ",\"class\":" + JsonString(className) +
+                       ",\"id\":" + std::to_string(GetDlgCtrlID(window)) +
+                       ",\"text\":" + JsonString(Text(window)) +
+                       ",\"visible\":" + JsonTruth(IsWindowVisible(window)) +
+                       ",\"enabled\":" + JsonTruth(IsWindowEnabled(window)) +
+                       ",\"display\":" + DisplayNumber(window) + ",\"rect\":" + RectangleJson(area);
     if (className == L"SysListView32") {
         json += ListJson(ReadListView(window));
     }
-    return json + ",\"children\":" + Array(Children(window), WindowJson) + "}";
+    return json + ",\"children\":" + JsonArray(Children(window), WindowJson) + "}";
 }
 
 HWND FocusOfThread(HWND window) {
@@ -78,7 +84,7 @@ HWND FocusOfThread(HWND window) {
 
 std::string WindowsJson(HWND frame) {
     return "{\"focus\":" + Number(FocusOfThread(frame)) +
-           ",\"windows\":" + Array(TopLevelWindows(frame), WindowJson) + "}";
+           ",\"windows\":" + JsonArray(TopLevelWindows(frame), WindowJson) + "}";
 }
 
 // The windows change while they are read one after the other: two readings that are alike are of one moment.
@@ -97,8 +103,8 @@ void PrintWindows(HWND frame) {
 std::string TopLevelJson(HWND window) {
     RECT area = {};
     GetWindowRect(window, &area);
-    return "{\"text\":" + Quoted(window ? Text(window) : L"") + ",\"display\":" + DisplayNumber(window) +
-           ",\"enabled\":" + Truth(IsWindowEnabled(window)) + ",\"rect\":" + RectangleJson(area) + "}";
+    return "{\"text\":" + JsonString(window ? Text(window) : L"") + ",\"display\":" + DisplayNumber(window) +
+           ",\"enabled\":" + JsonTruth(IsWindowEnabled(window)) + ",\"rect\":" + RectangleJson(area) + "}";
 }
 
 // The top-level window of any program that is in front at a point of the screen, its borders included.
@@ -131,8 +137,8 @@ void PrintInput(HWND frame, POINT point) {
     constexpr int kKeys[] = {VK_SHIFT, VK_CONTROL, VK_MENU};
     const bool held = std::any_of(std::begin(kKeys), std::end(kKeys),
                                   [](int key) { return (GetAsyncKeyState(key) & 0x8000) != 0; });
-    std::printf("{\"viewer\":%s,\"focused\":%s,\"held\":%s,\"foreground\":%s,\"at\":%s}\n", Truth(viewer),
-                Truth(focus && GetAncestor(focus, GA_ROOT) == foreground), Truth(held),
+    std::printf("{\"viewer\":%s,\"focused\":%s,\"held\":%s,\"foreground\":%s,\"at\":%s}\n", JsonTruth(viewer),
+                JsonTruth(focus && GetAncestor(focus, GA_ROOT) == foreground), JsonTruth(held),
                 TopLevelJson(foreground).c_str(), TopLevelJson(WindowAt(point)).c_str());
 }
 

@@ -1,4 +1,4 @@
-// Values in JSON, as the program prints them.
+// Values in JSON, as programs print them.
 #pragma once
 
 #include "common/Utf8.h"
@@ -6,9 +6,12 @@
 #include <cstdio>
 #include <string>
 
-inline std::string Quoted(const std::wstring& text) {
+namespace common {
+
+/// A string in quotes, in UTF-8.
+inline std::string JsonString(const std::wstring& text) {
     std::string quoted = "\"";
-    for (const char character : common::ToUtf8(text)) {
+    for (const char character : ToUtf8(text)) {
         if (character == '"' || character == '\\') {
             quoted += '\\';
         }
@@ -23,8 +26,9 @@ inline std::string Quoted(const std::wstring& text) {
     return quoted + '"';
 }
 
+/// An array; `format` turns an item into JSON.
 template <class Items, class Format>
-std::string Array(const Items& items, Format format) {
+std::string JsonArray(const Items& items, Format format) {
     std::string text = "[";
     for (const auto& item : items) {
         text += (text.size() > 1 ? "," : "") + format(item);
@@ -32,6 +36,8 @@ std::string Array(const Items& items, Format format) {
     return text + "]";
 }
 
-inline const char* Truth(bool value) {
+inline const char* JsonTruth(bool value) {
     return value ? "true" : "false";
 }
+
+} // namespace common
