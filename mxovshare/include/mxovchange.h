@@ -3,6 +3,8 @@
 
 #include "mxovpackage.h"
 
+#include <functional>
+
 namespace mxovshare {
 
 /// Sets a key of the information file; without a key removes the section.
@@ -37,8 +39,16 @@ MXOVSHARE_API PackageResult ChangePackage(const std::wstring& file, const std::w
                                           const PackageChanges& changes,
                                           PackageProgress* progress = nullptr) noexcept;
 
-/// Reads one file of a package of at most `limit` bytes by its name as ListPackage lists it.
-MXOVSHARE_API PackageResult ReadPackedFile(const std::wstring& file, const std::wstring& name,
-                                           std::uint64_t limit, std::string& bytes) noexcept;
+/// Lists what a package contains, and its information file. `path` is a package file, or a folder as
+/// CreatePackage would pack it, whose entries have a checksum and no packed size.
+MXOVSHARE_API PackageResult ReadContent(const std::wstring& path, std::vector<PackageEntry>& entries,
+                                        std::vector<InformationSection>& sections,
+                                        PackageProgress* progress = nullptr) noexcept;
+
+/// Passes the content of some files to `take`, in the order of their names, which are as ReadContent lists
+/// them. Fails for a file that is longer than `limit` bytes or that is missing.
+MXOVSHARE_API PackageResult
+ReadContentFiles(const std::wstring& path, const std::vector<std::wstring>& names, std::uint64_t limit,
+                 const std::function<void(const std::wstring& name, std::string bytes)>& take) noexcept;
 
 } // namespace mxovshare

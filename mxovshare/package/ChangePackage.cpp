@@ -208,19 +208,4 @@ PackageResult ChangePackage(const std::wstring& file, const std::wstring& target
     return RunForResult(file, [&] { Change(file, target, changes, progress); });
 }
 
-PackageResult ReadPackedFile(const std::wstring& file, const std::wstring& name, std::uint64_t limit,
-                             std::string& bytes) noexcept {
-    return RunForResult(file, [&] {
-        const DiskSource source(file);
-        const std::string entryName = EntryName(name);
-        const std::vector<ZipEntry> entries = ReadZipDirectory(source);
-        const ZipEntry* entry = FindPackedFile(entries, FoldCase(entryName));
-        if (entry == nullptr) {
-            throw EntryError(entryName, "the package does not contain it");
-        }
-        const std::vector<std::uint8_t> content = ReadWholeEntry(source, *entry, limit);
-        bytes.assign(content.begin(), content.end());
-    });
-}
-
 } // namespace mxovshare

@@ -2,7 +2,6 @@
 
 #include "files/DiskFile.h"
 #include "ini/IniInformation.h"
-#include "pack/FileTimes.h"
 #include "pack/NewPackage.h"
 #include "pack/PackageContent.h"
 #include "pack/Unpack.h"
@@ -11,21 +10,6 @@
 #include "package/UnpackedFolders.h"
 
 namespace mxovshare {
-
-namespace {
-
-PackageEntry Describe(const ZipEntry& entry) {
-    PackageEntry description;
-    description.name = RelativePath(entry);
-    description.size = entry.size;
-    description.packedSize = entry.packedSize;
-    description.crc32 = entry.crc32;
-    description.modified = ToFileTime(entry.modified);
-    description.isFolder = entry.isFolder;
-    return description;
-}
-
-} // namespace
 
 PackageResult CreatePackage(const std::wstring& folder, const std::wstring& file,
                             PackageProgress* progress) noexcept {

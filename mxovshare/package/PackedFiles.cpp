@@ -2,6 +2,8 @@
 
 #include "common/InformationFile.h"
 #include "common/Utf8.h"
+#include "pack/FileTimes.h"
+#include "pack/PackageContent.h"
 #include "text/CaseFold.h"
 #include "zip/EntryReader.h"
 
@@ -11,15 +13,23 @@ namespace mxovshare {
 
 namespace {
 
-// Larger than any information file, and small enough to be read at once.
-constexpr std::uint64_t kLargestInformation = std::uint64_t{64} << 20;
-
 // No character takes more than four bytes, so most names need not be folded.
 bool IsSameFolded(std::string_view name, std::string_view folded) {
     return name.size() <= 4 * folded.size() && FoldCase(name) == folded;
 }
 
 } // namespace
+
+PackageEntry Describe(const ZipEntry& entry) {
+    PackageEntry description;
+    description.name = RelativePath(entry);
+    description.size = entry.size;
+    description.packedSize = entry.packedSize;
+    description.crc32 = entry.crc32;
+    description.modified = ToFileTime(entry.modified);
+    description.isFolder = entry.isFolder;
+    return description;
+}
 
 std::string EntryName(std::wstring path) {
     std::ranges::replace(path, L'\\', L'/');

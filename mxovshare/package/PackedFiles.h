@@ -2,6 +2,7 @@
 #pragma once
 
 #include "files/ByteSource.h"
+#include "mxovpackage.h"
 #include "zip/ZipEntry.h"
 
 #include <string>
@@ -9,6 +10,9 @@
 #include <vector>
 
 namespace mxovshare {
+
+/// What the interface reports of an entry.
+PackageEntry Describe(const ZipEntry& entry);
 
 /// The name of an entry for a path relative to the package folder.
 std::string EntryName(std::wstring path);
@@ -19,6 +23,9 @@ const ZipEntry* FindPackedFile(const std::vector<ZipEntry>& entries, std::string
 
 /// The information file: "mxinfo.ini", else "Private/mxinfo.ini"; null without one.
 const ZipEntry* FindInformation(const std::vector<ZipEntry>& entries);
+
+/// Larger than any information file, and small enough to be read at once.
+inline constexpr std::uint64_t kLargestInformation = std::uint64_t{64} << 20;
 
 /// The content of an information file. Throws PackageError.
 std::string ReadInformationFile(const ByteSource& source, const ZipEntry& entry);

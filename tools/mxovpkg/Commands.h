@@ -24,3 +24,7 @@ int Add(const Arguments& arguments);
 int Remove(const Arguments& arguments);
 int Set(const Arguments& arguments);
 int ShowHistory(const Arguments& arguments);
+/// Compares two packages, or the folders of unpacked ones.
+int Diff(const Arguments& arguments);
+/// Prints a text of a package for version control.
+int Text(const Arguments& arguments);

@@ -3,6 +3,8 @@
 
 #include <common/Json.h>
 
+#include <mxovpackage.h>
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,6 +18,9 @@ std::string JsonObject(const std::vector<std::pair<std::string, std::string>>& m
 
 /// A time as "2024-05-15T07:31:50Z".
 std::string JsonTime(const FILETIME& utc);
+
+/// An entry of the history.
+std::string HistoryJson(const mxovshare::InformationSection& entry);
 
 /// Prints one line of JSON.
 void PrintJson(const std::string& json);

@@ -16,6 +16,9 @@ usage: mxovpkg create FOLDER FILE    pack everything below FOLDER into the packa
        mxovpkg extract FILE FOLDER   unpack into FOLDER, which must be new or empty
        mxovpkg check FILE            verify every entry and show the catalogue of documents
        mxovpkg history FILE [--json] show the history
+       mxovpkg diff FILE FILE [--all-lines] [--exit-code] [--json]
+                                     compare two packages, or folders of unpacked ones
+       mxovpkg text FILE             print a package as text, for version control
 
        mxovpkg add FILE DOCUMENT... [--as KIND] [--description TEXT] [--replace]
                                      add documents; KIND is copy, link, part, gcode or sheet
@@ -32,7 +35,7 @@ The last five add an entry to the history, with [--remarks TEXT]; [--no-history]
        mxovpkg --version             show the version
 
 Ctrl+C cancels and leaves nothing behind. Exit code: 0 done, 1 failed, 2 wrong usage, 3 done, but some linked
-documents could not be taken along.)";
+documents could not be taken along, or diff --exit-code found a difference.)";
 
 constexpr std::size_t kAnyNumber = ~std::size_t{0};
 
@@ -62,6 +65,8 @@ const std::vector<Command>& Commands() {
         {L"extract", 2, 2, Extract},
         {L"check", 1, 1, Check},
         {L"history", 1, 1, ShowHistory, {{.name = L"--json"}}},
+        {L"diff", 2, 2, Diff, {{.name = L"--all-lines"}, {.name = L"--exit-code"}, {.name = L"--json"}}},
+        {L"text", 1, 1, Text},
         {L"add", 2, kAnyNumber, Add,
          WithHistory({{.name = L"--as", .takesValue = true},
                       {.name = L"--description", .takesValue = true},

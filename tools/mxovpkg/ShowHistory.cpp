@@ -21,15 +21,15 @@ std::vector<care::Section> HistoryOf(const PackageView& view) {
     return history;
 }
 
-std::string EntryJson(const care::Section& entry) {
+} // namespace
+
+std::string HistoryJson(const care::Section& entry) {
     return JsonObject({{"section", JsonString(entry.name)},
                        {"operation", JsonString(care::ValueOf(entry, inikey::kOperation))},
                        {"time", JsonString(care::ValueOf(entry, inikey::kTime))},
                        {"by", JsonString(care::ValueOf(entry, inikey::kBy))},
                        {"remarks", JsonString(care::ValueOf(entry, inikey::kRemarks))}});
 }
-
-} // namespace
 
 int ShowHistory(const Arguments& arguments) {
     const std::optional<PackageView> view = ReadPackage(arguments[0]);
@@ -39,7 +39,7 @@ int ShowHistory(const Arguments& arguments) {
     const std::vector<care::Section> history = HistoryOf(*view);
     if (arguments.Has(L"--json")) {
         PrintJson(
-            JsonObject({{"file", JsonString(arguments[0])}, {"history", JsonArray(history, EntryJson)}}));
+            JsonObject({{"file", JsonString(arguments[0])}, {"history", JsonArray(history, HistoryJson)}}));
         return kDone;
     }
     for (const care::Section& entry : history) {

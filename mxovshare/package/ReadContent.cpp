@@ -1,0 +1,147 @@
+#include "mxovchange.h"
+
+#include "common/InformationFile.h"
+#include "common/LongPath.h"
+#include "files/DiskFile.h"
+#include "files/FileFailure.h"
+#include "files/FolderPath.h"
+#include "ini/IniInformation.h"
+#include "pack/FolderScan.h"
+#include "pack/ProgressMeter.h"
+#include "package/PackageErrors.h"
+#include "package/PackedFiles.h"
+#include "text/CaseFold.h"
+#include "zip/Checksum.h"
+#include "zip/EntryReader.h"
+#include "zip/PackageError.h"
+#include "zip/ZipDirectory.h"
+
+#include <unordered_map>
+
+namespace mxovshare {
+
+namespace {
+
+bool IsContentFolder(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(common::LongPath(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+std::string ReadFileUpTo(const std::wstring& path, std::uint64_t limit) {
+    const DiskSource source(path);
+    if (source.Size() > limit) {
+        throw FileFailure(L"cannot read \"" + path + L"\": it is longer than " +
+                          std::to_wstring(limit / 1024) + L" KB");
+    }
+    std::string bytes;
+    ReadPieces(source, 0, source.Size(), [&bytes](Bytes piece) { bytes.append(piece.begin(), piece.end()); });
+    return bytes;
+}
+
+PackageEntry DescribeItem(const FolderItem& item, ProgressMeter& meter) {
+    ZipEntry entry;
+    static_cast<ZipItem&>(entry) = item.item;
+    entry.isFolder = item.isFolder;
+    if (!item.isFolder) {
+        const DiskSource source(item.path);
+        entry.size = source.Size();
+        ReadPieces(source, 0, source.Size(), [&](Bytes piece) {
+            entry.crc32 = Checksum(entry.crc32, piece);
+            meter.Advance(piece.size());
+        });
+    }
+    return Describe(entry);
+}
+
+void ReadFolder(const std::wstring& folder, std::vector<PackageEntry>& entries,
+                std::vector<InformationSection>& sections, PackageProgress* progress) {
+    const std::vector<FolderItem> items = ScanFolder(folder, {});
+    std::uint64_t total = 0;
+    for (const FolderItem& item : items) {
+        total += item.size;
+    }
+    ProgressMeter meter(progress, total);
+    for (const FolderItem& item : items) {
+        meter.Begin(item.path);
+        entries.push_back(DescribeItem(item, meter));
+    }
+    for (const wchar_t* name : {common::kInformationFile, common::kPrivateInformationFile}) {
+        const std::wstring path = JoinPath(folder, name);
+        if (GetFileAttributesW(common::LongPath(path).c_str()) != INVALID_FILE_ATTRIBUTES) {
+            sections = ParseInformation(ReadFileUpTo(path, kLargestInformation));
+            return;
+        }
+    }
+}
+
+void ReadPackageFile(const std::wstring& file, std::vector<PackageEntry>& entries,
+                     std::vector<InformationSection>& sections) {
+    const DiskSource source(file);
+    const std::vector<ZipEntry> directory = ReadZipDirectory(source);
+    for (const ZipEntry& entry : directory) {
+        entries.push_back(Describe(entry));
+    }
+    if (const ZipEntry* information = FindInformation(directory)) {
+        sections = ParseInformation(ReadInformationFile(source, *information));
+    }
+}
+
+class PackageFiles {
+public:
+    explicit PackageFiles(const std::wstring& file) : m_source(file), m_entries(ReadZipDirectory(m_source)) {
+        for (const ZipEntry& entry : m_entries) {
+            if (!entry.isFolder) {
+                m_byName.emplace(FoldCase(entry.name), &entry);
+            }
+        }
+    }
+
+    std::string Read(const std::wstring& name, std::uint64_t limit) const {
+        const std::string entryName = EntryName(name);
+        const auto found = m_byName.find(FoldCase(entryName));
+        if (found == m_byName.end()) {
+            throw EntryError(entryName, "the package does not contain it");
+        }
+        const std::vector<std::uint8_t> content = ReadWholeEntry(m_source, *found->second, limit);
+        return {content.begin(), content.end()};
+    }
+
+private:
+    DiskSource m_source;
+    std::vector<ZipEntry> m_entries;
+    std::unordered_map<std::string, const ZipEntry*> m_byName;
+};
+
+} // namespace
+
+PackageResult ReadContent(const std::wstring& path, std::vector<PackageEntry>& entries,
+                          std::vector<InformationSection>& sections, PackageProgress* progress) noexcept {
+    return RunForResult(path, [&] {
+        entries.clear();
+        sections.clear();
+        if (IsContentFolder(path)) {
+            ReadFolder(path, entries, sections, progress);
+        } else {
+            ReadPackageFile(path, entries, sections);
+        }
+    });
+}
+
+PackageResult
+ReadContentFiles(const std::wstring& path, const std::vector<std::wstring>& names, std::uint64_t limit,
+                 const std::function<void(const std::wstring& name, std::string bytes)>& take) noexcept {
+    return RunForResult(path, [&] {
+        if (IsContentFolder(path)) {
+            for (const std::wstring& name : names) {
+                take(name, ReadFileUpTo(JoinPath(path, name), limit));
+            }
+            return;
+        }
+        const PackageFiles files(path);
+        for (const std::wstring& name : names) {
+            take(name, files.Read(name, limit));
+        }
+    });
+}
+
+} // namespace mxovshare

@@ -1,0 +1,155 @@
+#include "mxovchange.h"
+
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace mxovshare;
+
+namespace {
+
+class ChangePackageTest : public testing::Test {
+protected:
+    void SetUp() override {
+        m_folder.Write(L"mxinfo.ini", "[FILEINFO]\r\nGCode=NC\\1.nc\r\n");
+        m_folder.Write(L"NC\\1.nc", std::string(300'000, 'g'));
+        m_folder.Write(L"doc.txt", "a document");
+        CreateDirectoryW((m_folder / L"ReferanceFiles").c_str(), nullptr);
+        ASSERT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
+    }
+
+    std::wstring Package() const { return m_work / L"p.mxov"; }
+
+    PackageResult TryRead(const std::wstring& name, std::uint64_t limit, std::string& bytes) const {
+        return ReadContentFiles(Package(), {name}, limit,
+                                [&bytes](const std::wstring&, std::string content) { bytes = content; });
+    }
+
+    std::string Read(const std::wstring& name) const {
+        std::string bytes;
+        EXPECT_TRUE(TryRead(name, 1 << 20, bytes).ok);
+        return bytes;
+    }
+
+    std::vector<std::wstring> Names() const {
+        std::vector<PackageEntry> entries;
+        EXPECT_TRUE(ListPackage(Package(), entries).ok);
+        std::vector<std::wstring> names;
+        for (const PackageEntry& entry : entries) {
+            names.push_back(entry.isFolder ? entry.name + L"\\" : entry.name);
+        }
+        return names;
+    }
+
+    // Expects a change to fail for a reason and to leave the package and nothing else.
+    void ExpectRefused(const PackageChanges& changes, const std::wstring& reason) {
+        const std::string before = m_work.Read(L"p.mxov");
+        const PackageResult result = ChangePackage(Package(), Package(), changes);
+        EXPECT_FALSE(result.ok);
+        EXPECT_NE(result.message.find(reason), std::wstring::npos) << result.message;
+        EXPECT_TRUE(m_work.Read(L"p.mxov") == before);
+        EXPECT_EQ(m_work.EntryCount(), 1);
+    }
+
+    TempFolder m_folder;
+    TempFolder m_work;
+};
+
+TEST_F(ChangePackageTest, AddsReplacesAndRemovesFiles) {
+    const std::wstring source = m_folder.Write(L"new.txt", "new");
+    PackageChanges changes;
+    changes.added = {{L"ReferanceFiles\\new.txt", source}, {L"DOC.txt", source}};
+    changes.removed = {L"nc\\1.NC"};
+    ASSERT_TRUE(ChangePackage(Package(), Package(), changes).ok);
+    EXPECT_EQ(Names(), (std::vector<std::wstring>{L"mxinfo.ini", L"DOC.txt", L"ReferanceFiles\\new.txt"}));
+    EXPECT_EQ(Read(L"doc.TXT"), "new");
+    EXPECT_EQ(m_work.EntryCount(), 1);
+}
+
+TEST_F(ChangePackageTest, ChangesTheInformationAndKeepsTheRest) {
+    PackageChanges changes;
+    changes.information = {{L"FILEINFO", L"CADFileDescription", L"\u56F3"}, {L"NEW", L"Key", L"value"}};
+    changes.operation = L"Changed";
+    changes.remarks = L"a remark";
+    ASSERT_TRUE(ChangePackage(Package(), m_work / L"q.mxov", changes).ok);
+    std::vector<InformationSection> sections;
+    ASSERT_TRUE(ReadInformation(m_work / L"q.mxov", sections).ok);
+    ASSERT_EQ(sections.size(), 3u);
+    EXPECT_EQ(sections[0].values, (std::vector<std::pair<std::wstring, std::wstring>>{
+                                      {L"GCode", L"NC\\1.nc"}, {L"CADFileDescription", L"\u56F3"}}));
+    EXPECT_EQ(sections[2].name, L"FILE_HISTORY_1");
+    EXPECT_EQ(sections[2].values[0].second, L"Changed");
+    EXPECT_EQ(sections[2].values[3].second, L"a remark");
+    ASSERT_TRUE(UnpackPackage(m_work / L"q.mxov", m_work / L"out").ok);
+    EXPECT_EQ(m_work.Read(L"out\\NC\\1.nc"), std::string(300'000, 'g'));
+}
+
+TEST_F(ChangePackageTest, RefusesWhatCannotBe) {
+    const std::wstring source = m_folder.Write(L"new.txt", "new");
+    const auto adding = [](const wchar_t* name, const std::wstring& path) {
+        PackageChanges changes;
+        changes.added = {{name, path}};
+        return changes;
+    };
+    ExpectRefused(adding(L"..\\new.txt", source), L"\"../new.txt\"");
+    ExpectRefused(adding(L"NUL", source), L"device");
+    ExpectRefused(adding(L"doc.txt\\new.txt", source), L"doc.txt");
+    ExpectRefused(adding(L"new.txt", m_folder / L"gone.txt"), L"gone.txt");
+    ExpectRefused(adding(L"new.txt", m_folder.Path()), L"it is a folder");
+    PackageChanges removing;
+    removing.removed = {L"gone.txt"};
+    ExpectRefused(removing, L"does not contain it");
+    PackageChanges setting;
+    setting.information = {{L"FILEINFO", L"a=b", L"c"}};
+    ExpectRefused(setting, L"cannot hold");
+}
+
+TEST_F(ChangePackageTest, IsCancelledWithoutATrace) {
+    class Canceller : public PackageProgress {
+    public:
+        bool OnProgress(const std::wstring&, std::uint64_t, std::uint64_t) override { return false; }
+    } canceller;
+    const std::string before = m_work.Read(L"p.mxov");
+    PackageChanges changes;
+    changes.operation = L"Changed";
+    EXPECT_TRUE(ChangePackage(Package(), Package(), changes, &canceller).cancelled);
+    EXPECT_TRUE(m_work.Read(L"p.mxov") == before);
+    EXPECT_EQ(m_work.EntryCount(), 1);
+}
+
+TEST_F(ChangePackageTest, RefusesToOverwriteAChangeOfAnotherProgram) {
+    class Intruder : public PackageProgress {
+    public:
+        explicit Intruder(std::wstring file) : m_file(std::move(file)) {}
+        bool OnProgress(const std::wstring&, std::uint64_t, std::uint64_t) override {
+            if (!m_done) {
+                m_done = true;
+                PackageChanges changes;
+                changes.operation = L"by another program";
+                EXPECT_TRUE(ChangePackage(m_file, m_file + L".2", changes).ok);
+                EXPECT_TRUE(MoveFileExW((m_file + L".2").c_str(), m_file.c_str(), MOVEFILE_REPLACE_EXISTING));
+            }
+            return true;
+        }
+
+    private:
+        std::wstring m_file;
+        bool m_done = false;
+    } intruder(Package());
+    PackageChanges changes;
+    changes.operation = L"mine";
+    const PackageResult result = ChangePackage(Package(), Package(), changes, &intruder);
+    EXPECT_FALSE(result.ok);
+    EXPECT_NE(result.message.find(L"another program changed it"), std::wstring::npos) << result.message;
+    EXPECT_NE(Read(L"mxinfo.ini").find("by another program"), std::string::npos);
+}
+
+TEST_F(ChangePackageTest, ReadsNoFileBeyondTheLimit) {
+    std::string bytes;
+    EXPECT_TRUE(TryRead(L"doc.txt", 10, bytes).ok);
+    EXPECT_EQ(bytes, "a document");
+    EXPECT_FALSE(TryRead(L"doc.txt", 9, bytes).ok);
+    EXPECT_FALSE(TryRead(L"gone.txt", 9, bytes).ok);
+}
+
+} // namespace
