@@ -1,5 +1,6 @@
 #include "ini/IniDocument.h"
 
+#include "ini/IniName.h"
 #include "ini/IniValue.h"
 
 #include <algorithm>
@@ -54,7 +55,7 @@ std::u16string IniDocument::Value(std::u16string_view section, std::u16string_vi
 }
 
 bool IniDocument::HasSection(std::u16string_view section) const {
-    return m_index->FindSection(IniName(ReadyName(section), m_platform)) != IniIndex::kNone;
+    return m_index->FindSection(ReadyName(section)) != IniIndex::kNone;
 }
 
 bool IniDocument::WouldChange(std::u16string_view section, std::u16string_view key,
@@ -83,7 +84,7 @@ bool IniDocument::SetValue(std::u16string_view section, std::u16string_view key,
     if (!EncodeText(std::u16string(section) + line, m_encoding, m_platform, unused)) {
         BecomeUtf16();
     }
-    const std::uint32_t sectionNumber = m_index->FindSection(IniName(section, m_platform));
+    const std::uint32_t sectionNumber = m_index->FindSection(section);
     const std::uint32_t number = FindKey(section, key);
     if (number != IniIndex::kNone) {
         ReplaceValue(number, stored);
@@ -97,20 +98,20 @@ bool IniDocument::SetValue(std::u16string_view section, std::u16string_view key,
 }
 
 std::uint32_t IniDocument::FindKey(std::u16string_view section, std::u16string_view key) const {
-    const std::uint32_t number = m_index->FindSection(IniName(section, m_platform));
-    return number == IniIndex::kNone ? number : m_index->FindKey(number, IniName(key, m_platform));
+    const std::uint32_t number = m_index->FindSection(section);
+    return number == IniIndex::kNone ? number : m_index->FindKey(number, key);
 }
 
 // Every section of the name goes in one pass: there may be as many as lines.
 bool IniDocument::RemoveSection(std::u16string_view section) {
-    const IniName name(ReadyName(section), m_platform);
-    if (m_index->FindSection(name) == IniIndex::kNone || !MayGrow(0)) {
+    if (!HasSection(section) || !MayGrow(0)) {
         return false;
     }
+    const std::u16string name = FoldName(ReadyName(section), m_platform);
     std::string rest;
     std::size_t kept = 0; // up to here the bytes are dealt with
     for (const IniSection& each : m_index->Sections()) {
-        if (m_index->NameIs(each.name, name.Text())) {
+        if (m_index->FoldedName(each.name) == name) {
             rest.append(m_bytes, kept, each.begin - kept);
             kept = each.ownEnd;
         }
@@ -123,9 +124,10 @@ bool IniDocument::RemoveSection(std::u16string_view section) {
 }
 
 std::vector<std::u16string> IniDocument::SectionNames(std::u16string_view prefix) const {
+    const std::u16string folded = FoldPrefix(prefix, m_platform);
     std::vector<std::u16string> names;
     for (const IniSection& section : m_index->Sections()) {
-        if (!section.shadowed && m_index->NameBegins(section.name, prefix)) {
+        if (!section.shadowed && m_index->FoldedName(section.name).starts_with(folded)) {
             names.push_back(TextOf(section.name));
         }
     }

@@ -8,8 +8,9 @@
 namespace mxovshare {
 namespace {
 
-constexpr std::uint32_t KeyHash(std::uint32_t section, std::uint32_t nameHash) {
-    return (nameHash ^ section * 0x9E3779B9) * 0x85EBCA6B;
+std::uint32_t NumberIn(const IniNumbers& numbers, std::u16string_view folded) {
+    const auto found = numbers.find(folded);
+    return found == numbers.end() ? IniIndex::kNone : found->second;
 }
 
 void ShiftFrom(std::uint32_t& offset, std::uint32_t from, std::ptrdiff_t by) {
@@ -25,18 +26,15 @@ IniIndex::IniIndex(const std::string& bytes, IniEncoding encoding, const TextPla
     ScanSections(MarkOf(encoding).size());
 }
 
-std::uint32_t IniIndex::FindSection(const IniName& name) const {
-    return m_sectionTable.Find(
-        name.Hash(), [&](std::uint32_t number) { return NameIs(m_sections[number].name, name.Text()); });
+std::uint32_t IniIndex::FindSection(std::u16string_view name) const {
+    return NumberIn(m_sectionNumbers, FoldName(name, m_platform));
 }
 
-std::uint32_t IniIndex::FindKey(std::uint32_t section, const IniName& name) {
+std::uint32_t IniIndex::FindKey(std::uint32_t section, std::u16string_view name) {
     if (!m_sections[section].keysKnown) {
         ScanKeys(section, m_sections[section].begin, m_sections[section].end);
     }
-    return m_keyTable.Find(KeyHash(section, name.Hash()), [&](std::uint32_t number) {
-        return m_keys[number].section == section && NameIs(m_keys[number].name, name.Text());
-    });
+    return NumberIn(m_sections[section].keys, FoldName(name, m_platform));
 }
 
 std::vector<IniKey> IniIndex::AllKeys() {
@@ -100,27 +98,25 @@ void IniIndex::ScanKeys(std::uint32_t section, std::uint32_t begin, std::uint32_
     m_sections[section].keysKnown = true;
 }
 
-void IniIndex::AddSection(IniRange line, IniRange name, std::uint32_t nameHash) {
+void IniIndex::AddSection(IniRange line, IniRange name) {
     CloseLastSection(std::min(m_commentRun, line.begin), line.begin);
     m_commentRun = kNone;
-    const auto sameName = [&](std::uint32_t other) { return SameName(m_sections[other].name, name); };
-    const bool shadowed = name.begin == name.end || m_sectionTable.Find(nameHash, sameName) != kNone;
-    if (!shadowed) {
-        m_sectionTable.Insert(nameHash, static_cast<std::uint32_t>(m_sections.size()));
-    }
-    m_sections.push_back({name, line.begin, line.end, line.end, line.end, shadowed});
+    const auto number = static_cast<std::uint32_t>(m_sections.size());
+    const bool shadowed =
+        name.begin == name.end || !m_sectionNumbers.try_emplace(FoldedName(name), number).second;
+    m_sections.push_back({.name = name,
+                          .begin = line.begin,
+                          .keysEnd = line.end,
+                          .ownEnd = line.end,
+                          .end = line.end,
+                          .shadowed = shadowed});
 }
 
-void IniIndex::AddKey(const IniKey& key, std::uint32_t nameHash) {
-    const std::uint32_t hash = KeyHash(key.section, nameHash);
-    const auto sameKey = [&](std::uint32_t other) {
-        return m_keys[other].section == key.section && SameName(m_keys[other].name, key.name);
-    };
-    if (m_keyTable.Find(hash, sameKey) != kNone) {
-        return;
+void IniIndex::AddKey(const IniKey& key) {
+    const auto number = static_cast<std::uint32_t>(m_keys.size());
+    if (m_sections[key.section].keys.try_emplace(FoldedName(key.name), number).second) {
+        m_keys.push_back(key);
     }
-    m_keyTable.Insert(hash, static_cast<std::uint32_t>(m_keys.size()));
-    m_keys.push_back(key);
 }
 
 void IniIndex::CloseLastSection(std::uint32_t ownEnd, std::uint32_t end) {
@@ -155,36 +151,9 @@ void IniIndex::Shift(std::uint32_t from, std::ptrdiff_t by) {
     }
 }
 
-std::string_view IniIndex::BytesOf(IniRange range) const {
-    return std::string_view(m_bytes).substr(range.begin, range.end - range.begin);
-}
-
-std::u16string IniIndex::TextOf(IniRange range) const {
-    return DecodeText(BytesOf(range), m_encoding, m_platform);
-}
-
-bool IniIndex::Compare(IniRange range, std::u16string_view name, bool whole) const {
-    const std::string_view bytes = BytesOf(range);
-    if (UnitSize(m_encoding) == 1 && HasHighByte(bytes)) {
-        const std::u16string text = TextOf(range);
-        return IsSameName(std::u16string_view(text).substr(0, whole ? text.size() : name.size()), name,
-                          m_platform);
-    }
-    const std::size_t units = bytes.size() / UnitSize(m_encoding);
-    if (whole ? units != name.size() : units < name.size()) {
-        return false;
-    }
-    if (m_encoding == IniEncoding::Utf16) {
-        return SameUnits<Utf16Units>(bytes.data(), name, m_platform);
-    }
-    if (m_encoding == IniEncoding::Utf16BigEndian) {
-        return SameUnits<Utf16BigEndianUnits>(bytes.data(), name, m_platform);
-    }
-    return SameUnits<ByteUnits>(bytes.data(), name, m_platform);
-}
-
-bool IniIndex::SameName(IniRange one, IniRange other) const {
-    return BytesOf(one) == BytesOf(other) || IsSameName(TextOf(one), TextOf(other), m_platform);
+std::u16string IniIndex::FoldedName(IniRange range) const {
+    const std::string_view bytes = std::string_view(m_bytes).substr(range.begin, range.end - range.begin);
+    return FoldName(DecodeText(bytes, m_encoding, m_platform), m_platform);
 }
 
 } // namespace mxovshare

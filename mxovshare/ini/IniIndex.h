@@ -3,10 +3,10 @@
 #pragma once
 
 #include "ini/IniEncoding.h"
-#include "ini/IniHashTable.h"
 #include "ini/IniName.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +22,10 @@ struct IniRange {
     std::uint32_t end = 0;
 };
 
+/// Numbers by folded name. An ordered map, because names from elsewhere could be chosen to collide in a hash
+/// table.
+using IniNumbers = std::map<std::u16string, std::uint32_t, std::less<>>;
+
 /// One section. Its lines run from `begin` to `end`, where the next header or the end of the file is.
 struct IniSection {
     IniRange name;
@@ -32,6 +36,7 @@ struct IniSection {
     std::uint32_t end = 0;
     bool shadowed = false;  ///< never read: the name is empty, or an earlier section has it
     bool keysKnown = false; ///< its keys are in the index
+    IniNumbers keys = {};   ///< numbers of its keys
 };
 
 /// One key of a section that is not shadowed; the first of its name there.
@@ -45,12 +50,13 @@ struct IniKey {
 /// The index. It refers to the bytes it was built from; a caller that changes them must update it.
 class IniIndex {
 public:
-    static constexpr std::uint32_t kNone = IniHashTable::kNone;
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
     IniIndex(const std::string& bytes, IniEncoding encoding, const TextPlatform& platform);
 
-    std::uint32_t FindSection(const IniName& name) const;
-    std::uint32_t FindKey(std::uint32_t section, const IniName& name);
+    /// Numbers of a section and of a key by name; kNone without one.
+    std::uint32_t FindSection(std::u16string_view name) const;
+    std::uint32_t FindKey(std::uint32_t section, std::u16string_view name);
 
     /// All sections in order of appearance.
     const std::vector<IniSection>& Sections() const { return m_sections; }
@@ -58,9 +64,8 @@ public:
     /// The keys of all sections in order of appearance.
     std::vector<IniKey> AllKeys();
 
-    /// Whether the name in `range` is `name`, or begins with it.
-    bool NameIs(IniRange range, std::u16string_view name) const { return Compare(range, name, true); }
-    bool NameBegins(IniRange range, std::u16string_view name) const { return Compare(range, name, false); }
+    /// The name in `range` in its folded form.
+    std::u16string FoldedName(IniRange range) const;
 
     /// The value of key `number` was replaced and is `length` bytes long now. For a key without one, "=" and
     /// the value were inserted behind its name.
@@ -79,22 +84,16 @@ private:
     void WithScanner(Action action);
     void ScanSections(std::size_t begin);
     void ScanKeys(std::uint32_t section, std::uint32_t begin, std::uint32_t end);
-    void AddSection(IniRange line, IniRange name, std::uint32_t nameHash);
-    void AddKey(const IniKey& key, std::uint32_t nameHash);
+    void AddSection(IniRange line, IniRange name);
+    void AddKey(const IniKey& key);
     void CloseLastSection(std::uint32_t ownEnd, std::uint32_t end);
     void Shift(std::uint32_t from, std::ptrdiff_t by);
-    std::string_view BytesOf(IniRange range) const;
-    std::u16string TextOf(IniRange range) const;
-    bool Compare(IniRange range, std::u16string_view name, bool whole) const;
-    bool SameName(IniRange one, IniRange other) const;
-
     const std::string& m_bytes;
     IniEncoding m_encoding;
     const TextPlatform& m_platform;
     std::vector<IniSection> m_sections;
     std::vector<IniKey> m_keys;
-    IniHashTable m_sectionTable;
-    IniHashTable m_keyTable;
+    IniNumbers m_sectionNumbers;
     std::uint32_t m_commentRun = kNone; // where the comment lines begin that end the part scanned so far
 };
 

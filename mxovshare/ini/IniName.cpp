@@ -5,22 +5,25 @@
 #include <algorithm>
 
 namespace mxovshare {
+namespace {
 
-IniName::IniName(std::u16string_view name, const TextPlatform& platform)
-    : m_text(TrimBlanks(name)), m_hash(HashOfName(m_text, platform)) {}
-
-std::uint32_t HashOfName(std::u16string_view name, const TextPlatform& platform) {
-    IniHash hash;
-    for (const char16_t unit : name) {
-        hash.Add(UpperUnit(unit, platform));
+char16_t UpperUnit(char16_t unit, const TextPlatform& platform) {
+    if (unit >= 0x80) {
+        return platform.Upper(unit);
     }
-    return hash.Value();
+    return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
 }
 
-bool IsSameName(std::u16string_view one, std::u16string_view other, const TextPlatform& platform) {
-    return std::ranges::equal(one, other, [&](char16_t first, char16_t second) {
-        return UpperUnit(first, platform) == UpperUnit(second, platform);
-    });
+} // namespace
+
+std::u16string FoldName(std::u16string_view name, const TextPlatform& platform) {
+    return FoldPrefix(TrimBlanks(name), platform);
+}
+
+std::u16string FoldPrefix(std::u16string_view prefix, const TextPlatform& platform) {
+    std::u16string folded(prefix);
+    std::ranges::transform(folded, folded.begin(), [&](char16_t unit) { return UpperUnit(unit, platform); });
+    return folded;
 }
 
 } // namespace mxovshare

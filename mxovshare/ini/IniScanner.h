@@ -101,17 +101,6 @@ private:
         return Trimmed({text.begin, end});
     }
 
-    std::uint32_t HashOf(IniRange name) const {
-        IniHash hash;
-        for (std::uint32_t at = name.begin; at < name.end; at += Units::kSize) {
-            if (Units::kSize == 1 && At(at) >= 0x80) {
-                return HashOfName(m_index.TextOf(name), m_index.m_platform);
-            }
-            hash.Add(UpperUnit(At(at), m_index.m_platform));
-        }
-        return hash.Value();
-    }
-
     // Where the "]" of a header is; the beginning of the text when it is none.
     std::uint32_t HeaderEnd(IniRange text) const {
         std::uint32_t close = text.begin;
@@ -136,7 +125,7 @@ private:
             return false;
         }
         const IniRange name = NameIn({text.begin + Units::kSize, close});
-        m_index.AddSection(line, name, HashOf(name));
+        m_index.AddSection(line, name);
         return true;
     }
 
@@ -157,7 +146,7 @@ private:
             key.value = Trimmed({equals + Units::kSize, text.end});
         }
         if (key.name.begin < key.name.end) {
-            m_index.AddKey(key, HashOf(key.name));
+            m_index.AddKey(key);
         }
     }
 

@@ -2,7 +2,6 @@
 set(INI_MODEL_SOURCES
     ${CMAKE_CURRENT_LIST_DIR}/IniDocument.cpp
     ${CMAKE_CURRENT_LIST_DIR}/IniEncoding.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/IniHashTable.cpp
     ${CMAKE_CURRENT_LIST_DIR}/IniIndex.cpp
     ${CMAKE_CURRENT_LIST_DIR}/IniName.cpp
     ${CMAKE_CURRENT_LIST_DIR}/IniValue.cpp)
