@@ -1,5 +1,7 @@
 #include "SystemText.h"
 
+#include "UpperCase.h"
+
 #include <windows.h>
 
 #include <algorithm>
@@ -36,10 +38,7 @@ bool SystemText::IsLeadByte(unsigned char byte) const {
 }
 
 char16_t SystemText::Upper(char16_t unit) const {
-    const auto character = static_cast<wchar_t>(unit);
-    wchar_t upper = character;
-    LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_UPPERCASE, &character, 1, &upper, 1, nullptr, nullptr, 0);
-    return static_cast<char16_t>(upper);
+    return UpperCase(unit);
 }
 
 std::u16string ToUtf16(const std::wstring& text) {

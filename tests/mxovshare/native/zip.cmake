@@ -2,7 +2,7 @@
 find_package(ZLIB REQUIRED)
 include(${MXOVSHARE}/zip/sources.cmake)
 
-add_library(package_model STATIC ${TESTS}/zip/MemoryFile.cpp ${TESTS}/zip/ZipForge.cpp ${ZIP_SOURCES})
+add_library(package_model STATIC UpperCase.cpp ${TESTS}/zip/MemoryFile.cpp ${TESTS}/zip/ZipForge.cpp ${ZIP_SOURCES})
 target_include_directories(package_model PUBLIC ${MXOVSHARE} ${TESTS}/zip)
 target_link_libraries(package_model PUBLIC fuzzed ZLIB::ZLIB PRIVATE warnings)
 set_target_properties(package_model PROPERTIES UNITY_BUILD ${MXOV_UNITY})
@@ -10,7 +10,6 @@ set_target_properties(package_model PROPERTIES UNITY_BUILD ${MXOV_UNITY})
 add_executable(package_native_tests
     ${TESTS}/pack/JobQueueTest.cpp
     ${TESTS}/pack/VerifiedEntryCacheTest.cpp
-    ${TESTS}/text/CaseFoldTest.cpp
     ${TESTS}/zip/ChecksumTest.cpp
     ${TESTS}/zip/EntryNameTest.cpp
     ${TESTS}/zip/EntryReaderTest.cpp
