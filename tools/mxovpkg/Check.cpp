@@ -1,21 +1,25 @@
 #include "ArchiveCatalogueSource.h"
 #include "Commands.h"
+#include "JsonText.h"
 #include "Output.h"
+#include "PackageView.h"
 #include "Progress.h"
 #include "Report.h"
 
+#include <care/Findings.h>
 #include <package/CatalogueLoader.h>
 #include <package/PackageInformation.h>
-#include <package/PackagePath.h>
 
 #include <algorithm>
 #include <array>
-#include <sstream>
+#include <string_view>
 
 using namespace docview;
 
 namespace {
 
+using care::Finding;
+using care::Severity;
 using mxovshare::PackageResult;
 
 struct Section {
@@ -30,16 +34,8 @@ constexpr std::array<Section, 4> kSections = {{
     {DocumentCategory::AdditionalDocument, L"Additional Documents"},
 }};
 
-// Why a path of the information file may not be followed; null when it may.
-const wchar_t* PathFault(const std::wstring& path) {
-    if (IsNetworkPath(path)) {
-        return L"leads to another computer";
-    }
-    return LeavesPackageFolder(path) ? L"leaves the package folder" : nullptr;
-}
-
 const wchar_t* StateOf(const CatalogueItem& item) {
-    if (PathFault(item.record.filePath) != nullptr) {
+    if (care::PathFault(item.record.filePath) != nullptr) {
         return L"refused";
     }
     switch (item.image) {
@@ -77,46 +73,52 @@ void PrintSection(const Section& section, const std::vector<CatalogueItem>& item
     }
 }
 
-// Faults of the paths that the information file names; one line each.
-std::vector<std::wstring> FindPathFaults(const ArchiveCatalogueSource& source) {
-    std::vector<std::wstring> faults;
-    const auto check = [&faults](const std::wstring& name, const std::wstring& path) {
-        if (const wchar_t* fault = PathFault(path)) {
-            faults.push_back(name + L" \"" + path + L"\" " + fault);
-        }
-    };
-    for (const wchar_t* key : {inikey::kCadPath, inikey::kSetupSheets, inikey::kThumbnail}) {
-        check(key, source.Value(inikey::kFileInfo, key));
-    }
-    std::wistringstream list(source.Value(inikey::kFileInfo, inikey::kGCode));
-    for (std::wstring path; std::getline(list, path, L';');) {
-        check(inikey::kGCode, path);
-    }
-    for (const std::wstring& section : source.SectionNames(inikey::kAdditionalPrefix)) {
-        check(section, source.Value(section, inikey::kFilePath));
-    }
-    return faults;
+// What a check without --strict reports besides errors.
+bool IsAlwaysReported(const Finding& finding) {
+    constexpr std::array<std::wstring_view, 4> kCodes = {
+        care::finding::kLinkMissing, care::finding::kCopyMissing, care::finding::kPreviewMissing,
+        care::finding::kNoInformation};
+    return std::ranges::find(kCodes, finding.code) != kCodes.end();
 }
 
-// Warns about documents of the catalogue that do not exist.
-void WarnAboutMissing(const ArchiveCatalogueSource& source, const std::vector<CatalogueItem>& items) {
-    const auto isMissing = [&source](const std::wstring& path) {
-        return !path.empty() && PathFault(path) == nullptr &&
-               !source.Status(ArchiveCatalogueSource::kFolder + path).exists;
-    };
-    for (const CatalogueItem& item : items) {
-        const DocumentRecord& record = item.record;
-        if (item.image == kMissingImage && PathFault(record.filePath) == nullptr) {
-            PrintWarning(L"linked document \"" + record.filePath + L"\" does not exist");
-        }
-        if (record.isAdditional != 0 && record.isReferenced == 0 && isMissing(record.filePath)) {
-            PrintWarning(L"document \"" + record.filePath + L"\" is not in the package");
+std::size_t CountOf(const std::vector<Finding>& findings, Severity severity) {
+    return static_cast<std::size_t>(std::ranges::count(findings, severity, &Finding::severity));
+}
+
+void PrintFindings(const std::vector<Finding>& findings, bool isStrict) {
+    for (const Finding& finding : findings) {
+        if (finding.severity == Severity::Error) {
+            PrintFailure(finding.message);
+        } else if (isStrict && finding.severity == Severity::Note) {
+            PrintNote(finding.message);
+        } else if (isStrict || IsAlwaysReported(finding)) {
+            PrintWarning(finding.message);
         }
     }
-    const std::wstring thumbnail = source.Value(inikey::kFileInfo, inikey::kThumbnail);
-    if (isMissing(thumbnail)) {
-        PrintWarning(L"preview \"" + thumbnail + L"\" is not in the package");
+}
+
+int ExitCodeOf(const std::vector<Finding>& findings, bool isStrict) {
+    if (CountOf(findings, Severity::Error) > 0) {
+        return kFailed;
     }
+    return isStrict && CountOf(findings, Severity::Warning) > 0 ? kFindings : kDone;
+}
+
+std::string FindingJson(const Finding& finding) {
+    constexpr const char* kSeverities[] = {"\"error\"", "\"warning\"", "\"note\""};
+    return JsonObject({{"severity", kSeverities[static_cast<std::size_t>(finding.severity)]},
+                       {"code", JsonString(finding.code)},
+                       {"section", JsonString(finding.section)},
+                       {"document", JsonString(finding.document)},
+                       {"message", JsonString(finding.message)},
+                       {"cure", JsonString(finding.cure)}});
+}
+
+void PrintReport(const std::wstring& file, const std::vector<Finding>& findings) {
+    PrintJson(JsonObject({{"file", JsonString(file)},
+                          {"errors", std::to_string(CountOf(findings, Severity::Error))},
+                          {"warnings", std::to_string(CountOf(findings, Severity::Warning))},
+                          {"findings", JsonArray(findings, FindingJson)}}));
 }
 
 void PrintCatalogue(const ArchiveCatalogueSource& source) {
@@ -127,7 +129,6 @@ void PrintCatalogue(const ArchiveCatalogueSource& source) {
     for (const Section& section : kSections) {
         PrintSection(section, items, isRecent || section.category != DocumentCategory::AdditionalDocument);
     }
-    WarnAboutMissing(source, items);
 }
 
 PackageResult Verify(const std::wstring& file) {
@@ -139,30 +140,37 @@ PackageResult Verify(const std::wstring& file) {
 
 int Check(const Arguments& arguments) {
     const std::wstring& file = arguments[0];
-    std::vector<mxovshare::PackageEntry> entries;
-    std::vector<mxovshare::InformationSection> sections;
+    const bool isJson = arguments.Has(L"--json");
+    PackageView view;
     PackageResult result = Verify(file);
     if (result.ok) {
-        result = mxovshare::ListPackage(file, entries);
-    }
-    if (result.ok) {
-        result = mxovshare::ReadInformation(file, sections);
+        result = mxovshare::ReadContent(file, view.entries, view.sections);
     }
     if (!result.ok) {
         PrintFailure(result);
+        if (isJson) {
+            Finding damage;
+            damage.severity = Severity::Error;
+            damage.code = care::finding::kDamaged;
+            damage.message = result.message;
+            PrintReport(file, {damage});
+        }
         return kFailed;
     }
-    const bool hasInformation = !sections.empty();
-    const std::wstring count =
-        std::to_wstring(entries.size()) + (entries.size() == 1 ? L" entry" : L" entries");
-    const ArchiveCatalogueSource source(std::move(entries), std::move(sections));
-    const std::vector<std::wstring> faults = FindPathFaults(source);
-    PrintLine(file + L": " + count + L", " +
-              (faults.empty() ? std::wstring(L"all sound") : Count(faults.size(), L"fault")));
-    PrintCatalogue(source);
-    if (!hasInformation) {
-        PrintWarning(L"the package holds no information file (mxinfo.ini), or an empty one");
+    FILETIME now = {};
+    GetSystemTimeAsFileTime(&now);
+    const ArchiveCatalogueSource source(view.entries, view.sections);
+    const std::vector<Finding> findings =
+        care::FindFaults(view.entries, view.sections, source, ArchiveCatalogueSource::kFolder, now);
+    if (isJson) {
+        PrintReport(file, findings);
+        return ExitCodeOf(findings, arguments.Has(L"--strict"));
     }
-    std::ranges::for_each(faults, [](const std::wstring& fault) { PrintFailure(fault); });
-    return faults.empty() ? kDone : kFailed;
+    const std::size_t errors = CountOf(findings, Severity::Error);
+    PrintLine(file + L": " + std::to_wstring(view.entries.size()) +
+              (view.entries.size() == 1 ? L" entry" : L" entries") + L", " +
+              (errors == 0 ? std::wstring(L"all sound") : Count(errors, L"fault")));
+    PrintCatalogue(source);
+    PrintFindings(findings, arguments.Has(L"--strict"));
+    return ExitCodeOf(findings, arguments.Has(L"--strict"));
 }

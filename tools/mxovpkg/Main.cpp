@@ -14,7 +14,8 @@ constexpr wchar_t kHelp[] = LR"(Makes, shows, changes and unpacks Maxtrel Orvand
 usage: mxovpkg create FOLDER FILE    pack everything below FOLDER into the package FILE
        mxovpkg list FILE [--json]    list the entries of a package
        mxovpkg extract FILE FOLDER   unpack into FOLDER, which must be new or empty
-       mxovpkg check FILE            verify every entry and show the catalogue of documents
+       mxovpkg check FILE [--strict] [--json]
+                                     verify every entry and show the catalogue of documents
        mxovpkg history FILE [--json] show the history
        mxovpkg diff FILE FILE [--all-lines] [--exit-code] [--json]
                                      compare two packages, or folders of unpacked ones
@@ -34,8 +35,8 @@ The last five add an entry to the history, with [--remarks TEXT]; [--no-history]
        mxovpkg --help                show this text
        mxovpkg --version             show the version
 
-Ctrl+C cancels and leaves nothing behind. Exit code: 0 done, 1 failed, 2 wrong usage, 3 done, but some linked
-documents could not be taken along, or diff --exit-code found a difference.)";
+Ctrl+C cancels and leaves nothing behind. Exit code: 0 done, 1 failed, 2 wrong usage, 3 done, but bundle could not
+take all linked documents along, check --strict warned, or diff --exit-code found a difference.)";
 
 constexpr std::size_t kAnyNumber = ~std::size_t{0};
 
@@ -63,7 +64,7 @@ const std::vector<Command>& Commands() {
         {L"create", 2, 2, Create},
         {L"list", 1, 1, List, {{.name = L"--json"}}},
         {L"extract", 2, 2, Extract},
-        {L"check", 1, 1, Check},
+        {L"check", 1, 1, Check, {{.name = L"--strict"}, {.name = L"--json"}}},
         {L"history", 1, 1, ShowHistory, {{.name = L"--json"}}},
         {L"diff", 2, 2, Diff, {{.name = L"--all-lines"}, {.name = L"--exit-code"}, {.name = L"--json"}}},
         {L"text", 1, 1, Text},

@@ -20,6 +20,10 @@ void PrintWarning(const std::wstring& warning) {
     ErrorOutput().WriteLine(L"warning: " + OneLine(warning));
 }
 
+void PrintNote(const std::wstring& note) {
+    ErrorOutput().WriteLine(L"note: " + OneLine(note));
+}
+
 void PrintFailure(const std::wstring& message) {
     ErrorOutput().WriteLine(L"mxovpkg: " + OneLine(message));
 }

@@ -8,6 +8,7 @@
 
 void PrintLine(std::wstring_view line);
 void PrintWarning(const std::wstring& warning);
+void PrintNote(const std::wstring& note);
 
 /// Prints one line with the reason of a failure.
 void PrintFailure(const mxovshare::PackageResult& result);

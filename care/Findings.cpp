@@ -1,0 +1,255 @@
+#include "care/Findings.h"
+
+#include "common/InformationFile.h"
+#include "common/Paths.h"
+
+#include <package/CatalogueLoader.h>
+#include <package/PackageInformation.h>
+#include <package/PackagePath.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <set>
+#include <sstream>
+
+using namespace docview;
+
+namespace care {
+
+namespace {
+
+constexpr std::uint64_t kTicksPerDay = 864'000'000'000;
+
+// Whether a text is a date as the format has it, so that two of them compare as texts.
+bool IsDate(const std::wstring& text) {
+    constexpr std::wstring_view kShape = L"0000-00-00 00:00:00";
+    return std::ranges::equal(text, kShape, [](wchar_t unit, wchar_t shape) {
+        return shape == L'0' ? unit >= L'0' && unit <= L'9' : unit == shape;
+    });
+}
+
+// A day after `now`: local times may be ahead of it.
+std::wstring DayAfter(const FILETIME& now) {
+    const std::uint64_t ticks =
+        (static_cast<std::uint64_t>(now.dwHighDateTime) << 32 | now.dwLowDateTime) + kTicksPerDay;
+    return FormatFileTime({static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)});
+}
+
+bool IsPersonal(std::wstring path) {
+    std::ranges::replace(path, L'/', L'\\');
+    CharLowerBuffW(path.data(), static_cast<DWORD>(path.size()));
+    constexpr std::array<std::wstring_view, 6> kFolders = {L":\\users\\",  L":\\documents and settings\\",
+                                                           L"\\temp\\",    L"\\tmp\\",
+                                                           L"\\desktop\\", L"\\downloads\\"};
+    return path.find(L":\\users\\public\\") == std::wstring::npos &&
+           std::ranges::any_of(kFolders, [&path](std::wstring_view folder) {
+               return path.find(folder) != std::wstring::npos;
+           });
+}
+
+class FaultSearch {
+public:
+    FaultSearch(const std::vector<mxovshare::PackageEntry>& entries, const Sections& sections,
+                const CatalogueSource& source, const std::wstring& folder, const FILETIME& now)
+        : m_entries(entries), m_sections(sections), m_source(source), m_folder(folder),
+          m_tomorrow(DayAfter(now)), m_items(CatalogueLoader(source, folder).Load()) {}
+
+    std::vector<Finding> Find() {
+        FindMissing();
+        FindOtherLinks();
+        FindUnshown();
+        FindShared();
+        CheckHistory();
+        CheckDates();
+        CheckVersion();
+        CheckPaths();
+        return std::move(m_findings);
+    }
+
+private:
+    void Add(Severity severity, const wchar_t* code, const std::wstring& section,
+             const std::wstring& document, const std::wstring& message, const wchar_t* cure) {
+        m_findings.push_back({.severity = severity,
+                              .code = code,
+                              .section = section,
+                              .document = document,
+                              .message = message,
+                              .cure = cure});
+    }
+
+    bool IsMissing(const std::wstring& path) const {
+        return !path.empty() && PathFault(path) == nullptr && !m_source.Status(m_folder + path).exists;
+    }
+
+    void FindMissing() {
+        for (const CatalogueItem& item : m_items) {
+            const DocumentRecord& record = item.record;
+            if (item.image == kMissingImage && PathFault(record.filePath) == nullptr) {
+                Add(Severity::Warning, finding::kLinkMissing, record.sectionName, record.filePath,
+                    L"linked document \"" + record.filePath + L"\" does not exist", L"relink or remove it");
+            }
+            if (record.isAdditional != 0 && record.isReferenced == 0 && IsMissing(record.filePath)) {
+                Add(Severity::Warning, finding::kCopyMissing, record.sectionName, record.filePath,
+                    L"document \"" + record.filePath + L"\" is not in the package", L"add or remove it");
+            }
+        }
+        const std::wstring thumbnail = FileInfo(inikey::kThumbnail);
+        if (IsMissing(thumbnail)) {
+            Add(Severity::Warning, finding::kPreviewMissing, inikey::kFileInfo, thumbnail,
+                L"preview \"" + thumbnail + L"\" is not in the package", L"set Thumbnail");
+        }
+        if (m_sections.empty()) {
+            Add(Severity::Warning, finding::kNoInformation, {}, {},
+                L"the package holds no information file (mxinfo.ini), or an empty one",
+                L"set MaxtlreVersion");
+        }
+    }
+
+    void FindOtherLinks() {
+        for (const CatalogueItem& item : m_items) {
+            const DocumentRecord& record = item.record;
+            if (record.isReferenced == 0 || PathFault(record.filePath) != nullptr) {
+                continue;
+            }
+            const FileStatus status = m_source.Status(record.filePath);
+            if (status.exists && IsDate(record.timestamp) &&
+                FormatFileTime(status.lastWrite) > record.timestamp) {
+                Add(Severity::Warning, finding::kLinkNewer, record.sectionName, record.filePath,
+                    L"linked document \"" + record.filePath + L"\" was changed after " + record.timestamp,
+                    L"check it and set its date");
+            }
+            if (IsPersonal(record.filePath)) {
+                Add(Severity::Warning, finding::kPersonalFolder, record.sectionName, record.filePath,
+                    L"linked document \"" + record.filePath + L"\" is in a personal or temporary folder",
+                    L"copy it into the package");
+            }
+        }
+    }
+
+    void FindUnshown() {
+        std::set<std::wstring, NameLess> shown = {common::kInformationFile, common::kPrivateInformationFile,
+                                                  FileInfo(inikey::kThumbnail)};
+        for (const CatalogueItem& item : m_items) {
+            shown.insert(InPackage(item.record));
+        }
+        for (const mxovshare::PackageEntry& entry : m_entries) {
+            if (!entry.isFolder && !shown.contains(entry.name)) {
+                Add(Severity::Warning, finding::kNotShown, {}, entry.name,
+                    L"file \"" + entry.name + L"\" is not shown", L"add it as a document or leave it out");
+            }
+        }
+    }
+
+    // The name of a document's file in the package; the loader joins folders with more separators than
+    // needed.
+    std::wstring InPackage(const DocumentRecord& record) const {
+        std::wstring path = record.filePath;
+        if (path.starts_with(m_folder)) {
+            path.erase(0, path.find_first_not_of(L'\\', m_folder.size()));
+        }
+        return path;
+    }
+
+    void FindShared() {
+        std::map<std::wstring, std::wstring, NameLess> sections;
+        for (const CatalogueItem& item : m_items) {
+            const DocumentRecord& record = item.record;
+            if (record.isAdditional == 0 || record.filePath.empty()) {
+                continue;
+            }
+            const auto [first, isNew] = sections.emplace(record.filePath, record.sectionName);
+            if (!isNew) {
+                Add(Severity::Warning, finding::kShared, record.sectionName, record.filePath,
+                    first->second + L" and " + record.sectionName + L" both show \"" + record.filePath +
+                        L"\"",
+                    L"remove one of them");
+            }
+        }
+    }
+
+    void CheckHistory() {
+        std::wstring last;
+        for (const Section& section : m_sections) {
+            const std::wstring time = ValueOf(section, inikey::kTime);
+            if (!HasPrefix(section.name, inikey::kHistoryPrefix) || !IsDate(time)) {
+                continue;
+            }
+            if (time < last) {
+                Add(Severity::Warning, finding::kHistoryOrder, section.name, {},
+                    section.name + L" of " + time + L" follows an entry of " + last, L"");
+            }
+            last = std::max(last, time);
+        }
+    }
+
+    void CheckDates() {
+        for (const Section& section : m_sections) {
+            for (const wchar_t* key : {inikey::kTime, inikey::kTimestamp, inikey::kCadTime}) {
+                const std::wstring time = ValueOf(section, key);
+                if (IsDate(time) && time > m_tomorrow) {
+                    Add(Severity::Warning, finding::kFuture, section.name, {},
+                        section.name + L"/" + key + L" is in the future: " + time, L"set it");
+                }
+            }
+        }
+    }
+
+    void CheckVersion() {
+        const std::wstring version = FileInfo(inikey::kVersion);
+        if (!m_sections.empty() && !IsRecentVersion(version)) {
+            Add(Severity::Note, finding::kOldVersion, inikey::kFileInfo, {},
+                L"the version \"" + version + L"\" is before 2021: additional documents are not shown",
+                L"set MaxtlreVersion");
+        }
+    }
+
+    void CheckPath(const std::wstring& section, const std::wstring& name, const std::wstring& path) {
+        if (const wchar_t* fault = PathFault(path)) {
+            Add(Severity::Error, IsNetworkPath(path) ? finding::kOtherComputer : finding::kLeavesFolder,
+                section, path, name + L" \"" + path + L"\" " + fault, L"relink or remove it");
+        }
+    }
+
+    void CheckPaths() {
+        for (const wchar_t* key : {inikey::kCadPath, inikey::kSetupSheets, inikey::kThumbnail}) {
+            CheckPath(inikey::kFileInfo, key, FileInfo(key));
+        }
+        std::wistringstream list(FileInfo(inikey::kGCode));
+        for (std::wstring path; std::getline(list, path, L';');) {
+            CheckPath(inikey::kFileInfo, inikey::kGCode, path);
+        }
+        for (const Section& section : m_sections) {
+            if (IsAdditional(section)) {
+                CheckPath(section.name, section.name, ValueOf(section, inikey::kFilePath));
+            }
+        }
+    }
+
+    std::wstring FileInfo(const wchar_t* key) const { return m_source.Value(inikey::kFileInfo, key); }
+
+    const std::vector<mxovshare::PackageEntry>& m_entries;
+    const Sections& m_sections;
+    const CatalogueSource& m_source;
+    const std::wstring& m_folder;
+    std::wstring m_tomorrow;
+    std::vector<CatalogueItem> m_items;
+    std::vector<Finding> m_findings;
+};
+
+} // namespace
+
+const wchar_t* PathFault(const std::wstring& path) {
+    if (IsNetworkPath(path)) {
+        return L"leads to another computer";
+    }
+    return LeavesPackageFolder(path) ? L"leaves the package folder" : nullptr;
+}
+
+std::vector<Finding> FindFaults(const std::vector<mxovshare::PackageEntry>& entries, const Sections& sections,
+                                const CatalogueSource& source, const std::wstring& folder,
+                                const FILETIME& now) {
+    return FaultSearch(entries, sections, source, folder, now).Find();
+}
+
+} // namespace care
