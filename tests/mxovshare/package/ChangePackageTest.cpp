@@ -118,30 +118,27 @@ TEST_F(ChangePackageTest, IsCancelledWithoutATrace) {
 }
 
 TEST_F(ChangePackageTest, RefusesToOverwriteAChangeOfAnotherProgram) {
-    class Intruder : public PackageProgress {
+    // Writes to the package while it is being read.
+    class Writer : public PackageProgress {
     public:
-        explicit Intruder(std::wstring file) : m_file(std::move(file)) {}
+        explicit Writer(const TempFolder& folder) : m_folder(folder) {}
         bool OnProgress(const std::wstring&, std::uint64_t, std::uint64_t) override {
-            if (!m_done) {
-                m_done = true;
-                PackageChanges changes;
-                changes.operation = L"by another program";
-                EXPECT_TRUE(ChangePackage(m_file, m_file + L".2", changes).ok);
-                EXPECT_TRUE(MoveFileExW((m_file + L".2").c_str(), m_file.c_str(), MOVEFILE_REPLACE_EXISTING));
-            }
+            m_folder.SetTime(L"p.mxov", {2001, 2, 0, 3, 4, 5, 6, 0});
             return true;
         }
 
     private:
-        std::wstring m_file;
-        bool m_done = false;
-    } intruder(Package());
+        const TempFolder& m_folder;
+    } writer(m_work);
+    const std::string before = m_work.Read(L"p.mxov");
     PackageChanges changes;
     changes.operation = L"mine";
-    const PackageResult result = ChangePackage(Package(), Package(), changes, &intruder);
+    const PackageResult result = ChangePackage(Package(), Package(), changes, &writer);
     EXPECT_FALSE(result.ok);
     EXPECT_NE(result.message.find(L"another program changed it"), std::wstring::npos) << result.message;
-    EXPECT_NE(Read(L"mxinfo.ini").find("by another program"), std::string::npos);
+    EXPECT_TRUE(m_work.Read(L"p.mxov") == before);
+    EXPECT_EQ(m_work.EntryCount(), 1);
+    EXPECT_TRUE(ChangePackage(Package(), m_work / L"q.mxov", changes, &writer).ok);
 }
 
 TEST_F(ChangePackageTest, ReadsNoFileBeyondTheLimit) {
