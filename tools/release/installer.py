@@ -1,0 +1,92 @@
+"""The installer, made with wixl from installer.wxs, with the same bytes whenever it is made from the same files."""
+import hashlib
+import os
+import pathlib
+import struct
+import subprocess
+import tempfile
+import uuid
+
+from delivery import Refused
+
+SOURCE = pathlib.Path(__file__).resolve().parent / 'installer.wxs'
+ICON = SOURCE.parents[2] / 'viewer/resources/viewer.ico'
+NAMES = uuid.UUID('{6b0f5f6a-0e58-4e0e-a1a6-6a8f3a0c5d11}')
+MACHINE_FOLDER = "'UseMachineFolder', 'ALLUSERS AND NOT INSTALLDIR', 750"
+# What wixl cannot express, or gets wrong: rows for "the hive of the user or of the machine", the folder for the machine, and the
+# search path. It also writes sequences with actions of one's own in an order that changes from run to run.
+COMPLETION = (
+    'UPDATE `Registry` SET `Root` = -1 WHERE `Root` = 4',
+    "INSERT INTO `CustomAction` (`Action`, `Type`, `Source`, `Target`) "
+    "VALUES ('UseMachineFolder', 51, 'INSTALLDIR', '[ProgramFiles64Folder]MXOV Document Manager\\')",
+    *(f'INSERT INTO `{sequence}` (`Action`, `Condition`, `Sequence`) VALUES ({MACHINE_FOLDER})'
+      for sequence in ('InstallExecuteSequence', 'InstallUISequence')),
+    *(f"UPDATE `Component` SET `Condition` = 'NOT ALLUSERS' WHERE `Component` = '{name}'"
+      for name in ('UserPath', 'UserPrograms')),
+    "UPDATE `Component` SET `Condition` = 'ALLUSERS' WHERE `Component` = 'MachinePath'",
+    'CREATE TABLE `Environment` (`Environment` CHAR(72) NOT NULL, `Name` CHAR(255) NOT NULL LOCALIZABLE, '
+    '`Value` CHAR(255) LOCALIZABLE, `Component_` CHAR(72) NOT NULL PRIMARY KEY `Environment`)',
+    "INSERT INTO `Environment` (`Environment`, `Name`, `Value`, `Component_`) "
+    "VALUES ('UserPath', '=-PATH', '[~];[INSTALLDIR]', 'UserPath')",
+    "INSERT INTO `Environment` (`Environment`, `Name`, `Value`, `Component_`) "
+    "VALUES ('MachinePath', '=-*PATH', '[~];[INSTALLDIR]', 'MachinePath')",
+    "INSERT INTO `InstallExecuteSequence` (`Action`, `Sequence`) VALUES ('RemoveEnvironmentStrings', 3300)",
+    "INSERT INTO `InstallExecuteSequence` (`Action`, `Sequence`) VALUES ('WriteEnvironmentStrings', 5200)")
+SUMMARY = uuid.UUID('{f29f85e0-4ff9-1068-ab91-08002b27b3d9}').bytes_le
+REVISION, CREATED, SAVED = 9, 12, 13
+
+
+def run(*words):
+    ended = subprocess.run(list(map(str, words)), capture_output=True, text=True, check=False)
+    if ended.returncode != 0 or 'CRITICAL' in ended.stderr:
+        raise Refused(f'{words[0]}: {ended.stderr.strip()}')
+
+
+def identifier(*parts):
+    """A GUID that depends on nothing but these texts, as the installer spells it."""
+    return f'{{{str(uuid.uuid5(NAMES, " ".join(parts))).upper()}}}'
+
+
+def stage(files, folder, moment):
+    """Writes the files; their times get into the cabinet."""
+    for name, data in files.items():
+        path = folder / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(data)
+        path.chmod(0o644)
+        os.utime(path, (moment, moment))
+
+
+def summary_values(data):
+    """{property: offset of its value behind the type} of the summary information inside the file."""
+    start = data.index(SUMMARY)
+    section = data.index(SUMMARY[:4], start) - 28 + struct.unpack_from('<I', data, start + 16)[0]
+    count = struct.unpack_from('<I', data, section + 4)[0]
+    pairs = struct.unpack_from(f'<{2 * count}I', data, section + 8)
+    return {pairs[i]: section + pairs[i + 1] + 4 for i in range(0, 2 * count, 2)}
+
+
+def fix_summary(data, code, moment):
+    """Replaces the random package code and the two times that wixl writes."""
+    values = summary_values(data)
+    data[values[REVISION] + 4:values[REVISION] + 4 + len(code)] = code.encode()
+    for field in (CREATED, SAVED):
+        struct.pack_into('<Q', data, values[field], (moment + 11644473600) * 10**7)
+
+
+def installer(version, files, moment):
+    """The installer's bytes, from {name: bytes} of what is delivered."""
+    content = hashlib.sha256(b''.join(name.encode() + files[name] for name in sorted(files)) + SOURCE.read_bytes()).hexdigest()
+    with tempfile.TemporaryDirectory() as folder:
+        folder = pathlib.Path(folder)
+        # wixl finds files beside its source only.
+        stage({SOURCE.name: SOURCE.read_bytes(), ICON.name: ICON.read_bytes(),
+               **{f'files/{name}': data for name, data in files.items()}}, folder, moment)
+        database = folder / 'mxov.msi'
+        run('wixl', '-a', 'x64', '-o', database, '-D', f'Version={version}',
+            '-D', f'ProductCode={identifier("product", version, content)}', folder / SOURCE.name)
+        for query in COMPLETION:
+            run('msibuild', database, '-q', query)
+        data = bytearray(database.read_bytes())
+    fix_summary(data, identifier('package', version, content), moment)
+    return bytes(data)
