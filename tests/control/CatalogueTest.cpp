@@ -21,6 +21,17 @@ protected:
         return client.Call(L"LoadFile", {folder, folder + L"none.mxov"});
     }
 
+    /// Presses "&Save" as a user does after a change; the name of the file that was saved then.
+    std::wstring SavedFile() {
+        SendMessageW(client.Dialog(), WM_COMMAND, kUpdateButton, 0);
+        SendMessageW(client.Dialog(), WM_COMMAND, kSaveButton, 0);
+        std::wstring saved;
+        for (const wchar_t* name : {L"first.mxov", L"second.mxov"}) {
+            saved += std::filesystem::remove(package.Folder() / name) ? name : L"";
+        }
+        return saved;
+    }
+
     ComApartment apartment;
     PackageBuilder package;
     ControlClient client;
@@ -81,6 +92,31 @@ TEST_F(CatalogueTest, InputParameterLoadsAndIsKeptAsItWasSet) {
         EXPECT_EQ(value, client.Get(L"InputParameter"));
         EXPECT_EQ(before, AllRows());
     }
+}
+
+TEST_F(CatalogueTest, AFolderThatDoesNotExistLeavesThePackageFile) {
+    client.Call(L"LoadFile", {package.Path(), package.Folder() / L"first.mxov"});
+    client.Call(L"LoadFile", {package.Path() + L"nowhere\\", package.Folder() / L"second.mxov"});
+    EXPECT_EQ(L"first.mxov", SavedFile());
+    client.Call(L"LoadFile", {package.Path(), package.Folder() / L"second.mxov"});
+    EXPECT_EQ(L"second.mxov", SavedFile());
+}
+
+TEST_F(CatalogueTest, InputParameterLeavesThePackageFile) {
+    client.Call(L"LoadFile", {package.Path(), package.Folder() / L"first.mxov"});
+    EXPECT_EQ(S_OK, client.Put(L"InputParameter", package.Path()));
+    EXPECT_EQ(L"first.mxov", SavedFile());
+}
+
+TEST_F(CatalogueTest, InputParameterFindsThePrivateInformationFileAsLoadFileDoes) {
+    const auto& folder = package.Folder();
+    DeleteFileW((folder / L"pkg\\mxinfo.ini").c_str());
+    folder.Write(L"pkg\\Private\\mxinfo.ini", "[FILEINFO]\r\nCADFilePath=Q:\\a\\inside.sldprt\r\n");
+    folder.Write(L"pkgPrivate\\mxinfo.ini", "[FILEINFO]\r\nCADFilePath=Q:\\a\\beside.sldprt\r\n");
+    client.Put(L"InputParameter", folder / L"pkg\\");
+    EXPECT_EQ(L"inside.sldprt", client.Rows(kPartList).at(0).name);
+    client.Put(L"InputParameter", folder / L"pkg");
+    EXPECT_EQ(L"beside.sldprt", client.Rows(kPartList).at(0).name);
 }
 
 TEST_F(CatalogueTest, PrivateFolderHoldsTheInformationFileWhenTheRootDoesNot) {

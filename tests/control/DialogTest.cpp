@@ -71,6 +71,12 @@ TEST_F(DialogTest, CoversTheContainersAreaAndFollowsItsSize) {
     EXPECT_EQ(container, dialog);
 }
 
+TEST_F(DialogTest, TheControlsWindowIsAStatic) {
+    wchar_t name[20] = L"";
+    GetClassNameW(client.ControlWindow(), name, ARRAYSIZE(name));
+    EXPECT_STREQ(L"Static", name);
+}
+
 TEST_F(DialogTest, OnSizeChangeMovesNothing) {
     const RECT before = ScreenRect(client.Dialog());
     EXPECT_EQ(S_OK, client.CallNumbers(L"OnSizeChange", {100, 100}));

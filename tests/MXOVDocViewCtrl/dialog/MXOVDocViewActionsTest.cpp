@@ -181,6 +181,12 @@ TEST_F(MXOVDocViewActionsTest, AddsALinkedDocument) {
     EXPECT_EQ(Stored(L"REFERANCE_FILE_4", L"Description"), L"-");
     EXPECT_EQ(Stored(L"REFERANCE_FILE_4", L"Timestamp"), L"2024-01-01 09:05:03");
     EXPECT_EQ(Stored(L"REFERANCE_FILE_4", L"FilePath"), path);
+    const std::string file = m_package.Read(L"mxinfo.ini");
+    std::size_t place = file.find("[REFERANCE_FILE_4]");
+    for (const char* key : {"IsReferencedFile", "Description", "Timestamp", "FilePath"}) {
+        place = file.find(key, place);
+        EXPECT_NE(place, std::string::npos) << key << " is not behind those before it";
+    }
     EXPECT_TRUE(IsEnabled(IDC_SAVE));
     EXPECT_FALSE(Exists(L"ReferanceFiles"));
 }

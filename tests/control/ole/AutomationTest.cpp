@@ -245,6 +245,15 @@ TEST_F(AutomationTest, SettingTheParameterModifiesAlsoWhenNothingIsLoaded) {
     EXPECT_EQ(S_OK, persist->IsDirty());
 }
 
+TEST_F(AutomationTest, LoadingLeavesTheControlUnmodified) {
+    const PackageBuilder package;
+    const auto persist = As<IPersistStreamInit>(control.Get(), IID_IPersistStreamInit);
+    ASSERT_EQ(S_OK, persist->InitNew());
+    Value folder(package.Path());
+    EXPECT_EQ(S_OK, Load(folder.Get(), folder.Get()));
+    EXPECT_EQ(S_FALSE, persist->IsDirty());
+}
+
 TEST_F(AutomationTest, CallsFromAnotherThreadAreRefused) {
     std::thread([&] {
         wchar_t name[] = L"Close";
