@@ -169,10 +169,20 @@ class InstallerTest(ReleaseCase):
         self.msiexec('/i', 'REINSTALL=ALL', 'REINSTALLMODE=amus')
         self.assertEqual(self.installed(USER_FOLDER), self.delivered())
 
+    def older(self):
+        """The path of an installer of an older version."""
+        file = self.folder / 'older.msi'
+        file.write_bytes(installer.installer('0.9.0', {**self.delivered(), 'README.txt': b'older'}, int(MOMENT)))
+        return windows_path(file)
+
+    def test_a_newer_version_is_not_replaced(self):
+        self.install()
+        # 1603, of which the exit code has the low byte.
+        run_wine('msiexec', '/i', self.older(), '/qn').expect(1603 & 0xff)
+        self.assertEqual(self.installed(USER_FOLDER), self.delivered())
+
     def test_an_older_version_is_replaced(self):
-        older = self.folder / 'older.msi'
-        older.write_bytes(installer.installer('0.9.0', {**self.delivered(), 'README.txt': b'older'}, int(MOMENT)))
-        self.msiexec('/i', package=windows_path(older))
+        self.msiexec('/i', package=self.older())
         self.assertEqual((USER_FOLDER / 'README.txt').read_bytes(), b'older')
         self.install()
         self.assertEqual(self.installed(USER_FOLDER), self.delivered())
