@@ -2,7 +2,6 @@
 #pragma once
 
 #include "care/PackageEditor.h"
-#include "care/Refusal.h"
 
 namespace care {
 

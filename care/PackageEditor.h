@@ -9,6 +9,11 @@
 
 namespace care {
 
+/// Thrown when a package cannot be edited as asked; the message is one line.
+struct Refusal {
+    std::wstring message;
+};
+
 /// Collects changes; every edit sees those before it.
 class PackageEditor {
 public:

@@ -96,6 +96,7 @@ public:
         }
         items = SortedItems(std::move(items));
         std::vector<const ZipEntry*> reuse;
+        reuse.reserve(items.size());
         for (const FolderItem& item : items) {
             reuse.push_back(m_content.at(FoldCase(item.item.name)).entry);
         }

@@ -169,6 +169,7 @@ class RelinkTest(LinkCase):
 
     def test_wrong_words(self):
         for words in ([], ['--from', 'C:\\a'], ['--from', 'C:\\a', '--to'], ['--from', 'C:\\a', '--to', 'new'],
+                      ['--from', '\\', '--to', 'D:\\b'],
                       ['--from', 'C:\\a', '--to', 'D:\\b', '--from', 'C:\\c'], ['--form', 'C:\\a', '--to', 'D:\\b']):
             self.assertIn('see mxovpkg --help', self.fail_with(2, 'relink', 'p.mxov', *words))
 

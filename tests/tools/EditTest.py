@@ -162,6 +162,17 @@ class EditTest(PackageCase):
                                  (info.filename, info.file_size, info.compress_size, info.CRC, False))
         self.assertEqual(listing['entries'][1]['modified'], '2001-02-03T04:05:06Z')
 
+    def test_data_that_another_tool_packed_larger(self):
+        noise = os.urandom(100_000)
+        with zipfile.ZipFile(self.package, 'w', zipfile.ZIP_DEFLATED) as archive:
+            archive.writestr('mxinfo.ini', '[FILEINFO]\r\n')
+            archive.writestr('noise.bin', noise)
+            self.assertGreater(archive.getinfo('noise.bin').compress_size, len(noise))
+        self.succeed('set', 'p.mxov', 'CADFileDescription=x')
+        with zipfile.ZipFile(self.package) as archive:
+            self.assertEqual(archive.read('noise.bin'), noise)
+            self.assertEqual(archive.getinfo('noise.bin').compress_size, len(noise))
+
     def test_a_read_only_package_stays(self):
         self.package.chmod(0o444)
         self.assertIn('p.mxov', self.expect_unchanged(1, 'set', 'p.mxov', 'CADFileDescription=x'))

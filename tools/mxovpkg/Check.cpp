@@ -2,7 +2,7 @@
 #include "Commands.h"
 #include "JsonText.h"
 #include "Output.h"
-#include "PackageView.h"
+#include "PackageAccess.h"
 #include "Progress.h"
 #include "Report.h"
 
@@ -141,7 +141,7 @@ PackageResult Verify(const std::wstring& file) {
 int Check(const Arguments& arguments) {
     const std::wstring& file = arguments[0];
     const bool isJson = arguments.Has(L"--json");
-    PackageView view;
+    care::PackageContent view;
     PackageResult result = Verify(file);
     if (result.ok) {
         result = mxovshare::ReadContent(file, view.entries, view.sections);

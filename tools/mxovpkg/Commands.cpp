@@ -2,7 +2,7 @@
 
 #include "JsonText.h"
 #include "Output.h"
-#include "PackageView.h"
+#include "PackageAccess.h"
 #include "Progress.h"
 #include "Report.h"
 

@@ -1,9 +1,10 @@
 #include "Commands.h"
-#include "Content.h"
+#include "History.h"
 #include "JsonText.h"
+#include "Output.h"
+#include "PackageAccess.h"
 #include "Report.h"
 
-#include <care/Comparison.h>
 #include <package/PackageInformation.h>
 
 using namespace docview;
@@ -114,8 +115,8 @@ std::string ComparisonJson(const Arguments& arguments, const care::Comparison& c
 
 // Nothing after a failure that was reported.
 std::optional<care::Comparison> CompareNamed(const Arguments& arguments) {
-    const auto left = ReadPackageContent(arguments[0]);
-    const auto right = left ? ReadPackageContent(arguments[1]) : std::nullopt;
+    const auto left = ReadPackage(arguments[0]);
+    const auto right = left ? ReadPackage(arguments[1]) : std::nullopt;
     if (!right) {
         return {};
     }

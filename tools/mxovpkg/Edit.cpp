@@ -1,7 +1,7 @@
 #include "Commands.h"
 #include "History.h"
 #include "Output.h"
-#include "PackageView.h"
+#include "PackageAccess.h"
 #include "Report.h"
 
 #include <care/Documents.h>
@@ -33,7 +33,7 @@ care::DocumentKind KindOf(const Arguments& arguments) {
 int EditPackage(const Arguments& arguments, const std::wstring& operation,
                 const std::function<std::wstring(care::PackageEditor&, const std::wstring&)>& edit) {
     const std::wstring& file = arguments[0];
-    const std::optional<PackageView> view = ReadPackage(file);
+    const std::optional<care::PackageContent> view = ReadPackage(file);
     if (!view) {
         return kFailed;
     }

@@ -10,7 +10,8 @@ using namespace docview;
 std::string JsonObject(const std::vector<std::pair<std::string, std::string>>& members) {
     std::string text = "{";
     for (const auto& [name, value] : members) {
-        text += (text.size() > 1 ? ",\"" : "\"") + name + "\":" + value;
+        text += text.size() > 1 ? ",\"" : "\"";
+        text.append(name).append("\":").append(value);
     }
     return text + "}";
 }

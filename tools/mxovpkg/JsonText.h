@@ -3,8 +3,6 @@
 
 #include <common/Json.h>
 
-#include <mxovpackage.h>
-
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,9 +16,6 @@ std::string JsonObject(const std::vector<std::pair<std::string, std::string>>& m
 
 /// A time as "2024-05-15T07:31:50Z".
 std::string JsonTime(const FILETIME& utc);
-
-/// An entry of the history.
-std::string HistoryJson(const mxovshare::InformationSection& entry);
 
 /// Prints one line of JSON.
 void PrintJson(const std::string& json);

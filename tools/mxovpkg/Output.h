@@ -23,3 +23,9 @@ private:
 
 /// `text` made printable on one line: control characters become "?".
 std::wstring OneLine(std::wstring text);
+
+/// The text of bytes in UTF-8, else in Latin-1, as programs for machines write it.
+std::wstring Decoded(std::string_view bytes);
+
+/// `text` on one line: control characters but the tab become "\uXXXX".
+std::wstring Escaped(const std::wstring& text);

@@ -1,7 +1,7 @@
 #include "Commands.h"
 #include "History.h"
 #include "Output.h"
-#include "PackageView.h"
+#include "PackageAccess.h"
 #include "Report.h"
 
 #include <care/Bundle.h>
@@ -21,7 +21,7 @@ void PrintMove(const std::wstring& from, const std::wstring& to) {
     PrintLine(OneLine(from + L" -> " + to));
 }
 
-void WarnIfHidden(const PackageView& view) {
+void WarnIfHidden(const care::PackageContent& view) {
     if (!IsRecentVersion(care::ValueOf(view.sections, inikey::kFileInfo, inikey::kVersion))) {
         PrintWarning(
             L"the package states a version before 2021, for which additional documents are not shown");
@@ -30,7 +30,7 @@ void WarnIfHidden(const PackageView& view) {
 
 // False after a failure that was reported.
 bool PrintBundled(const std::wstring& file) {
-    const std::optional<PackageView> view = ReadPackage(file);
+    const std::optional<care::PackageContent> view = ReadPackage(file);
     if (!view) {
         return false;
     }
@@ -49,7 +49,7 @@ void WarnIfMissing(const std::wstring& path) {
 } // namespace
 
 int Bundle(const Arguments& arguments) {
-    const std::optional<PackageView> view = ReadPackage(arguments[0]);
+    const std::optional<care::PackageContent> view = ReadPackage(arguments[0]);
     if (!view) {
         return kFailed;
     }
@@ -76,10 +76,12 @@ int Bundle(const Arguments& arguments) {
 int Relink(const Arguments& arguments) {
     const std::wstring from = arguments.Value(L"--from");
     const std::wstring to = arguments.Value(L"--to");
-    if (!care::IsFullPath(to)) {
-        throw UsageError{L"--to is no full path: \"" + to + L"\""};
+    for (const auto& [name, path] : {std::pair(L"--from", from), std::pair(L"--to", to)}) {
+        if (!care::IsFullPath(path)) {
+            throw UsageError{name + (L" is no full path: \"" + path + L"\"")};
+        }
     }
-    const std::optional<PackageView> view = ReadPackage(arguments[0]);
+    const std::optional<care::PackageContent> view = ReadPackage(arguments[0]);
     if (!view) {
         return kFailed;
     }

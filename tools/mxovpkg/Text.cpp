@@ -1,5 +1,6 @@
 #include "Commands.h"
-#include "Content.h"
+#include "Output.h"
+#include "PackageAccess.h"
 #include "Report.h"
 
 #include <common/InformationFile.h>
@@ -30,7 +31,7 @@ void PrintSections(const care::Sections& sections) {
         auto values = section.values;
         std::ranges::sort(values, care::NameLess(), &std::pair<std::wstring, std::wstring>::first);
         for (const auto& [key, value] : values) {
-            PrintLine(Escaped(key + L"=" + value));
+            PrintLine(Escaped(key).append(L"=").append(Escaped(value)));
         }
         PrintLine(L"");
     }
@@ -67,7 +68,7 @@ void PrintHeader(const PackageEntry& entry) {
 } // namespace
 
 int Text(const Arguments& arguments) {
-    std::optional<care::PackageContent> content = ReadPackageContent(arguments[0]);
+    std::optional<care::PackageContent> content = ReadPackage(arguments[0]);
     if (!content) {
         return kFailed;
     }

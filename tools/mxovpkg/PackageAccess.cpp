@@ -1,21 +1,32 @@
-#include "PackageView.h"
+#include "PackageAccess.h"
 
 #include "Progress.h"
 #include "Report.h"
 
 #include <algorithm>
 
-std::optional<PackageView> ReadPackage(const std::wstring& file) {
-    PackageView view;
-    mxovshare::PackageResult result = mxovshare::ListPackage(file, view.entries);
-    if (result.ok) {
-        result = mxovshare::ReadInformation(file, view.sections);
-    }
+std::optional<care::PackageContent> ReadPackage(const std::wstring& path) {
+    care::PackageContent content;
+    Progress progress(L"Reading");
+    const mxovshare::PackageResult result =
+        mxovshare::ReadContent(path, content.entries, content.sections, &progress);
     if (!result.ok) {
         PrintFailure(result);
         return {};
     }
-    return view;
+    return content;
+}
+
+std::optional<care::Texts> ReadTexts(const std::wstring& path, const std::vector<std::wstring>& names) {
+    care::Texts texts;
+    const mxovshare::PackageResult result = mxovshare::ReadContentFiles(
+        path, names, care::kLargestComparedText,
+        [&texts](const std::wstring& name, std::string bytes) { texts.emplace(name, std::move(bytes)); });
+    if (!result.ok) {
+        PrintFailure(result);
+        return {};
+    }
+    return texts;
 }
 
 bool WriteChanged(const std::wstring& file, const std::wstring& target,
