@@ -138,7 +138,7 @@ void CMXOVDocViewCtrl::OnInputParameterChanged() {
 }
 
 void CMXOVDocViewCtrl::AboutBox() {
-    // Hosts that call the stock member get success and no window.
+    // Hosts that call the stock member get S_OK and no window.
 }
 
 void CMXOVDocViewCtrl::ClearAllData() {

@@ -22,7 +22,7 @@ public:
 protected:
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
     BOOL IsSubclassedControl() override;
-    /// Scripts call members of a control that nobody initialised.
+    /// TRUE always: scripts call members without initialising the control.
     BOOL IsInvokeAllowed(DISPID dispid) override;
 
     DECLARE_OLECREATE_EX(CMXOVDocViewCtrl)
@@ -41,7 +41,7 @@ protected:
     void Close();
     DECLARE_DISPATCH_MAP()
 
-    /// Declared for hosts that know of it; never raised.
+    /// Declared for existing hosts; never fired.
     void FireParameterLoaded() { FireEvent(eventidParameterLoaded, EVENT_PARAM(VTS_NONE)); }
     DECLARE_EVENT_MAP()
 

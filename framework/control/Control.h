@@ -61,14 +61,13 @@ public:
     void DoSuperclassPaint(CDC* pDC, const CRect& rcBounds);
     /// TRUE in a class that changes its window class in PreCreateWindow.
     virtual BOOL IsSubclassedControl();
-    /// Asks for a new drawing of a part, or of the whole; that of the whole comes even when children cover
-    /// it.
+    /// Requests a redraw of a part, or of the whole control, which happens even when children cover it.
     void InvalidateControl(LPCRECT lpRect = nullptr, BOOL bErase = TRUE);
 
     // Colours and ambient properties; each ambient has its documented default when the container has none
     COLORREF TranslateColor(OLE_COLOR clrColor, HPALETTE hpal = nullptr);
-    /// vtProp VT_BOOL (BOOL), VT_I4 (long) or VT_BSTR (CString). FALSE, and nothing changed, when there is no
-    /// such one.
+    /// vtProp VT_BOOL (BOOL), VT_I4 (long) or VT_BSTR (CString). FALSE, with *pvProp unchanged, when the
+    /// container has no such property.
     BOOL GetAmbientProperty(DISPID dwDispid, VARTYPE vtProp, void* pvProp);
     OLE_COLOR AmbientBackColor();
     CString AmbientDisplayName();

@@ -50,7 +50,7 @@ bool ControlActivation::Enter(HWND parent, LPCRECT rect, Place& place) {
         }
         place.position = place.clip = *rect;
     }
-    if (!m_active || !::IsWindow(place.parent)) { // the container may have changed its mind meanwhile
+    if (!m_active || !::IsWindow(place.parent)) { // the container may have deactivated the control meanwhile
         return false;
     }
     m_frame = std::move(frame);

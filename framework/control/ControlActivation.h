@@ -24,17 +24,17 @@ public:
     [[nodiscard]] IOleInPlaceFrame* Frame() const noexcept { return m_frame.Get(); }
 
     /// Creates and shows the window in the container's. Parent and rectangle stand in for a container that
-    /// does not name them. OLE_E_NOT_INPLACEACTIVE when the container does not want it, E_FAIL when the
-    /// window cannot be made.
+    /// does not name them. OLE_E_NOT_INPLACEACTIVE when the container refuses, E_FAIL when the
+    /// window cannot be created.
     HRESULT Activate(HWND parent, LPCRECT rect);
     /// Activates, and makes the control the container's active object; `takeFocus` moves the keyboard into
     /// it.
     HRESULT ActivateUI(HWND parent, LPCRECT rect, bool takeFocus);
-    /// Gives the user interface up; the window stays.
+    /// Deactivates the user interface; the window stays.
     void DeactivateUI();
     /// Destroys the window; the control can be activated again.
     void Deactivate();
-    /// Tells a container in which the control is active that its size changed, in pixels.
+    /// Asks a container in which the control is active for a new size, in pixels.
     void AskForSize(SIZE pixels);
     /// Calls SetActiveObject of the container's frame and document with this control or null. Nothing is
     /// named once the container has deactivated the user interface.

@@ -43,7 +43,7 @@ protected:                                                                      
     return &eventMap;                                                                                        \
     }
 
-/// pfnFire names the member that fires the event; the map has no use for it.
+/// pfnFire is the member that fires the event; the map ignores it.
 #define EVENT_CUSTOM_ID(pszName, dispid, pfnFire, vtsParams)                                                 \
     AFX_EVENTMAP_ENTRY{_T(pszName), dispid, vtsParams},
 

@@ -119,7 +119,8 @@ void COleControl::DoSuperclassPaint(CDC* pDC, const CRect& rcBounds) {
 
 void COleControl::InvalidateControl(LPCRECT lpRect, BOOL bErase) {
     if (m_hWnd) {
-        // A window covered by its children has nothing to paint; the whole control is drawn all the same.
+        // A window covered by its children gets no WM_PAINT; RDW_INTERNALPAINT draws the whole control
+        // anyway.
         const UINT flags = RDW_INVALIDATE | (bErase ? RDW_ERASE : 0U) | (lpRect ? 0U : RDW_INTERNALPAINT);
         RedrawWindow(lpRect, nullptr, flags);
     } else {

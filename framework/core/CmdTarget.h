@@ -34,8 +34,8 @@ class CCmdTarget : public CObject {
 
 public:
     /// Looks for a handler of a command (pExtra null: nCode is the WM_COMMAND notification code, 0 for a menu
-    /// or accelerator) or a notification (pExtra is an AFX_NOTIFY*, nCode its code) and calls it, or, with
-    /// pHandlerInfo given, only names it there. TRUE when there is one and it took the command.
+    /// or accelerator) or a notification (pExtra is an AFX_NOTIFY*, nCode its code) and calls it. With
+    /// pHandlerInfo it only stores the handler there. TRUE when there is one and it handled the command.
     virtual BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo);
 
     // Automation and COM. An object starts with one reference, its creator's; without EnableAutomation or

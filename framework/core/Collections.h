@@ -33,7 +33,8 @@ public:
     void RemoveAt(POSITION position);
     void RemoveAll();
 
-    /// The first element equal to the value, after `startAfter` when that is given; null when there is none.
+    /// The first element equal to the value, searched after `startAfter` unless null; null when there is
+    /// none.
     POSITION Find(ARG_TYPE searchValue, POSITION startAfter = nullptr) const;
     /// The element at a place counted from 0; null outside the list.
     POSITION FindIndex(INT_PTR nIndex) const;

@@ -25,7 +25,7 @@ void EndModule() noexcept {
     try {
         app->ExitInstance();
     } catch (...) {
-        return; // the library goes all the same
+        return; // the library is unloaded anyway
     }
 }
 

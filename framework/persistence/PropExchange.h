@@ -1,5 +1,5 @@
 // Property exchange: one function of a control, DoPropExchange, loads, saves and resets its properties,
-// depending on the kind of exchange it is given.
+// depending on the kind of exchange.
 //
 // Covered: streams, property bags and the reset to defaults; whole numbers. Not covered: every other type,
 // data paths. Data of the control's version and of older ones is loaded, that of newer ones refused.

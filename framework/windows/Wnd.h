@@ -75,7 +75,7 @@ public:
     virtual BOOL PreTranslateMessage(MSG* pMsg);
 
     DWORD GetStyle() const noexcept { return static_cast<DWORD>(::GetWindowLong(m_hWnd, GWL_STYLE)); }
-    /// TRUE when a bit changed; nFlags other than 0 are given to SetWindowPos together with "no move, no
+    /// TRUE when a bit changed; nFlags other than 0 are passed to SetWindowPos together with "no move, no
     /// size".
     BOOL ModifyStyle(DWORD dwRemove, DWORD dwAdd, UINT nFlags = 0) noexcept;
     int GetDlgCtrlID() const noexcept { return ::GetDlgCtrlID(m_hWnd); }

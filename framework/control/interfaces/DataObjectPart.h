@@ -3,7 +3,7 @@
 
 #include "ControlPart.h"
 
-/// Gives the picture as a metafile of either kind.
+/// Renders the picture as a metafile of either kind.
 class DataObjectPart final : public ControlPart<IDataObject> {
 public:
     using ControlPart::ControlPart;

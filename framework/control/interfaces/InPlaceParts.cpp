@@ -9,7 +9,7 @@ HRESULT WindowOf(const COleControl& control, HWND* window) noexcept {
     return *window ? S_OK : E_FAIL;
 }
 
-/// The keys held down, as IOleControlSite wants them.
+/// The modifier keys held down, as IOleControlSite::TranslateAccelerator encodes them.
 DWORD Modifiers() noexcept {
     constexpr DWORD kShift = 1;
     constexpr DWORD kControl = 2;

@@ -7,7 +7,7 @@ class OleObjectPart final : public ControlPart<IOleObject> {
 public:
     using ControlPart::ControlPart;
 
-    /// Tells every IAdviseSink of IOleObject::Advise; null while nobody ever advised.
+    /// Notifies every sink of IOleObject::Advise; null until the first Advise.
     [[nodiscard]] common::ComPtr<IOleAdviseHolder> Holder() const noexcept { return m_holder.Copy(); }
 
     STDMETHODIMP SetClientSite(IOleClientSite* site) override;

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A device context for the time of one drawing; it is given back as it came.
+/// Wraps a device context for one drawing and restores its state afterwards.
 class BorrowedDC {
 public:
     explicit BorrowedDC(HDC dc) noexcept : m_saved(::SaveDC(dc)) { m_dc.m_hDC = dc; }
@@ -109,7 +109,7 @@ STDMETHODIMP ViewObjectPart::Freeze(DWORD, LONG, void*, DWORD* key) {
 }
 
 STDMETHODIMP ViewObjectPart::Unfreeze(DWORD) {
-    return OLE_E_NOCONNECTION; // no key was ever given out
+    return OLE_E_NOCONNECTION; // Freeze never returned a key
 }
 
 STDMETHODIMP ViewObjectPart::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {

@@ -7,7 +7,7 @@ class ViewObjectPart final : public ControlPart<IViewObjectEx> {
 public:
     using ControlPart::ControlPart;
 
-    /// Tells the view's sink that the control looks different.
+    /// Notifies the view's sink that the control looks different.
     void NotifyChange();
     /// Releases the sink.
     void Clear() noexcept { m_sink.Reset(); }
