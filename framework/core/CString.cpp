@@ -34,10 +34,6 @@ CString CString::Left(int nCount) const {
     return Mid(0, nCount);
 }
 
-CString CString::Right(int nCount) const {
-    return Mid(GetLength() - std::clamp(nCount, 0, GetLength()));
-}
-
 CString CString::Mid(int iFirst) const {
     return Mid(iFirst, GetLength());
 }
@@ -58,16 +54,6 @@ int CString::Find(TCHAR ch, int iStart) const noexcept {
 
 int CString::ReverseFind(TCHAR ch) const noexcept {
     return static_cast<int>(m_text.rfind(ch));
-}
-
-CString& CString::MakeUpper() {
-    ::CharUpperBuff(m_text.data(), static_cast<DWORD>(m_text.size()));
-    return *this;
-}
-
-CString& CString::MakeLower() {
-    ::CharLowerBuff(m_text.data(), static_cast<DWORD>(m_text.size()));
-    return *this;
 }
 
 LPTSTR CString::GetBuffer(int nMinBufferLength) {

@@ -1,8 +1,8 @@
 // CString: a wide text.
 //
 // Covered: the documented members below. Unicode only; there is no conversion from or to narrow text. Texts
-// are copied by value, not shared. Not covered: the members for tokens, trimming, insertion, deletion and
-// message formatting.
+// are copied by value, not shared. Not covered: the members for case, tokens, trimming, insertion, deletion
+// and message formatting.
 #pragma once
 
 #include "Types.h"
@@ -32,7 +32,6 @@ public:
 
     /// Parts of the text; counts and places beyond it are cut to it.
     CString Left(int nCount) const;
-    CString Right(int nCount) const;
     CString Mid(int iFirst) const;
     CString Mid(int iFirst, int nCount) const;
 
@@ -41,11 +40,8 @@ public:
     int Find(TCHAR ch, int iStart = 0) const noexcept;
     int ReverseFind(TCHAR ch) const noexcept;
 
-    /// Negative, zero or positive, by code unit; without regard to case by the user's locale.
+    /// Negative, zero or positive, by code unit.
     int Compare(LPCTSTR lpsz) const noexcept { return m_text.compare(lpsz); }
-    int CompareNoCase(LPCTSTR lpsz) const noexcept { return ::lstrcmpi(m_text.c_str(), lpsz); }
-    CString& MakeUpper();
-    CString& MakeLower();
 
     /// A buffer of at least nMinBufferLength characters that may be written until ReleaseBuffer.
     LPTSTR GetBuffer(int nMinBufferLength);

@@ -20,8 +20,7 @@ public:
     INT_PTR GetCount() const noexcept { return m_count; }
     BOOL IsEmpty() const noexcept { return m_count == 0; }
 
-    POSITION AddTail(ARG_TYPE newElement) { return Link(new Node{newElement, m_tail, nullptr}); }
-    POSITION AddHead(ARG_TYPE newElement) { return Link(new Node{newElement, nullptr, m_head}); }
+    POSITION AddTail(ARG_TYPE newElement) { return Append(new Node{newElement, m_tail, nullptr}); }
 
     POSITION GetHeadPosition() const noexcept { return ToPosition(m_head); }
     /// The element at the position, which moves on and becomes null after the last one.
@@ -36,8 +35,6 @@ public:
     /// The first element equal to the value, searched after `startAfter` unless null; null when there is
     /// none.
     POSITION Find(ARG_TYPE searchValue, POSITION startAfter = nullptr) const;
-    /// The element at a place counted from 0; null outside the list.
-    POSITION FindIndex(INT_PTR nIndex) const;
 
 private:
     struct Node {
@@ -53,7 +50,7 @@ private:
         position = ToPosition(node->next);
         return node;
     }
-    POSITION Link(Node* node) noexcept;
+    POSITION Append(Node* node) noexcept;
 
     Node* m_head = nullptr;
     Node* m_tail = nullptr;
@@ -61,9 +58,9 @@ private:
 };
 
 template <class TYPE, class ARG_TYPE>
-POSITION CList<TYPE, ARG_TYPE>::Link(Node* node) noexcept {
+POSITION CList<TYPE, ARG_TYPE>::Append(Node* node) noexcept {
     (node->previous ? node->previous->next : m_head) = node;
-    (node->next ? node->next->previous : m_tail) = node;
+    m_tail = node;
     ++m_count;
     return ToPosition(node);
 }
@@ -88,18 +85,6 @@ template <class TYPE, class ARG_TYPE>
 POSITION CList<TYPE, ARG_TYPE>::Find(ARG_TYPE searchValue, POSITION startAfter) const {
     Node* node = startAfter ? ToNode(startAfter)->next : m_head;
     while (node && !(node->value == searchValue)) {
-        node = node->next;
-    }
-    return ToPosition(node);
-}
-
-template <class TYPE, class ARG_TYPE>
-POSITION CList<TYPE, ARG_TYPE>::FindIndex(INT_PTR nIndex) const {
-    if (nIndex < 0 || nIndex >= m_count) {
-        return nullptr;
-    }
-    Node* node = m_head;
-    for (; nIndex > 0; --nIndex) {
         node = node->next;
     }
     return ToPosition(node);
@@ -132,7 +117,6 @@ public:
 
     TYPE& GetAt(INT_PTR nIndex) { return m_elements.at(static_cast<size_t>(nIndex)); }
     const TYPE& GetAt(INT_PTR nIndex) const { return m_elements.at(static_cast<size_t>(nIndex)); }
-    void SetAt(INT_PTR nIndex, ARG_TYPE newElement) { GetAt(nIndex) = newElement; }
     TYPE& operator[](INT_PTR nIndex) { return GetAt(nIndex); }
     const TYPE& operator[](INT_PTR nIndex) const { return GetAt(nIndex); }
 

@@ -57,10 +57,6 @@ CBitmap* CDC::SelectObject(CBitmap* pBitmap) {
     return CBitmap::FromHandle(static_cast<HBITMAP>(::SelectObject(m_hDC, pBitmap->m_hObject)));
 }
 
-CGdiObject* CDC::SelectStockObject(int nIndex) {
-    return CGdiObject::FromHandle(::SelectObject(m_hDC, ::GetStockObject(nIndex)));
-}
-
 CPoint CDC::MoveTo(int x, int y) noexcept {
     CPoint before;
     ::MoveToEx(m_hDC, x, y, &before);

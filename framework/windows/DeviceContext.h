@@ -39,7 +39,6 @@ public:
     CBrush* SelectObject(CBrush* pBrush);
     virtual CFont* SelectObject(CFont* pFont);
     CBitmap* SelectObject(CBitmap* pBitmap);
-    virtual CGdiObject* SelectStockObject(int nIndex);
 
     int SetBkMode(int nBkMode) noexcept { return ::SetBkMode(m_hDC, nBkMode); }
     int GetBkMode() const noexcept { return ::GetBkMode(m_hDC); }

@@ -101,10 +101,6 @@ HRESULT CFileDialog::SetFilter() {
     return types.empty() ? S_OK : m_dialog->SetFileTypes(static_cast<UINT>(types.size()), types.data());
 }
 
-CString CFileDialog::GetFileName() const {
-    return m_path.Mid(m_path.ReverseFind(L'\\') + 1);
-}
-
 HRESULT CFileDialog::AddCheckButton(DWORD dwIDCtl, const CString& strLabel, BOOL bChecked) {
     return m_customize ? m_customize->AddCheckButton(dwIDCtl, strLabel, bChecked) : E_NOINTERFACE;
 }

@@ -37,7 +37,6 @@ public:
 
     /// The chosen file: its full path, its name with extension; empty before DoModal returned IDOK.
     CString GetPathName() const { return m_path; }
-    CString GetFileName() const;
 
     /// Check boxes, before the dialog is shown, while it is and afterwards. E_NOINTERFACE when the system's
     /// dialog has none, otherwise its own results.

@@ -16,10 +16,6 @@ LVITEM TextItem(int item, int subItem, LPCTSTR text) noexcept {
     return description;
 }
 
-POSITION ToPosition(int item) noexcept {
-    return reinterpret_cast<POSITION>(static_cast<INT_PTR>(item) + 1);
-}
-
 } // namespace
 
 IMPLEMENT_DYNAMIC(CListCtrl, CWnd)
@@ -85,10 +81,6 @@ BOOL CListCtrl::GetItem(LVITEM* pItem) const noexcept {
     return static_cast<BOOL>(SendMessage(LVM_GETITEM, 0, ToParameter(pItem)));
 }
 
-BOOL CListCtrl::SetItem(const LVITEM* pItem) noexcept {
-    return static_cast<BOOL>(SendMessage(LVM_SETITEM, 0, ToParameter(pItem)));
-}
-
 BOOL CListCtrl::SetItemText(int nItem, int nSubItem, LPCTSTR lpszText) noexcept {
     const LVITEM item = TextItem(nItem, nSubItem, lpszText);
     return static_cast<BOOL>(SendMessage(LVM_SETITEMTEXT, static_cast<WPARAM>(nItem), ToParameter(&item)));
@@ -129,16 +121,6 @@ int CListCtrl::GetNextItem(int nItem, int nFlags) const noexcept {
         SendMessage(LVM_GETNEXTITEM, static_cast<WPARAM>(nItem), MAKELPARAM(static_cast<UINT>(nFlags), 0)));
 }
 
-POSITION CListCtrl::GetFirstSelectedItemPosition() const noexcept {
-    return ToPosition(GetNextItem(-1, LVNI_SELECTED));
-}
-
-int CListCtrl::GetNextSelectedItem(POSITION& pos) const noexcept {
-    const int item = static_cast<int>(reinterpret_cast<INT_PTR>(pos)) - 1;
-    pos = ToPosition(GetNextItem(item, LVNI_SELECTED));
-    return item;
-}
-
 DWORD CListCtrl::GetExtendedStyle() const noexcept {
     return static_cast<DWORD>(SendMessage(LVM_GETEXTENDEDLISTVIEWSTYLE));
 }
@@ -151,9 +133,4 @@ CImageList* CListCtrl::SetImageList(CImageList* pImageList, int nImageListType) 
     const HIMAGELIST images = pImageList ? pImageList->m_hImageList : nullptr;
     return CImageList::FromHandle(reinterpret_cast<HIMAGELIST>(
         SendMessage(LVM_SETIMAGELIST, static_cast<WPARAM>(nImageListType), ToParameter(images))));
-}
-
-CImageList* CListCtrl::GetImageList(int nImageListType) const {
-    return CImageList::FromHandle(
-        reinterpret_cast<HIMAGELIST>(SendMessage(LVM_GETIMAGELIST, static_cast<WPARAM>(nImageListType))));
 }

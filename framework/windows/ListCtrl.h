@@ -34,7 +34,6 @@ public:
     BOOL DeleteAllItems() noexcept { return static_cast<BOOL>(SendMessage(LVM_DELETEALLITEMS)); }
 
     BOOL GetItem(LVITEM* pItem) const noexcept;
-    BOOL SetItem(const LVITEM* pItem) noexcept;
     BOOL SetItemText(int nItem, int nSubItem, LPCTSTR lpszText) noexcept;
     int GetItemText(int nItem, int nSubItem, LPTSTR lpszText, int nLen) const noexcept;
     CString GetItemText(int nItem, int nSubItem) const;
@@ -44,14 +43,11 @@ public:
     /// The next item after nItem (-1: from the start) that fits the LVNI_ flags, or -1.
     int GetNextItem(int nItem, int nFlags) const noexcept;
     /// The positions count from 1, so that null means none.
-    POSITION GetFirstSelectedItemPosition() const noexcept;
-    int GetNextSelectedItem(POSITION& pos) const noexcept;
 
     DWORD GetExtendedStyle() const noexcept;
     DWORD SetExtendedStyle(DWORD dwNewStyle) noexcept;
     /// The list attached before, as a temporary object, or null.
     CImageList* SetImageList(CImageList* pImageList, int nImageListType);
-    CImageList* GetImageList(int nImageListType) const;
     BOOL Arrange(UINT nCode) noexcept { return static_cast<BOOL>(SendMessage(LVM_ARRANGE, nCode)); }
 
 private:

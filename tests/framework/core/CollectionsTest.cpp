@@ -21,9 +21,9 @@ TEST(List, KeepsTheOrderOfInsertion) {
     Numbers list(10);
     EXPECT_TRUE(list.IsEmpty());
     EXPECT_EQ(list.GetHeadPosition(), nullptr);
+    list.AddTail(1);
     list.AddTail(2);
     list.AddTail(3);
-    list.AddHead(1);
     EXPECT_EQ(Values(list), (std::vector{1, 2, 3}));
     EXPECT_EQ(list.GetCount(), 3);
 }
@@ -42,22 +42,19 @@ TEST(List, RemovesAnywhereAndLeavesOtherPositionsValid) {
     EXPECT_EQ(Values(list), (std::vector{4}));
     list.RemoveAll();
     EXPECT_TRUE(list.IsEmpty());
-    list.AddHead(5);
+    list.AddTail(5);
     EXPECT_EQ(Values(list), (std::vector{5}));
 }
 
-TEST(List, FindsByValueAndByPlace) {
+TEST(List, FindsByValue) {
     Numbers list;
-    for (const int value : {7, 8, 7}) {
-        list.AddTail(value);
-    }
-    const POSITION first = list.Find(7);
-    EXPECT_EQ(first, list.FindIndex(0));
-    EXPECT_EQ(list.Find(7, first), list.FindIndex(2));
-    EXPECT_EQ(list.Find(7, list.FindIndex(2)), nullptr);
+    const POSITION first = list.AddTail(7);
+    list.AddTail(8);
+    const POSITION last = list.AddTail(7);
+    EXPECT_EQ(list.Find(7), first);
+    EXPECT_EQ(list.Find(7, first), last);
+    EXPECT_EQ(list.Find(7, last), nullptr);
     EXPECT_EQ(list.Find(9), nullptr);
-    EXPECT_EQ(list.FindIndex(3), nullptr);
-    EXPECT_EQ(list.FindIndex(-1), nullptr);
     list.GetAt(first) = 9;
     EXPECT_EQ(Values(list), (std::vector{9, 8, 7}));
 }
@@ -68,7 +65,7 @@ TEST(Array, GrowsAndShrinks) {
     EXPECT_EQ(array.Add(2), 1);
     array.SetSize(4);
     EXPECT_EQ(array[3], 0);
-    array.SetAt(3, 9);
+    array[3] = 9;
     array.RemoveAt(0);
     array.RemoveAt(0, 2);
     EXPECT_EQ(array.GetCount(), 1);

@@ -44,7 +44,6 @@ TEST_F(FileDialog, GivesTheChosenFile) {
                     }),
               IDOK);
     EXPECT_STREQ(dialog.GetPathName(), path.c_str());
-    EXPECT_EQ(dialog.GetFileName(), L"part.nc");
     EXPECT_TRUE(disabled);
     EXPECT_TRUE(parent.IsWindowEnabled());
 }
@@ -61,7 +60,6 @@ TEST_F(FileDialog, CancellingGivesNothing) {
     CFileDialog dialog(TRUE, nullptr, nullptr, OFN_HIDEREADONLY, nullptr, &parent);
     EXPECT_EQ(Drive(dialog, FileDialogDriver::Cancel), IDCANCEL);
     EXPECT_TRUE(dialog.GetPathName().IsEmpty());
-    EXPECT_TRUE(dialog.GetFileName().IsEmpty());
 }
 
 TEST_F(FileDialog, TellsTheStateOfItsCheckBox) {

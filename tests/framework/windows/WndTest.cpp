@@ -54,7 +54,7 @@ TEST(WndCreation, TheClassMayBeChangedBeforehand) {
     ASSERT_TRUE(window.CreateEx(0, nullptr, L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr));
     wchar_t name[20] = L"";
     ::GetClassName(window, name, 20);
-    EXPECT_EQ(CString(name).CompareNoCase(L"STATIC"), 0);
+    EXPECT_EQ(::lstrcmpi(name, L"STATIC"), 0);
     EXPECT_TRUE(window.GetStyle() & SS_NOTIFY);
     // The class's own procedure stands below the object.
     window.SetWindowText(L"kept by the static");
