@@ -7,7 +7,7 @@
 
 #include <winternl.h>
 
-// The calls below ReadFile and WriteFile. Those, when told a place, also report to a completion port that no
+// The calls below ReadFile and WriteFile. Those, given an offset, also report to a completion port that no
 // file here has, which can take forty times as long as the reading of a few bytes.
 extern "C" {
 NTSTATUS NTAPI NtReadFile(HANDLE, HANDLE, PIO_APC_ROUTINE, PVOID, PIO_STATUS_BLOCK, PVOID, ULONG,

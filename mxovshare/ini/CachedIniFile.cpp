@@ -68,6 +68,57 @@ const IniDocument& CachedIniFile::Document() {
     return m_document ? *m_document : m_unread;
 }
 
+std::vector<std::u16string> CachedIniFile::SectionNames(std::u16string_view prefix) {
+    m_numberPrefix.clear();
+    return Document().SectionNames(prefix);
+}
+
+int CachedIniFile::LastIndex(std::u16string_view prefix) {
+    const IniDocument& document = Document();
+    m_numberPrefix = prefix;
+    m_nextSection = FreeSection(document, prefix);
+    m_takenSection.clear();
+    return document.LastIndex(prefix);
+}
+
+// The section of the first number behind those of the document and of kept edits.
+std::u16string CachedIniFile::FreeSection(const IniDocument& document, std::u16string_view prefix) const {
+    for (std::int64_t number = document.LastIndex(prefix) + std::int64_t{1};; ++number) {
+        const std::string digits = std::to_string(number);
+        std::u16string name = std::u16string(prefix) + u'_' + std::u16string(digits.begin(), digits.end());
+        if (std::ranges::none_of(m_kept, [&](const IniEdit& edit) { return edit.section == name; })) {
+            return name;
+        }
+    }
+}
+
+// An edit of the section of the next number, moved to the number that it got.
+IniEdit CachedIniFile::Numbered(IniEdit edit) {
+    if (m_numberPrefix.empty() || edit.key.empty() || edit.section != m_nextSection) {
+        return edit;
+    }
+    edit.createsSection = m_takenSection.empty();
+    if (m_takenSection.empty()) {
+        m_takenSection = FreeSection(*m_document, m_numberPrefix);
+    }
+    edit.section = m_takenSection;
+    return edit;
+}
+
+// Moves kept edits of a section that somebody else created first.
+void CachedIniFile::MoveKept(const IniDocument& document, std::u16string section) {
+    const std::u16string free =
+        FreeSection(document, std::u16string_view(section).substr(0, section.rfind(u'_')));
+    for (IniEdit& edit : m_kept) {
+        if (edit.section == section) {
+            edit.section = free;
+        }
+    }
+    if (m_takenSection == section) {
+        m_takenSection = free;
+    }
+}
+
 IniOutcome CachedIniFile::Apply(std::span<const IniEdit> edits) {
     Look(Now(), m_patience);
     if (!m_document || (m_answeredUnread && !edits.empty())) {
@@ -94,7 +145,8 @@ IniOutcome CachedIniFile::Refuse(std::span<const IniEdit> edits) {
 // Adds the edits to those that are not in the file, from the first that changes anything.
 void CachedIniFile::Keep(std::span<const IniEdit> edits) {
     bool changes = false;
-    for (const IniEdit& edit : edits) {
+    for (const IniEdit& asked : edits) {
+        const IniEdit edit = Numbered(asked);
         changes = changes || WouldChange(*m_document, edit);
         if (changes) {
             m_kept.push_back(edit);
@@ -110,6 +162,7 @@ void CachedIniFile::DropOverwritten() {
         m_kept[count - 2].section != m_kept[count - 1].section) {
         return;
     }
+    m_kept[count - 1].createsSection |= m_kept[count - 2].createsSection;
     m_kept.erase(m_kept.end() - 2);
     m_performed = std::min(m_performed, m_kept.size() - 1);
 }
@@ -121,7 +174,11 @@ void CachedIniFile::DropKept() {
 
 void CachedIniFile::PerformKept(IniDocument& document) {
     for (; m_performed < m_kept.size(); ++m_performed) {
-        m_changed = Perform(document, m_kept[m_performed]) || m_changed;
+        const IniEdit& edit = m_kept[m_performed];
+        if (edit.createsSection && document.HasSection(edit.section)) {
+            MoveKept(document, edit.section);
+        }
+        m_changed = Perform(document, edit) || m_changed;
     }
 }
 

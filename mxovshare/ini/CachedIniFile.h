@@ -19,6 +19,7 @@ struct IniEdit {
     std::u16string section;
     std::u16string key;
     std::u16string value;
+    bool createsSection = false; ///< the section was free; it gets another number when it is not any more
 };
 
 /// What became of an edit.
@@ -37,8 +38,9 @@ struct IniOutcome {
 ///
 /// A locked file is waited for. When it stays locked, the last document that was read remains, with the edits
 /// made since: they are kept and written with the next edit, or by SaveKept. When the file disappears, kept
-/// edits are dropped. A file that was never read takes no edits, and neither does one whose last answers were
-/// given without having read it: callers base edits on answers, such as the next free number.
+/// edits are dropped. A section that takes the next free number gets the next one after that when somebody
+/// else took the number first. A file that was never read takes no edits, and neither does one whose last
+/// answers were given without having read it: callers base edits on answers, such as the next free number.
 class CachedIniFile {
 public:
     /// `path` is a full one. The file need not exist. `patience`: milliseconds to wait for a locked file.
@@ -49,6 +51,13 @@ public:
     /// The document as it is now, or as it was when the file could last be read; empty for a file that is
     /// missing or was never read.
     const IniDocument& Document();
+
+    /// Lists sections like IniDocument.
+    std::vector<std::u16string> SectionNames(std::u16string_view prefix);
+
+    /// The highest number like IniDocument. The caller may go on to write the section of the next number:
+    /// until sections are listed or a number is asked again, edits of it go to whatever number it got.
+    int LastIndex(std::u16string_view prefix);
 
     /// Changes the document and replaces the file once.
     IniOutcome Apply(std::span<const IniEdit> edits);
@@ -70,6 +79,9 @@ private:
     void Load(std::uint64_t now, DWORD patience);
     void RememberStamp(const FileStamp& stamp, std::uint64_t now);
     IniOutcome Refuse(std::span<const IniEdit> edits);
+    IniEdit Numbered(IniEdit edit);
+    std::u16string FreeSection(const IniDocument& document, std::u16string_view prefix) const;
+    void MoveKept(const IniDocument& document, std::u16string section);
     void Keep(std::span<const IniEdit> edits);
     void DropOverwritten();
     void DropKept();
@@ -93,6 +105,9 @@ private:
     std::vector<IniEdit> m_kept;      // edits that are not in the file
     std::size_t m_performed = 0;      // how many of them are in the document
     bool m_changed = false;           // the document differs from the file
+    std::u16string m_numberPrefix;    // of the number that LastIndex returned; empty when none is open
+    std::u16string m_nextSection;     // the section of the next number
+    std::u16string m_takenSection;    // the section that its edits go to; empty before the first
     std::uint64_t m_lastUse = kNever; // these in microseconds
     std::uint64_t m_lastLook = kNever;
     std::uint64_t m_lastLoad = kNever;

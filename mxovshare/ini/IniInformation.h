@@ -9,7 +9,7 @@
 namespace mxovshare {
 
 /// The sections of an INI file with these bytes, in order of appearance and each once; none when it is larger
-/// than an INI file on the disk may be. Throws only for want of memory.
+/// than an INI file on the disk may be. Throws only std::bad_alloc.
 std::vector<InformationSection> ParseInformation(std::string bytes);
 
 } // namespace mxovshare

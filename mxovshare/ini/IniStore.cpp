@@ -72,7 +72,7 @@ bool IniStore::SaveKept() {
 std::vector<std::wstring> IniStore::SectionNames(const std::wstring& prefix, const std::wstring& file) {
     const std::lock_guard lock(m_mutex);
     std::vector<std::wstring> names;
-    for (const std::u16string& name : Open(file).Document().SectionNames(ToUtf16(prefix))) {
+    for (const std::u16string& name : Open(file).SectionNames(ToUtf16(prefix))) {
         names.push_back(ToWide(name));
     }
     return names;
@@ -80,7 +80,7 @@ std::vector<std::wstring> IniStore::SectionNames(const std::wstring& prefix, con
 
 int IniStore::LastIndex(const std::wstring& prefix, const std::wstring& file) {
     const std::lock_guard lock(m_mutex);
-    return Open(file).Document().LastIndex(ToUtf16(prefix));
+    return Open(file).LastIndex(ToUtf16(prefix));
 }
 
 CachedIniFile& IniStore::Open(const std::wstring& file) {

@@ -25,7 +25,7 @@ std::optional<std::string> EditComparison::SetValue(const std::u16string& sectio
     const std::string before = m_document.Bytes();
     const bool changed = m_document.SetValue(section, key, value);
     if (changed != (before != m_document.Bytes())) {
-        return "a change was not told as it was";
+        return "a change was not reported as it was";
     }
     const std::u16string sectionName(TrimBlanks(UpToNul(section)));
     const std::u16string keyName(TrimBlanks(UpToNul(key)));

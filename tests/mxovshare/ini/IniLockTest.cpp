@@ -149,6 +149,43 @@ TEST_F(IniLock, AnEditIsWrittenWhenItsStoreCloses) {
     EXPECT_EQ(Bytes(), kAdded);
 }
 
+std::wstring NumbersOf(IniStore& store, const std::wstring& file) {
+    std::wstring numbers;
+    for (const std::wstring& name : store.SectionNames(L"REFERANCE_FILE_", file)) {
+        numbers += name.substr(name.rfind(L'_') + 1) + L"=" + store.Value(name, L"Description", file) + L" ";
+    }
+    return numbers;
+}
+
+TEST_F(IniLock, ANumberThatSomebodyElseTookFirstIsNotOverwritten) {
+    IniStore mine;
+    IniStore theirs;
+    ASSERT_EQ(mine.LastIndex(L"REFERANCE_FILE", m_file), 1);
+    AddDocument(theirs, m_file);
+    for (const wchar_t* key : {L"IsReferencedFile", L"Description"}) {
+        mine.SetValue(L"REFERANCE_FILE_2", key, L"mine", m_file);
+    }
+    EXPECT_EQ(NumbersOf(mine, m_file), L"1=first 2=new 3=mine ");
+    // Now that the sections are listed, the number means what it says.
+    mine.SetValue(L"REFERANCE_FILE_2", L"Description", L"edited", m_file);
+    EXPECT_EQ(NumbersOf(mine, m_file), L"1=first 2=edited 3=mine ");
+    EXPECT_EQ(mine.Value(L"REFERANCE_FILE_2", L"IsReferencedFile", m_file), L"new");
+}
+
+TEST_F(IniLock, DocumentsAddedDuringALockGetOtherNumbersThanThoseOfTheLocksOwner) {
+    IniStore store(20);
+    store.Value(L"FILEINFO", L"GCode", m_file);
+    {
+        const common::UniqueHandle lock = OpenForTest(m_file, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        AddDocument(store, m_file);
+        AddDocument(store, m_file);
+        m_folder.Write(L"mxinfo.ini", kOneDocument + "[REFERANCE_FILE_2]\r\nDescription=theirs\r\n");
+    }
+    EXPECT_TRUE(store.SaveKept());
+    IniStore fresh;
+    EXPECT_EQ(NumbersOf(fresh, m_file), L"1=first 2=theirs 4=new 3=new ");
+}
+
 std::vector<std::wstring> g_reports;
 
 class IniLockApi : public IniLock {
@@ -215,6 +252,25 @@ TEST(IniLockChild, DISABLED_EditsAgainAndAgain) {
         saved = store.SaveKept();
     }
     EXPECT_TRUE(saved);
+}
+
+TEST(IniLockChild, DISABLED_AddsAgainAndAgain) {
+    if (FileForChild().empty()) {
+        return;
+    }
+    IniStore store;
+    for (int i = 0; i < 40; ++i) {
+        EXPECT_EQ(AddDocument(store, FileForChild()).error, static_cast<DWORD>(ERROR_SUCCESS));
+    }
+}
+
+TEST_F(IniLock, TwoProcessesAddDocumentsUnderDifferentNumbers) {
+    const ChildProcess one(L"IniLockChild.DISABLED_AddsAgainAndAgain", m_file);
+    const ChildProcess other(L"IniLockChild.DISABLED_AddsAgainAndAgain", m_file);
+    EXPECT_EQ(one.Wait(), 0U);
+    EXPECT_EQ(other.Wait(), 0U);
+    IniStore store;
+    EXPECT_EQ(store.SectionNames(L"REFERANCE_FILE_", m_file).size(), 81U);
 }
 
 TEST_F(IniLock, TwoProcessesLoseNoEdit) {
