@@ -4,6 +4,7 @@ import os
 import pathlib
 import re
 import shutil
+import subprocess
 import sys
 import unittest
 
@@ -106,6 +107,11 @@ class InstallerTest(ReleaseCase):
 
     def installed(self, folder):
         return {path.relative_to(folder).as_posix(): path.read_bytes() for path in folder.rglob('*') if path.is_file()}
+
+    def test_it_runs_no_code_of_its_own(self):
+        table = subprocess.run(['msiinfo', 'export', self.package, 'CustomAction'], capture_output=True, text=True, check=True)
+        actions = [line.split('\t')[:3] for line in table.stdout.splitlines()[3:]]
+        self.assertEqual(actions, [['UseMachineFolder', '51', 'INSTALLDIR']], 'only a property is set')
 
     def test_removing_leaves_neither_files_nor_registry_entries(self):
         for words in ((), ('ALLUSERS=1',)):
