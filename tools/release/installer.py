@@ -24,14 +24,14 @@ COMPLETION = (
     *(f"UPDATE `Component` SET `Condition` = 'NOT ALLUSERS' WHERE `Component` = '{name}'"
       for name in ('UserPath', 'UserPrograms')),
     "UPDATE `Component` SET `Condition` = 'ALLUSERS' WHERE `Component` = 'MachinePath'",
-    'CREATE TABLE `Environment` (`Environment` CHAR(72) NOT NULL, `Name` CHAR(255) NOT NULL LOCALIZABLE, '
-    '`Value` CHAR(255) LOCALIZABLE, `Component_` CHAR(72) NOT NULL PRIMARY KEY `Environment`)',
-    "INSERT INTO `Environment` (`Environment`, `Name`, `Value`, `Component_`) "
-    "VALUES ('UserPath', '=-PATH', '[~];[INSTALLDIR]', 'UserPath')",
-    "INSERT INTO `Environment` (`Environment`, `Name`, `Value`, `Component_`) "
-    "VALUES ('MachinePath', '=-*PATH', '[~];[INSTALLDIR]', 'MachinePath')",
     "INSERT INTO `InstallExecuteSequence` (`Action`, `Sequence`) VALUES ('RemoveEnvironmentStrings', 3300)",
     "INSERT INTO `InstallExecuteSequence` (`Action`, `Sequence`) VALUES ('WriteEnvironmentStrings', 5200)")
+SEARCH_PATH = '''Environment\tName\tValue\tComponent_
+s72\tl255\tL255\ts72
+Environment\tEnvironment
+UserPath\t=-PATH\t[~];[INSTALLDIR]\tUserPath
+MachinePath\t=-*PATH\t[~];[INSTALLDIR]\tMachinePath
+'''
 SUMMARY = uuid.UUID('{f29f85e0-4ff9-1068-ab91-08002b27b3d9}').bytes_le
 REVISION, CREATED, SAVED = 9, 12, 13
 
@@ -87,6 +87,8 @@ def installer(version, files, moment):
             '-D', f'ProductCode={identifier("product", version, content)}', folder / SOURCE.name)
         for query in COMPLETION:
             run('msibuild', database, '-q', query)
+        (folder / 'Environment.idt').write_bytes(SEARCH_PATH.replace('\n', '\r\n').encode())
+        run('msibuild', database, '-i', folder / 'Environment.idt')
         data = bytearray(database.read_bytes())
     fix_summary(data, identifier('package', version, content), moment)
     return bytes(data)
