@@ -6,7 +6,6 @@
 #include "files/FileFailure.h"
 #include "files/FileProperties.h"
 #include "files/FolderPath.h"
-#include "pack/BackgroundFlusher.h"
 #include "pack/FileTimes.h"
 #include "pack/FolderScan.h"
 #include "pack/PackageContent.h"
@@ -126,15 +125,13 @@ void VerifyPacked(const ByteSource& file, const std::vector<Outcome>& outcomes, 
 void PackInto(HANDLE target, const std::wstring& file, const std::vector<FolderItem>& items,
               ProgressMeter& meter) {
     OpenFile packed(target, file);
-    BackgroundFlusher sink(packed, target, file);
     const OldPackage old(file);
     std::vector<const ZipEntry*> reuse = FindReuseCandidates(items, old.Entries());
     std::vector<Outcome> outcomes;
     do {
-        outcomes = PackItems(sink, packed, items, old, reuse, meter);
+        outcomes = PackItems(packed, items, old, reuse, meter);
     } while (DropUnusable(outcomes, reuse));
     VerifyPacked(packed, outcomes, meter);
-    sink.Finish();
 }
 
 } // namespace
@@ -171,15 +168,13 @@ void NewPackage::Pack(const std::vector<FolderItem>& items, const ByteSource& ol
     RefuseTooMuch(m_file, items);
     ProgressMeter meter(progress, 2 * TotalSize(items));
     OpenFile packed(m_target.Handle(), m_file);
-    BackgroundFlusher sink(packed, m_target.Handle(), m_file);
-    const std::vector<Outcome> outcomes = PackItems(sink, packed, items, old, reuse, meter);
+    const std::vector<Outcome> outcomes = PackItems(packed, items, old, reuse, meter);
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (outcomes[i] == Outcome::Damaged) {
             throw EntryError(items[i].item.name, "its data is damaged");
         }
     }
     VerifyPacked(packed, outcomes, meter);
-    sink.Finish();
 }
 
 std::wstring NewPackage::KeepProperties() {

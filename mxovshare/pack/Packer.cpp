@@ -18,7 +18,7 @@ namespace {
 // The new package file and what its jobs report to.
 struct Target {
     ZipWriter& writer;
-    const ByteSource& written;
+    const ByteSource& file;
     ProgressMeter& meter;
     std::atomic<std::uint64_t> copied = 0; // bytes of reused items that the meter does not know yet
 };
@@ -62,56 +62,84 @@ private:
     PackedPiece m_packed;
 };
 
-// Compares a file with its entry of the old package, copies the packed data and reads the copy back.
+// A file that the old package holds, and where its packed data is copied to.
+struct ReusedFile {
+    const FolderItem* item;
+    const ZipEntry* entry; // of the old package
+    const ZipEntry* place; // in the new one
+    Outcome* outcome;
+};
+
+// Compares files with their entries of the old package, copies the packed data and reads the copies back.
+// Small files share a job, since passing one between threads takes as long as several of them.
 class ReuseJob : public Job {
 public:
-    ReuseJob(Target& target, const FolderItem& item, const ByteSource& old, const ZipEntry& entry,
-             const ZipEntry& place, Outcome& outcome)
-        : m_target(target), m_item(item), m_old(old), m_entry(entry), m_place(place), m_outcome(outcome) {}
+    ReuseJob(Target& target, const ByteSource& old) : m_target(target), m_old(old) {}
+
+    bool IsFull() const { return m_cost >= kMostCost; }
+    void Add(const ReusedFile& file) {
+        m_files.push_back(file);
+        m_cost += file.entry->size + kFileCost;
+    }
     void Make(const std::atomic<bool>& stop) override {
         const auto checkpoint = [&stop](Bytes) {
             if (stop) {
                 throw Cancelled();
             }
         };
-        try {
-            m_outcome = IsUnchanged(checkpoint) ? Outcome::Copied : Outcome::Different;
-            if (m_outcome == Outcome::Copied) {
-                m_target.writer.CopyReserved(m_place, m_old, m_entry, checkpoint);
-                VerifiedEntryCache::Instance().Verify(m_target.written, m_place, checkpoint);
-                m_target.copied += m_entry.size;
-            }
-        } catch (const PackageError&) {
-            m_outcome = Outcome::Damaged;
+        for (const ReusedFile& file : m_files) {
+            *file.outcome = Reuse(file, checkpoint);
         }
     }
-    void Take() override { m_target.meter.Begin(RelativePath(m_entry)); }
+    void Take() override {
+        for (const ReusedFile& file : m_files) {
+            m_target.meter.Begin(RelativePath(*file.entry));
+        }
+    }
 
 private:
-    bool IsUnchanged(const std::function<void(Bytes)>& checkpoint) const {
-        if (m_item.path.empty()) {
-            m_target.copied += m_entry.size;
+    using Checkpoint = std::function<void(Bytes)>;
+
+    Outcome Reuse(const ReusedFile& file, const Checkpoint& checkpoint) const {
+        try {
+            if (!IsUnchanged(file, checkpoint)) {
+                return Outcome::Different;
+            }
+            m_target.writer.CopyReserved(*file.place, m_old, *file.entry, checkpoint);
+            VerifiedEntryCache::Instance().Verify(m_target.file, *file.place, checkpoint);
+            m_target.copied += file.entry->size;
+            return Outcome::Copied;
+        } catch (const PackageError&) {
+            return Outcome::Damaged;
+        }
+    }
+
+    bool IsUnchanged(const ReusedFile& file, const Checkpoint& checkpoint) const {
+        if (file.item->path.empty()) {
+            m_target.copied += file.entry->size;
             return true;
         }
-        const DiskSource file(m_item.path);
-        if (file.Size() != m_entry.size) {
+        const DiskSource source(file.item->path);
+        if (source.Size() != file.entry->size) {
             return false;
         }
         std::uint32_t checksum = 0;
-        ReadPieces(file, 0, file.Size(), [&](Bytes piece) {
+        ReadPieces(source, 0, source.Size(), [&](Bytes piece) {
             checkpoint(piece);
             checksum = Checksum(checksum, piece);
             m_target.copied += piece.size();
         });
-        return checksum == m_entry.crc32;
+        return checksum == file.entry->crc32;
     }
 
+    static constexpr std::uint64_t kMostCost = std::uint64_t{4} << 20;
+    // Opening a file takes as long as reading this many bytes.
+    static constexpr std::uint64_t kFileCost = std::uint64_t{128} << 10;
+
     Target& m_target;
-    const FolderItem& m_item;
     const ByteSource& m_old;
-    const ZipEntry& m_entry;
-    const ZipEntry& m_place;
-    Outcome& m_outcome;
+    std::vector<ReusedFile> m_files;
+    std::uint64_t m_cost = 0;
 };
 
 // The jobs for all items, those with something to reuse last: their room in the file comes first.
@@ -136,14 +164,12 @@ public:
         if (m_next == m_order.size()) {
             return nullptr;
         }
-        const std::size_t i = m_order[m_next++];
-        const FolderItem& item = m_items[i];
+        if (m_reuse[m_order[m_next]] != nullptr) {
+            return NextReused();
+        }
+        const FolderItem& item = m_items[m_order[m_next++]];
         if (item.isFolder) {
             return std::make_unique<FolderJob>(m_target, item);
-        }
-        if (m_reuse[i] != nullptr) {
-            return std::make_unique<ReuseJob>(m_target, item, m_old, *m_reuse[i], *m_places[i],
-                                              m_outcomes[i]);
         }
         item.isExclusive ? m_pieces.Open(item.path) : m_pieces.OpenSettled(item.path);
         return std::make_unique<PieceJob>(m_target, item, m_pieces.Next());
@@ -152,6 +178,15 @@ public:
     std::vector<Outcome> TakeOutcomes() { return std::move(m_outcomes); }
 
 private:
+    std::unique_ptr<Job> NextReused() {
+        auto job = std::make_unique<ReuseJob>(m_target, m_old);
+        for (; m_next < m_order.size() && !job->IsFull(); ++m_next) {
+            const std::size_t i = m_order[m_next];
+            job->Add({&m_items[i], m_reuse[i], m_places[i], &m_outcomes[i]});
+        }
+        return job;
+    }
+
     Target& m_target;
     const std::vector<FolderItem>& m_items;
     const ByteSource& m_old;
@@ -165,11 +200,10 @@ private:
 
 } // namespace
 
-std::vector<Outcome> PackItems(ByteSink& sink, const ByteSource& written,
-                               const std::vector<FolderItem>& items, const ByteSource& old,
+std::vector<Outcome> PackItems(OpenFile& file, const std::vector<FolderItem>& items, const ByteSource& old,
                                const std::vector<const ZipEntry*>& reuse, ProgressMeter& meter) {
-    ZipWriter writer(sink);
-    Target target = {writer, written, meter};
+    ZipWriter writer(file);
+    Target target = {writer, file, meter};
     PackJobs jobs(target, items, old, reuse);
     RunJobs(
         ProcessorCount(), [&jobs] { return jobs.Next(); },

@@ -1,6 +1,7 @@
 // Packing the items of a folder into a package file, reusing packed data of an old package.
 #pragma once
 
+#include "files/DiskFile.h"
 #include "pack/FolderScan.h"
 #include "pack/ProgressMeter.h"
 
@@ -16,12 +17,10 @@ enum class Outcome {
     Damaged,   ///< its entry in the old package is damaged
 };
 
-/// Packs all items on all processors; the result states the outcome for each. The file is a package only when
-/// every item is Packed or Copied. `reuse` holds for each item the entry of `old` to copy, or null. The new
-/// file is written through `sink`, by several threads, and read back through `written`. Each item advances
-/// the meter by its size, a copied one once more when it is verified.
-std::vector<Outcome> PackItems(ByteSink& sink, const ByteSource& written,
-                               const std::vector<FolderItem>& items, const ByteSource& old,
+/// Packs all items into `file` on all processors; the result states the outcome for each. The file is a
+/// package only when every item is Packed or Copied. `reuse` holds for each item the entry of `old` to copy,
+/// or null. Each item advances the meter by its size, a copied one once more when it is verified.
+std::vector<Outcome> PackItems(OpenFile& file, const std::vector<FolderItem>& items, const ByteSource& old,
                                const std::vector<const ZipEntry*>& reuse, ProgressMeter& meter);
 
 } // namespace mxovshare

@@ -1,4 +1,4 @@
-// The container's checksum: CRC-32 as zlib computes it, faster where the processor can multiply polynomials.
+// The container's checksum, CRC-32.
 #pragma once
 
 #include "files/ByteSource.h"
@@ -7,7 +7,7 @@
 
 namespace mxovshare {
 
-/// The checksum of data with this checksum (0 for none) and `bytes` behind it.
+/// The checksum of data whose first part has the checksum `before` (0 for none) and is followed by `bytes`.
 std::uint32_t Checksum(std::uint32_t before, Bytes bytes);
 
 /// The checksum of data in two parts with these checksums, the second one being `size` bytes long, less
