@@ -1,13 +1,12 @@
 #include "MainWindow.h"
 
-#include "common/Paths.h"
 #include "common/SystemError.h"
 #include "control/PropertiesWindow.h"
-#include "mxovshare.h"
+#include "HelpMenu.h"
 #include "package/PackageSummary.h"
 #include "package/Paths.h"
 #include "resources/resource.h"
-#include "shell/HelpLauncher.h"
+#include "window/DroppedFiles.h"
 #include "window/FileDialog.h"
 #include "window/RecentMenu.h"
 #include "window/WindowPlacement.h"
@@ -28,6 +27,8 @@ constexpr int kLeastPreview = 220;
 constexpr int kUsualPreview = 620;
 constexpr int kUsualHeight = 640;
 constexpr int kFactsWidth = 160;
+constexpr UINT_PTR kNoteTimer = 2;
+constexpr UINT kNoteTime = 5000; // milliseconds
 
 NewsBar::Button NewsButton(NewsAction action) {
     switch (action) {
@@ -134,7 +135,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return 0;
     case WM_TIMER:
-        m_packages.OnTimer();
+        OnTimer(wParam);
         return 0;
     case WM_QUERYENDSESSION:
         m_packages.CancelOpening();
@@ -235,10 +236,12 @@ void MainWindow::OnCommand(int command) {
         m_packages.Compare();
         break;
     case IDM_HELP_TOPICS:
-        ShowHelp();
+        if (const std::wstring error = ShowHelpTopics(); !error.empty()) {
+            ShowError(error);
+        }
         break;
     case IDM_HELP_ABOUT:
-        ShowAbout();
+        ShowAbout(Handle(), m_control.File());
         break;
     default:
         if (command >= IDM_RECENT_FIRST && command <= IDM_RECENT_LAST) {
@@ -249,12 +252,10 @@ void MainWindow::OnCommand(int command) {
 }
 
 void MainWindow::OnDropFiles(HDROP drop) {
-    const UINT length = DragQueryFileW(drop, 0, nullptr, 0);
-    std::wstring path(length, L'\0');
-    DragQueryFileW(drop, 0, path.data(), length + 1);
-    DragFinish(drop);
+    const std::optional<AttachMode> mode = AttachModeByKey();
+    const std::vector<std::wstring> files = TakeDroppedFiles(drop);
     SetForegroundWindow(Handle());
-    m_packages.Open(path);
+    m_packages.Drop(files, mode);
 }
 
 // The focus returns to where it was inside the window.
@@ -344,36 +345,27 @@ void MainWindow::ShowControl(bool shown) {
     }
 }
 
+// A note passes after a while.
+void MainWindow::ShowNote(const std::wstring& text) {
+    ShowStatus(text);
+    SetTimer(Handle(), kNoteTimer, kNoteTime, nullptr);
+}
+
+void MainWindow::OnTimer(UINT_PTR timer) {
+    if (timer != kNoteTimer) {
+        m_packages.OnTimer();
+        return;
+    }
+    const PackageSession* session = m_packages.Session();
+    ShowStatus(session ? session->PackageFile() : L"Ready");
+}
+
 void MainWindow::ShowStatus(const std::wstring& text) {
+    KillTimer(Handle(), kNoteTimer);
     const PackageSession* session = m_packages.IsOpening() ? nullptr : m_packages.Session();
     const std::wstring counts = session ? CountsText(session->Entries()) : std::wstring();
     SendMessageW(m_status, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text.c_str()));
     SendMessageW(m_status, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(counts.c_str()));
-}
-
-void MainWindow::ShowHelp() {
-    constexpr UINT kShowTopic = 15; // by its number
-    static docview::HtmlHelpEngine engine;
-    const docview::HelpTarget help =
-        docview::FindHelp(common::ModuleFolder(nullptr), mxovshare::OVApplication::mxLanguageName);
-    if (!FileExists(help.file)) {
-        ShowError(L"The help file is not there:\n\n" + help.file);
-    } else if (!engine.Call(nullptr, help.file.c_str(), kShowTopic, help.topic)) {
-        ShowError(L"The help cannot be shown on this computer.");
-    }
-}
-
-void MainWindow::ShowAbout() {
-    MSGBOXPARAMSW box = {};
-    box.cbSize = sizeof box;
-    box.hwndOwner = Handle();
-    box.hInstance = GetModuleHandleW(nullptr);
-    box.lpszText =
-        L"MXOV Viewer " MXOV_VIEWER_VERSION L"\n\nOpens machining packages and shows their documents.";
-    box.lpszCaption = L"About MXOV Viewer";
-    box.dwStyle = MB_OK | MB_USERICON;
-    box.lpszIcon = MAKEINTRESOURCEW(IDI_VIEWER);
-    MessageBoxIndirectW(&box);
 }
 
 void MainWindow::ShowError(const std::wstring& text) {

@@ -48,6 +48,7 @@ private:
     void OnPackageChanged() override;
     void OnNewsChanged() override;
     void ShowStatus(const std::wstring& text) override;
+    void ShowNote(const std::wstring& text) override;
     void ShowError(const std::wstring& text) override;
 
     bool OnCreate();
@@ -57,14 +58,13 @@ private:
     void OnCommand(int command);
     void OnDropFiles(HDROP drop);
     void OnActivate(bool active, HWND other);
+    void OnTimer(UINT_PTR timer);
     void OnClose();
 
     void BrowseForPackage();
     void OpenRecent(std::size_t index);
     void ShowControl(bool shown);
     void ShowTitle();
-    void ShowHelp();
-    void ShowAbout();
     bool WrapTabFocus(const MSG& message);
     [[nodiscard]] bool IsOfFrame(HWND window) const;
     [[nodiscard]] SIZE ControlSize() const;

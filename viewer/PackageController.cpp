@@ -6,7 +6,12 @@
 #include "control/PropertiesWindow.h"
 #include "package/Paths.h"
 #include "PackageClosing.h"
+#include "PackageRecovery.h"
+#include "window/AttachPrompt.h"
 #include "window/UnsavedPrompts.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace viewer {
 
@@ -20,6 +25,12 @@ constexpr UINT kProgressPeriod = 100; // milliseconds between its updates
 std::wstring Sentence(std::wstring report) {
     CharUpperBuffW(report.data(), report.empty() ? 0 : 1);
     return report.ends_with(L'.') ? report : report + L".";
+}
+
+bool IsPackageName(const std::wstring& path) {
+    constexpr std::wstring_view kExtension = L".mxov";
+    return path.size() > kExtension.size() &&
+           common::IsSamePath(std::wstring_view(path).substr(path.size() - kExtension.size()), kExtension);
 }
 
 } // namespace
@@ -69,6 +80,49 @@ bool PackageController::CanOpen(const std::wstring& path) {
     return true;
 }
 
+void PackageController::Drop(const std::vector<std::wstring>& files, std::optional<AttachMode> mode) {
+    const auto package = std::ranges::find_if(files, IsPackageName);
+    if (files.empty()) {
+        return;
+    }
+    if (package != files.end() || !m_session) {
+        Open(package != files.end() ? *package : files.front());
+    } else {
+        Attach(files, mode);
+    }
+}
+
+void PackageController::Attach(const std::vector<std::wstring>& files, std::optional<AttachMode> mode) {
+    if (IsOpening() || m_prompting) {
+        MessageBeep(MB_OK);
+        return;
+    }
+    const std::wstring& package = m_session->PackageFile();
+    if (!TakesDocuments(m_session->FolderWithSeparator())) {
+        m_view.ShowError(FileName(package) +
+                         L" was written by an older program and takes no additional documents.");
+        return;
+    }
+    if (files.size() == 1 && FolderExists(files.front())) {
+        m_view.ShowError(FileName(files.front()) + L" is a folder; only files can be attached.");
+        return;
+    }
+    CloseProperties(m_view.Frame());
+    if (!mode) {
+        const common::ScopedFlag prompting(m_prompting);
+        mode = AskHowToAttach(m_view.Frame(), package, files);
+    }
+    if (!mode) {
+        return;
+    }
+    const std::wstring refused = AttachDocuments(m_session->FolderWithSeparator(), files, *mode);
+    m_control.LoadFile(m_session->FolderWithSeparator(), package); // shows them
+    m_control.MarkChanged();
+    if (!refused.empty()) {
+        m_view.ShowError(refused);
+    }
+}
+
 void PackageController::Reload() {
     if (m_session) {
         Open(std::wstring(m_session->PackageFile()));
@@ -87,7 +141,7 @@ void PackageController::Save() {
     }
     const bool isFileGone = m_state && m_state->stamp.empty();
     if (!isFileGone && !m_control.HasChanges() && m_session->Changes().empty()) {
-        m_view.ShowStatus(L"There is nothing to save");
+        m_view.ShowNote(L"There is nothing to save");
         return;
     }
     {
@@ -131,22 +185,9 @@ bool PackageController::Close() {
 
 bool PackageController::OfferCrashRecovery() {
     std::unique_ptr<PackageSession> chosen;
-    for (std::unique_ptr<PackageSession>& session : m_sessions.TakeOver()) {
-        if (chosen) {
-            session->Keep();
-            continue;
-        }
-        if (!DiffersFromPackage(session->Folder(), session->PackageFile())) {
-            continue;
-        }
+    {
         const common::ScopedFlag prompting(m_prompting);
-        const RecoveryAnswer answer =
-            AskToRecover(m_view.Frame(), session->PackageFile(), LastWriteBelow(session->Folder()));
-        if (answer == RecoveryAnswer::Continue) {
-            chosen = std::move(session);
-        } else if (answer == RecoveryAnswer::Later) {
-            session->Keep();
-        }
+        chosen = AskToContinue(m_view.Frame(), m_sessions);
     }
     if (!chosen) {
         return false;

@@ -1,6 +1,7 @@
 // The package that the window shows: opens, watches, saves, closes and recovers it.
 #pragma once
 
+#include "package/Attachment.h"
 #include "package/PackageNews.h"
 #include "package/PackageSession.h"
 #include "package/PackageWatch.h"
@@ -12,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace viewer {
 
@@ -31,6 +33,9 @@ public:
 
     /// Shows a line of text until the next one.
     virtual void ShowStatus(const std::wstring& text) = 0;
+
+    /// Shows a line of text for some seconds.
+    virtual void ShowNote(const std::wstring& text) = 0;
 
     /// Shows what went wrong and waits until the user has read it.
     virtual void ShowError(const std::wstring& text) = 0;
@@ -71,6 +76,10 @@ public:
     /// an error when it cannot be opened; the open package then stays as it was.
     void Open(const std::wstring& path);
 
+    /// Handles dropped files: the first package among them is opened, other files are attached to the open
+    /// package. `mode` is what the user chose by a key; without one a prompt asks.
+    void Drop(const std::vector<std::wstring>& files, std::optional<AttachMode> mode);
+
     /// Opens the open package anew.
     void Reload();
 
@@ -101,6 +110,7 @@ public:
 
 private:
     [[nodiscard]] bool CanOpen(const std::wstring& path);
+    void Attach(const std::vector<std::wstring>& files, std::optional<AttachMode> mode);
     void OnUnpacked();
     void OnControlChanged();
     void OnWatched();

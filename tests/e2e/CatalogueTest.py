@@ -2,7 +2,7 @@
 """The document lists of the sample as the viewer shows them, reached with mouse and keyboard."""
 import unittest
 
-from viewercase import ADD, LINKED, MISSING, PACKAGED, SAVE, ViewerCase, information, linked_file
+from viewercase import ADD, DELETE, LINKED, MISSING, PACKAGED, SAVE, ViewerCase, information, linked_file
 from viewerdriver import LISTS, PROGRAM
 
 
@@ -27,6 +27,26 @@ class CatalogueTest(ViewerCase):
         self.assertEqual(pane.text.split('\n'), ['bracket', sections['FILEINFO']['MaxtlreVersion'],
                                                  f"{last['Operation']} by {last['By']}, {last['Time']}"])
         viewer.photograph('e2e-catalogue')
+        self.finish(viewer)
+
+    def test_every_part_has_a_name_for_screen_readers(self):
+        viewer, shown = self.open_sample()
+        sections = [box.text for box in shown.boxes()]
+        self.assertEqual([view.text for view in shown.lists()], sections)
+        self.assertEqual((shown.item(ADD).text, shown.item(DELETE).text), ('Add a document', 'Remove the document'))
+        self.assertEqual(shown.frame.find(class_name='AtlAxWin').text, 'Documents')
+        self.finish(viewer)
+
+    def test_about_states_the_versions_and_the_licence(self):
+        viewer, _ = self.open_sample()
+        viewer.press('alt+h', 'a')
+        shown = viewer.wait('About', lambda s: 'MXOV Viewer 1.0.0' in s.texts())
+        self.assertIn('MXOVDocViewCtrl.ocx 1.0.0', shown.texts())
+        self.assertIn('mxovshare.dll 1.0.0', shown.texts())
+        self.assertIn('MIT licence', shown.texts())
+        viewer.photograph('e2e-about')
+        viewer.press('Return')
+        viewer.wait_for_no_dialog('About is closed')
         self.finish(viewer)
 
     def test_control_fills_its_place_at_the_left(self):

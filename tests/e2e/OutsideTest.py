@@ -199,8 +199,10 @@ class OutsideTest(ViewerCase):
         viewer, shown = self.open_sample()
         self.assertFalse(shown.item(SAVE).enabled)
         viewer.press('ctrl+s')
-        viewer.wait('it says so', lambda s: s.frame.find(class_name='msctls_statusbar32').text ==
-                    'There is nothing to save')
+        def status(shown):
+            return shown.frame.find(class_name='msctls_statusbar32').text
+        viewer.wait('the note', lambda s: status(s) == 'There is nothing to save')
+        viewer.wait('the note passes', lambda s: status(s).endswith('bracket.mxov'))
         self.check_left_alone()
         self.edit()
         viewer.press('alt+f', 's')

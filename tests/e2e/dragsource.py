@@ -1,4 +1,4 @@
-"""Drops a file on a window of another program, as a file manager does: the source's half of the display's
+"""Drops files on a window of another program, as a file manager does: the source's half of the display's
 drag-and-drop protocol (XDND, version 5)."""
 import ctypes
 import pathlib
@@ -33,7 +33,7 @@ class Event(ctypes.Union):
 
 
 class DragSource:
-    """A window of its own that offers one file and drops it on a target window."""
+    """A window of its own that offers files and drops them on a target window."""
 
     def __init__(self, target, uri):
         self.x = ctypes.CDLL('libX11.so.6')
@@ -90,9 +90,9 @@ class DragSource:
         raise AssertionError(f'the target does not answer with {name}')
 
 
-def drop(target, point, path):
-    """Drops the file at a point of the screen on the target, a top-level window of the display."""
-    source = DragSource(target, (pathlib.Path(path).absolute().as_uri() + '\r\n').encode())
+def drop(target, point, *paths):
+    """Drops files at a point of the screen on the target, a top-level window of the display."""
+    source = DragSource(target, ''.join(pathlib.Path(path).absolute().as_uri() + '\r\n' for path in paths).encode())
     try:
         copy, now = source.atom('XdndActionCopy'), 0
         source.send('XdndEnter', 5 << 24, source.atom('text/uri-list'))

@@ -17,6 +17,11 @@ constexpr wchar_t kContainerClass[] = L"AtlAxWin";
 
 // Commands of the control's dialog: its "&Save" button, and what its properties window posts after a change.
 constexpr int kSaveButton = 1039;
+constexpr int kAddButton = 1040;
+constexpr int kRemoveButton = 1041;
+constexpr int kFirstSection = 1000;
+constexpr int kFirstList = 1004;
+constexpr int kSectionCount = 4;
 constexpr WPARAM kPackageChanged = 1042;
 
 // The two functions of the system's container library that a host needs.
@@ -94,6 +99,7 @@ std::wstring ControlHost::Create(HWND parent, int id) {
                L"\n\nThe viewer needs the files of one version, side by side in one folder.";
     }
     m_naturalSize = MeasureControl();
+    NameParts();
     return {};
 }
 
@@ -202,6 +208,20 @@ HWND ControlHost::ControlWindow() const {
         oleWindow->GetWindow(&window);
     }
     return window;
+}
+
+// Screen readers say what a window's text is: a list is named after its section, a button with a picture
+// after what it does.
+void ControlHost::NameParts() const {
+    SetWindowTextW(m_container, L"Documents");
+    const HWND content = Content();
+    for (int section = 0; section < kSectionCount; ++section) {
+        wchar_t title[128] = L"";
+        GetDlgItemTextW(content, kFirstSection + section, title, ARRAYSIZE(title));
+        SetDlgItemTextW(content, kFirstList + section, title);
+    }
+    SetDlgItemTextW(content, kAddButton, L"Add a document");
+    SetDlgItemTextW(content, kRemoveButton, L"Remove the document");
 }
 
 // Until its first draw, the control's dialog has the size of its template.

@@ -30,6 +30,9 @@ public:
     /// Passes the control where its properties window belongs. Called after each move of the frame.
     void UpdatePlace();
 
+    /// The file that the control was created from.
+    [[nodiscard]] const std::wstring& File() const { return m_activation.File(); }
+
     /// The part of the screen that the control takes up.
     [[nodiscard]] RECT ScreenArea() const;
 
@@ -68,6 +71,7 @@ private:
     void Call(const wchar_t* member, std::initializer_list<VARIANT> arguments = {});
     [[nodiscard]] HWND ControlWindow() const;
     [[nodiscard]] SIZE MeasureControl() const;
+    void NameParts() const;
 
     HWND m_container = nullptr;
     ControlActivation m_activation;

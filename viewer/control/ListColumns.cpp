@@ -8,7 +8,7 @@ namespace viewer {
 
 namespace {
 
-constexpr int kFirstList = 1004;
+constexpr int kFirstListId = 1004;
 constexpr wchar_t kLongestDate[] = L"2000-00-00 00:00:00";
 constexpr wchar_t kUsualSize[] = L"999999 KB";
 constexpr int kCellPadding = 12; // pixels that a list view adds to a text, at 96 dots per inch
@@ -39,7 +39,7 @@ int ColumnWidth(HWND list, int column, const wchar_t* text) {
 }
 
 std::wstring ValueName(int index) {
-    return L"ColumnWidths" + std::to_wstring(kFirstList + index);
+    return L"ColumnWidths" + std::to_wstring(kFirstListId + index);
 }
 
 } // namespace
@@ -75,7 +75,7 @@ void ListColumns::Store(HWND dialog) const {
 }
 
 HWND ListColumns::List(HWND dialog, int index) {
-    return GetDlgItem(dialog, kFirstList + index);
+    return GetDlgItem(dialog, kFirstListId + index);
 }
 
 ListColumns::Widths ListColumns::Read(HWND list) {

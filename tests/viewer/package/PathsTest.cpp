@@ -1,7 +1,5 @@
 #include "package/Paths.h"
 
-#include "common/Paths.h"
-#include "common/SystemError.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -15,11 +13,6 @@ TEST(Paths, NamesAndStems) {
     EXPECT_EQ(FileStem(L"C:\\jobs.old\\bracket.v2.mxov"), L"bracket.v2");
     EXPECT_EQ(FileStem(L"C:\\jobs.old\\bracket"), L"bracket");
     EXPECT_EQ(FileStem(L"C:\\.mxov"), L".mxov");
-}
-
-TEST(Paths, CaseDoesNotTellPathsApart) {
-    EXPECT_TRUE(common::IsSamePath(L"C:\\Jobs\\\u00c4.mxov", L"c:\\jobs\\\u00e4.MXOV"));
-    EXPECT_FALSE(common::IsSamePath(L"C:\\a.mxov", L"C:\\b.mxov"));
 }
 
 TEST(Paths, AFolderIsNoFile) {
@@ -55,10 +48,4 @@ TEST(Paths, TellsWhenSomethingIsLeft) {
     EXPECT_FALSE(RemoveFolder(folder / L"package"));
     CloseHandle(file);
     EXPECT_TRUE(RemoveFolder(folder / L"package"));
-}
-
-TEST(Paths, AnErrorHasAText) {
-    EXPECT_NE(common::SystemErrorText(ERROR_ACCESS_DENIED), L"");
-    EXPECT_EQ(common::SystemErrorText(ERROR_ACCESS_DENIED).find_first_of(L"\r\n"), std::wstring::npos);
-    EXPECT_NE(common::SystemErrorText(0x2FFFFFFF).find(std::to_wstring(0x2FFFFFFF)), std::wstring::npos);
 }

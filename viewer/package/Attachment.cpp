@@ -1,0 +1,89 @@
+#include "package/Attachment.h"
+
+#include "common/SystemError.h"
+#include "mxovshare.h"
+#include "package/DiskCatalogueSource.h"
+#include "package/ItemText.h"
+#include "package/PackageInformation.h"
+#include "package/Paths.h"
+
+#include <windows.h>
+
+namespace viewer {
+
+namespace {
+
+using mxovshare::INIFile;
+
+constexpr int kMostNumbers = 10000;
+
+FILETIME LastWriteOf(const std::wstring& file) {
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &data);
+    return data.ftLastWriteTime;
+}
+
+// "plan (2).pdf"
+std::wstring NumberedName(const std::wstring& name, int number) {
+    const std::wstring stem = FileStem(name);
+    return stem + L" (" + std::to_wstring(number) + L")" + name.substr(stem.size());
+}
+
+// Copies a file below the folder of copies under a name that is free, which it returns. Empty on failure,
+// with the last error set.
+std::wstring CopyIntoPackage(const std::wstring& folder, const std::wstring& file) {
+    CreateDirectoryW((folder + docview::kCopiesFolder).c_str(), nullptr);
+    std::wstring name = FileName(file);
+    for (int number = 2; number < kMostNumbers; ++number) {
+        std::wstring stored = docview::kCopiesFolder + name;
+        if (CopyFileW(file.c_str(), (folder + stored).c_str(), TRUE)) {
+            return stored;
+        }
+        if (GetLastError() != ERROR_FILE_EXISTS) {
+            return {};
+        }
+        name = NumberedName(FileName(file), number);
+    }
+    return {};
+}
+
+void WriteSection(const std::wstring& information, const std::wstring& stored, AttachMode mode,
+                  const FILETIME& modified) {
+    using namespace docview::inikey;
+    const std::wstring section =
+        docview::AdditionalSection(docview::DiskCatalogueSource(information),
+                                   INIFile::GetLastIndexOfSectionFromINI(kAdditionalPrefix, information));
+    INIFile::AddRecordToINI(section, kIsReferenced, mode == AttachMode::Link ? L"YES" : L"NO", information);
+    INIFile::AddRecordToINI(section, kDescription, L"-", information);
+    INIFile::AddRecordToINI(section, kTimestamp, FormatFileTime(modified), information);
+    INIFile::AddRecordToINI(section, kFilePath, stored, information);
+}
+
+} // namespace
+
+bool TakesDocuments(const std::wstring& folder) {
+    return docview::IsRecentVersion(INIFile::GetKeyValueFromINI(
+        docview::inikey::kFileInfo, docview::inikey::kVersion, docview::FindInformationFile(folder)));
+}
+
+std::wstring AttachDocuments(const std::wstring& folder, const std::vector<std::wstring>& files,
+                             AttachMode mode) {
+    const std::wstring information = docview::FindInformationFile(folder);
+    std::wstring refused;
+    for (const std::wstring& file : files) {
+        if (FolderExists(file)) {
+            refused += FileName(file) + L" is a folder; only files can be attached.\n";
+            continue;
+        }
+        const std::wstring stored = mode == AttachMode::Link ? file : CopyIntoPackage(folder, file);
+        if (stored.empty()) {
+            refused +=
+                FileName(file) + L" cannot be copied: " + common::SystemErrorText(GetLastError()) + L".\n";
+            continue;
+        }
+        WriteSection(information, stored, mode, LastWriteOf(file));
+    }
+    return refused;
+}
+
+} // namespace viewer

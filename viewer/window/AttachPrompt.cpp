@@ -1,0 +1,27 @@
+#include "window/AttachPrompt.h"
+
+#include "package/Paths.h"
+#include "window/TaskPrompt.h"
+#include "window/UnsavedPrompts.h"
+
+namespace viewer {
+
+std::optional<AttachMode> AskHowToAttach(HWND owner, const std::wstring& packageFile,
+                                         const std::vector<std::wstring>& files) {
+    std::vector<std::wstring> names;
+    names.reserve(files.size());
+    for (const std::wstring& file : files) {
+        names.push_back(FileName(file));
+    }
+    const std::wstring what =
+        files.size() == 1 ? L"a document" : std::to_wstring(files.size()) + L" documents";
+    using Answer = std::optional<AttachMode>;
+    return AskUser<Answer>(
+        owner, L"Attach " + what + L" to " + FileName(packageFile) + L"?",
+        ShortList(names) + L"\nA link points at the file where it lies now. A copy becomes part "
+                           L"of the package.",
+        {{L"&Link", AttachMode::Link}, {L"&Copy", AttachMode::Copy}, {L"Cancel", std::nullopt}}, std::nullopt,
+        TD_INFORMATION_ICON);
+}
+
+} // namespace viewer
