@@ -101,7 +101,7 @@ class InstallerTest(ReleaseCase):
         self.addCleanup(self.remove, *words)
 
     def remove(self, *words):
-        """Removes the product if it is there. Windows knows by itself what is installed for the machine; Wine has to be told."""
+        """Removes the product if it is there. Windows knows by itself what is installed for the machine; Wine needs the words again."""
         if product_code():
             self.msiexec('/x', *[word for word in words if word.startswith('ALLUSERS')])
 
