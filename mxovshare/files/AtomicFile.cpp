@@ -1,6 +1,6 @@
 #include "AtomicFile.h"
 
-#include "LongPath.h"
+#include "common/LongPath.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -30,18 +30,18 @@ std::uint32_t HashOf(const std::wstring& text) {
 } // namespace
 
 std::wstring AtomicFile::TemporaryPath(const std::wstring& target) {
-    const std::wstring path = LongPath(target);
+    const std::wstring path = common::LongPath(target);
     const std::size_t folder = path.find_last_of(L"\\/") + 1;
     std::wstring name = path.substr(folder);
     constexpr std::size_t kRoom = kLongestComponent - std::size(kSuffix);
     if (name.size() > kRoom) {
         name = name.substr(0, kRoom - 11) + L'~' + std::to_wstring(HashOf(name));
     }
-    return LongPath(path.substr(0, folder) + name + kSuffix);
+    return common::LongPath(path.substr(0, folder) + name + kSuffix);
 }
 
 AtomicFile::AtomicFile(const std::wstring& target, DWORD patience)
-    : m_target(LongPath(target)), m_temporary(TemporaryPath(target)), m_patience(patience) {
+    : m_target(common::LongPath(target)), m_temporary(TemporaryPath(target)), m_patience(patience) {
     if (!IsReplaceable(GetFileAttributesW(m_target.c_str()))) {
         Fail(ERROR_ACCESS_DENIED);
     } else if (!Create()) {
@@ -61,7 +61,7 @@ bool AtomicFile::Write(const void* data, std::size_t size) {
     for (const char* place = static_cast<const char*>(data); size > 0;) {
         const auto block = static_cast<DWORD>(std::min(size, kBlock));
         DWORD written = 0;
-        if (WriteFile(m_file.Get(), place, block, &written, nullptr) == FALSE) {
+        if (WriteFile(m_file.get(), place, block, &written, nullptr) == FALSE) {
             return Fail(GetLastError());
         }
         if (written != block) { // a full disk can look like success
@@ -76,7 +76,7 @@ bool AtomicFile::Write(const void* data, std::size_t size) {
 bool AtomicFile::Commit(const std::function<void()>& beforeReplace) {
     bool done = m_error == ERROR_SUCCESS;
     if (done) {
-        done = FlushFileBuffers(m_file.Get()) != FALSE && KeepAttributes() && Replace(beforeReplace);
+        done = FlushFileBuffers(m_file.get()) != FALSE && KeepAttributes() && Replace(beforeReplace);
         if (!done) {
             Fail(GetLastError());
         }
@@ -96,10 +96,10 @@ bool AtomicFile::Create() {
     LockWait wait(m_patience);
     for (bool bared = false;;) {
         // Shared for deletion: it is renamed while it is open, so that it never is without an owner.
-        m_file = FileHandle(CreateFileW(m_temporary.c_str(), GENERIC_READ | GENERIC_WRITE,
-                                        FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_ALWAYS,
-                                        FILE_ATTRIBUTE_NORMAL, nullptr));
-        m_exists = static_cast<bool>(m_file);
+        m_file = common::OwnFile(CreateFileW(m_temporary.c_str(), GENERIC_READ | GENERIC_WRITE,
+                                             FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_ALWAYS,
+                                             FILE_ATTRIBUTE_NORMAL, nullptr));
+        m_exists = m_file != nullptr;
         if (m_exists) {
             return true;
         }
@@ -147,7 +147,7 @@ void AtomicFile::Discard() {
         DeleteFileW(m_temporary.c_str());
     }
     m_exists = false;
-    m_file.Close();
+    m_file.reset();
 }
 
 } // namespace mxovshare

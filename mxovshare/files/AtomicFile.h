@@ -1,8 +1,9 @@
 // Replacing a file in one step.
 #pragma once
 
-#include "FileHandle.h"
 #include "LockWait.h"
+
+#include "common/Handles.h"
 
 #include <cstddef>
 #include <functional>
@@ -29,7 +30,7 @@ public:
     [[nodiscard]] bool Write(const void* data, std::size_t size);
 
     /// The open temporary file, for seeking, reading back and writing in place; closed by Commit.
-    HANDLE Handle() const { return m_file.Get(); }
+    HANDLE Handle() const { return m_file.get(); }
 
     /// Flushes, replaces the target and closes, waiting while the target is in use. A read-only target is
     /// left as it is and fails; otherwise its attributes are kept. False leaves the target unchanged and
@@ -53,7 +54,7 @@ private:
     std::wstring m_target;
     std::wstring m_temporary;
     DWORD m_patience;
-    FileHandle m_file;
+    common::UniqueHandle m_file;
     DWORD m_error = ERROR_SUCCESS;
     bool m_exists = false; // the temporary file is ours to remove
 };

@@ -1,6 +1,6 @@
 #include "FileStamp.h"
 
-#include "FileHandle.h"
+#include "common/Handles.h"
 
 #include <windows.h>
 
@@ -25,9 +25,10 @@ std::wstring NativePath(const std::wstring& path) {
 }
 
 FileStamp StampOfTarget(const std::wstring& path) {
-    const FileHandle file(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
-                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-    return file ? StampOf(file.Get()) : FileStamp{};
+    const common::UniqueHandle file =
+        common::OwnFile(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    return file ? StampOf(file.get()) : FileStamp{};
 }
 
 bool IsMissing(DWORD error) {
@@ -69,20 +70,20 @@ DWORD ReadBytes(HANDLE file, std::string& bytes) {
 DWORD ReadNow(const std::wstring& path, std::size_t limit, std::string& bytes, FileStamp& stamp) {
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         stamp = StampOf(path);
-        const FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
-                                          FILE_ATTRIBUTE_NORMAL, nullptr));
+        const common::UniqueHandle file = common::OwnFile(CreateFileW(
+            path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
         if (!file) {
             return OpeningError(path, GetLastError());
         }
         LARGE_INTEGER size = {};
-        if (GetFileType(file.Get()) != FILE_TYPE_DISK || GetFileSizeEx(file.Get(), &size) == FALSE) {
+        if (GetFileType(file.get()) != FILE_TYPE_DISK || GetFileSizeEx(file.get(), &size) == FALSE) {
             return ERROR_INVALID_HANDLE;
         }
         if (static_cast<std::uint64_t>(size.QuadPart) > limit) {
             return ERROR_FILE_TOO_LARGE;
         }
         bytes.resize(static_cast<std::size_t>(size.QuadPart));
-        const DWORD error = ReadBytes(file.Get(), bytes);
+        const DWORD error = ReadBytes(file.get(), bytes);
         if (error != ERROR_SUCCESS && error != ERROR_HANDLE_EOF) {
             return error;
         }

@@ -1,6 +1,6 @@
 #include "ini/IniStore.h"
 
-#include "files/LongPath.h"
+#include "common/LongPath.h"
 
 #include <algorithm>
 
@@ -88,7 +88,7 @@ CachedIniFile& IniStore::Open(const std::wstring& file) {
         return *m_files.front();
     }
     m_lastPath = IsFull(file) ? file : std::wstring();
-    const std::wstring path = LongPath(file);
+    const std::wstring path = common::LongPath(file);
     const auto known = std::ranges::find_if(
         m_files, [&](const auto& cached) { return IsSameIniPath(cached->Path(), path); });
     if (known != m_files.end()) {

@@ -93,7 +93,7 @@ std::size_t DescriptorLength(Bytes bytes, const ZipEntry& entry) {
     return 0;
 }
 
-// Settles one entry, which must end at `limit` or before.
+// Locates the data of one entry, which must end at `limit` or before.
 void LocateEntryData(ByteWindow& window, std::uint64_t limit, ZipEntry& entry) {
     constexpr std::uint64_t kLongestDescriptor = 24;
     if (entry.headerOffset > limit || limit - entry.headerOffset < kLocalSize) {

@@ -2,6 +2,7 @@
 
 #include "../ini/ChildProcess.h"
 #include "../ini/LongFolder.h"
+#include "common/LongPath.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -111,7 +112,7 @@ TEST(AtomicFile, HiddenTargetStaysHidden) {
 TEST(AtomicFile, LockedTargetStays) {
     const TempFolder folder;
     const std::wstring target = folder.Write(L"a.txt", "old");
-    const FileHandle lock(Open(target, FILE_SHARE_READ));
+    const common::UniqueHandle lock = common::OwnFile(Open(target, FILE_SHARE_READ));
     AtomicFile file(target, 20);
     ASSERT_TRUE(Put(file, "new"));
     EXPECT_FALSE(file.Commit());
@@ -131,9 +132,9 @@ TEST(AtomicFile, WaitsForALockThatGoesAway) {
         CloseHandle(handle);
         return 0;
     };
-    const FileHandle thread(CreateThread(nullptr, 0, unlock, lock, 0, nullptr));
+    const common::UniqueHandle thread(CreateThread(nullptr, 0, unlock, lock, 0, nullptr));
     EXPECT_TRUE(file.Commit());
-    WaitForSingleObject(thread.Get(), INFINITE);
+    WaitForSingleObject(thread.get(), INFINITE);
     EXPECT_EQ(folder.Read(L"a.txt"), "new");
 }
 
@@ -180,7 +181,7 @@ TEST(AtomicFile, PathsMayBeLong) {
     EXPECT_TRUE(Replace(path, "one"));
     EXPECT_TRUE(Replace(path, "two"));
     WIN32_FILE_ATTRIBUTE_DATA data = {};
-    EXPECT_TRUE(GetFileAttributesExW(LongPath(path).c_str(), GetFileExInfoStandard, &data));
+    EXPECT_TRUE(GetFileAttributesExW(common::LongPath(path).c_str(), GetFileExInfoStandard, &data));
     EXPECT_EQ(data.nFileSizeLow, 3U);
     EXPECT_EQ(GetFileAttributesW(AtomicFile::TemporaryPath(path).c_str()), INVALID_FILE_ATTRIBUTES);
 }

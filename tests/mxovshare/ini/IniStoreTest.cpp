@@ -1,8 +1,8 @@
 #include "ini/IniStore.h"
 
 #include "ChildProcess.h"
-#include "files/FileHandle.h"
-#include "files/LongPath.h"
+#include "common/Handles.h"
+#include "common/LongPath.h"
 #include "LongFolder.h"
 #include "TempFolder.h"
 
@@ -31,16 +31,17 @@ void EndBurst() {
 }
 
 void Overwrite(const std::wstring& path, std::string_view bytes) {
-    const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                      nullptr, OPEN_EXISTING, 0, nullptr));
+    const common::UniqueHandle file = common::OwnFile(CreateFileW(
+        path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
     DWORD count = 0;
-    ASSERT_TRUE(WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr));
-    ASSERT_TRUE(SetEndOfFile(file.Get()));
+    ASSERT_TRUE(WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr));
+    ASSERT_TRUE(SetEndOfFile(file.get()));
     EndBurst();
 }
 
-FileHandle Lock(const std::wstring& path, DWORD share) {
-    return FileHandle(CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
+common::UniqueHandle Lock(const std::wstring& path, DWORD share) {
+    return common::OwnFile(
+        CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
 }
 
 // One INI file and a store that has read it.
@@ -154,7 +155,7 @@ TEST_F(IniStoreFile, KeepsWhatAnotherProcessWrote) {
 
 TEST_F(IniStoreFile, ALockedFileKeepsTheValueForLater) {
     {
-        const FileHandle lock = Lock(m_file, FILE_SHARE_READ);
+        const common::UniqueHandle lock = Lock(m_file, FILE_SHARE_READ);
         SetValue(L"k", L"new");
         SetValue(L"k", L"newer");
         SetValue(L"k", L"newer");
@@ -168,7 +169,7 @@ TEST_F(IniStoreFile, ALockedFileKeepsTheValueForLater) {
 
 TEST_F(IniStoreFile, KeptChangesJoinWhatOthersWrote) {
     {
-        const FileHandle lock = Lock(m_file, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        const common::UniqueHandle lock = Lock(m_file, FILE_SHARE_READ | FILE_SHARE_WRITE);
         SetValue(L"j", L"mine");
         m_store.RemoveSection(L"t", m_file);
         Overwrite(m_file, "[s]\nk=theirs\n[t]\nx=1\n");
@@ -183,7 +184,7 @@ TEST_F(IniStoreFile, KeptChangesJoinWhatOthersWrote) {
 TEST_F(IniStoreFile, AFileThatCannotBeReadIsNotOverwritten) {
     Overwrite(m_file, "[s]\nk=theirs\n");
     {
-        const FileHandle lock = Lock(m_file, 0);
+        const common::UniqueHandle lock = Lock(m_file, 0);
         EXPECT_EQ(Value(), L"old"); // what was read last
         SetValue(L"j", L"mine");
         EXPECT_EQ(Value(L"j"), L"mine");
@@ -218,9 +219,9 @@ TEST_F(IniStoreFile, AMissingFolderKeepsTheValueForLater) {
 }
 
 TEST_F(IniStoreFile, KeptChangesGoWithTheirFile) {
-    FileHandle lock = Lock(m_file, FILE_SHARE_READ | FILE_SHARE_DELETE);
+    common::UniqueHandle lock = Lock(m_file, FILE_SHARE_READ | FILE_SHARE_DELETE);
     SetValue(L"k", L"never written");
-    lock.Close();
+    lock.reset();
     ASSERT_TRUE(DeleteFileW(m_file.c_str()));
     EndBurst();
     EXPECT_EQ(Value(), L"");
@@ -251,12 +252,13 @@ TEST_F(IniStoreFile, OddPathsDoNoHarm) {
 }
 
 TEST_F(IniStoreFile, AHugeFileIsNeitherReadNorWritten) {
-    const FileHandle file(CreateFileW(m_file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                      nullptr, OPEN_EXISTING, 0, nullptr));
+    const common::UniqueHandle file =
+        common::OwnFile(CreateFileW(m_file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, 0, nullptr));
     constexpr LONGLONG kSize = IniDocument::kMaxBytes + 1;
     LARGE_INTEGER end = {};
     end.QuadPart = kSize;
-    ASSERT_TRUE(SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) && SetEndOfFile(file.Get()));
+    ASSERT_TRUE(SetFilePointerEx(file.get(), end, nullptr, FILE_BEGIN) && SetEndOfFile(file.get()));
     EndBurst();
     EXPECT_EQ(Value(), L"old"); // what was read last
     EXPECT_EQ(IniStore().Value(L"s", L"k", m_file), L"");
@@ -286,7 +288,7 @@ TEST_F(IniStoreFile, MoreFilesThanAreKept) {
 }
 
 TEST_F(IniStoreFile, KeptChangesOutliveTheFilesThatAreKept) {
-    const FileHandle lock = Lock(m_file, FILE_SHARE_READ);
+    const common::UniqueHandle lock = Lock(m_file, FILE_SHARE_READ);
     SetValue(L"k", L"new");
     for (std::size_t i = 0; i < 2 * IniStore::kCapacity; ++i) {
         m_store.Value(L"s", L"k", m_folder / (std::to_wstring(i) + L".ini"));
@@ -339,7 +341,7 @@ TEST(IniStore, PathsMayBeLong) {
     const std::wstring file = folder / L"mxinfo.ini";
     IniStore().SetValue(L"s", L"k", L"v", file);
     EXPECT_EQ(IniStore().Value(L"s", L"k", file), L"v");
-    EXPECT_TRUE(StampOf(LongPath(file)).exists);
+    EXPECT_TRUE(StampOf(common::LongPath(file)).exists);
 }
 
 } // namespace

@@ -1,8 +1,9 @@
 // A folder whose path is longer than the file functions take without a prefix.
 #pragma once
 
-#include "files/LongPath.h"
 #include "TempFolder.h"
+
+#include "common/LongPath.h"
 
 #include <windows.h>
 
@@ -19,7 +20,7 @@ public:
         std::wstring path = m_root.Path();
         while (path.size() < length) {
             path += L"\\a folder with quite a long name, number " + std::to_wstring(path.size());
-            if (!CreateDirectoryW(LongPath(path).c_str(), nullptr)) {
+            if (!CreateDirectoryW(common::LongPath(path).c_str(), nullptr)) {
                 throw std::runtime_error("a long folder cannot be made");
             }
             m_folders.push_back(path);
@@ -27,10 +28,10 @@ public:
     }
     ~LongFolder() {
         for (const std::wstring& file : m_files) {
-            DeleteFileW(LongPath(file).c_str());
+            DeleteFileW(common::LongPath(file).c_str());
         }
         for (auto folder = m_folders.rbegin(); folder != m_folders.rend(); ++folder) {
-            RemoveDirectoryW(LongPath(*folder).c_str());
+            RemoveDirectoryW(common::LongPath(*folder).c_str());
         }
     }
     LongFolder(const LongFolder&) = delete;
