@@ -19,20 +19,14 @@ using namespace docview;
 namespace {
 
 /// Opens a file with the program that is associated with it. The result is ignored, and the process handle is
-/// not closed. shell32.dll is loaded on first use, so that a control starts without it.
+/// not closed.
 void StartFile(const std::wstring& path) {
-    const HMODULE shell = LoadLibraryExW(L"shell32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-    const auto execute = reinterpret_cast<decltype(&ShellExecuteExW)>(
-        reinterpret_cast<void*>(shell ? GetProcAddress(shell, "ShellExecuteExW") : nullptr));
-    if (!execute) {
-        return;
-    }
     SHELLEXECUTEINFOW start = {};
     start.cbSize = sizeof start;
     start.fMask = SEE_MASK_NOCLOSEPROCESS;
     start.lpFile = path.c_str();
     start.nShow = SW_SHOWNORMAL;
-    execute(&start);
+    ShellExecuteExW(&start);
 }
 
 /// The record of a file that is being added. Only the information file gets a numbered section.

@@ -6,20 +6,6 @@
 
 #include <utility>
 
-namespace {
-
-/// Whether a child window is client area to its edges.
-bool IsFrameless(HWND window) noexcept {
-    RECT whole{};
-    RECT client{};
-    ::GetWindowRect(window, &whole);
-    ::GetClientRect(window, &client);
-    return (::GetWindowLong(window, GWL_STYLE) & WS_CHILD) && whole.right - whole.left == client.right &&
-           whole.bottom - whole.top == client.bottom;
-}
-
-} // namespace
-
 BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
     ON_WM_NCDESTROY()
 END_MESSAGE_MAP()
@@ -28,9 +14,6 @@ LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     LRESULT result = 0;
     if (OnWndMsg(message, wParam, lParam, &result)) {
         return result;
-    }
-    if (message == WM_NCPAINT && IsFrameless(m_hWnd)) {
-        return 0; // the system would make a device context of its own to paint nothing
     }
     return DefWindowProc(message, wParam, lParam);
 }

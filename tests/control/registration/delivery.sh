@@ -3,7 +3,7 @@
 set -uo pipefail
 . "$(dirname "$0")/../../../tools/env.sh"
 control=$MXOV_BUILD/bin/MXOVDocViewCtrl.ocx
-system='advapi32|comctl32|comdlg32|gdi32|kernel32|msvcrt|ole32|oleaut32|shlwapi|user32|uuid'
+system='advapi32|comctl32|comdlg32|gdi32|kernel32|msvcrt|ole32|oleaut32|shell32|shlwapi|user32|uuid'
 failures=0
 
 size=$(stat -c %s "$control")

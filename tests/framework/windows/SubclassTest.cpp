@@ -9,11 +9,9 @@ constexpr UINT kProbe = WM_APP + 40;
 
 WNDPROC foreignBelow = nullptr;
 int foreignCalls = 0;
-int framesBelow = 0;
 
 LRESULT CALLBACK ForeignProcedure(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam) {
     foreignCalls += message == kProbe;
-    framesBelow += message == WM_NCPAINT;
     return ::CallWindowProc(foreignBelow, hWnd, message, wParam, lParam);
 }
 
@@ -135,25 +133,6 @@ TEST_F(Subclass, AThrowingPreSubclassWindowLeavesTheWindowAsItWas) {
     EXPECT_FALSE(window.CreateEx(0, L"STATIC", L"", WS_POPUP, 0, 0, 5, 5, nullptr, nullptr))
         << "nothing gets out of the hook; the creation fails";
     EXPECT_EQ(window.m_hWnd, nullptr);
-}
-
-/// How many frames the procedure below the object is asked to paint.
-int FramesPainted(HWND hWnd) {
-    PutForeignOnTop(hWnd);
-    RecordingWindow window;
-    EXPECT_TRUE(window.SubclassWindow(hWnd));
-    framesBelow = 0;
-    ::SendMessage(hWnd, WM_NCPAINT, 1, 0);
-    EXPECT_EQ(window.Count(WM_NCPAINT), 1);
-    window.UnsubclassWindow();
-    return framesBelow;
-}
-
-TEST_F(Subclass, OnlyAChildWithoutAFrameIsSparedItsPainting) {
-    EXPECT_EQ(FramesPainted(AddChild(handle, L"STATIC", 1)), 0);
-    EXPECT_EQ(FramesPainted(AddChild(handle, L"STATIC", 2, WS_BORDER)), 1);
-    EXPECT_EQ(FramesPainted(AddChild(handle, L"STATIC", 3, WS_VSCROLL)), 1);
-    EXPECT_EQ(FramesPainted(handle), 1) << "a window of the desktop";
 }
 
 TEST_F(Subclass, ADialogItemIsFoundByItsNumber) {
