@@ -9,7 +9,9 @@ Type* At(HMODULE module, DWORD offset) {
     return reinterpret_cast<Type*>(reinterpret_cast<BYTE*>(module) + offset);
 }
 
-void* Exchange(void** place, void* replacement) {
+} // namespace
+
+void* ExchangePointer(void** place, void* replacement) {
     DWORD protection = 0;
     VirtualProtect(place, sizeof *place, PAGE_READWRITE, &protection);
     void* const old = *place;
@@ -17,8 +19,6 @@ void* Exchange(void** place, void* replacement) {
     VirtualProtect(place, sizeof *place, protection, &protection);
     return old;
 }
-
-} // namespace
 
 void* HookImport(HMODULE module, const char* function, void* replacement) {
     const auto* dos = At<IMAGE_DOS_HEADER>(module, 0);
@@ -35,7 +35,7 @@ void* HookImport(HMODULE module, const char* function, void* replacement) {
             const auto* name =
                 At<IMAGE_IMPORT_BY_NAME>(module, static_cast<DWORD>(names[i].u1.AddressOfData));
             if (!std::strcmp(name->Name, function)) {
-                return Exchange(&places[i], replacement);
+                return ExchangePointer(&places[i], replacement);
             }
         }
     }

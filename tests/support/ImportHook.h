@@ -3,6 +3,9 @@
 
 #include <windows.h>
 
+/// Writes a pointer into memory that may be read-only; returns what was there.
+void* ExchangePointer(void** place, void* replacement);
+
 /// Lets a module call `replacement` for a function that it imports by name; returns what it called until now,
 /// null when it does not import the function.
 void* HookImport(HMODULE module, const char* function, void* replacement);

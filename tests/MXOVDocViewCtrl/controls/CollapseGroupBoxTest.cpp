@@ -1,9 +1,19 @@
 #include "CollapseBox.h"
 
+#include "ImportHook.h"
+
 #include <array>
 #include <bit>
+#include <set>
 
 namespace {
+
+std::vector<UINT> formats; // of texts that were drawn
+
+int WINAPI RecordFormat(HDC /*dc*/, LPCWSTR /*text*/, int /*length*/, RECT* /*place*/, UINT format) {
+    formats.push_back(format);
+    return 1;
+}
 
 TEST(CollapseBoxDefaults, AreThoseOfAnUnfoldedBoxInSystemColours) {
     const CollapseBox box;
@@ -81,6 +91,30 @@ TEST_F(CollapseBoxTest, SubclassingSetsFontAndStyle) {
     EXPECT_STREQ(font.lfFaceName, L"MS Sans Serif");
     EXPECT_EQ(box.GetStyle() & 0x0400020F, 0x0400020Fu);
     EXPECT_EQ(box.GetStyle() & (WS_CHILD | WS_VISIBLE), WS_CHILD | WS_VISIBLE) << "nothing is removed";
+}
+
+TEST_F(CollapseBoxTest, SubclassingForgetsTheFontThatWasSetBefore) {
+    box.SetBold(false).SetItalic(true).SetUnderline(true).SetFontSize(20).SetFontName(L"Tahoma",
+                                                                                      SYMBOL_CHARSET);
+    Bind();
+    LOGFONTW font{};
+    ASSERT_NE(box.m_font.GetLogFont(&font), 0);
+    EXPECT_EQ(font.lfHeight, 11);
+    EXPECT_EQ(font.lfWidth, 0);
+    EXPECT_EQ(font.lfWeight, 700);
+    EXPECT_EQ(font.lfItalic, 0);
+    EXPECT_EQ(font.lfUnderline, 0);
+    EXPECT_EQ(font.lfCharSet, 0);
+    EXPECT_STREQ(font.lfFaceName, L"MS Sans Serif");
+}
+
+TEST_F(CollapseBoxTest, TitleIsDrawnWithItsMnemonic) {
+    formats.clear();
+    const ImportHook hook("DrawTextW", RecordFormat);
+    ASSERT_TRUE(hook.Real());
+    Bind(L"&Options");
+    ASSERT_FALSE(formats.empty());
+    EXPECT_EQ(std::set<UINT>(formats.begin(), formats.end()), std::set<UINT>{0x124u});
 }
 
 TEST_F(CollapseBoxTest, WindowTextBecomesATitleBetweenBlanks) {

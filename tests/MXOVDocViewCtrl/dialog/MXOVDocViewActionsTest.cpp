@@ -1,6 +1,8 @@
 #include "DialogFixture.h"
 
+#include "FileDialogCalls.h"
 #include "FileDialogDriver.h"
+#include "ImportHook.h"
 #include "package/RecordLists.h"
 #include "RealMouse.h"
 #include "shell/HostText.h"
@@ -11,12 +13,21 @@
 #include <mxovshare.h>
 #include <ole2.h>
 
+#include <functional>
+
 using namespace docview;
 
 namespace {
 
 constexpr const wchar_t* kExtensionKey = L".mxovtest";
 constexpr const wchar_t* kTypeKey = L"mxovtest.document";
+
+std::function<void(const std::wstring&)> onDelete;
+
+BOOL WINAPI RecordDelete(LPCWSTR path) {
+    onDelete(path);
+    return TRUE;
+}
 
 /// The program that the desktop associates with ".mxovtest": it copies the document it is given to a known
 /// place.
@@ -265,6 +276,20 @@ TEST_F(MXOVDocViewActionsTest, CopyWithoutTheFolderFailsSilently) {
     EXPECT_EQ(Sections(), (std::vector<std::wstring>{L"REFERANCE_FILE_1"}));
 }
 
+TEST_F(MXOVDocViewActionsTest, TheFileDialogOpensAnyFileOverTheHostsWindow) {
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n");
+    Load();
+    const FileDialogCalls calls;
+    Command(IDC_ADD);
+    EXPECT_EQ(calls.shown, 1);
+    EXPECT_TRUE(calls.opens);
+    EXPECT_EQ(calls.owner, m_frame.GetSafeHwnd());
+    EXPECT_EQ(calls.extension, L"*");
+    EXPECT_EQ(calls.name, L"");
+    EXPECT_EQ(calls.types, std::vector<std::wstring>{L"All Files (*.*)|*.*"});
+    EXPECT_TRUE(calls.options & FOS_OVERWRITEPROMPT);
+}
+
 TEST_F(MXOVDocViewActionsTest, CancelledAddChangesNothing) {
     Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n");
     Load();
@@ -295,6 +320,20 @@ TEST_F(MXOVDocViewActionsTest, DeleteRemovesSectionCopyItemAndRecord) {
     EXPECT_EQ(additionalRecords[1].fileName, L"three");
     EXPECT_TRUE(IsEnabled(IDC_SAVE));
     EXPECT_FALSE(IsEnabled(IDC_DELETE));
+}
+
+TEST_F(MXOVDocViewActionsTest, DeleteTakesTheSectionBeforeTheCopy) {
+    Describe("[REFERANCE_FILE_1]\nIsReferencedFile=NO\nFilePath=ReferanceFiles\\plan.txt\n");
+    Load();
+    std::vector<std::wstring> deleted;
+    onDelete = [&](const std::wstring& path) {
+        deleted.push_back(path);
+        EXPECT_TRUE(Sections().empty());
+    };
+    const ImportHook hook("DeleteFileW", RecordDelete);
+    ASSERT_TRUE(hook.Real());
+    RemoveAdditional(0);
+    EXPECT_EQ(deleted, (std::vector<std::wstring>{m_package / L"ReferanceFiles\\plan.txt"}));
 }
 
 TEST_F(MXOVDocViewActionsTest, DeleteLeavesTheFileOfALinkedDocument) {

@@ -1,10 +1,17 @@
 #include "DialogFixture.h"
 
+#include "ImportHook.h"
 #include "shell/HostText.h"
 
 using namespace docview;
 
 namespace {
+
+int answered = 0;
+
+int WINAPI Answer(HWND /*owner*/, LPCWSTR /*text*/, LPCWSTR /*title*/, UINT /*style*/) {
+    return answered;
+}
 
 class MXOVDocViewSavingTest : public DialogFixture {
 protected:
@@ -78,6 +85,20 @@ TEST_F(MXOVDocViewSavingTest, CloseLeavesThePackageOnNo) {
     EXPECT_EQ(answer.count, 1);
     EXPECT_FALSE(WasRegenerated());
     EXPECT_TRUE(IsEnabled(IDC_SAVE));
+}
+
+TEST_F(MXOVDocViewSavingTest, OnlyYesSaves) {
+    Command(IDC_UPDATE);
+    const ImportHook hook("MessageBoxW", Answer);
+    ASSERT_TRUE(hook.Real());
+    for (const int other : {0, IDOK, IDCANCEL, IDNO}) {
+        answered = other;
+        m_dialog.SaveOnClose();
+        EXPECT_FALSE(WasRegenerated()) << other;
+    }
+    answered = IDYES;
+    m_dialog.SaveOnClose();
+    EXPECT_TRUE(WasRegenerated());
 }
 
 TEST_F(MXOVDocViewSavingTest, CloseStillAsksAfterClearing) {

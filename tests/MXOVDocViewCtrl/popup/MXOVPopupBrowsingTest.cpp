@@ -1,6 +1,7 @@
 // Pointing a linked document at another file, through the system's file dialog.
 #include "PopupFixture.h"
 
+#include "FileDialogCalls.h"
 #include "FileDialogDriver.h"
 #include "package/RecordLists.h"
 #include "RealMouse.h"
@@ -81,6 +82,19 @@ TEST_F(MXOVPopupBrowsingTest, OffersFilesOfTheDocumentsKind) {
     EXPECT_TRUE(OffersOnly(L"Assembly File (*.SLDASM)"));
     Show(DocumentCategory::AdditionalDocument);
     EXPECT_TRUE(OffersOnly(L"All Files (*.*)"));
+}
+
+TEST_F(MXOVPopupBrowsingTest, TheFileDialogOpensOverThePopup) {
+    Show(DocumentCategory::PartAssembly);
+    const FileDialogCalls calls;
+    SendMessageW(Item(IDC_BROWSE), BM_CLICK, 0, 0);
+    EXPECT_EQ(calls.shown, 1);
+    EXPECT_TRUE(calls.opens);
+    EXPECT_EQ(calls.owner, Popup());
+    EXPECT_EQ(calls.extension, L"*");
+    EXPECT_EQ(calls.name, L"");
+    EXPECT_EQ(calls.types, std::vector<std::wstring>{L"Part File (*.SLDPRT)|*.sldprt"});
+    EXPECT_TRUE(calls.options & FOS_OVERWRITEPROMPT);
 }
 
 TEST_F(MXOVPopupBrowsingTest, APressElsewhereMeanwhileLeavesThePopup) {

@@ -66,6 +66,15 @@ private:
     static inline Substitution substitute{};
 };
 
+/// A mouse hook that counts presses of the left button.
+struct OlderHook {
+    static LRESULT CALLBACK Count(int code, WPARAM message, LPARAM info) {
+        presses += message == WM_LBUTTONDOWN ? 1 : 0;
+        return CallNextHookEx(nullptr, code, message, info);
+    }
+    static inline int presses = 0;
+};
+
 } // namespace
 
 TEST_F(MXOVPopupClosingTest, APressInsideLeavesIt) {
@@ -145,6 +154,19 @@ TEST_F(MXOVPopupClosingTest, RightAndBottomEdgesAreOutside) {
         ASSERT_TRUE(PassToHooks(WM_LBUTTONDOWN, OnScreen(outside)));
         EXPECT_FALSE(Popup()) << outside.x << ", " << outside.y;
     }
+}
+
+TEST_F(MXOVPopupClosingTest, TheCallGoesOnToOlderHooks) {
+    const HHOOK older = SetWindowsHookExW(WH_MOUSE, OlderHook::Count, nullptr, GetCurrentThreadId());
+    Show(DocumentCategory::PartAssembly);
+    ASSERT_TRUE(PassToHooks(WM_LBUTTONDOWN, OnScreen({10, 10})));
+    EXPECT_EQ(OlderHook::presses, 1) << "inside";
+    ASSERT_TRUE(PassToHooks(WM_LBUTTONDOWN, {5, 5}));
+    EXPECT_FALSE(Popup());
+    EXPECT_EQ(OlderHook::presses, 2) << "outside";
+    ASSERT_TRUE(PassToHooks(WM_LBUTTONDOWN, {5, 5}));
+    EXPECT_EQ(OlderHook::presses, 3) << "without a popup";
+    UnhookWindowsHookEx(older);
 }
 
 TEST_F(MXOVPopupClosingTest, AnEditedOneSaysSoOnceMore) {
