@@ -1,17 +1,14 @@
 #include "OleTypeLib.h"
 
+#include "common/Paths.h"
+
 #include "core/ModuleState.h"
 
 #include <list>
 #include <mutex>
 
 CString AfxModulePath(HINSTANCE module) {
-    constexpr DWORD kLongest = 32768;
-    CString path;
-    LPTSTR buffer = path.GetBuffer(kLongest);
-    const DWORD length = ::GetModuleFileName(module, buffer, kLongest);
-    path.ReleaseBuffer(length < kLongest ? static_cast<int>(length) : 0);
-    return path;
+    return common::ModulePath(module).c_str();
 }
 
 HRESULT AfxLoadTypeLibOf(const CString& path, REFGUID tlid, common::ComPtr<ITypeLib>& library) {

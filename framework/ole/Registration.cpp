@@ -1,5 +1,6 @@
 #include "Registration.h"
 
+#include "common/Handles.h"
 #include "OleTypeLib.h"
 
 #include <array>
@@ -7,37 +8,22 @@
 
 namespace {
 
-/// An open registry key.
-class RegistryKey {
-public:
-    RegistryKey() = default;
-    ~RegistryKey() {
-        if (m_key) {
-            ::RegCloseKey(m_key);
-        }
-    }
-    RegistryKey(const RegistryKey&) = delete;
-    RegistryKey& operator=(const RegistryKey&) = delete;
-
-    bool Create(HKEY parent, LPCTSTR path) {
-        return ::RegCreateKeyEx(parent, path, 0, nullptr, 0, KEY_WRITE, nullptr, &m_key, nullptr) ==
-               ERROR_SUCCESS;
-    }
-    bool Set(LPCTSTR name, const CString& value) {
-        const auto bytes = static_cast<DWORD>((value.GetLength() + 1) * sizeof(TCHAR));
-        return ::RegSetValueEx(m_key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.GetString()),
-                               bytes) == ERROR_SUCCESS;
-    }
-
-private:
-    HKEY m_key = nullptr;
-};
+bool Set(HKEY key, LPCTSTR name, const CString& value) {
+    const auto bytes = static_cast<DWORD>((value.GetLength() + 1) * sizeof(TCHAR));
+    return ::RegSetValueEx(key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.GetString()), bytes) ==
+           ERROR_SUCCESS;
+}
 
 /// Writes the default value, and another one when it has a name, of a key under HKEY_CLASSES_ROOT.
 bool Write(const CString& path, const CString& value, LPCTSTR name = nullptr,
            const CString& named = CString()) {
-    RegistryKey key;
-    return key.Create(HKEY_CLASSES_ROOT, path) && key.Set(nullptr, value) && (!name || key.Set(name, named));
+    HKEY created = nullptr;
+    if (::RegCreateKeyEx(HKEY_CLASSES_ROOT, path, 0, nullptr, 0, KEY_WRITE, nullptr, &created, nullptr) !=
+        ERROR_SUCCESS) {
+        return false;
+    }
+    const common::UniqueRegistryKey key(created);
+    return Set(key.get(), nullptr, value) && (!name || Set(key.get(), name, named));
 }
 
 /// Removes a key and all below it; one that does not exist counts as removed.
