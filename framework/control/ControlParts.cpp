@@ -21,7 +21,7 @@ void ControlParts::SetClientSite(IOleClientSite* client) {
 
 void ControlParts::RestoreWindow(const CRect& drawn) {
     CRect client;
-    if (control.m_hWnd && ::GetClientRect(control.m_hWnd, client) && client != drawn) {
+    if (control.m_hWnd && ::GetClientRect(control.m_hWnd, client) && !::EqualRect(client, drawn)) {
         control.RedrawWindow(nullptr, nullptr, RDW_INTERNALPAINT | RDW_UPDATENOW);
     }
 }

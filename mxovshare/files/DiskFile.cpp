@@ -120,7 +120,7 @@ void DiskSource::RequireUnchanged() const {
 
 bool DiskSource::IsSettled() const {
     // File systems take times from a clock that ticks every few milliseconds.
-    constexpr std::int64_t kTick = 20 * 10'000; // in 100 nanoseconds
+    constexpr std::int64_t kTick = 200'000; // in 100 nanoseconds
     const std::int64_t age = Now() - std::max(m_stamp.changed, m_stamp.written);
     return age < 0 || age > kTick;
 }

@@ -26,7 +26,7 @@ std::uint64_t TicksPerSecond() {
 }
 
 // Microseconds since some moment.
-std::uint64_t Now() {
+std::uint64_t Microseconds() {
     static const std::uint64_t perSecond = TicksPerSecond();
     LARGE_INTEGER count = {};
     QueryPerformanceCounter(&count);
@@ -57,12 +57,12 @@ CachedIniFile::CachedIniFile(std::wstring path, const TextPlatform& platform, DW
     : m_path(std::move(path)), m_platform(platform), m_patience(patience), m_unread(platform) {}
 
 const IniDocument& CachedIniFile::Document() {
-    const std::uint64_t now = Now();
+    const std::uint64_t now = Microseconds();
     const bool burst = IsBurst(now);
     if (!burst) {
         Look(now, m_patience);
     }
-    m_lastUse = burst ? now : Now();
+    m_lastUse = burst ? now : Microseconds();
     m_answeredUnread = !m_document;
     m_refusalReported = m_refusalReported && m_answeredUnread;
     return m_document ? *m_document : m_unread;
@@ -120,7 +120,7 @@ void CachedIniFile::MoveKept(const IniDocument& document, std::u16string section
 }
 
 IniOutcome CachedIniFile::Apply(std::span<const IniEdit> edits) {
-    Look(Now(), m_patience);
+    Look(Microseconds(), m_patience);
     if (!m_document || (m_answeredUnread && !edits.empty())) {
         return Refuse(edits);
     }
@@ -128,12 +128,12 @@ IniOutcome CachedIniFile::Apply(std::span<const IniEdit> edits) {
     Keep(edits);
     const DWORD patience = m_saveError == ERROR_SUCCESS ? m_patience : std::min(m_patience, kBriefPatience);
     const DWORD error = Save(patience);
-    m_lastUse = Now();
+    m_lastUse = Microseconds();
     return {.error = error};
 }
 
 void CachedIniFile::SaveKept() {
-    Look(Now(), 0);
+    Look(Microseconds(), 0);
     Save(0);
 }
 
@@ -265,7 +265,7 @@ DWORD CachedIniFile::Replace(DWORD patience) {
     }
     // Nobody else replaces the file now: the edits go into what it holds at this moment.
     if (!m_stampReliable || StampOf(m_path) != m_stamp) {
-        Load(Now(), patience);
+        Load(Microseconds(), patience);
     }
     if (!m_current) {
         return m_readError;
@@ -277,7 +277,7 @@ DWORD CachedIniFile::Replace(DWORD patience) {
     }
     DropKept();
     m_changed = false;
-    m_lastLoad = Now();
+    m_lastLoad = Microseconds();
     RememberStamp(StampOf(m_path), m_lastLoad);
     return ERROR_SUCCESS;
 }

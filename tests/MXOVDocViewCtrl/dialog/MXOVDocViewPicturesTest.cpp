@@ -66,7 +66,7 @@ std::vector<DWORD> PixelsOfImage(HIMAGELIST images, int index, int size) {
 std::vector<DWORD> Part(const std::vector<DWORD>& strip, int index, int size, int count) {
     std::vector<DWORD> part;
     for (int y = 0; y < size; ++y) {
-        const auto line = strip.begin() + y * size * count + index * size;
+        const auto line = strip.begin() + std::ptrdiff_t{size} * (std::ptrdiff_t{y} * count + index);
         part.insert(part.end(), line, line + size);
     }
     return part;
