@@ -79,6 +79,7 @@ TEST(LineComparison, MakesTheOneTextOfTheOther) {
         const auto left = LinesOf(texts[0], true);
         const auto right = LinesOf(texts[1], true);
         std::vector<std::string> expected;
+        expected.reserve(right.size());
         for (const ComparedLine& line : right) {
             expected.emplace_back(line.text);
         }

@@ -16,6 +16,6 @@ TEST(NumberedSection, IsOneHigherThanTheHighest) {
 }
 
 TEST(NumberedSection, IsTheHighestFreeOneAtTheLimit) {
-    const std::vector<std::wstring> names = {L"FILE", L"file_2147483647", L"FILE_1", L"FILE_2147483646"};
+    std::vector<std::wstring> names = {L"FILE", L"file_2147483647", L"FILE_1", L"FILE_2147483646"};
     EXPECT_EQ(NextSection(L"FILE", 2147483647, [&] { return names; }), L"FILE_2147483645");
 }
