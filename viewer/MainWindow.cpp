@@ -340,7 +340,9 @@ void MainWindow::ShowControl(bool shown) {
     const bool focused = m_control.HasFocus();
     m_control.Show(shown);
     OnSize();
-    if (shown || focused) {
+    if (shown) {
+        m_control.SetFocus(); // the frame may have the focus already, and then passes none on
+    } else if (focused) {
         SetFocus(Handle());
     }
 }
