@@ -35,6 +35,7 @@ protected:
         std::vector<PackageEntry> entries;
         EXPECT_TRUE(ListPackage(Package(), entries).ok);
         std::vector<std::wstring> names;
+        names.reserve(entries.size());
         for (const PackageEntry& entry : entries) {
             names.push_back(entry.isFolder ? entry.name + L"\\" : entry.name);
         }
