@@ -6,6 +6,7 @@ int ShowTaskPrompt(HWND owner, const std::wstring& instruction, const std::wstri
                    const std::vector<const wchar_t*>& buttons, const wchar_t* icon) {
     constexpr int kFirstButton = 100;
     std::vector<TASKDIALOG_BUTTON> described;
+    described.reserve(buttons.size());
     for (const wchar_t* text : buttons) {
         described.push_back({kFirstButton + static_cast<int>(described.size()), text});
     }
