@@ -5,6 +5,7 @@
 #pragma once
 
 #include "common/ComPtr.h"
+#include "core/Types.h"
 
 // Registration flags of a control class.
 constexpr int afxRegInsertable = 0x0001;
