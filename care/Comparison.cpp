@@ -76,7 +76,7 @@ private:
         }
     }
 
-    // Empty files are all the same, so that no name is told from another by them.
+    // Empty files have equal content, so they do not identify a renamed file.
     void AddNew(const PackageEntry& entry) {
         FileChange change;
         change.kind = FileChangeKind::Added;

@@ -7,8 +7,8 @@
 
 namespace mxovshare {
 
-/// Turns the exception that is being handled into a result. The message of a PackageError starts with `file`;
-/// for want of memory it is empty.
+/// Converts the current exception to a result. The message of a PackageError starts with `file`; it is empty
+/// after std::bad_alloc.
 PackageResult ResultOfException(const std::wstring& file) noexcept;
 
 /// Runs `work` and returns what it throws as a result. Allocates nothing on success.

@@ -13,8 +13,8 @@ std::wstring StampOfPackage(const std::wstring& file);
 /// Records that `folder` holds the content of the package `file` as of `stamp`.
 void RecordFolder(const std::wstring& folder, const std::wstring& file, const std::wstring& stamp);
 
-/// Records whether saving `folder` to the package `file` succeeded. A failure that cannot be recorded for
-/// want of memory counts for every folder.
+/// Records whether saving `folder` to the package `file` succeeded. A failure that cannot be recorded
+/// because memory is exhausted counts for every folder.
 void RecordSave(const std::wstring& folder, const std::wstring& file, bool ok) noexcept;
 
 /// Asks the user before a save replaces a package file that others changed.

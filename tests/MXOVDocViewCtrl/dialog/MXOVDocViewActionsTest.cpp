@@ -1,8 +1,7 @@
-#include "DialogFixture.h"
+// What "+" and a double click do.
+#include "ActionsFixture.h"
 
 #include "FileDialogCalls.h"
-#include "FileDialogDriver.h"
-#include "ImportHook.h"
 #include "package/RecordLists.h"
 #include "RealMouse.h"
 #include "shell/HostText.h"
@@ -13,21 +12,12 @@
 #include <mxovshare.h>
 #include <ole2.h>
 
-#include <functional>
-
 using namespace docview;
 
 namespace {
 
 constexpr const wchar_t* kExtensionKey = L".mxovtest";
 constexpr const wchar_t* kTypeKey = L"mxovtest.document";
-
-std::function<void(const std::wstring&)> onDelete;
-
-BOOL WINAPI RecordDelete(LPCWSTR path) {
-    onDelete(path);
-    return TRUE;
-}
 
 /// The program that the desktop associates with ".mxovtest": it copies the document it is given to a known
 /// place.
@@ -66,56 +56,7 @@ std::thread LockBeyond(HWND dialog, const std::wstring& path, DWORD duration) {
         CloseHandle(lock);
     });
 }
-
-class MXOVDocViewActionsTest : public DialogFixture {
-protected:
-    void SetUp() override {
-        ASSERT_TRUE(SUCCEEDED(OleInitialize(nullptr)));
-        Create();
-    }
-    void TearDown() override { OleUninitialize(); }
-
-    /// Double-clicks an item as the list view reports it.
-    void DoubleClick(int list, int item) {
-        Select(list, item);
-        Notify(list, NM_DBLCLK);
-    }
-
-    /// Waits until the associated program has been given a document with this content.
-    bool WasOpened(const std::string& content) {
-        return PumpUntil([&] { return m_elsewhere.Read(L"opened") == content; });
-    }
-
-    /// Presses "+" and chooses a file.
-    void Add(const std::wstring& path, bool linked) {
-        const FileDialogDriver driver([&](HWND dialog) {
-            const HWND box = FileDialogDriver::CheckBox(dialog, HostText(151));
-            if ((SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED) != linked) {
-                SendMessageW(box, BM_CLICK, 0, 0);
-            }
-            FileDialogDriver::Choose(dialog, path);
-        });
-        Command(IDC_ADD);
-    }
-
-    void RemoveAdditional(int item) {
-        Select(IDC_ADDITIONAL_LIST, item);
-        Notify(IDC_ADDITIONAL_LIST, NM_CLICK);
-        Command(IDC_DELETE);
-    }
-
-    std::wstring Stored(const std::wstring& section, const std::wstring& key) const {
-        return mxovshare::INIFile::GetKeyValueFromINI(section, key, m_package / L"mxinfo.ini");
-    }
-    std::vector<std::wstring> Sections() const {
-        return mxovshare::INIFile::GetSectionNamesFromINI(L"REFERANCE_FILE", m_package / L"mxinfo.ini");
-    }
-    bool Exists(const std::wstring& name) const {
-        return GetFileAttributesW((m_package / name).c_str()) != INVALID_FILE_ATTRIBUTES;
-    }
-
-    TempFolder m_elsewhere;
-};
+using MXOVDocViewActionsTest = ActionsFixture;
 
 TEST_F(MXOVDocViewActionsTest, DoubleClickOpensDocumentsOfTheThreeLists) {
     const TestAssociation association(m_elsewhere / L"opened");
@@ -302,103 +243,4 @@ TEST_F(MXOVDocViewActionsTest, CancelledAddChangesNothing) {
     EXPECT_FALSE(IsEnabled(IDC_SAVE));
     EXPECT_EQ(m_package.Read(L"mxinfo.ini"), before);
 }
-
-TEST_F(MXOVDocViewActionsTest, DeleteRemovesSectionCopyItemAndRecord) {
-    m_package.Write(L"ReferanceFiles\\copy.txt", "x");
-    Describe("[REFERANCE_FILE_1]\nFilePath=C:\\a\\one\n"
-             "[REFERANCE_FILE_2]\nIsReferencedFile=NO\nFilePath=ReferanceFiles\\copy.txt\n"
-             "[REFERANCE_FILE_3]\nFilePath=C:\\a\\three\n");
-    Load();
-    RemoveAdditional(1);
-    EXPECT_EQ(Sections(), (std::vector<std::wstring>{L"REFERANCE_FILE_1", L"REFERANCE_FILE_3"}));
-    EXPECT_FALSE(Exists(L"ReferanceFiles\\copy.txt"));
-    const std::vector<ShownRow> rows = Rows(IDC_ADDITIONAL_LIST);
-    ASSERT_EQ(rows.size(), 2U);
-    EXPECT_EQ(rows[0].name, L"one");
-    EXPECT_EQ(rows[1].name, L"three");
-    ASSERT_EQ(additionalRecords.size(), 2U);
-    EXPECT_EQ(additionalRecords[1].fileName, L"three");
-    EXPECT_TRUE(IsEnabled(IDC_SAVE));
-    EXPECT_FALSE(IsEnabled(IDC_DELETE));
-}
-
-TEST_F(MXOVDocViewActionsTest, DeleteTakesTheSectionBeforeTheCopy) {
-    Describe("[REFERANCE_FILE_1]\nIsReferencedFile=NO\nFilePath=ReferanceFiles\\plan.txt\n");
-    Load();
-    std::vector<std::wstring> deleted;
-    onDelete = [&](const std::wstring& path) {
-        deleted.push_back(path);
-        EXPECT_TRUE(Sections().empty());
-    };
-    const ImportHook hook("DeleteFileW", RecordDelete);
-    ASSERT_TRUE(hook.Real());
-    RemoveAdditional(0);
-    EXPECT_EQ(deleted, (std::vector<std::wstring>{m_package / L"ReferanceFiles\\plan.txt"}));
-}
-
-TEST_F(MXOVDocViewActionsTest, DeleteLeavesTheFileOfALinkedDocument) {
-    const std::wstring path = m_elsewhere.Write(L"link.txt", "x");
-    Describe("[REFERANCE_FILE_1]\nFilePath=" + std::string(path.begin(), path.end()) + "\n");
-    Load();
-    RemoveAdditional(0);
-    EXPECT_TRUE(Sections().empty());
-    EXPECT_EQ(m_elsewhere.Read(L"link.txt"), "x");
-}
-
-TEST_F(MXOVDocViewActionsTest, DeleteLeavesACopyOutsideThePackageFolder) {
-    const std::wstring outside = m_elsewhere.Write(L"thesis.docx", "years of work");
-    const std::wstring folder = m_elsewhere.Path().substr(m_elsewhere.Path().rfind(L'\\') + 1);
-    Describe("[REFERANCE_FILE_1]\nIsReferencedFile=NO\nFilePath=..\\" +
-             std::string(folder.begin(), folder.end()) +
-             "\\thesis.docx\n[REFERANCE_FILE_2]\nFilePath=C:\\a\\two\n");
-    Load();
-    ASSERT_EQ(m_package.Path().substr(0, m_package.Path().rfind(L'\\')),
-              m_elsewhere.Path().substr(0, m_elsewhere.Path().rfind(L'\\')));
-    RemoveAdditional(0);
-    EXPECT_EQ(m_elsewhere.Read(L"thesis.docx"), "years of work") << outside;
-    EXPECT_EQ(Sections(), (std::vector<std::wstring>{L"REFERANCE_FILE_2"}));
-    EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST).size(), 1U);
-}
-
-TEST_F(MXOVDocViewActionsTest, DeleteWithoutASelectionDoesNothing) {
-    Describe("[REFERANCE_FILE_1]\nFilePath=C:\\a\\one\n");
-    Load();
-    Command(IDC_DELETE);
-    EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST).size(), 1U);
-    EXPECT_EQ(Sections().size(), 1U);
-    EXPECT_FALSE(IsEnabled(IDC_SAVE));
-}
-
-TEST_F(MXOVDocViewActionsTest, ADocumentDeletedInTheLoadThatAddedItComesBack) {
-    m_package.Write(L"ReferanceFiles\\other", "");
-    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n");
-    Load();
-    Add(m_elsewhere.Write(L"notes.txt", "x"), false);
-    RemoveAdditional(0);
-    EXPECT_TRUE(Rows(IDC_ADDITIONAL_LIST).empty());
-    EXPECT_EQ(m_package.Read(L"ReferanceFiles\\notes.txt"), "x");
-    EXPECT_EQ(m_elsewhere.Read(L"notes.txt"), "x");
-    Load();
-    EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST).size(), 1U);
-}
-
-TEST_F(MXOVDocViewActionsTest, TwoCopiesOfOneFileShareItAndLoseItTogether) {
-    m_package.Write(L"ReferanceFiles\\other", "");
-    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n");
-    Load();
-    const std::wstring path = m_elsewhere.Write(L"notes.txt", "x");
-    Add(path, false);
-    Add(path, false);
-    EXPECT_EQ(Sections(), (std::vector<std::wstring>{L"REFERANCE_FILE_1", L"REFERANCE_FILE_2"}));
-    EXPECT_EQ(Stored(L"REFERANCE_FILE_2", L"FilePath"), L"ReferanceFiles\\notes.txt");
-    Load();
-    RemoveAdditional(0);
-    EXPECT_FALSE(Exists(L"ReferanceFiles\\notes.txt"));
-    ASSERT_EQ(Rows(IDC_ADDITIONAL_LIST).size(), 1U);
-    EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST)[0].image, 2);
-    const MessageBoxAnswer answer(IDOK);
-    DoubleClick(IDC_ADDITIONAL_LIST, 0);
-    EXPECT_EQ(answer.count, 0);
-}
-
 } // namespace

@@ -57,6 +57,12 @@ Process StartSecondProcess(const std::wstring& folder) {
 
 using SharingTest = EmbeddedControlTest;
 
+/// A package of one linked document, last.pdf.
+void WriteOneDocument(const PackageBuilder& package) {
+    package.WriteInformation("[FILEINFO]\nMaxtlreVersion=Package Writer 2024\n[REFERANCE_FILE_1]\n"
+                             "IsReferencedFile=YES\nFilePath=Q:\\last.pdf\n");
+}
+
 } // namespace
 
 TEST_F(SharingTest, TwoControlsInOneProcessShowTheirOwnRowsAndShareTheRecords) {
@@ -82,8 +88,7 @@ TEST_F(SharingTest, TwoControlsInOneProcessShowTheirOwnRowsAndShareTheRecords) {
 TEST_F(SharingTest, ClickShowsTheRecordOfThePackageThatWasLoadedLast) {
     const PackageBuilder package;
     const PackageBuilder last;
-    last.WriteInformation("[FILEINFO]\nMaxtlreVersion=Package Writer 2024\n[REFERANCE_FILE_1]\n"
-                          "IsReferencedFile=YES\nFilePath=Q:\\last.pdf\n");
+    WriteOneDocument(last);
     MockContainer other;
     const auto second = CreateControl();
     other.Embed(second.Get());
@@ -107,8 +112,7 @@ TEST_F(SharingTest, ClickShowsTheRecordOfThePackageThatWasLoadedLast) {
 TEST_F(SharingTest, ActivatingOneControlLeavesTheRecordsOfTheOther) {
     const PackageBuilder package;
     const PackageBuilder last;
-    last.WriteInformation("[FILEINFO]\nMaxtlreVersion=Package Writer 2024\n[REFERANCE_FILE_1]\n"
-                          "IsReferencedFile=YES\nFilePath=Q:\\last.pdf\n");
+    WriteOneDocument(last);
     MockContainer other;
     const auto second = CreateControl();
     other.Embed(second.Get());
