@@ -55,7 +55,24 @@ Process StartSecondProcess(const std::wstring& folder) {
     return process;
 }
 
-using SharingTest = EmbeddedControlTest;
+class SharingTest : public EmbeddedControlTest {
+protected:
+    /// Another control of this process, in a container of its own.
+    struct SecondControl {
+        SecondControl() { container.Embed(control.Get()); }
+
+        HRESULT Activate() { return container.DoVerb(OLEIVERB_INPLACEACTIVATE); }
+
+        HRESULT Load(const std::wstring& folder) {
+            Value value(folder);
+            return Invoke(Automation(control.Get()).Get(), kInputParameter, DISPATCH_PROPERTYPUT,
+                          {value.Get()});
+        }
+
+        MockContainer container;
+        ComPtr<IUnknown> control = CreateControl();
+    };
+};
 
 /// A package of one linked document, last.pdf.
 void WriteOneDocument(const PackageBuilder& package) {
@@ -67,19 +84,17 @@ void WriteOneDocument(const PackageBuilder& package) {
 
 TEST_F(SharingTest, TwoControlsInOneProcessShowTheirOwnRowsAndShareTheRecords) {
     const PackageBuilder package;
-    MockContainer other;
-    const auto second = CreateControl();
-    other.Embed(second.Get());
+    SecondControl second;
     ASSERT_EQ(S_OK, Activate());
-    ASSERT_EQ(S_OK, other.DoVerb(OLEIVERB_INPLACEACTIVATE));
-    const HWND secondDialog = DialogOf(other);
+    ASSERT_EQ(S_OK, second.Activate());
+    const HWND secondDialog = DialogOf(second.container);
     ASSERT_EQ(S_OK, Load(package.Path()));
     EXPECT_EQ(1, Rows(Dialog(), kPartList));
     EXPECT_EQ(3, Rows(Dialog(), kAdditionalList));
     EXPECT_EQ(0, Rows(secondDialog, kAdditionalList)) << "the rows are each dialog's own";
-    EXPECT_EQ(S_OK, Invoke(Automation(second.Get()).Get(), kClearAllData, DISPATCH_METHOD));
+    EXPECT_EQ(S_OK, Invoke(Automation(second.control.Get()).Get(), kClearAllData, DISPATCH_METHOD));
     EXPECT_EQ(3, Rows(Dialog(), kAdditionalList)) << "only the records behind them went";
-    other.Remove();
+    second.container.Remove();
     EXPECT_EQ(3, Rows(Dialog(), kAdditionalList));
     EXPECT_EQ(S_OK, Load(package.Path()));
     EXPECT_EQ(3, Rows(Dialog(), kAdditionalList));
@@ -89,45 +104,37 @@ TEST_F(SharingTest, ClickShowsTheRecordOfThePackageThatWasLoadedLast) {
     const PackageBuilder package;
     const PackageBuilder last;
     WriteOneDocument(last);
-    MockContainer other;
-    const auto second = CreateControl();
-    other.Embed(second.Get());
+    SecondControl second;
     ASSERT_EQ(S_OK, Activate());
-    ASSERT_EQ(S_OK, other.DoVerb(OLEIVERB_INPLACEACTIVATE));
+    ASSERT_EQ(S_OK, second.Activate());
     ASSERT_EQ(S_OK, Load(package.Path()));
     Click(Dialog(), kAdditionalList, 0);
     EXPECT_EQ(L"certificate.pdf", ShownDocument());
-    Value folder(last.Path());
-    ASSERT_EQ(S_OK,
-              Invoke(Automation(second.Get()).Get(), kInputParameter, DISPATCH_PROPERTYPUT, {folder.Get()}));
+    ASSERT_EQ(S_OK, second.Load(last.Path()));
     EXPECT_EQ(3, Rows(Dialog(), kAdditionalList));
     Click(Dialog(), kAdditionalList, 0);
     EXPECT_EQ(L"last.pdf", ShownDocument()) << "the records are the module's";
     ASSERT_EQ(S_OK, Load(package.Path()));
     Click(Dialog(), kAdditionalList, 0);
     EXPECT_EQ(L"certificate.pdf", ShownDocument());
-    other.Remove();
+    second.container.Remove();
 }
 
 TEST_F(SharingTest, ActivatingOneControlLeavesTheRecordsOfTheOther) {
     const PackageBuilder package;
     const PackageBuilder last;
     WriteOneDocument(last);
-    MockContainer other;
-    const auto second = CreateControl();
-    other.Embed(second.Get());
+    SecondControl second;
     ASSERT_EQ(S_OK, Activate());
-    ASSERT_EQ(S_OK, other.DoVerb(OLEIVERB_INPLACEACTIVATE));
+    ASSERT_EQ(S_OK, second.Activate());
     ASSERT_EQ(S_OK, Load(package.Path()));
-    Value folder(last.Path());
-    ASSERT_EQ(S_OK,
-              Invoke(Automation(second.Get()).Get(), kInputParameter, DISPATCH_PROPERTYPUT, {folder.Get()}));
+    ASSERT_EQ(S_OK, second.Load(last.Path()));
     EXPECT_EQ(S_OK, InPlace()->InPlaceDeactivate());
     ASSERT_EQ(S_OK, Activate());
     EXPECT_EQ(3, Rows(Dialog(), kAdditionalList)) << "its own rows are shown again";
-    Click(DialogOf(other), kAdditionalList, 0);
+    Click(DialogOf(second.container), kAdditionalList, 0);
     EXPECT_EQ(L"last.pdf", ShownDocument()) << "the records of the other control are still there";
-    other.Remove();
+    second.container.Remove();
 }
 
 TEST_F(SharingTest, ClearedDocumentsStayAwayInANewWindow) {
