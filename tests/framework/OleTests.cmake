@@ -23,6 +23,7 @@ set_source_files_properties(support/OleTest.rc PROPERTIES OBJECT_DEPENDS ${ole_g
 mxov_test(framework_ole_tests DESKTOP
     SOURCES
         control/ControlActivationTest.cpp
+        control/ControlConnectionTest.cpp
         control/ControlKeyboardTest.cpp
         control/ControlPersistTest.cpp
         control/ControlTest.cpp

@@ -1,50 +1,22 @@
 // The preview of whole, odd and damaged bitmap files.
 #include "PopupFixture.h"
 
+#include "BitmapFiles.h"
 #include "GdiObjectCount.h"
 #include "shell/HostText.h"
-
-#include <cstring>
 
 using namespace docview;
 
 namespace {
 
-constexpr int kWidth = 10;
-constexpr int kHeight = 6;
-
-struct Headers {
-    BITMAPFILEHEADER file = {};
-    BITMAPINFOHEADER info = {};
-};
-
-/// A bitmap file whose headers a test may spoil.
-std::string BitmapBytes(int bits, const std::function<void(Headers&)>& spoil = nullptr) {
-    Headers headers;
-    const int palette = bits <= 8 ? 4 << bits : 0;
-    headers.file.bfType = 0x4D42;
-    headers.file.bfOffBits =
-        static_cast<DWORD>(sizeof headers.file + sizeof headers.info) + static_cast<DWORD>(palette);
-    headers.file.bfSize =
-        headers.file.bfOffBits + static_cast<DWORD>((kWidth * bits + 31) / 32 * 4 * kHeight);
-    headers.info = {sizeof headers.info, kWidth, kHeight, 1, static_cast<WORD>(bits), BI_RGB, 0, 0, 0, 0, 0};
-    std::string bytes(headers.file.bfSize, '\x40');
-    if (spoil) {
-        spoil(headers);
-    }
-    std::memcpy(bytes.data(), &headers.file, sizeof headers.file);
-    std::memcpy(bytes.data() + sizeof headers.file, &headers.info, sizeof headers.info);
-    return bytes;
-}
-
-/// The same with the older information header of 12 bytes.
-std::string CoreBitmapBytes(int bits, WORD width = kWidth) {
+/// A bitmap file with the older information header of 12 bytes.
+std::string CoreBitmapBytes(int bits, WORD width = kBitmapWidth) {
     const std::size_t palette = bits <= 8 ? std::size_t{3} << bits : 0;
     BITMAPFILEHEADER file = {};
     file.bfType = 0x4D42;
     file.bfOffBits = static_cast<DWORD>(sizeof file + sizeof(BITMAPCOREHEADER) + palette);
-    file.bfSize = file.bfOffBits + static_cast<DWORD>((kWidth * bits + 31) / 32 * 4 * kHeight);
-    const BITMAPCOREHEADER core = {sizeof core, width, kHeight, 1, static_cast<WORD>(bits)};
+    file.bfSize = file.bfOffBits + static_cast<DWORD>((kBitmapWidth * bits + 31) / 32 * 4 * kBitmapHeight);
+    const BITMAPCOREHEADER core = {sizeof core, width, kBitmapHeight, 1, static_cast<WORD>(bits)};
     std::string bytes(file.bfSize, '\x40');
     std::memcpy(bytes.data(), &file, sizeof file);
     std::memcpy(bytes.data() + sizeof file, &core, sizeof core);
@@ -53,7 +25,7 @@ std::string CoreBitmapBytes(int bits, WORD width = kWidth) {
 
 /// A compressed bitmap of 8 or 4 bits a pixel with these codes and this stated size of them.
 std::string CompressedBytes(int bits, const std::string& codes, DWORD stated) {
-    const std::string plain = BitmapBytes(bits, [&](Headers& h) {
+    const std::string plain = BitmapBytes(bits, [&](BitmapHeaders& h) {
         h.info.biCompression = bits == 8 ? BI_RLE8 : BI_RLE4;
         h.info.biSizeImage = stated;
     });
@@ -64,8 +36,8 @@ std::string CompressedBytes(int bits, const std::string& codes, DWORD stated) {
 /// The codes of an image of one colour.
 std::string EvenCodes() {
     std::string codes;
-    for (int row = 0; row < kHeight; ++row) {
-        codes += std::string{static_cast<char>(kWidth), '\x11', '\0', '\0'};
+    for (int row = 0; row < kBitmapHeight; ++row) {
+        codes += std::string{static_cast<char>(kBitmapWidth), '\x11', '\0', '\0'};
     }
     return codes + std::string{'\0', '\1'};
 }
@@ -102,7 +74,7 @@ TEST_F(MXOVPopupPreviewTest, OlderHeadersAreShown) {
 
 TEST_F(MXOVPopupPreviewTest, DamagedOlderHeadersAreNotShown) {
     EXPECT_FALSE(Shows(CoreBitmapBytes(24, 0)));
-    EXPECT_FALSE(Shows(CoreBitmapBytes(24, kWidth + 4))) << "the rows are longer than the file";
+    EXPECT_FALSE(Shows(CoreBitmapBytes(24, kBitmapWidth + 4))) << "the rows are longer than the file";
     EXPECT_FALSE(Shows(CoreBitmapBytes(2)));
     const std::string whole = CoreBitmapBytes(8);
     for (std::size_t length = 0; length < whole.size(); length += 7) {
@@ -142,25 +114,11 @@ TEST_F(MXOVPopupPreviewTest, DamagedCompressedPixelsAreNotShown) {
 }
 
 TEST_F(MXOVPopupPreviewTest, DamagedAndAbsurdFilesAreNotShown) {
-    const std::function<void(Headers&)> lies[] = {
-        [](Headers& h) { h.file.bfType = 0x4D43; },
-        [](Headers& h) { h.file.bfOffBits = 0x7FFFFFFF; },
-        [](Headers& h) { h.file.bfOffBits = 20; },
-        [](Headers& h) { h.info.biSize = 0xFFFFFFF0; },
-        [](Headers& h) { h.info.biWidth = 0; },
-        [](Headers& h) { h.info.biWidth = -10; },
-        [](Headers& h) { h.info.biWidth = 30000; },
-        [](Headers& h) { h.info.biHeight = 0; },
-        [](Headers& h) { h.info.biHeight = 30000; },
-        [](Headers& h) { h.info.biHeight = static_cast<LONG>(0x80000000); },
-        [](Headers& h) { h.info.biPlanes = 3; },
-        [](Headers& h) { h.info.biBitCount = 2; },
-        [](Headers& h) { h.info.biCompression = BI_JPEG; },
-    };
+    const std::vector<SpoilHeaders> lies = AbsurdHeaders();
     for (const auto& lie : lies) {
-        EXPECT_FALSE(Shows(BitmapBytes(24, lie))) << (&lie - lies);
+        EXPECT_FALSE(Shows(BitmapBytes(24, lie))) << (&lie - lies.data());
     }
-    EXPECT_FALSE(Shows(BitmapBytes(8, [](Headers& h) { h.info.biClrUsed = 0xFFFFFFFF; })));
+    EXPECT_FALSE(Shows(BitmapBytes(8, [](BitmapHeaders& h) { h.info.biClrUsed = 0xFFFFFFFF; })));
     EXPECT_FALSE(Shows("not a bitmap"));
     EXPECT_FALSE(Shows(""));
     EXPECT_TRUE(Shows(BitmapBytes(24))) << "the next file is shown again";

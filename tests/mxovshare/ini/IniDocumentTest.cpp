@@ -4,10 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <ctime>
-#include <random>
-#include <unordered_map>
-
 namespace mxovshare {
 namespace {
 
@@ -277,84 +273,6 @@ TEST(IniDocumentRemoving, AddingAfterwardsWorks) {
     document.SetValue(u"F_4", u"k", u"4");
     document.SetValue(u"F_4", u"j", u"5");
     EXPECT_EQ(document.Bytes(), "[F_1]\nk=1\n[F_3]\nk=3\n[F_4]\nk=4\nj=5\n");
-}
-
-// Two words that lead a hash by FNV-1a from one state to the same other one, which `state` becomes.
-std::pair<std::string, std::string> CollidingWords(std::uint32_t& state) {
-    std::unordered_map<std::uint32_t, std::string> reached;
-    std::minstd_rand random(1);
-    for (;;) {
-        std::string word;
-        std::uint32_t hash = state;
-        for (int i = 0; i < 8; ++i) {
-            word += static_cast<char>('A' + random() % 26);
-            hash = (hash ^ static_cast<unsigned char>(word.back())) * 16777619;
-        }
-        const auto [known, isNew] = reached.try_emplace(hash, word);
-        if (!isNew && known->second != word) {
-            state = hash;
-            return {known->second, word};
-        }
-    }
-}
-
-// 8192 names of one hash.
-std::vector<std::string> CollidingNames() {
-    std::vector<std::string> names = {""};
-    std::uint32_t state = 2166136261;
-    for (int i = 0; i < 13; ++i) {
-        const auto [one, other] = CollidingWords(state);
-        std::vector<std::string> longer;
-        for (const std::string& name : names) {
-            longer.push_back(name + one);
-            longer.push_back(name + other);
-        }
-        names = std::move(longer);
-    }
-    return names;
-}
-
-TEST(IniDocumentSize, NamesThatCollideInAHashTableAreNoSlower) {
-    const std::vector<std::string> names = CollidingNames();
-    std::string sections;
-    std::string keys = "[s]\n";
-    for (const std::string& name : names) {
-        sections += "[" + name + "]\n";
-        keys += name + "=1\n";
-    }
-    const auto time = [](const std::string& bytes, std::u16string_view section, std::u16string_view key) {
-        const std::clock_t start = std::clock();
-        EXPECT_EQ(IniDocument(kLatin, bytes).Value(section, key), key.empty() ? u"" : u"1");
-        return (std::clock() - start) / CLOCKS_PER_SEC; // of processor time
-    };
-    const std::u16string last(names.back().begin(), names.back().end());
-    // Comparing each name with each other takes many seconds.
-    EXPECT_LT(time(sections, last, u""), 1);
-    EXPECT_LT(time(keys, u"s", last), 1);
-}
-
-TEST(IniDocumentSize, ManySectionsOfOneNameGoAtOnce) {
-    std::string bytes;
-    for (int i = 0; i < 200'000; ++i) {
-        bytes += "[s]\nk=1\n[t]\n";
-    }
-    const std::clock_t start = std::clock();
-    const std::string rest = AfterRemove(bytes, u"s");
-    EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
-    EXPECT_EQ(rest.size(), 200'000U * 4);
-}
-
-TEST(IniDocument, TenThousandSectionsAreEasy) {
-    IniDocument document(kLatin);
-    for (int i = 1; i <= 10'000; ++i) {
-        const std::string number = std::to_string(i);
-        ASSERT_TRUE(document.SetValue(u"F_" + std::u16string(number.begin(), number.end()), u"Path", u"x"));
-    }
-    EXPECT_EQ(document.LastIndex(u"F"), 10'000);
-    EXPECT_EQ(document.SectionNames(u"f_").size(), 10'000U);
-    EXPECT_EQ(document.Value(u"F_5000", u"path"), u"x");
-    document.SetValue(u"F_1", u"Path", u"longer than before");
-    EXPECT_EQ(document.Value(u"F_10000", u"Path"), u"x");
 }
 
 } // namespace

@@ -1,68 +1,15 @@
-#include "ini/IniStore.h"
+#include "IniStoreFile.h"
 
 #include "ChildProcess.h"
-#include "common/Handles.h"
 #include "common/LongPath.h"
 #include "LongFolder.h"
-#include "TempFolder.h"
 
-#include <gtest/gtest.h>
-
-#include <string_view>
 #include <thread>
 
 namespace mxovshare {
 namespace {
 
 using Names = std::vector<std::wstring>;
-
-constexpr SYSTEMTIME kOldTime = {2020, 1, 0, 2, 3, 4, 5, 0};
-
-// Waits until a burst of calls is over.
-void EndBurst() {
-    LARGE_INTEGER frequency = {};
-    LARGE_INTEGER start = {};
-    LARGE_INTEGER now = {};
-    QueryPerformanceFrequency(&frequency);
-    QueryPerformanceCounter(&start);
-    do {
-        QueryPerformanceCounter(&now);
-    } while (now.QuadPart - start.QuadPart < frequency.QuadPart / 2000);
-}
-
-void Overwrite(const std::wstring& path, std::string_view bytes) {
-    const common::UniqueHandle file = common::OwnFile(CreateFileW(
-        path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
-    DWORD count = 0;
-    ASSERT_TRUE(WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr));
-    ASSERT_TRUE(SetEndOfFile(file.get()));
-    EndBurst();
-}
-
-common::UniqueHandle Lock(const std::wstring& path, DWORD share) {
-    return common::OwnFile(
-        CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
-}
-
-// One INI file and a store that has read it.
-class IniStoreFile : public testing::Test {
-protected:
-    explicit IniStoreFile(std::string_view bytes = "[s]\nk=old\n")
-        : m_file(m_folder.Write(L"mxinfo.ini", bytes)) {
-        m_folder.SetTime(L"mxinfo.ini", kOldTime);
-        m_store.Value(L"s", L"k", m_file);
-    }
-
-    std::wstring Value(const std::wstring& key = L"k") { return m_store.Value(L"s", key, m_file); }
-    void SetValue(const std::wstring& key, const std::wstring& value) {
-        m_store.SetValue(L"s", key, value, m_file);
-    }
-    std::string Bytes() const { return m_folder.Read(L"mxinfo.ini"); }
-
-    const TempFolder m_folder;
-    const std::wstring m_file;
-    IniStore m_store{50}; // milliseconds of waiting for a lock
-};
 
 TEST(IniStore, CreatesReadsWritesAndRemoves) {
     const TempFolder folder;
@@ -153,91 +100,6 @@ TEST_F(IniStoreFile, KeepsWhatAnotherProcessWrote) {
     EXPECT_EQ(IniStore().Value(L"s", L"other", m_file), L"theirs");
 }
 
-TEST_F(IniStoreFile, ALockedFileKeepsTheValueForLater) {
-    {
-        const common::UniqueHandle lock = Lock(m_file, FILE_SHARE_READ);
-        SetValue(L"k", L"new");
-        SetValue(L"k", L"newer");
-        SetValue(L"k", L"newer");
-        EXPECT_EQ(Value(), L"newer");
-        EXPECT_EQ(Bytes(), "[s]\nk=old\n");
-        EXPECT_EQ(m_folder.EntryCount(), 1);
-    }
-    SetValue(L"k", L"newer");
-    EXPECT_EQ(Bytes(), "[s]\nk=newer\n");
-}
-
-TEST_F(IniStoreFile, KeptChangesJoinWhatOthersWrote) {
-    {
-        const common::UniqueHandle lock = Lock(m_file, FILE_SHARE_READ | FILE_SHARE_WRITE);
-        SetValue(L"j", L"mine");
-        m_store.RemoveSection(L"t", m_file);
-        Overwrite(m_file, "[s]\nk=theirs\n[t]\nx=1\n");
-        EXPECT_EQ(Value(L"j"), L"mine");
-        EXPECT_EQ(Value(L"k"), L"theirs");
-        m_store.RemoveSection(L"t", m_file);
-    }
-    SetValue(L"i", L"last");
-    EXPECT_EQ(Bytes(), "[s]\nk=theirs\nj=mine\ni=last\n");
-}
-
-TEST_F(IniStoreFile, AFileThatCannotBeReadIsNotOverwritten) {
-    Overwrite(m_file, "[s]\nk=theirs\n");
-    {
-        const common::UniqueHandle lock = Lock(m_file, 0);
-        EXPECT_EQ(Value(), L"old"); // what was read last
-        SetValue(L"j", L"mine");
-        EXPECT_EQ(Value(L"j"), L"mine");
-    }
-    EndBurst();
-    EXPECT_EQ(Value(), L"theirs");
-    EXPECT_EQ(Value(L"j"), L"mine");
-    EXPECT_EQ(Bytes(), "[s]\nk=theirs\n");
-    SetValue(L"i", L"last");
-    EXPECT_EQ(Bytes(), "[s]\nk=theirs\nj=mine\ni=last\n");
-}
-
-TEST_F(IniStoreFile, AReadOnlyFileKeepsTheValueForLater) {
-    SetFileAttributesW(m_file.c_str(), FILE_ATTRIBUTE_READONLY);
-    SetValue(L"k", L"new");
-    EXPECT_EQ(Value(), L"new");
-    EXPECT_EQ(Bytes(), "[s]\nk=old\n");
-    EXPECT_EQ(m_folder.EntryCount(), 1);
-    SetFileAttributesW(m_file.c_str(), FILE_ATTRIBUTE_NORMAL);
-    SetValue(L"j", L"2");
-    EXPECT_EQ(Bytes(), "[s]\nk=new\nj=2\n");
-}
-
-TEST_F(IniStoreFile, AMissingFolderKeepsTheValueForLater) {
-    const std::wstring file = m_folder / L"Private\\mxinfo.ini";
-    m_store.SetValue(L"s", L"k", L"1", file);
-    EXPECT_EQ(m_store.Value(L"s", L"k", file), L"1");
-    EXPECT_EQ(m_folder.EntryCount(), 1);
-    ASSERT_TRUE(CreateDirectoryW((m_folder / L"Private").c_str(), nullptr));
-    m_store.SetValue(L"s", L"j", L"2", file);
-    EXPECT_EQ(m_folder.Read(L"Private\\mxinfo.ini"), "[s]\r\nk=1\r\nj=2\r\n");
-}
-
-TEST_F(IniStoreFile, KeptChangesGoWithTheirFile) {
-    common::UniqueHandle lock = Lock(m_file, FILE_SHARE_READ | FILE_SHARE_DELETE);
-    SetValue(L"k", L"never written");
-    lock.reset();
-    ASSERT_TRUE(DeleteFileW(m_file.c_str()));
-    EndBurst();
-    EXPECT_EQ(Value(), L"");
-    m_folder.Write(L"mxinfo.ini", "[s]\nk=another package\n");
-    EndBurst();
-    EXPECT_EQ(Value(), L"another package");
-    SetValue(L"j", L"1");
-    EXPECT_EQ(Bytes(), "[s]\nk=another package\nj=1\n");
-}
-
-TEST_F(IniStoreFile, AFolderThatTakesNoFilesKeepsTheValue) {
-    const std::wstring file = L"Z:\\proc\\mxinfo.ini"; // nobody may create a file there, whatever his rights
-    m_store.SetValue(L"s", L"k", L"1", file);
-    EXPECT_EQ(m_store.Value(L"s", L"k", file), L"1");
-}
-
 TEST_F(IniStoreFile, OddPathsDoNoHarm) {
     for (const std::wstring& path :
          {std::wstring(), m_folder.Path(), std::wstring(L"?:*"), std::wstring(L"\\\\?\\"),
@@ -285,15 +147,6 @@ TEST_F(IniStoreFile, MoreFilesThanAreKept) {
             m_store.SetValue(L"s", L"k", std::to_wstring(round), file);
         }
     }
-}
-
-TEST_F(IniStoreFile, KeptChangesOutliveTheFilesThatAreKept) {
-    const common::UniqueHandle lock = Lock(m_file, FILE_SHARE_READ);
-    SetValue(L"k", L"new");
-    for (std::size_t i = 0; i < 2 * IniStore::kCapacity; ++i) {
-        m_store.Value(L"s", L"k", m_folder / (std::to_wstring(i) + L".ini"));
-    }
-    EXPECT_EQ(Value(), L"new");
 }
 
 TEST_F(IniStoreFile, ThreadsMayShareIt) {

@@ -233,20 +233,6 @@ STDMETHODIMP MockContainer::TranslateAccelerator(LPMSG, WORD) {
     return Note("Frame::TranslateAccelerator", S_FALSE);
 }
 
-STDMETHODIMP MockContainer::GetTypeInfoCount(UINT* count) {
-    *count = 0;
-    return S_OK;
-}
-
-STDMETHODIMP MockContainer::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
-    *info = nullptr;
-    return DISP_E_BADINDEX;
-}
-
-STDMETHODIMP MockContainer::GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) {
-    return DISP_E_UNKNOWNNAME;
-}
-
 STDMETHODIMP MockContainer::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                                    UINT*) {
     const auto found = ambients.find(id);

@@ -46,20 +46,6 @@ STDMETHODIMP MockSink::OnRequestEdit(DISPID id) {
     return requestEdit;
 }
 
-STDMETHODIMP MockSink::GetTypeInfoCount(UINT* count) {
-    *count = 0;
-    return S_OK;
-}
-
-STDMETHODIMP MockSink::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
-    *info = nullptr;
-    return DISP_E_BADINDEX;
-}
-
-STDMETHODIMP MockSink::GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) {
-    return DISP_E_UNKNOWNNAME;
-}
-
 STDMETHODIMP MockSink::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*, EXCEPINFO*,
                               UINT*) {
     calls.emplace_back("Event(" + std::to_string(id) + ")");

@@ -1,6 +1,8 @@
 // A sink of the notifications and events of a control, for tests.
 #pragma once
 
+#include "UntypedDispatch.h"
+
 #include <windows.h>
 
 #include <string>
@@ -10,7 +12,7 @@
 #include <ole2.h>
 
 /// A sink that notes the calls of IAdviseSink, IPropertyNotifySink and an event interface.
-class MockSink : public IAdviseSink, public IPropertyNotifySink, public IDispatch {
+class MockSink : public IAdviseSink, public IPropertyNotifySink, public UntypedDispatch {
 public:
     /// Answers this interface, besides IDispatch, with its IDispatch.
     explicit MockSink(REFIID events = IID_IDispatch) : m_events(events) {}
@@ -38,9 +40,6 @@ public:
     STDMETHODIMP OnChanged(DISPID id) override;
     STDMETHODIMP OnRequestEdit(DISPID id) override;
 
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-    STDMETHODIMP GetTypeInfo(UINT index, LCID lcid, ITypeInfo** info) override;
-    STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID lcid, DISPID* ids) override;
     STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID lcid, WORD flags, DISPPARAMS* params, VARIANT* result,
                         EXCEPINFO* exception, UINT* wrongArgument) override;
 
