@@ -2,6 +2,7 @@
 """Adds, removes and describes documents with the built mxovpkg.exe, in packages that other tools made."""
 import json
 import os
+import struct
 import subprocess
 import unittest
 import zipfile
@@ -191,6 +192,37 @@ class EditTest(PackageCase):
         self.assertEqual(sections['REFERANCE_FILE_10000']['FilePath'], '\\\\host\\new\\10000.pdf')
         self.assertEqual(sections['REFERANCE_FILE_10001']['FilePath'], 'ReferanceFiles\\one.txt')
         self.assertEqual(len(self.names()), 10_002)
+
+    def test_thumbnail(self):
+        small, large = (b'BM' + struct.pack('<IHHI', 14 + size, 0, 0, 14) + bytes(size) for size in (10, 2000))
+        self.write('a.bmp', small)
+        self.write('b.bmp', large)
+        self.assertEqual(self.succeed('thumbnail', 'p.mxov', '--set', 'a.bmp'), 'set Preview\\a.bmp\n')
+        self.assertEqual(self.sections()['FILEINFO']['Thumbnail'], 'Preview\\a.bmp')
+        self.assertEqual(self.sections()['FILE_HISTORY_2']['Operation'], 'Changed preview')
+        self.succeed('thumbnail', 'p.mxov', '--extract', 'out.bmp')
+        self.assertEqual((self.work / 'out.bmp').read_bytes(), small)
+        self.assertEqual(self.succeed('thumbnail', 'p.mxov', '--set', 'b.bmp', '--no-history'), 'set Preview\\a.bmp\n')
+        self.assertNotIn('FILE_HISTORY_3', self.sections())
+        self.assertEqual(self.succeed('thumbnail', 'p.mxov', '--extract', 'out.bmp'),
+                         'extracted Preview\\a.bmp to out.bmp\n')
+        self.assertEqual((self.work / 'out.bmp').read_bytes(), large)
+        self.assertEqual(list(self.work.glob('*new*')), [])
+
+    def test_thumbnail_refuses_what_is_no_preview(self):
+        self.write('a.bmp', b'BM' + struct.pack('<IHHI', 24, 0, 0, 14) + bytes(10))
+        self.write('cut.bmp', b'BM' + struct.pack('<IHHI', 24, 0, 0, 14))
+        self.write('text.bmp', b'a text of more than fourteen bytes')
+        for name in ('cut.bmp', 'text.bmp'):
+            self.assertIn(f'"{name}" is no bitmap file', self.expect_unchanged(1, 'thumbnail', 'p.mxov', '--set', name))
+        self.assertIn('"gone.bmp"', self.expect_unchanged(1, 'thumbnail', 'p.mxov', '--set', 'gone.bmp'))
+        self.assertIn('has no preview', self.expect_unchanged(1, 'thumbnail', 'p.mxov', '--extract', 'out.bmp'))
+        self.succeed('thumbnail', 'p.mxov', '--set', 'a.bmp')
+        self.assertIn('no\\out.bmp', self.expect_unchanged(1, 'thumbnail', 'p.mxov', '--extract', 'no\\out.bmp'))
+        self.succeed('set', 'p.mxov', 'Thumbnail=')
+        self.assertIn('"Preview\\a.bmp"', self.expect_unchanged(1, 'thumbnail', 'p.mxov', '--set', 'a.bmp'))
+        for words in ([], ['--set', 'a.bmp', '--extract', 'b.bmp'], ['--extract', 'b.bmp', '--no-history']):
+            self.assertIn('see mxovpkg --help', self.expect_unchanged(2, 'thumbnail', 'p.mxov', *words))
 
 
 if __name__ == '__main__':

@@ -1,10 +1,10 @@
 #include "ArchiveCatalogueSource.h"
 #include "Commands.h"
-#include "JsonText.h"
-#include "Output.h"
+#include "output/JsonText.h"
+#include "output/Output.h"
+#include "output/Progress.h"
+#include "output/Report.h"
 #include "PackageAccess.h"
-#include "Progress.h"
-#include "Report.h"
 
 #include <care/Findings.h>
 #include <package/CatalogueLoader.h>

@@ -23,8 +23,12 @@ int Relink(const Arguments& arguments);
 int Add(const Arguments& arguments);
 int Remove(const Arguments& arguments);
 int Set(const Arguments& arguments);
+/// Sets or extracts the preview.
+int Thumbnail(const Arguments& arguments);
 int ShowHistory(const Arguments& arguments);
 /// Compares two packages, or the folders of unpacked ones.
 int Diff(const Arguments& arguments);
 /// Prints a text of a package for version control.
 int Text(const Arguments& arguments);
+/// Prints a script that completes commands and options in a shell.
+int Completion(const Arguments& arguments);

@@ -1,9 +1,9 @@
 #include "Commands.h"
 #include "History.h"
-#include "JsonText.h"
-#include "Output.h"
+#include "output/JsonText.h"
+#include "output/Output.h"
+#include "output/Report.h"
 #include "PackageAccess.h"
-#include "Report.h"
 
 #include <package/PackageInformation.h>
 

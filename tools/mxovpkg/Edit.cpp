@@ -1,13 +1,13 @@
+#include "Edit.h"
+
 #include "Commands.h"
 #include "History.h"
-#include "Output.h"
+#include "output/Output.h"
+#include "output/Report.h"
 #include "PackageAccess.h"
-#include "Report.h"
 
 #include <care/Documents.h>
 #include <care/Keys.h>
-
-#include <functional>
 
 namespace {
 
@@ -28,10 +28,10 @@ care::DocumentKind KindOf(const Arguments& arguments) {
     throw UsageError{L"--as takes copy, link, part, gcode or sheet, not \"" + word + L"\""};
 }
 
-// Applies `edit` to each word behind the package and writes the package in one step. The edit returns a line
-// about what it did.
+} // namespace
+
 int EditPackage(const Arguments& arguments, const std::wstring& operation,
-                const std::function<std::wstring(care::PackageEditor&, const std::wstring&)>& edit) {
+                const std::vector<std::wstring>& words, const PackageEdit& edit) {
     const std::wstring& file = arguments[0];
     const std::optional<care::PackageContent> view = ReadPackage(file);
     if (!view) {
@@ -40,8 +40,8 @@ int EditPackage(const Arguments& arguments, const std::wstring& operation,
     care::PackageEditor editor(view->sections, view->entries);
     std::vector<std::wstring> lines;
     try {
-        for (std::size_t i = 1; i < arguments.Count(); ++i) {
-            lines.push_back(edit(editor, arguments[i]));
+        for (const std::wstring& word : words) {
+            lines.push_back(edit(editor, word));
         }
     } catch (const care::Refusal& refusal) {
         PrintFailure(L"\"" + file + L"\": " + refusal.message);
@@ -58,7 +58,9 @@ int EditPackage(const Arguments& arguments, const std::wstring& operation,
     return kDone;
 }
 
-} // namespace
+int EditPackage(const Arguments& arguments, const std::wstring& operation, const PackageEdit& edit) {
+    return EditPackage(arguments, operation, {arguments.All().begin() + 1, arguments.All().end()}, edit);
+}
 
 int Add(const Arguments& arguments) {
     care::NewDocument document = {.kind = KindOf(arguments),

@@ -1,10 +1,10 @@
 #include "History.h"
 
 #include "Commands.h"
-#include "JsonText.h"
-#include "Output.h"
+#include "output/JsonText.h"
+#include "output/Output.h"
+#include "output/Report.h"
 #include "PackageAccess.h"
-#include "Report.h"
 
 #include <care/Information.h>
 #include <package/PackageInformation.h>

@@ -1,7 +1,7 @@
 #include "PackageAccess.h"
 
-#include "Progress.h"
-#include "Report.h"
+#include "output/Progress.h"
+#include "output/Report.h"
 
 #include <algorithm>
 

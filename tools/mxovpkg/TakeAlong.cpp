@@ -1,8 +1,8 @@
 #include "Commands.h"
 #include "History.h"
-#include "Output.h"
+#include "output/Output.h"
+#include "output/Report.h"
 #include "PackageAccess.h"
-#include "Report.h"
 
 #include <care/Bundle.h>
 #include <care/Links.h>

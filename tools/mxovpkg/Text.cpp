@@ -1,7 +1,7 @@
 #include "Commands.h"
-#include "Output.h"
+#include "output/Output.h"
+#include "output/Report.h"
 #include "PackageAccess.h"
-#include "Report.h"
 
 #include <common/InformationFile.h>
 #include <common/Paths.h>
