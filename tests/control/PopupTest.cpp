@@ -6,6 +6,8 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace {
 
 constexpr int kRightOfFrame = 600; // right of the frame
@@ -47,10 +49,24 @@ protected:
         SendInput(2, inputs, sizeof inputs[0]);
     }
 
+    /// Why a click did not reach the description.
+    static std::string Obstacle() {
+        POINT mouse = {};
+        RECT place = {};
+        GetCursorPos(&mouse);
+        GetWindowRect(Item(kDescription), &place);
+        std::ostringstream text;
+        text << "popup " << Popup() << " in front " << GetForegroundWindow() << " focus " << GetFocus()
+             << " mouse " << mouse.x << "," << mouse.y << " over " << WindowFromPoint(mouse)
+             << " description " << Item(kDescription) << " at " << place.left << "," << place.top << " to "
+             << place.right << "," << place.bottom;
+        return text.str();
+    }
+
     /// Clicks into the description, goes to its end and presses a key.
     void TypeAtTheEnd(WORD key) {
         client.Click(Item(kDescription), 20, 10);
-        ASSERT_TRUE(PumpUntil([] { return GetFocus() == Item(kDescription); }));
+        ASSERT_TRUE(PumpUntil([] { return GetFocus() == Item(kDescription); })) << Obstacle();
         Key(VK_END);
         Key(key);
     }

@@ -27,6 +27,11 @@ class UnpackedTest(ReleaseCase):
             shutil.copy(self.unpacked / f'samples/{name}.mxov', package)
             run_wine(program, 'check', windows_path(package)).expect()
 
+    def test_the_check_for_windows_passes(self):
+        ended = run_wine('cscript', '//nologo', windows_path(self.unpacked / 'check-windows.js'), '/auto').expect()
+        passed = [line for line in ended.output.splitlines() if line.startswith('passed ')]
+        self.assertEqual(len(passed), 4, ended)
+
 
 if __name__ == '__main__':
     unittest.main(verbosity=2)

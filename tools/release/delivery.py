@@ -34,7 +34,8 @@ def texts(root, version, components):
     """The pages and licences beside the product."""
     readme = (root / 'tools/release/README.txt').read_text(encoding='utf-8').replace('@VERSION@', version)
     licences = {f'licences/{component.name}.txt': windows_text(component.copyright) for component in components}
-    return {'README.txt': windows_text(readme),
+    script = (root / 'tools/release/check-windows.js').read_text(encoding='ascii')  # a mark would stop the script engine
+    return {'README.txt': windows_text(readme), 'check-windows.js': script.replace('\n', '\r\n').encode('ascii'),
             'LICENSE.txt': windows_text((root / 'LICENSE').read_text(encoding='utf-8')), **licences}
 
 
