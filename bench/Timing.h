@@ -13,12 +13,18 @@ inline double MedianOf(std::vector<double> times) {
     return times[times.size() / 2];
 }
 
+/// Milliseconds since some moment, the same in all processes.
+inline double Now() {
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
+
 /// Duration of one call, in milliseconds.
 template <typename Work>
 double Time(Work work) {
-    const auto start = std::chrono::steady_clock::now();
+    const double start = Now();
     work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    return Now() - start;
 }
 
 /// Median duration of `runs` calls, in milliseconds. `prepare` runs before each call and is not timed.

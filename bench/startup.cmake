@@ -15,3 +15,7 @@ mxov_bench(startup_bench
     LIBRARIES atl comctl32 gdi32 ole32 uuid)
 add_dependencies(startup_bench minimal_control MXOVDocViewCtrl mxovshare)
 target_link_options(startup_bench PRIVATE -municode)
+# Start-up of the viewer, compared with the system's editor.
+mxov_bench(viewer_bench SOURCES viewer_bench.cpp)
+add_dependencies(viewer_bench viewer)
+target_link_options(viewer_bench PRIVATE -municode)

@@ -18,13 +18,7 @@ namespace {
 constexpr int kRuns = 41;
 constexpr double kLimit = 1.5; // of a program that shows the control
 
-double Now() {
-    LARGE_INTEGER ticks = {};
-    LARGE_INTEGER perSecond = {};
-    QueryPerformanceCounter(&ticks);
-    QueryPerformanceFrequency(&perSecond);
-    return static_cast<double>(ticks.QuadPart) * 1000 / static_cast<double>(perSecond.QuadPart);
-}
+using bench::Now;
 
 /// Milliseconds since `begin` until the subject is shown and painted; negative when it did not come up.
 double TimeUntilPainted(const Subject& subject, HWND frame, double begin) {

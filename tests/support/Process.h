@@ -28,6 +28,8 @@ public:
     [[nodiscard]] bool EndsWithin(DWORD milliseconds) const {
         return WaitForSingleObject(m_process.get(), milliseconds) == WAIT_OBJECT_0;
     }
+    /// Waits until the process waits for input for the first time, at most these milliseconds.
+    void WaitForInput(DWORD milliseconds) const { WaitForInputIdle(m_process.get(), milliseconds); }
     /// Waits for the end and returns the exit code.
     [[nodiscard]] DWORD Wait() const {
         WaitForSingleObject(m_process.get(), INFINITE);
