@@ -7,6 +7,7 @@ import shutil
 import subprocess
 import sys
 import unittest
+import zipfile
 
 from releasecase import MOMENT, ROOT, VERSION, ReleaseCase
 from wineprogram import query_registry, run_wine, windows_path
@@ -165,9 +166,18 @@ class InstallerTest(ReleaseCase):
         names = set(self.installed(USER_FOLDER))
         self.assertLess({'MXOVDocViewCtrl.ocx', 'mxovshare.dll', 'lang/german/mxovtexts.dll'}, names)
         self.assertEqual(set(self.delivered()) - names,
-                         {'viewer.exe', 'mxovpkg.exe', 'samples/bracket.mxov', 'samples/legacy.mxov'})
+                         {'check-windows.js', 'viewer.exe', 'mxovpkg.exe', 'samples/bracket.mxov', 'samples/legacy.mxov'})
         self.assertFalse(START_MENU.exists())
         self.assertEqual(query_registry(r'HKCU\Software\Classes\.mxov'), '')
+
+    def test_the_kit_for_host_makers_can_be_added(self):
+        self.install('ADDLOCAL=Control,Sdk')
+        with zipfile.ZipFile(self.out / f'mxov-{VERSION}-sdk.zip') as archive:
+            kit = {f'sdk/{name.partition("/")[2]}': archive.read(name) for name in archive.namelist()}
+        installed = self.installed(USER_FOLDER)
+        self.assertEqual({name: data for name, data in installed.items() if name.startswith('sdk/')}, kit)
+        self.assertIn('sdk/probe/probe.exe', installed)
+        self.assertNotIn('viewer.exe', installed)
 
     def test_a_repair_restores_a_deleted_file(self):
         self.install()
@@ -178,7 +188,8 @@ class InstallerTest(ReleaseCase):
     def older(self):
         """The path of an installer of an older version."""
         file = self.folder / 'older.msi'
-        file.write_bytes(installer.installer('0.9.0', {**self.delivered(), 'README.txt': b'older'}, int(MOMENT)))
+        file.write_bytes(installer.installer('0.9.0', {**self.delivered(), 'README.txt': b'older'}, {'README.md': b'older'},
+                                            int(MOMENT)))
         return windows_path(file)
 
     def test_a_newer_version_is_not_replaced(self):

@@ -6,6 +6,7 @@ import struct
 import subprocess
 import tempfile
 import uuid
+import xml.etree.ElementTree
 
 from delivery import Refused
 
@@ -74,17 +75,55 @@ def fix_summary(data, code, moment):
         struct.pack_into('<Q', data, values[field], (moment + 11644473600) * 10**7)
 
 
-def installer(version, files, moment):
-    """The installer's bytes, from {name: bytes} of what is delivered."""
-    content = hashlib.sha256(b''.join(name.encode() + files[name] for name in sorted(files)) + SOURCE.read_bytes()).hexdigest()
+def add(parent, kind, key, **attributes):
+    """Adds an element whose identifier depends on nothing but its kind and this text."""
+    name = identifier(kind, key)[1:-1].replace('-', '')
+    return xml.etree.ElementTree.SubElement(parent, kind, Id=f'_{name}', **attributes)
+
+
+def add_folder(parent, folder, names):
+    """Describes the files of a folder of the kit as a component, and those of the folders below it."""
+    files, inner = [], {}
+    for name in names:
+        first, _, rest = name.removeprefix(folder).partition('/')
+        if rest:
+            inner.setdefault(f'{folder}{first}/', []).append(name)
+        else:
+            files.append((name, first))
+    if files:
+        component = add(parent, 'Component', folder, Guid=identifier('guid', folder), Win64='yes')
+        for name, first in files:
+            add(component, 'File', name, Name=first, Source=f'sdk/{name}')
+        component[0].set('KeyPath', 'yes')
+    for path, below in inner.items():
+        add_folder(add(parent, 'Directory', path, Name=path.split('/')[-2]), path, below)
+
+
+def kit_source(kit):
+    """The kit for host makers as a source of the installer."""
+    root = xml.etree.ElementTree.Element('Wix', xmlns='http://schemas.microsoft.com/wix/2006/wi')
+    fragment = xml.etree.ElementTree.SubElement(root, 'Fragment')
+    install = xml.etree.ElementTree.SubElement(fragment, 'DirectoryRef', Id='INSTALLDIR')
+    add_folder(xml.etree.ElementTree.SubElement(install, 'Directory', Id='Sdk', Name='sdk'), '', sorted(kit))
+    group = xml.etree.ElementTree.SubElement(fragment, 'ComponentGroup', Id='Sdk')
+    for component in install.iter('Component'):
+        xml.etree.ElementTree.SubElement(group, 'ComponentRef', Id=component.get('Id'))
+    return xml.etree.ElementTree.tostring(root)
+
+
+def installer(version, files, kit, moment):
+    """The installer's bytes, from {name: bytes} of what is delivered and of the kit for host makers."""
+    parts = [name.encode() + data for name, data in sorted({**files, **{f'sdk/{name}': kit[name] for name in kit}}.items())]
+    content = hashlib.sha256(b''.join(parts) + SOURCE.read_bytes()).hexdigest()
     with tempfile.TemporaryDirectory() as folder:
         folder = pathlib.Path(folder)
         # wixl finds files beside its source only.
         stage({SOURCE.name: SOURCE.read_bytes(), ICON.name: ICON.read_bytes(),
+               'sdk.wxs': kit_source(kit), **{f'sdk/{name}': data for name, data in kit.items()},
                **{f'files/{name}': data for name, data in files.items()}}, folder, moment)
         database = folder / 'mxov.msi'
         run('wixl', '-a', 'x64', '-o', database, '-D', f'Version={version}',
-            '-D', f'ProductCode={identifier("product", version, content)}', folder / SOURCE.name)
+            '-D', f'ProductCode={identifier("product", version, content)}', folder / SOURCE.name, folder / 'sdk.wxs')
         for query in COMPLETION:
             run('msibuild', database, '-q', query)
         (folder / 'Environment.idt').write_bytes(SEARCH_PATH.replace('\n', '\r\n').encode())
