@@ -17,6 +17,12 @@ std::wstring FolderOf(const std::wstring& path) {
     return path.substr(0, path.rfind(L'\\'));
 }
 
+/// The server of a path on the network; of other paths the drive.
+std::wstring PlaceOf(const std::wstring& path) {
+    constexpr std::size_t kDriveLength = 2;
+    return path.substr(0, path.starts_with(L"\\\\") ? path.find(L'\\', 2) : kDriveLength);
+}
+
 /// Name of an additional document: what follows the last "\"; of a path without one, all but the last
 /// character.
 std::wstring AdditionalName(const std::wstring& path) {
@@ -48,6 +54,7 @@ CatalogueLoader::CatalogueLoader(const CatalogueSource& source, const std::wstri
 
 std::vector<CatalogueItem> CatalogueLoader::Load() {
     m_items.clear();
+    m_silent.clear();
     AddPartAssembly();
     AddSetupSheets();
     AddGCode();
@@ -55,12 +62,24 @@ std::vector<CatalogueItem> CatalogueLoader::Load() {
     return std::exchange(m_items, {});
 }
 
+FileStatus CatalogueLoader::Status(const std::wstring& path) {
+    const std::wstring place = PlaceOf(path);
+    if (m_silent.contains(place)) {
+        return {};
+    }
+    const FileStatus status = m_source.Status(path);
+    if (status.noAnswer) {
+        m_silent.insert(place);
+    }
+    return status;
+}
+
 void CatalogueLoader::AddPartAssembly() {
     const std::wstring path = m_source.Value(inikey::kFileInfo, inikey::kCadPath);
     if (path.empty()) {
         return;
     }
-    const FileStatus status = m_source.Status(path);
+    const FileStatus status = Status(path);
     Add({.sectionName = inikey::kFileInfo,
          .fileName = FileNameOf(path),
          .timestamp = m_source.Value(inikey::kFileInfo, inikey::kCadTime),
@@ -101,7 +120,7 @@ void CatalogueLoader::AddFolder(const std::wstring& folder, const std::vector<st
     const std::wstring start = folder + L"\\";
     for (const std::wstring& name : names) {
         const std::wstring path = start + name;
-        const FileStatus status = m_source.Status(path);
+        const FileStatus status = Status(path);
         if (!status.exists) {
             continue; // it vanished since the folder was listed
         }
@@ -122,7 +141,7 @@ void CatalogueLoader::AddAdditionalDocuments() {
     m_items.reserve(m_items.size() + sections.size());
     for (const std::wstring& section : sections) {
         DocumentRecord record = ReadAdditionalDocument(m_source, section);
-        const FileStatus status = m_source.Status(record.filePath);
+        const FileStatus status = Status(record.filePath);
         const int linkedImage = status.exists ? kLinkedImage : kMissingImage;
         const int image = record.isReferenced ? linkedImage : kPackedImage;
         Add(std::move(record), status, image);

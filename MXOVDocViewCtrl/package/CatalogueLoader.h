@@ -4,6 +4,8 @@
 #include "CatalogueSource.h"
 #include "ItemText.h"
 
+#include <set>
+
 namespace docview {
 
 /// Loads the documents of one package. Holds references: source and folder must outlive it.
@@ -17,6 +19,8 @@ public:
     std::vector<CatalogueItem> Load();
 
 private:
+    /// Asks the source, but not about files of a computer that has not answered before in this load.
+    FileStatus Status(const std::wstring& path);
     void AddPartAssembly();
     void AddSetupSheets();
     void AddGCode();
@@ -27,6 +31,7 @@ private:
 
     const CatalogueSource& m_source;
     const std::wstring& m_packageFolder;
+    std::set<std::wstring> m_silent; // servers and drives
     std::vector<CatalogueItem> m_items;
 };
 

@@ -9,9 +9,11 @@
 
 namespace docview {
 
-/// Result of one attribute query. Everything but `exists` is meaningless when it is false.
+/// Result of one attribute query. Size, time and kind are meaningless when the file does not exist.
 struct FileStatus {
     bool exists = false;
+    bool noAnswer =
+        false; ///< it does not exist as far as is known: the computer that holds it did not answer
     bool isFolder = false;
     std::uint64_t size = 0;  ///< bytes
     FILETIME lastWrite = {}; ///< UTC

@@ -22,6 +22,25 @@ private:
     DWORD m_previous = 0;
 };
 
+/// Whether an error means that the other computer, and not its file system, was the obstacle. The system
+/// reports these only after it has waited.
+bool IsTimeOut(DWORD error) {
+    switch (error) {
+    case ERROR_REM_NOT_LIST:
+    case ERROR_BAD_NETPATH:
+    case ERROR_DEV_NOT_EXIST:
+    case ERROR_UNEXP_NET_ERR:
+    case ERROR_NETNAME_DELETED:
+    case ERROR_SEM_TIMEOUT:
+    case ERROR_NETWORK_UNREACHABLE:
+    case ERROR_HOST_UNREACHABLE:
+    case ERROR_CONNECTION_REFUSED:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 DiskCatalogueSource::DiskCatalogueSource(std::wstring informationFile)
@@ -39,7 +58,7 @@ FileStatus DiskCatalogueSource::Status(const std::wstring& path) const {
     const NoDiskPrompts noPrompts;
     WIN32_FILE_ATTRIBUTE_DATA data = {};
     if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) {
-        return {};
+        return {.noAnswer = IsTimeOut(GetLastError())};
     }
     return {.exists = true,
             .isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,

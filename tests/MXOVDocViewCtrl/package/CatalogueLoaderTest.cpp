@@ -257,6 +257,34 @@ TEST(CatalogueLoader, AsksOnceForEveryDocumentThatExists) {
     EXPECT_TRUE(source.sizeQueries.empty());
 }
 
+TEST(CatalogueLoader, AsksAComputerThatDoesNotAnswerOnce) {
+    FakeCatalogueSource source;
+    const std::wstring folder = L"C:\\P\\";
+    const std::wstring paths[] = {L"\\\\silent\\share\\1.pdf",
+                                  L"\\\\silent\\other\\2.pdf",
+                                  L"\\\\other\\share\\3.pdf",
+                                  L"N:\\4.pdf",
+                                  L"N:\\5.pdf",
+                                  L"C:\\6.pdf"};
+    for (const std::wstring& path : paths) {
+        source.sections.push_back({L"REFERANCE_FILE_" + path, {{L"FilePath", path}}});
+    }
+    source.files[paths[0]] = source.files[paths[3]] = {.noAnswer = true};
+    source.files[paths[2]] = source.files[paths[5]] = {.exists = true};
+    const std::vector<CatalogueItem> items = CatalogueLoader(source, folder).Load();
+    EXPECT_EQ(source.statusQueries, (std::vector<std::wstring>{paths[0], paths[2], paths[3], paths[5]}));
+    ASSERT_EQ(items.size(), 6U);
+    for (const std::size_t missing : {0, 1, 3, 4}) {
+        EXPECT_EQ(items[missing].image, kMissingImage) << missing;
+    }
+    EXPECT_EQ(items[2].image, kLinkedImage);
+    EXPECT_EQ(items[5].image, kLinkedImage);
+    CatalogueLoader again(source, folder);
+    again.Load();
+    again.Load();
+    EXPECT_EQ(source.statusQueries.size(), 12U) << "each load asks anew";
+}
+
 TEST(ReadAdditionalDocument, IsLinkedUnlessMarkedExactlyNo) {
     for (const wchar_t* mark : {L"YES", L"no", L"No", L"", L"NO!", L"anything"}) {
         FakeCatalogueSource source;
