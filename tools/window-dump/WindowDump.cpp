@@ -269,6 +269,9 @@ void Serve() {
 } // namespace
 
 int main(int argc, char** argv) {
+    // The system would scale the coordinates of other programs' windows for a program that is not aware of
+    // the dots.
+    SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
     const std::vector<std::string> words(argv + 1, argv + argc);
     if (words != std::vector<std::string>{"serve"}) {
         return Run(words);
