@@ -74,7 +74,9 @@ TEST(IniDocumentSize, ManySectionsOfOneNameGoAtOnce) {
         bytes += "[s]\nk=1\n[t]\n";
     }
     const std::clock_t start = std::clock();
-    const std::string rest = AfterRemove(bytes, u"s");
+    IniDocument document(kLatin, bytes);
+    EXPECT_TRUE(document.RemoveSection(u"s"));
+    const std::string& rest = document.Bytes();
     EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
     EXPECT_EQ(rest.size(), 200'000U * 4);
 }
