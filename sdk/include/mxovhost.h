@@ -8,6 +8,7 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <ocidl.h>
 #include <ole2.h>
 
 /* Members of _DMXOVDocView, for IDispatch::Invoke. */

@@ -63,7 +63,8 @@ class ArchiveTest(ReleaseCase):
 
     def test_the_same_files_give_the_same_bytes(self):
         copy = self.folder / 'other place'
-        shutil.copytree(BUILD / 'bin', copy / 'bin')
+        for folder in ('bin', 'generated', 'sdk'):
+            shutil.copytree(BUILD / folder, copy / folder)
         (copy / 'windows').mkdir()
         for name in ('CMakeCache.txt', *(path.name for path in (BUILD / 'windows').glob('*.map'))):
             shutil.copy(BUILD / 'windows' / name, copy / 'windows')
@@ -88,7 +89,9 @@ class ArchiveTest(ReleaseCase):
                                  for path in sorted(self.out.iterdir()) if path.name != 'SHA256SUMS'])
 
     def test_no_file_names_a_path_or_a_time_of_the_build(self):
-        for name, data in self.delivered().items():
+        with zipfile.ZipFile(self.out / f'mxov-{VERSION}-sdk.zip') as archive:
+            kit = {name: archive.read(name) for name in archive.namelist()}
+        for name, data in [*self.delivered().items(), *kit.items()]:
             for path in {str(ROOT), str(BUILD)}:
                 self.assertNotIn(path.encode(), data, name)
                 self.assertNotIn(path.encode('utf-16-le'), data, name)

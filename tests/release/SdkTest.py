@@ -104,8 +104,8 @@ class SdkTest(ReleaseCase):
 </Wix>
 ''', encoding='utf-8')
         package = self.folder / 'host.msi'
-        subprocess.run(['wixl', '-a', 'x64', '-D', f'MxovFolder={self.unpacked}', '-o', package, host,
-                        self.kit / 'wix/MXOVDocViewCtrl.wxs'], check=True)
+        subprocess.run(['wixl', '-a', 'x64', '-D', f'MxovFolder={self.unpacked.name}', '-o', package, host,
+                        shutil.copy(self.kit / 'wix/MXOVDocViewCtrl.wxs', self.folder)], check=True, cwd=self.folder)
         listed = subprocess.run(['msiinfo', 'export', package, 'File'], check=True, capture_output=True, text=True).stdout
         for name in ('MXOVDocViewCtrl.ocx', 'MXOVDocViewCtrl.manifest', 'mxovshare.dll'):
             self.assertIn(name, listed)

@@ -1,5 +1,6 @@
 """The kit for host makers: each file's name in its archive, and its bytes."""
 import pathlib
+import re
 import subprocess
 import tempfile
 
@@ -31,7 +32,8 @@ def sdk_files(root, build, version, components):
     files['typelib/MXOVDocView.idl'] = (root / 'MXOVDocViewCtrl/resources/MXOVDocView.idl').read_bytes()
     files['manifest/MXOVDocViewCtrl.manifest'] = (build / 'bin/MXOVDocViewCtrl.manifest').read_bytes()
     for name, folder in GENERATED.items():
-        files[f'{folder}/{name}'] = (build / 'generated' / name).read_bytes()
+        # The compiler of the type library names its source with the folder.
+        files[f'{folder}/{name}'] = re.sub(rb'from \S*/(?=\w+\.idl )', b'from ', (build / 'generated' / name).read_bytes())
     probe = build / 'sdk/probe.exe'
     if not probe.exists():
         raise delivery.Refused('probe.exe was not built')
