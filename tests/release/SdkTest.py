@@ -47,7 +47,7 @@ class SdkTest(ReleaseCase):
     def test_the_host_in_c(self):
         host = self.build('hosts/c/host.c')
         self.assertEqual(run_wine(host, *self.paths(), '/once').expect().output,
-                         'LoadFile 00000000\nfirst G-code file: bracket_op10\nunsaved changes: 0\n')
+                         'LoadFile 00000000\nfirst G-code file: op10-face-pocket.nc\nunsaved changes: 0\n')
         self.assertIn('usage: host', run_wine(host).expect(2).errors)
 
     def test_the_hosts_in_cpp(self):

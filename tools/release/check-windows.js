@@ -6,7 +6,7 @@
 var shell = new ActiveXObject("WScript.Shell");
 var files = new ActiveXObject("Scripting.FileSystemObject");
 var folder = files.GetParentFolderName(WScript.ScriptFullName);
-var temporary = shell.ExpandEnvironmentStrings("%TEMP%") + "\\";
+var temporary = shell.ExpandEnvironmentStrings("%TEMP%").replace(/\0/g, "") + "\\"; // Wine counts the end of the text
 var work = temporary + "mxov-check-" + new Date().getTime();
 var lines = [];
 var failures = 0;
