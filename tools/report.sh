@@ -3,6 +3,9 @@
 . "$(dirname "${BASH_SOURCE[0]}")/env.sh"
 mkdir -p "$MXOV_BUILD/log"
 
+# How many tests run at the same time. One more than there are processors, since tests of windows also wait.
+tests_at_once=$(($(nproc) + 1))
+
 # A path relative to the current folder.
 short() { echo "${1#"$PWD"/}"; }
 
