@@ -2,6 +2,8 @@
 
 #include "WindowPlace.h"
 
+#include <initializer_list>
+
 using namespace docview;
 
 namespace {
@@ -40,6 +42,17 @@ END_MESSAGE_MAP()
 void MXOVGroupBoxEx::PreSubclassWindow() {
     CollectWindows();
     CStatic::PreSubclassWindow();
+}
+
+void MXOVGroupBoxEx::PostNcDestroy() {
+    CStatic::PostNcDestroy();
+    for (WindowList* list : {&m_innerWindows, &m_reshowWindows, &m_hiddenBeforeWindows, &m_windowsBelow}) {
+        list->RemoveAll();
+    }
+    m_collapsed = FALSE; // a new window has its full size, is visible, enabled and not pressed
+    m_pressed = FALSE;
+    m_shown = TRUE;
+    m_enabled = TRUE;
 }
 
 void MXOVGroupBoxEx::Toggle() {

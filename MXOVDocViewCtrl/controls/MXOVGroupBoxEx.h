@@ -55,6 +55,9 @@ public:
     void EnableSection(bool enable);
 
 protected:
+    /// Forgets the windows, which are gone with the dialog; the next binding collects those of a new one.
+    void PostNcDestroy() override;
+
     afx_msg void OnPaint();
     afx_msg void OnMouseMove(UINT flags, CPoint point);
     afx_msg void OnLButtonDblClk(UINT flags, CPoint point);
