@@ -47,12 +47,12 @@ BOOL CMXOVDocViewCtrl::CMXOVDocViewCtrlFactory::UpdateRegistry(BOOL bRegister) {
     return AfxOleUnregisterClass(m_clsid, m_lpszProgID);
 }
 
-BEGIN_MESSAGE_MAP(CMXOVDocViewCtrl, COleControl)
+BEGIN_MESSAGE_MAP(CMXOVDocViewCtrl, DialogControl)
     ON_WM_CREATE()
-    ON_OLEVERB(AFX_IDS_VERB_PROPERTIES, &CMXOVDocViewCtrl::OnProperties)
+    ON_OLEVERB(IDS_VERB_PROPERTIES, OnProperties)
 END_MESSAGE_MAP()
 
-BEGIN_DISPATCH_MAP(CMXOVDocViewCtrl, COleControl)
+BEGIN_DISPATCH_MAP(CMXOVDocViewCtrl, DialogControl)
     DISP_PROPERTY_NOTIFY_ID(CMXOVDocViewCtrl, "InputParameter", dispidInputParameter, m_inputParameter,
                             OnInputParameterChanged, VT_BSTR)
     DISP_FUNCTION_ID(CMXOVDocViewCtrl, "AboutBox", DISPID_ABOUTBOX, AboutBox, VT_EMPTY, VTS_NONE)
@@ -63,7 +63,7 @@ BEGIN_DISPATCH_MAP(CMXOVDocViewCtrl, COleControl)
     DISP_FUNCTION_ID(CMXOVDocViewCtrl, "Close", dispidClose, Close, VT_EMPTY, VTS_NONE)
 END_DISPATCH_MAP()
 
-BEGIN_EVENT_MAP(CMXOVDocViewCtrl, COleControl)
+BEGIN_EVENT_MAP(CMXOVDocViewCtrl, DialogControl)
     EVENT_CUSTOM_ID("ParameterLoaded", eventidParameterLoaded, FireParameterLoaded, VTS_NONE)
 END_EVENT_MAP()
 
@@ -73,7 +73,7 @@ END_PROPPAGEIDS(CMXOVDocViewCtrl)
 
 BOOL CMXOVDocViewCtrl::PreCreateWindow(CREATESTRUCT& cs) {
     cs.lpszClass = WC_STATIC;
-    return COleControl::PreCreateWindow(cs);
+    return DialogControl::PreCreateWindow(cs);
 }
 
 BOOL CMXOVDocViewCtrl::IsSubclassedControl() {
@@ -81,10 +81,11 @@ BOOL CMXOVDocViewCtrl::IsSubclassedControl() {
 }
 
 int CMXOVDocViewCtrl::OnCreate(LPCREATESTRUCT createStruct) {
-    if (COleControl::OnCreate(createStruct) == -1) {
+    if (DialogControl::OnCreate(createStruct) == -1) {
         return -1;
     }
     m_dialog.Create(MXOVDocViewActiveXDlg::IDD, this);
+    CoverWith(m_dialog);
     return 0;
 }
 
@@ -104,15 +105,15 @@ void CMXOVDocViewCtrl::OnDraw(CDC* dc, const CRect& bounds, const CRect& /*inval
 
 void CMXOVDocViewCtrl::DoPropExchange(CPropExchange* px) {
     ExchangeVersion(px, MAKELONG(kMinorVersion, kMajorVersion));
-    COleControl::DoPropExchange(px);
+    DialogControl::DoPropExchange(px);
 }
 
 void CMXOVDocViewCtrl::OnResetState() {
-    COleControl::OnResetState();
+    DialogControl::OnResetState();
 }
 
 void CMXOVDocViewCtrl::OnGetControlInfo(LPCONTROLINFO controlInfo) {
-    COleControl::OnGetControlInfo(controlInfo);
+    DialogControl::OnGetControlInfo(controlInfo);
     controlInfo->hAccel = SaveKeyTable();
     controlInfo->cAccel = controlInfo->hAccel ? static_cast<USHORT>(saveKeys.size()) : USHORT{0};
 }

@@ -2,11 +2,12 @@
 #pragma once
 
 #include "dialog/MXOVDocViewActiveXDlg.h"
+#include "DialogControl.h"
 
 #include "afxctl.h"
 
 /// One control of a host; its dialog covers its whole area.
-class CMXOVDocViewCtrl : public COleControl {
+class CMXOVDocViewCtrl : public DialogControl {
     DECLARE_DYNCREATE(CMXOVDocViewCtrl)
 
 public:

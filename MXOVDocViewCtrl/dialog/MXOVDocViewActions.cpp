@@ -7,6 +7,7 @@
 #include "package/PackagePath.h"
 #include "package/RecordLists.h"
 #include "shell/HostText.h"
+#include "shell/ModalScope.h"
 #include "shell/MXOVCustomizeFileDialog.h"
 
 #include <iterator>
@@ -59,6 +60,7 @@ void MXOVDocViewActiveXDlg::OpenDocument(const DocumentRecord& record) {
     std::wstring path = record.filePath;
     if (!PathExists(path)) {
         if (record.isReferenced) {
+            const ModalScope modal(*this);
             MessageBox(HostText(hosttext::kLinkNotFound).c_str(), kMessageTitle, MB_OK | MB_ICONEXCLAMATION);
             return;
         }
@@ -71,6 +73,7 @@ void MXOVDocViewActiveXDlg::OpenDocument(const DocumentRecord& record) {
 }
 
 void MXOVDocViewActiveXDlg::AddAdditionalDocument() {
+    const ModalScope modal(*this);
     MXOVCustomizeFileDialog dialog(TRUE, L"*", nullptr, OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT,
                                    L"All Files (*.*)|*.*|", this);
     const HWND window = GetSafeHwnd();

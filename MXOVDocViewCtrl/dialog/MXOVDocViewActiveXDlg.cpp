@@ -6,10 +6,10 @@
 
 using namespace docview;
 
-MXOVDocViewActiveXDlg::MXOVDocViewActiveXDlg(CWnd* parent) : CDialog(IDD, parent) {}
+MXOVDocViewActiveXDlg::MXOVDocViewActiveXDlg(CWnd* parent) : ModelessDialog(IDD, parent) {}
 
 void MXOVDocViewActiveXDlg::DoDataExchange(CDataExchange* dx) {
-    CDialog::DoDataExchange(dx);
+    ModelessDialog::DoDataExchange(dx);
     // A box collects the controls inside it when it is bound, so its list comes first.
     DDX_Control(dx, IDC_PART_LIST, m_partList);
     DDX_Control(dx, IDC_PART_BOX, m_partBox);
@@ -21,7 +21,7 @@ void MXOVDocViewActiveXDlg::DoDataExchange(CDataExchange* dx) {
     DDX_Control(dx, IDC_ADDITIONAL_BOX, m_additionalBox);
 }
 
-BEGIN_MESSAGE_MAP(MXOVDocViewActiveXDlg, CDialog)
+BEGIN_MESSAGE_MAP(MXOVDocViewActiveXDlg, ModelessDialog)
     ON_WM_PAINT()
     ON_WM_CTLCOLOR()
     ON_WM_SIZE()
@@ -41,7 +41,7 @@ BEGIN_MESSAGE_MAP(MXOVDocViewActiveXDlg, CDialog)
 END_MESSAGE_MAP()
 
 BOOL MXOVDocViewActiveXDlg::OnInitDialog() {
-    CDialog::OnInitDialog();
+    ModelessDialog::OnInitDialog();
     CreateImageLists();
     for (CListCtrl* list : {&m_partList, &m_gCodeList, &m_setupList, &m_additionalList}) {
         SetUpList(*list);
@@ -59,7 +59,7 @@ BOOL MXOVDocViewActiveXDlg::OnInitDialog() {
 }
 
 void MXOVDocViewActiveXDlg::OnPaint() {
-    CDialog::OnPaint();
+    ModelessDialog::OnPaint();
     CWnd* const controls[] = {&m_partBox,  &m_partList,  &m_gCodeBox,      &m_gCodeList,
                               &m_setupBox, &m_setupList, &m_additionalBox, &m_additionalList};
     for (CWnd* control : controls) {
@@ -73,7 +73,7 @@ HBRUSH MXOVDocViewActiveXDlg::OnCtlColor(CDC* /*dc*/, CWnd* /*window*/, UINT /*k
 }
 
 void MXOVDocViewActiveXDlg::OnSize(UINT type, int cx, int cy) {
-    CDialog::OnSize(type, cx, cy);
+    ModelessDialog::OnSize(type, cx, cy);
 }
 
 void MXOVDocViewActiveXDlg::OnContextMenu(CWnd* window, CPoint point) {
@@ -81,7 +81,7 @@ void MXOVDocViewActiveXDlg::OnContextMenu(CWnd* window, CPoint point) {
     GetClientRect(inside);
     ClientToScreen(inside);
     if (!inside.PtInRect(point)) {
-        CDialog::OnContextMenu(window, point);
+        ModelessDialog::OnContextMenu(window, point);
     }
 }
 
@@ -151,16 +151,8 @@ void MXOVDocViewActiveXDlg::OnUpdate() {
     SetModified(true);
 }
 
-void MXOVDocViewActiveXDlg::OnOK() {
-    // Return would end the dialog.
-}
-
-void MXOVDocViewActiveXDlg::OnCancel() {
-    // Escape would end the dialog.
-}
-
 void MXOVDocViewActiveXDlg::PostNcDestroy() {
-    CDialog::PostNcDestroy();
+    ModelessDialog::PostNcDestroy();
     MXOVPopupDlg::CloseOf(*this);
     m_buttonImagesMissing = TRUE; // the next window has new buttons
 }

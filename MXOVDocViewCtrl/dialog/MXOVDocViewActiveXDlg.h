@@ -1,6 +1,7 @@
 // The dialog that shows the documents of a package in four foldable sections.
 #pragma once
 
+#include "controls/ModelessDialog.h"
 #include "controls/MXOVGroupBoxEx.h"
 #include "package/ItemText.h"
 #include "resources/resource.h"
@@ -14,7 +15,7 @@
 
 /// The whole user interface of the control. A package can be loaded before the window exists. The sources are
 /// split by subject: lists, catalogue, actions, saving.
-class MXOVDocViewActiveXDlg : public CDialog {
+class MXOVDocViewActiveXDlg : public ModelessDialog {
 public:
     enum { IDD = IDD_MAIN };
 
@@ -42,8 +43,6 @@ public:
 protected:
     void DoDataExchange(CDataExchange* dx) override;
     BOOL OnInitDialog() override;
-    void OnOK() override;
-    void OnCancel() override;
     void PostNcDestroy() override;
 
     afx_msg void OnPaint();

@@ -2,6 +2,7 @@
 #include "MXOVDocViewActiveXDlg.h"
 
 #include "shell/HostText.h"
+#include "shell/ModalScope.h"
 
 #include <mxovshare.h>
 
@@ -11,6 +12,7 @@ void MXOVDocViewActiveXDlg::SaveOnClose() {
     if (!m_modified) {
         return;
     }
+    const ModalScope modal(*this);
     const std::wstring question = HostText(hosttext::kAskSave);
     if (MessageBox(question.c_str(), kMessageTitle, MB_YESNO | MB_ICONEXCLAMATION) == IDYES) {
         RegeneratePackage();

@@ -73,11 +73,11 @@ void MXOVPopupDlg::PlaceBeside(int controlWidth) {
 }
 
 BOOL MXOVPopupDlg::DestroyWindow() {
-    return CDialog::DestroyWindow();
+    return ModelessDialog::DestroyWindow();
 }
 
 void MXOVPopupDlg::DoDataExchange(CDataExchange* dx) {
-    CDialog::DoDataExchange(dx);
+    ModelessDialog::DoDataExchange(dx);
     DDX_Control(dx, IDC_PREVIEW_BOX, m_previewBox);
     DDX_Control(dx, IDC_HISTORY_BOX, m_historyBox);
     DDX_Control(dx, IDC_PROPERTIES_BOX, m_propertiesBox);
@@ -93,14 +93,14 @@ void MXOVPopupDlg::DoDataExchange(CDataExchange* dx) {
 }
 
 void MXOVPopupDlg::PostNcDestroy() {
-    CDialog::PostNcDestroy();
+    ModelessDialog::PostNcDestroy();
     if (current == this) {
         current = nullptr;
     }
     delete this;
 }
 
-BEGIN_MESSAGE_MAP(MXOVPopupDlg, CDialog)
+BEGIN_MESSAGE_MAP(MXOVPopupDlg, ModelessDialog)
     ON_WM_PAINT()
     ON_WM_CTLCOLOR()
     ON_BN_CLICKED(IDC_BROWSE, &MXOVPopupDlg::OnBrowse)
@@ -109,20 +109,18 @@ BEGIN_MESSAGE_MAP(MXOVPopupDlg, CDialog)
 END_MESSAGE_MAP()
 
 BOOL MXOVPopupDlg::OnInitDialog() {
-    CDialog::OnInitDialog();
+    ModelessDialog::OnInitDialog();
     PinModule(MouseHook);
     m_hook = SetWindowsHookExW(WH_MOUSE, MouseHook, nullptr, GetCurrentThreadId());
     m_keyboard.Start(GetSafeHwnd(), CloseByCommand);
     SetLabels();
     GetDlgItem(IDC_DESCRIPTION)->SendMessage(EM_SETLIMITTEXT); // no limit: the default truncates long texts
-    CBitmap help;
-    help.Attach(LoadBitmapW(mxovshare::OVApplication::hMXOVResInstance, MAKEINTRESOURCEW(hostbitmap::kHelp)));
-    ShowPicture(IDC_HELP_ICON, m_helpBitmap, std::move(help));
+    ShowPicture(IDC_HELP_ICON, m_helpBitmap, HostBitmap(hostbitmap::kHelp));
     return TRUE;
 }
 
 void MXOVPopupDlg::OnPaint() {
-    CDialog::OnPaint();
+    ModelessDialog::OnPaint();
     m_history.Invalidate();
 }
 
@@ -182,11 +180,12 @@ bool MXOVPopupDlg::IsEdited() const {
     return m_record.filePath != m_snapshot.filePath || m_record.description != m_snapshot.description;
 }
 
-void MXOVPopupDlg::ShowPicture(int id, CBitmap& shown, CBitmap picture) {
+void MXOVPopupDlg::ShowPicture(int id, CBitmap& shown, common::UniqueBitmap picture) {
     CStatic place;
     place.Attach(::GetDlgItem(m_hWnd, id));
     place.ModifyStyle(kStaticKindBits, SS_BITMAP | SS_CENTERIMAGE);
-    place.SetBitmap(picture);
+    place.SetBitmap(picture.get());
     place.Detach();
-    shown = std::move(picture); // deletes the previous bitmap, which is no longer shown
+    shown.DeleteObject(); // the previous bitmap, which is no longer shown
+    shown.Attach(picture.release());
 }

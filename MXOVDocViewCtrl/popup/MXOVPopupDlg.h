@@ -1,14 +1,16 @@
 // The floating window that shows and edits the properties of one document.
 #pragma once
 
+#include "afxcmn.h"
+#include "afxwin.h"
+
+#include "common/Handles.h"
+#include "controls/ModelessDialog.h"
 #include "controls/MXOVGroupBoxEx.h"
 #include "DialogKeyboard.h"
 #include "HistoryList.h"
 #include "package/DocumentRecord.h"
 #include "resources/resource.h"
-
-#include "afxcmn.h"
-#include "afxwin.h"
 
 #include <string>
 #include <vector>
@@ -18,7 +20,7 @@
 ///
 /// There is at most one. It closes when a mouse button is pressed anywhere else on its thread, and deletes
 /// itself with its window.
-class MXOVPopupDlg : public CDialog {
+class MXOVPopupDlg : public ModelessDialog {
 public:
     enum { IDD = IDD_DOCUMENT_PROPERTIES };
 
@@ -75,7 +77,7 @@ private:
     void ShowHistory(const std::vector<docview::HistoryEntry>& history);
     void ShowFields(bool recent);
     void ShowSize(const std::wstring& path);
-    void ShowPicture(int id, CBitmap& shown, CBitmap picture);
+    void ShowPicture(int id, CBitmap& shown, common::UniqueBitmap picture);
     void DisableItem(int id);
 
     // Saving

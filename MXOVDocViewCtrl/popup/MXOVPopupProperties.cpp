@@ -9,6 +9,7 @@
 #include "package/PackageInformation.h"
 #include "package/RecordLists.h"
 #include "shell/HostText.h"
+#include "shell/ModalScope.h"
 
 #include "afxdlgs.h"
 
@@ -46,13 +47,12 @@ constexpr Column kColumns[] = {
     {hosttext::kHistoryOperation, 55}, {hosttext::kHistoryTime, 90}, {hosttext::kHistoryBy, 80}};
 
 /// The bitmap of a file at the size of the preview; empty when it cannot be loaded.
-CBitmap LoadPreviewFile(const std::wstring& path) {
-    CBitmap bitmap;
-    if (PathExists(path) && IsSoundBitmap(path)) {
-        bitmap.Attach(
-            LoadImageW(nullptr, path.c_str(), IMAGE_BITMAP, kPreviewSide, kPreviewSide, LR_LOADFROMFILE));
+common::UniqueBitmap LoadPreviewFile(const std::wstring& path) {
+    if (!PathExists(path) || !IsSoundBitmap(path)) {
+        return nullptr;
     }
-    return bitmap;
+    return common::UniqueBitmap(static_cast<HBITMAP>(
+        LoadImageW(nullptr, path.c_str(), IMAGE_BITMAP, kPreviewSide, kPreviewSide, LR_LOADFROMFILE)));
 }
 
 /// Filter of the file dialog that replaces a document.
@@ -99,11 +99,10 @@ void MXOVPopupDlg::SetLabels() {
 }
 
 void MXOVPopupDlg::ShowPreview(const std::wstring& path) {
-    CBitmap bitmap = LoadPreviewFile(path);
+    common::UniqueBitmap bitmap = LoadPreviewFile(path);
     std::wstring status;
-    if (!bitmap.GetSafeHandle()) {
-        bitmap.Attach(LoadBitmapW(mxovshare::OVApplication::hMXOVResInstance,
-                                  MAKEINTRESOURCEW(hostbitmap::kNoPreview)));
+    if (!bitmap) {
+        bitmap = HostBitmap(hostbitmap::kNoPreview);
         status = HostText(hosttext::kNoPreview);
     }
     SetDlgItemText(IDC_PREVIEW_STATUS, status.c_str());
@@ -154,6 +153,7 @@ void MXOVPopupDlg::OnDescriptionChanged() {
 }
 
 void MXOVPopupDlg::OnBrowse() {
+    const ModalScope modal(*m_owner);
     std::wstring chosen;
     {
         const common::ScopedFlag open(browsing);

@@ -63,3 +63,5 @@
 #define IDC_HISTORY_BOX 1047
 #define IDC_PREVIEW_BOX 1048
 #define IDC_HELP_ICON 1049
+
+#define IDS_VERB_PROPERTIES 1050 // the verb that containers offer in their menus

@@ -10,4 +10,9 @@ std::wstring HostText(UINT id) {
     return text.GetString();
 }
 
+common::UniqueBitmap HostBitmap(UINT id) {
+    return common::UniqueBitmap(
+        LoadBitmapW(mxovshare::OVApplication::hMXOVResInstance, MAKEINTRESOURCEW(id)));
+}
+
 } // namespace docview

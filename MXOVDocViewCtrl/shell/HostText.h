@@ -1,7 +1,8 @@
-// Texts of the host's resource module, by number.
+// Texts and bitmaps of the host's resource module, by number.
 #pragma once
 
 #include "afxwin.h"
+#include "common/Handles.h"
 
 #include <string>
 
@@ -38,5 +39,8 @@ inline constexpr const wchar_t* kMessageTitle = L"Maxtrel Orvando Document Manag
 
 /// A text of the host's resource module; empty when it has none of that number.
 std::wstring HostText(UINT id);
+
+/// A bitmap of the host's resource module; empty when it has none of that number.
+common::UniqueBitmap HostBitmap(UINT id);
 
 } // namespace docview

@@ -6,7 +6,9 @@
 //
 // Covered: the documented members below. Not covered: stock properties and events, fonts and pictures,
 // windowless and subclassed-with-reflector activation, licences, data paths, shortcut menus. A control whose
-// window class is changed in PreCreateWindow gets its notifications in its container's window.
+// window class is changed in PreCreateWindow gets its notifications in its container's window. Keyboard messages
+// reach PreTranslateMessage while the user interface is active; the control's own window activates it when it gets
+// the focus, and a click in any of its windows does. Child windows, their focus and keys, are the derived class's.
 #pragma once
 
 #include "ControlMaps.h"
@@ -110,9 +112,6 @@ public:
     /// TRUE once the control is initialised or loaded; a class for scripts overrides it.
     BOOL IsInvokeAllowed(DISPID dispid) override;
     void OnFinalRelease() override;
-    /// Keyboard messages of a dialog that is a child of the control: Tab, arrows, mnemonics, and Enter on a
-    /// button.
-    BOOL PreTranslateMessage(MSG* pMsg) override;
 
 protected:
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
@@ -125,13 +124,10 @@ protected:
 
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
     afx_msg void OnPaint();
-    afx_msg void OnSize(UINT nType, int cx, int cy);
-    afx_msg void OnSetFocus(CWnd* pOldWnd);
     DECLARE_MESSAGE_MAP()
     DECLARE_INTERFACE_MAP()
 
 private:
-    IOleInPlaceFrame* InPlaceFrame() noexcept override;
     bool KnowsEvent(DISPID dispid) const;
     void ActivateOnMouse();
 

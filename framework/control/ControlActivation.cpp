@@ -169,7 +169,7 @@ void ControlActivation::FollowFocus() {
     }
     const HWND focus = ::GetFocus(); // the messages come after the change
     const bool inside = focus == window || ::IsChild(window, focus);
-    if (inside && !m_uiActive) {
+    if (focus == window && !m_uiActive) {
         ActivateUI(nullptr, nullptr, false);
     }
     if (m_uiActive) {

@@ -20,8 +20,6 @@ public:
 
     [[nodiscard]] bool IsActive() const noexcept { return m_active; }
     [[nodiscard]] bool IsUIActive() const noexcept { return m_uiActive; }
-    /// The container's frame; null when it has none or the control is not active.
-    [[nodiscard]] IOleInPlaceFrame* Frame() const noexcept { return m_frame.Get(); }
 
     /// Creates and shows the window in the container's. Parent and rectangle stand in for a container that
     /// does not name them. OLE_E_NOT_INPLACEACTIVE when the container refuses, E_FAIL when the

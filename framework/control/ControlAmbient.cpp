@@ -76,10 +76,6 @@ void COleControl::PostModalDialog(HWND hWndParent) {
     m_parts->activation.LeaveModal();
 }
 
-IOleInPlaceFrame* COleControl::InPlaceFrame() noexcept {
-    return m_parts ? m_parts->activation.Frame() : nullptr;
-}
-
 BOOL COleControl::OnProperties(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect) {
     static_cast<void>(lpMsg);
     const common::ComPtr<IOleControlSite> site(m_parts->site.Control());

@@ -1,7 +1,6 @@
 // COleControl: its window, its verbs, drawing.
 #include "Control.h"
 #include "ControlParts.h"
-#include "windows/DialogKeys.h"
 #include "windows/WindowMessages.h"
 
 #include <algorithm>
@@ -9,25 +8,17 @@
 BEGIN_MESSAGE_MAP(COleControl, CWnd)
     ON_WM_CREATE()
     ON_WM_PAINT()
-    ON_WM_SIZE()
-    ON_WM_SETFOCUS()
-    ON_STDOLEVERB(OLEIVERB_PRIMARY, &COleControl::OnEdit)
-    ON_STDOLEVERB(OLEIVERB_UIACTIVATE, &COleControl::OnEdit)
-    ON_STDOLEVERB(OLEIVERB_SHOW, &COleControl::OnVerbShow)
-    ON_STDOLEVERB(OLEIVERB_INPLACEACTIVATE, &COleControl::OnVerbShow)
-    ON_STDOLEVERB(OLEIVERB_HIDE, &COleControl::OnVerbHide)
-    ON_STDOLEVERB(OLEIVERB_PROPERTIES, &COleControl::OnProperties)
+    ON_STDOLEVERB(OLEIVERB_PRIMARY, OnEdit)
+    ON_STDOLEVERB(OLEIVERB_UIACTIVATE, OnEdit)
+    ON_STDOLEVERB(OLEIVERB_SHOW, OnVerbShow)
+    ON_STDOLEVERB(OLEIVERB_INPLACEACTIVATE, OnVerbShow)
+    ON_STDOLEVERB(OLEIVERB_HIDE, OnVerbHide)
+    ON_STDOLEVERB(OLEIVERB_PROPERTIES, OnProperties)
 END_MESSAGE_MAP()
 
 BOOL COleControl::OnEdit(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect) {
-    if (FAILED(m_parts->activation.ActivateUI(hWndParent, lpRect, true))) {
-        return FALSE;
-    }
-    const bool byTab = lpMsg && lpMsg->message == WM_KEYDOWN && lpMsg->wParam == VK_TAB;
-    if (const HWND dialog = ::GetWindow(m_hWnd, GW_CHILD); byTab && dialog) {
-        AfxEnterDialog(dialog, ::GetKeyState(VK_SHIFT) < 0);
-    }
-    return TRUE;
+    static_cast<void>(lpMsg);
+    return SUCCEEDED(m_parts->activation.ActivateUI(hWndParent, lpRect, true));
 }
 
 BOOL COleControl::OnVerbShow(LPMSG, HWND hWndParent, LPCRECT lpRect) {
@@ -67,23 +58,6 @@ void COleControl::ActivateOnMouse() {
 
 int COleControl::OnCreate(LPCREATESTRUCT lpCreateStruct) {
     return CWnd::OnCreate(lpCreateStruct);
-}
-
-void COleControl::OnSize(UINT nType, int cx, int cy) {
-    CWnd::OnSize(nType, cx, cy);
-    InvalidateControl();
-}
-
-void COleControl::OnSetFocus(CWnd* pOldWnd) {
-    CWnd::OnSetFocus(pOldWnd);
-    if (const HWND child = ::GetWindow(m_hWnd, GW_CHILD)) {
-        ::SetFocus(child);
-    }
-}
-
-BOOL COleControl::PreTranslateMessage(MSG* pMsg) {
-    const HWND dialog = m_hWnd ? ::GetWindow(m_hWnd, GW_CHILD) : nullptr;
-    return (dialog && AfxTranslateDialogKey(dialog, *pMsg)) || CWnd::PreTranslateMessage(pMsg);
 }
 
 void COleControl::OnPaint() {

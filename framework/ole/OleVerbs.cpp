@@ -27,9 +27,7 @@ using EnumVerbs = OleEnum<IEnumOLEVERB, IID_IEnumOLEVERB, OLEVERB, VerbName, Ver
 
 CString NameOf(UINT id) {
     CString name;
-    if (!name.LoadString(id) && id == AFX_IDS_VERB_PROPERTIES) {
-        name = L"&Properties";
-    }
+    name.LoadString(id);
     return name;
 }
 

@@ -1,14 +1,11 @@
 // Verbs of an embedded object: the message map entries for them.
 //
 // ON_OLEVERB entries are the object's own verbs, numbered from 1 in the order in which they stand, those of
-// the derived class first; containers offer them in their menus. ON_STDOLEVERB entries answer the standard
-// ones.
+// the derived class first; containers offer them in their menus, by a string of the resource module.
+// ON_STDOLEVERB entries answer the standard ones. Both name a member of the class without its scope.
 #pragma once
 
 #include "core/MessageMap.h"
-
-/// Name of the properties verb; the framework has a text for it when the module has none.
-constexpr UINT AFX_IDS_VERB_PROPERTIES = 0xE901;
 
 /// What a verb comes with; any of it may be null.
 struct AfxVerbCall {
@@ -26,6 +23,6 @@ BOOL AfxCallVerb(CCmdTarget& target, AFX_MSG_ARGS& args) {
 }
 
 #define ON_OLEVERB(idsVerbName, memberFxn)                                                                   \
-    AFX_MSGMAP_ENTRY{kAfxMsgOleVerb, 0, idsVerbName, &AfxCallVerb<ThisClass, memberFxn>},
+    AFX_MSGMAP_ENTRY{kAfxMsgOleVerb, 0, idsVerbName, &AfxCallVerb<ThisClass, &ThisClass::memberFxn>},
 #define ON_STDOLEVERB(iVerb, memberFxn)                                                                      \
-    AFX_MSGMAP_ENTRY{kAfxMsgStdOleVerb, static_cast<UINT>(iVerb), 0, &AfxCallVerb<ThisClass, memberFxn>},
+    AFX_MSGMAP_ENTRY{kAfxMsgStdOleVerb, static_cast<UINT>(iVerb), 0, &AfxCallVerb<ThisClass, &ThisClass::memberFxn>},

@@ -1,8 +1,8 @@
 #include "PropertyPagePart.h"
 
+#include "common/DialogKeys.h"
 #include "ole/OleTaskString.h"
 #include "PropertyPage.h"
-#include "windows/DialogKeys.h"
 
 namespace {
 
@@ -153,7 +153,7 @@ STDMETHODIMP PropertyPagePart::TranslateAccelerator(MSG* message) {
         if (!message) {
             return E_POINTER;
         }
-        if (m_page.m_hWnd && AfxTranslateDialogKey(m_page.m_hWnd, *message)) {
+        if (m_page.m_hWnd && common::TranslateDialogKey(m_page.m_hWnd, *message)) {
             return S_OK;
         }
         const common::ComPtr<IPropertyPageSite> site = m_page.m_site.Copy();

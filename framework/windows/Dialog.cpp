@@ -1,6 +1,5 @@
 #include "Dialog.h"
 
-#include "ModalScope.h"
 #include "WindowMessages.h"
 #include "WindowProcedure.h"
 
@@ -65,22 +64,17 @@ INT_PTR CDialog::DoModal() {
     if (!dialogTemplate) {
         return -1;
     }
-    const AfxModalScope modal(m_pParentWnd ? m_pParentWnd->m_hWnd : nullptr);
     AfxCreation creation(this);
     m_failed = false;
-    m_modal = true;
     const INT_PTR result =
         ::DialogBoxIndirectParam(AfxGetResourceHandle(), dialogTemplate,
                                  m_pParentWnd ? m_pParentWnd->m_hWnd : nullptr, &DialogProc, 0);
-    m_modal = false;
     creation.Fail(); // does nothing when there was a window
     return m_failed ? -1 : result;
 }
 
 void CDialog::EndDialog(int nResult) noexcept {
-    if (m_modal) {
-        ::EndDialog(m_hWnd, nResult);
-    }
+    ::EndDialog(m_hWnd, nResult);
 }
 
 BOOL CDialog::OnInitDialog() {

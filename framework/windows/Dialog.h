@@ -26,7 +26,8 @@ public:
 
     /// Runs the dialog of the constructor; the value of EndDialog, or -1 when it could not be made.
     virtual INT_PTR DoModal();
-    /// Ends a modal dialog. A modeless one is left as it is: DestroyWindow ends it.
+    /// Ends a modal dialog. A modeless one is only hidden: it overrides OnOK and OnCancel, and ends by
+    /// DestroyWindow.
     void EndDialog(int nResult) noexcept;
 
     /// From WM_INITDIALOG, with all controls there. The default sends the data to the controls. TRUE: the
@@ -49,6 +50,5 @@ private:
     static INT_PTR CALLBACK DialogProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     static INT_PTR Initialise(HWND hWnd) noexcept;
 
-    bool m_modal = false;
     bool m_failed = false; ///< OnInitDialog ended with an exception or an ended dialog
 };

@@ -1,7 +1,6 @@
 #include "FileDialog.h"
 
 #include "core/ModuleState.h"
-#include "ModalScope.h"
 
 #include <vector>
 
@@ -68,7 +67,6 @@ INT_PTR CFileDialog::DoModal() {
     // The whole host window is disabled meanwhile, not only the child that asks.
     const HWND owner = m_pParentWnd ? ::GetAncestor(m_pParentWnd->m_hWnd, GA_ROOT) : nullptr;
     const AfxActivationScope activation;
-    const AfxModalScope modal(owner);
     common::ComPtr<IShellItem> chosen;
     if (FAILED(m_dialog->Show(owner)) || FAILED(m_dialog->GetResult(chosen.Receive()))) {
         return IDCANCEL;

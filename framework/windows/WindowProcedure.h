@@ -55,7 +55,6 @@ struct AfxWindowAccess {
     static LRESULT WindowProc(CWnd& window, UINT message, WPARAM wParam, LPARAM lParam) {
         return window.WindowProc(message, wParam, lParam);
     }
-    static IOleInPlaceFrame* InPlaceFrame(CWnd& window) noexcept { return window.InPlaceFrame(); }
     static void PostNcDestroy(CWnd& window) { window.PostNcDestroy(); }
     /// Takes an object that missed WM_NCDESTROY off its window, which is gone.
     static void Forget(CWnd& window) noexcept;

@@ -3,7 +3,6 @@
 
 #include "core/Temporary.h"
 #include "DataExchange.h"
-#include "ModalScope.h"
 #include "WindowProcedure.h"
 
 #include <new>
@@ -219,6 +218,5 @@ BOOL CWnd::RedrawWindow(LPCRECT lpRectUpdate, HRGN hrgnUpdate, UINT flags) noexc
 
 int CWnd::MessageBox(LPCTSTR lpszText, LPCTSTR lpszCaption, UINT nType) const noexcept {
     const AfxActivationScope activation; // themed buttons in any host
-    const AfxModalScope modal(m_hWnd);
     return ::MessageBox(m_hWnd, lpszText, lpszCaption, nType);
 }

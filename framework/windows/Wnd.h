@@ -18,7 +18,6 @@
 #include "DeviceContext.h"
 
 class CDataExchange;
-struct IOleInPlaceFrame;
 
 class CWnd : public CCmdTarget {
     DECLARE_DYNCREATE(CWnd)
@@ -169,6 +168,4 @@ protected:
 
 private:
     friend struct AfxWindowAccess;
-    /// The container's frame in which a control is active, without a reference for the caller.
-    virtual IOleInPlaceFrame* InPlaceFrame() noexcept { return nullptr; }
 };

@@ -36,8 +36,9 @@ mxov_test(framework_ole_tests DESKTOP
         support/OleTestControl.cpp
         control/PropertyPageTest.cpp
         ole/RegistrationTest.cpp
+        ${CMAKE_SOURCE_DIR}/MXOVDocViewCtrl/control/DialogControl.cpp
     LIBRARIES framework ole_test_guids)
-target_include_directories(framework_ole_tests PRIVATE support ${ole_generated})
+target_include_directories(framework_ole_tests PRIVATE support ${ole_generated} ${CMAKE_SOURCE_DIR}/MXOVDocViewCtrl)
 
 # A dispatch map entry with its member's types compiles, one with others does not.
 foreach(flag RIGHT_TYPES WRONG_TYPES)

@@ -25,12 +25,12 @@ IMPLEMENT_OLECREATE_EX(CTestControl, "OLETEST.TestControl.1", 0x5d4f6f5e, 0x8d3a
 IMPLEMENT_OLETYPELIB(CTestControl, LIBID_OleTestLib, 1, 0)
 IMPLEMENT_OLECTLTYPE(CTestControl, kTypeName, OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE)
 
-BEGIN_MESSAGE_MAP(CTestControl, COleControl)
+BEGIN_MESSAGE_MAP(CTestControl, DialogControl)
     ON_WM_CREATE()
-    ON_OLEVERB(AFX_IDS_VERB_PROPERTIES, &CTestControl::OnProperties)
+    ON_OLEVERB(kVerbName, OnProperties)
 END_MESSAGE_MAP()
 
-BEGIN_DISPATCH_MAP(CTestControl, COleControl)
+BEGIN_DISPATCH_MAP(CTestControl, DialogControl)
     DISP_PROPERTY_NOTIFY_ID(CTestControl, "Caption", 1, caption, OnCaptionChanged, VT_BSTR)
     DISP_FUNCTION_ID(CTestControl, "Reset", 2, Reset, VT_EMPTY, VTS_NONE)
     DISP_FUNCTION_ID(CTestControl, "Resize", 3, Resize, VT_EMPTY, VTS_I4 VTS_I4)
@@ -39,7 +39,7 @@ BEGIN_DISPATCH_MAP(CTestControl, COleControl)
     DISP_FUNCTION_ID(CTestControl, "Fail", 7, Fail, VT_EMPTY, VTS_I4)
 END_DISPATCH_MAP()
 
-BEGIN_EVENT_MAP(CTestControl, COleControl)
+BEGIN_EVENT_MAP(CTestControl, DialogControl)
     EVENT_CUSTOM_ID("Renamed", 3, FireRenamed, VTS_BSTR VTS_I4)
 END_EVENT_MAP()
 
@@ -67,7 +67,7 @@ BOOL CTestControl::CTestControlFactory::UpdateRegistry(BOOL bRegister) {
 
 BOOL CTestControl::PreCreateWindow(CREATESTRUCT& cs) {
     cs.lpszClass = L"STATIC";
-    return COleControl::PreCreateWindow(cs);
+    return DialogControl::PreCreateWindow(cs);
 }
 
 int CTestControl::OnCreate(LPCREATESTRUCT lpCreateStruct) {
@@ -75,10 +75,14 @@ int CTestControl::OnCreate(LPCREATESTRUCT lpCreateStruct) {
         --refuseCreation;
         return -1;
     }
-    if (COleControl::OnCreate(lpCreateStruct) == -1) {
+    if (DialogControl::OnCreate(lpCreateStruct) == -1) {
         return -1;
     }
-    return dialog.Create(kTestDialog, this) ? 0 : -1;
+    if (!dialog.Create(kTestDialog, this)) {
+        return -1;
+    }
+    CoverWith(dialog);
+    return 0;
 }
 
 void CTestControl::OnDraw(CDC* pDC, const CRect& rcBounds, const CRect&) {
@@ -93,12 +97,12 @@ void CTestControl::OnDraw(CDC* pDC, const CRect& rcBounds, const CRect&) {
 
 void CTestControl::DoPropExchange(CPropExchange* pPX) {
     ExchangeVersion(pPX, MAKELONG(0, 1));
-    COleControl::DoPropExchange(pPX);
+    DialogControl::DoPropExchange(pPX);
     PX_Long(pPX, L"Count", count, 5);
 }
 
 BOOL CTestControl::IsInvokeAllowed(DISPID dispid) {
-    return !needsInitNew || COleControl::IsInvokeAllowed(dispid);
+    return !needsInitNew || DialogControl::IsInvokeAllowed(dispid);
 }
 
 void CTestControl::OnCaptionChanged() {

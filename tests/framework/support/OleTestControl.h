@@ -3,6 +3,7 @@
 #pragma once
 
 #include "afxctl.h"
+#include "control/DialogControl.h"
 #include "MockContainer.h"
 
 #include <gtest/gtest.h>
@@ -24,6 +25,7 @@ constexpr int kPageEdit = 1011;
 constexpr UINT kTypeName = 3001;     ///< "Test Control"
 constexpr UINT kPageCaption = 3002;  ///< "Details"
 constexpr UINT kPageTypeName = 3003; ///< "Test Page"
+constexpr UINT kVerbName = 3004;     ///< "&Properties"
 
 constexpr LPCTSTR kTestProgID = L"OLETEST.TestControl.1";
 
@@ -46,7 +48,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 };
 
-class CTestControl : public COleControl {
+class CTestControl : public DialogControl {
     DECLARE_DYNCREATE(CTestControl)
 
 public:
@@ -69,7 +71,7 @@ public:
 
     void FireRenamed(LPCTSTR name, LONG number) { FireEvent(3, EVENT_PARAM(VTS_BSTR VTS_I4), name, number); }
     void FireUnknown() { FireEvent(99, EVENT_PARAM(VTS_NONE)); }
-    using COleControl::InvalidateControl;
+    using DialogControl::InvalidateControl;
 
 protected:
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;

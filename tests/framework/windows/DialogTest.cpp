@@ -176,13 +176,16 @@ TEST_F(ModelessDialog, ControlsAskItForTheirColours) {
     EXPECT_EQ(dc.GetPixel(150, 5), RGB(255, 255, 255)) << "beside the controls";
 }
 
-TEST_F(ModelessDialog, EnterAndEscapeDoNotHideIt) {
+// As documented: a modeless dialog overrides the handlers.
+TEST_F(ModelessDialog, EnterAndEscapeHideIt) {
     ASSERT_TRUE(dialog.Create(kChildDialog, &parent));
     dialog.ShowWindow(SW_SHOW);
     dialog.PressEnter();
-    EXPECT_TRUE(dialog.IsWindowVisible());
+    EXPECT_FALSE(dialog.IsWindowVisible());
+    dialog.ShowWindow(SW_SHOW);
     dialog.SendMessage(WM_COMMAND, IDCANCEL);
-    EXPECT_TRUE(dialog.IsWindowVisible());
+    EXPECT_FALSE(dialog.IsWindowVisible());
+    EXPECT_TRUE(::IsWindow(dialog.m_hWnd));
 }
 
 TEST_F(ModelessDialog, TakesATemplateInMemory) {

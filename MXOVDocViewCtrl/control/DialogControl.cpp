@@ -1,0 +1,71 @@
+#include "DialogControl.h"
+
+#include "common/ComPtr.h"
+#include "common/DialogKeys.h"
+
+#include <commctrl.h>
+
+BOOL DialogControl::PreTranslateMessage(MSG* message) {
+    const HWND dialog = DialogWindow();
+    return (dialog && common::TranslateDialogKey(dialog, *message)) || COleControl::PreTranslateMessage(message);
+}
+
+BOOL DialogControl::OnDoVerb(LONG verb, LPMSG message, HWND parent, LPCRECT rect) {
+    const BOOL done = COleControl::OnDoVerb(verb, message, parent, rect);
+    const bool byTab = message && message->message == WM_KEYDOWN && message->wParam == VK_TAB;
+    const HWND dialog = DialogWindow();
+    if (done && byTab && dialog && (verb == OLEIVERB_UIACTIVATE || verb == OLEIVERB_PRIMARY)) {
+        common::EnterDialog(dialog, GetKeyState(VK_SHIFT) < 0);
+    }
+    return done;
+}
+
+void DialogControl::CoverWith(CDialog& dialog) {
+    const auto watch = [](HWND window, LPARAM control) -> BOOL {
+        ::SetWindowSubclass(window, &WatchedProc, 0, static_cast<DWORD_PTR>(control));
+        return TRUE;
+    };
+    m_dialog = &dialog;
+    ::EnumChildWindows(m_hWnd, watch, reinterpret_cast<LPARAM>(this));
+}
+
+BEGIN_MESSAGE_MAP(DialogControl, COleControl)
+    ON_WM_SETFOCUS()
+    ON_WM_SIZE()
+END_MESSAGE_MAP()
+
+void DialogControl::OnSetFocus(CWnd* before) {
+    COleControl::OnSetFocus(before);
+    if (const HWND dialog = DialogWindow()) {
+        ::SetFocus(dialog);
+    }
+}
+
+void DialogControl::OnSize(UINT type, int cx, int cy) {
+    COleControl::OnSize(type, cx, cy);
+    InvalidateControl();
+    // The dialog covers the window, which would get no WM_PAINT; drawing is what moves the dialog.
+    RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_INTERNALPAINT);
+}
+
+LRESULT CALLBACK DialogControl::WatchedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                            UINT_PTR id, DWORD_PTR control) noexcept {
+    if (message == WM_NCDESTROY) {
+        ::RemoveWindowSubclass(window, &WatchedProc, id);
+    }
+    if (message != WM_SETFOCUS) {
+        return ::DefSubclassProc(window, message, wParam, lParam);
+    }
+    auto* self = reinterpret_cast<DialogControl*>(control); // outlives its windows
+    // A reference, since the container may release the control meanwhile.
+    const auto object = common::Query<IOleObject>(self->GetIDispatch(FALSE), IID_IOleObject);
+    const LRESULT result = ::DefSubclassProc(window, message, wParam, lParam);
+    if (object && self->HasFocusInside()) {
+        object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, self->GetClientSite(), 0, nullptr, nullptr);
+    }
+    return result;
+}
+
+bool DialogControl::HasFocusInside() const {
+    return m_hWnd && ::IsChild(m_hWnd, ::GetFocus());
+}

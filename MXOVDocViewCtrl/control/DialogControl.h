@@ -1,0 +1,31 @@
+// A control whose whole area is a dialog.
+#pragma once
+
+#include "afxctl.h"
+
+/// Adds what a control needs for the child windows of its dialog: their keys, their focus and a drawing after
+/// every new size. The framework knows the control's own window only.
+class DialogControl : public COleControl {
+public:
+    /// Keyboard messages from the container: Tab, arrows, mnemonics, and Enter on a button.
+    BOOL PreTranslateMessage(MSG* message) override;
+    /// Activation by Tab or Shift+Tab starts at the first or the last control of the dialog.
+    BOOL OnDoVerb(LONG verb, LPMSG message, HWND parent, LPCRECT rect) override;
+
+protected:
+    /// Names the dialog, once it exists with all its controls. The control passes the focus on to it, and
+    /// activates its user interface when one of its windows gets the focus.
+    void CoverWith(CDialog& dialog);
+
+    afx_msg void OnSetFocus(CWnd* before);
+    afx_msg void OnSize(UINT type, int cx, int cy);
+    DECLARE_MESSAGE_MAP()
+
+private:
+    HWND DialogWindow() const { return m_dialog ? m_dialog->GetSafeHwnd() : nullptr; }
+    bool HasFocusInside() const;
+    static LRESULT CALLBACK WatchedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                        DWORD_PTR control) noexcept;
+
+    CDialog* m_dialog = nullptr;
+};
