@@ -7,7 +7,8 @@
 
 BOOL DialogControl::PreTranslateMessage(MSG* message) {
     const HWND dialog = DialogWindow();
-    return (dialog && common::TranslateDialogKey(dialog, *message)) || COleControl::PreTranslateMessage(message);
+    return (dialog && common::TranslateDialogKey(dialog, *message)) ||
+           COleControl::PreTranslateMessage(message);
 }
 
 BOOL DialogControl::OnDoVerb(LONG verb, LPMSG message, HWND parent, LPCRECT rect) {

@@ -3,7 +3,8 @@
 
 #include "afxwin.h"
 
-/// Return and Escape leave the dialog as it is; the framework's handlers would hide it, as they end a modal one.
+/// Return and Escape leave the dialog as it is; the framework's handlers would hide it, as they end a modal
+/// one.
 class ModelessDialog : public CDialog {
 protected:
     ModelessDialog() = default;

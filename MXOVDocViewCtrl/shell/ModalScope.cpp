@@ -18,7 +18,8 @@ COleControl* ControlAround(HWND window) {
 } // namespace
 
 ModalScope::ModalScope(const CWnd& window)
-    : m_control(ControlAround(window.GetSafeHwnd())), m_alive(m_control ? m_control->GetIDispatch(FALSE) : nullptr) {
+    : m_control(ControlAround(window.GetSafeHwnd())),
+      m_alive(m_control ? m_control->GetIDispatch(FALSE) : nullptr) {
     if (m_control) {
         m_control->PreModalDialog();
     }

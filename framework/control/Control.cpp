@@ -4,13 +4,15 @@
 #include "ControlParts.h"
 #include "core/ThreadState.h"
 
+using namespace framework;
+
 IMPLEMENT_DYNAMIC(COleControl, CWnd)
 
 /// A line of the interface map: the part of m_parts that answers an interface.
 #define CONTROL_PART(iid, part)                                                                              \
-    AFX_INTERFACEMAP_ENTRY{&(iid), [](CCmdTarget& target) -> IUnknown* {                                     \
-                               return &static_cast<COleControl&>(target).m_parts->part;                      \
-                           }},
+    InterfaceEntry{&(iid), [](CCmdTarget& target) -> IUnknown* {                                             \
+                       return &static_cast<COleControl&>(target).m_parts->part;                              \
+                   }},
 
 BEGIN_INTERFACE_MAP(COleControl, CWnd)
     CONTROL_PART(IID_IOleObject, oleObject)
@@ -82,7 +84,7 @@ void COleControl::OnFinalRelease() {
         DestroyWindow();
     }
     m_parts->Clear();
-    AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+    ThreadState* thread = ModuleState::Thread();
     if (thread && thread->message.hwnd) {
         thread->condemned.emplace_back(this); // a handler of the control's own windows may be on the stack
     } else {

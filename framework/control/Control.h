@@ -6,9 +6,10 @@
 //
 // Covered: the documented members below. Not covered: stock properties and events, fonts and pictures,
 // windowless and subclassed-with-reflector activation, licences, data paths, shortcut menus. A control whose
-// window class is changed in PreCreateWindow gets its notifications in its container's window. Keyboard messages
-// reach PreTranslateMessage while the user interface is active; the control's own window activates it when it gets
-// the focus, and a click in any of its windows does. Child windows, their focus and keys, are the derived class's.
+// window class is changed in PreCreateWindow gets its notifications in its container's window. Keyboard
+// messages reach PreTranslateMessage while the user interface is active; the control's own window activates
+// it when it gets the focus, and a click in any of its windows does. Child windows, their focus and keys, are
+// the derived class's.
 #pragma once
 
 #include "ControlMaps.h"
@@ -20,7 +21,12 @@
 #include <memory>
 
 class CPropExchange;
+
+namespace framework {
+
 struct ControlParts;
+
+} // namespace framework
 
 class COleControl : public CWnd {
     DECLARE_DYNAMIC(COleControl)
@@ -116,11 +122,8 @@ public:
 protected:
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    static const AFX_EVENTMAP* GetThisEventMap();
-    virtual const AFX_EVENTMAP* GetEventMap() const;
-
-    BOOL OnVerbShow(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
-    BOOL OnVerbHide(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
+    static const framework::EventMap* GetThisEventMap();
+    virtual const framework::EventMap* GetEventMap() const;
 
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
     afx_msg void OnPaint();
@@ -128,8 +131,10 @@ protected:
     DECLARE_INTERFACE_MAP()
 
 private:
+    BOOL OnVerbShow(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
+    BOOL OnVerbHide(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
     bool KnowsEvent(DISPID dispid) const;
     void ActivateOnMouse();
 
-    std::unique_ptr<ControlParts> m_parts;
+    std::unique_ptr<framework::ControlParts> m_parts;
 };

@@ -8,6 +8,8 @@
 
 #include <commctrl.h>
 
+namespace framework {
+
 ControlActivation::ControlActivation(ControlParts& parts) noexcept
     : m_control(parts.control), m_parts(parts) {}
 
@@ -241,3 +243,5 @@ void ControlActivation::AskForSize(SIZE pixels) {
     const common::ComPtr<IOleInPlaceSite> site = m_site.Copy();
     site->OnPosRectChange(&position);
 }
+
+} // namespace framework

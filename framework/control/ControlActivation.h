@@ -12,6 +12,9 @@
 #include <ole2.h>
 
 class COleControl;
+
+namespace framework {
+
 struct ControlParts;
 
 class ControlActivation {
@@ -68,3 +71,5 @@ private:
     bool m_uiActive = false;
     bool m_focusReported = false; ///< the container's last OnFocus was TRUE
 };
+
+} // namespace framework

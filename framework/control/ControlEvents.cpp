@@ -5,6 +5,8 @@
 #include <cstdarg>
 #include <vector>
 
+using namespace framework;
+
 namespace {
 
 /// Takes the next argument of a type out of the list. A text is copied into a BSTR.
@@ -36,20 +38,20 @@ common::Variant Take(va_list& list, VARTYPE type) {
 
 } // namespace
 
-const AFX_EVENTMAP* COleControl::GetThisEventMap() {
-    static constexpr AFX_EVENTMAP_ENTRY entries[] = {{nullptr, 0, {}}};
-    static constexpr AFX_EVENTMAP map = {nullptr, entries};
+const EventMap* COleControl::GetThisEventMap() {
+    static constexpr EventEntry entries[] = {{nullptr, 0, {}}};
+    static constexpr EventMap map = {nullptr, entries};
     return &map;
 }
 
-const AFX_EVENTMAP* COleControl::GetEventMap() const {
+const EventMap* COleControl::GetEventMap() const {
     return GetThisEventMap();
 }
 
 bool COleControl::KnowsEvent(DISPID dispid) const {
-    const AFX_EVENTMAP* map = GetEventMap();
+    const EventMap* map = GetEventMap();
     while (map) {
-        for (const AFX_EVENTMAP_ENTRY* entry = map->lpEntries; entry->lpszName; ++entry) {
+        for (const EventEntry* entry = map->lpEntries; entry->lpszName; ++entry) {
             if (entry->lDispID == dispid) {
                 return true;
             }

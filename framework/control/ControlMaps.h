@@ -7,45 +7,49 @@
 #include <cstddef>
 #include <iterator>
 
+namespace framework {
+
 /// One event that a control may fire.
-struct AFX_EVENTMAP_ENTRY {
+struct EventEntry {
     LPCTSTR lpszName; ///< null in the last line
     DISPID lDispID;
     std::string_view params; ///< VTS_ types
 };
 
 /// A class's own events and the map of its base.
-struct AFX_EVENTMAP {
-    const AFX_EVENTMAP* (*pfnGetBaseMap)(); ///< null in the root
-    const AFX_EVENTMAP_ENTRY* lpEntries;
+struct EventMap {
+    const EventMap* (*pfnGetBaseMap)(); ///< null in the root
+    const EventEntry* lpEntries;
 };
+
+} // namespace framework
 
 #define DECLARE_EVENT_MAP()                                                                                  \
 protected:                                                                                                   \
-    static const AFX_EVENTMAP* GetThisEventMap();                                                            \
-    const AFX_EVENTMAP* GetEventMap() const override;
+    static const framework::EventMap* GetThisEventMap();                                                     \
+    const framework::EventMap* GetEventMap() const override;
 
 #define BEGIN_EVENT_MAP(theClass, baseClass)                                                                 \
-    const AFX_EVENTMAP* theClass::GetEventMap() const {                                                      \
+    const framework::EventMap* theClass::GetEventMap() const {                                               \
         return GetThisEventMap();                                                                            \
     }                                                                                                        \
-    const AFX_EVENTMAP* theClass::GetThisEventMap() {                                                        \
+    const framework::EventMap* theClass::GetThisEventMap() {                                                 \
         using TheBaseClass = baseClass;                                                                      \
-        static constexpr AFX_EVENTMAP_ENTRY eventEntries[] = {
+        static constexpr framework::EventEntry eventEntries[] = {
 
 #define END_EVENT_MAP()                                                                                      \
-    AFX_EVENTMAP_ENTRY {                                                                                     \
+    framework::EventEntry {                                                                                  \
         nullptr, 0, {}                                                                                       \
     }                                                                                                        \
     }                                                                                                        \
     ;                                                                                                        \
-    static constexpr AFX_EVENTMAP eventMap = {&TheBaseClass::GetThisEventMap, eventEntries};                 \
+    static constexpr framework::EventMap eventMap = {&TheBaseClass::GetThisEventMap, eventEntries};          \
     return &eventMap;                                                                                        \
     }
 
 /// pfnFire is the member that fires the event; the map ignores it.
 #define EVENT_CUSTOM_ID(pszName, dispid, pfnFire, vtsParams)                                                 \
-    AFX_EVENTMAP_ENTRY{_T(pszName), dispid, vtsParams},
+    framework::EventEntry{_T(pszName), dispid, vtsParams},
 
 /// The second argument of FireEvent.
 #define EVENT_PARAM(vtsParams) reinterpret_cast<BYTE*>(const_cast<char*>(vtsParams))

@@ -2,6 +2,8 @@
 
 #include "Control.h"
 
+namespace framework {
+
 ControlParts::ControlParts(COleControl& owner)
     : control(owner), persistStreamInit(owner, persistence), persistStorage(owner, persistence),
       persistPropertyBag(owner, persistence), persistMemory(owner, persistence),
@@ -56,3 +58,5 @@ void ControlParts::ReportSaved() {
         holder->SendOnSave();
     }
 }
+
+} // namespace framework

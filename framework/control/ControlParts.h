@@ -16,6 +16,8 @@
 #include "persistence/PersistStorage.h"
 #include "persistence/PersistStream.h"
 
+namespace framework {
+
 /// COleControl holds one behind a pointer. The parts reach the control's documented members through `control`
 /// and what they share through this object.
 struct ControlParts final : PersistentObject {
@@ -65,3 +67,5 @@ struct ControlParts final : PersistentObject {
     ConnectionPoint events;
     ConnectionPoint propertyNotifications;
 };
+
+} // namespace framework

@@ -1,5 +1,7 @@
 #include "ControlSite.h"
 
+namespace framework {
+
 void ControlSite::Set(IOleClientSite* site) noexcept {
     common::ComPtr<IOleClientSite> client(site);
     common::ComPtr<IOleControlSite> control = client.As<IOleControlSite>(IID_IOleControlSite);
@@ -20,3 +22,5 @@ bool ControlSite::Ambient(DISPID id, VARTYPE type, common::Variant& value) const
                                       nullptr, nullptr)) &&
            given.Get().vt != VT_EMPTY && SUCCEEDED(::VariantChangeType(&value, &given, 0, type));
 }
+
+} // namespace framework

@@ -6,6 +6,8 @@
 #include <ocidl.h>
 #include <ole2.h>
 
+namespace framework {
+
 class ControlSite {
 public:
     /// Takes another site, or none; what belonged to the old one is released.
@@ -23,3 +25,5 @@ private:
     common::ComPtr<IOleControlSite> m_control;
     common::ComPtr<IDispatch> m_ambients;
 };
+
+} // namespace framework

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace framework;
+
 BEGIN_MESSAGE_MAP(COleControl, CWnd)
     ON_WM_CREATE()
     ON_WM_PAINT()

@@ -9,6 +9,8 @@
 #include <new>
 #include <vector>
 
+namespace framework {
+
 namespace {
 
 struct DeferredObject {
@@ -17,7 +19,7 @@ struct DeferredObject {
 };
 
 struct ApartmentState {
-    AFX_MODULE_LOCK lock;
+    ModuleLock lock;
     DWORD thread = 0;    ///< of the objects counted
     ULONG apartment = 0; ///< counts the apartments up; 0 is none
     LONG objects = 0;
@@ -40,7 +42,7 @@ ApartmentState& State() noexcept {
 
 } // namespace
 
-AfxApartment::Entry::Entry() noexcept : m_apartment(0) {
+Apartment::Entry::Entry() noexcept : m_apartment(0) {
     ApartmentState& state = State();
     const std::lock_guard lock(state.lock);
     if (state.objects == 0 || state.thread == ::GetCurrentThreadId()) {
@@ -48,17 +50,17 @@ AfxApartment::Entry::Entry() noexcept : m_apartment(0) {
     }
 }
 
-AfxApartment::Entry::~Entry() {
+Apartment::Entry::~Entry() {
     Leave(m_apartment);
 }
 
-ULONG AfxApartment::Join() noexcept {
+ULONG Apartment::Join() noexcept {
     ApartmentState& state = State();
     const std::lock_guard lock(state.lock);
     return state.Count();
 }
 
-void AfxApartment::Leave(ULONG apartment) noexcept {
+void Apartment::Leave(ULONG apartment) noexcept {
     ApartmentState& state = State();
     const std::lock_guard lock(state.lock);
     if (apartment != 0 && apartment == state.apartment && state.objects > 0) {
@@ -66,7 +68,7 @@ void AfxApartment::Leave(ULONG apartment) noexcept {
     }
 }
 
-void AfxApartment::EndThread() noexcept {
+void Apartment::EndThread() noexcept {
     ApartmentState& state = State();
     const std::lock_guard lock(state.lock);
     if (state.thread == ::GetCurrentThreadId()) {
@@ -75,7 +77,7 @@ void AfxApartment::EndThread() noexcept {
     }
 }
 
-void AfxApartment::Defer(CCmdTarget& object, DWORD thread) noexcept {
+void Apartment::Defer(CCmdTarget& object, DWORD thread) noexcept {
     ApartmentState& state = State();
     const std::lock_guard lock(state.lock);
     try {
@@ -86,7 +88,7 @@ void AfxApartment::Defer(CCmdTarget& object, DWORD thread) noexcept {
     }
 }
 
-void AfxApartment::ReleaseDeferred() noexcept {
+void Apartment::ReleaseDeferred() noexcept {
     ApartmentState& state = State();
     while (state.hasDeferred) {
         CCmdTarget* object = nullptr;
@@ -104,3 +106,5 @@ void AfxApartment::ReleaseDeferred() noexcept {
         object->InternalRelease();
     }
 }
+
+} // namespace framework

@@ -8,7 +8,9 @@
 
 class CCmdTarget;
 
-class AfxApartment {
+namespace framework {
+
+class Apartment {
 public:
     /// A place for an object that is being created, for the life of this object.
     class Entry {
@@ -37,3 +39,5 @@ public:
     /// module.
     static void ReleaseDeferred() noexcept;
 };
+
+} // namespace framework

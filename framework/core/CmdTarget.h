@@ -8,25 +8,35 @@
 #include "Object.h"
 
 #include <oaidl.h>
+#include <oleidl.h>
 
 #include <memory>
 
 class CCmdTarget;
 class CTypeLibCache;
+
+namespace framework {
+
+class OleDispatchPart;
 class OleTargetState;
-struct AFX_DISPMAP;
-struct AFX_INTERFACEMAP;
-struct IEnumOLEVERB;
+struct DispatchMap;
+struct InterfaceMap;
+struct TargetAccess;
+
+/// TRUE on the thread that made the object, the only one of its apartment.
+[[nodiscard]] bool OleIsOnItsThread(const CCmdTarget& target) noexcept;
 
 /// Frees what an object keeps for COM, where its type is known.
 struct OleTargetStateDeleter {
     void operator()(OleTargetState* state) const noexcept;
 };
 
+} // namespace framework
+
 /// Where OnCmdMsg would have sent a command.
 struct AFX_CMDHANDLERINFO {
     CCmdTarget* pTarget;
-    AFX_MSG_THUNK pmf;
+    framework::MessageThunk pmf;
 };
 
 class CCmdTarget : public CObject {
@@ -34,8 +44,8 @@ class CCmdTarget : public CObject {
 
 public:
     /// Looks for a handler of a command (pExtra null: nCode is the WM_COMMAND notification code, 0 for a menu
-    /// or accelerator) or a notification (pExtra is an AFX_NOTIFY*, nCode its code) and calls it. With
-    /// pHandlerInfo it only stores the handler there. TRUE when there is one and it handled the command.
+    /// or accelerator) or a notification (pExtra is a framework::Notification*, nCode its code) and calls it.
+    /// With pHandlerInfo it only stores the handler there. TRUE when there is one and it handled the command.
     virtual BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo);
 
     // Automation and COM. An object starts with one reference, its creator's; without EnableAutomation or
@@ -67,8 +77,6 @@ public:
     BOOL EnumOleVerbs(IEnumOLEVERB** ppenumOleVerb);
     /// Runs the entry of a verb; FALSE when there is none or it failed.
     BOOL DoOleVerb(LONG iVerb, LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
-    /// The entry of a verb; null when there is none.
-    const AFX_MSGMAP_ENTRY* FindOleVerb(LONG iVerb) const;
 
     /// IUnknown of the object itself; results are those of IUnknown.
     DWORD InternalQueryInterface(const void* iid, void** ppvObj);
@@ -78,26 +86,25 @@ public:
     DWORD ExternalQueryInterface(const void* iid, void** ppvObj);
     DWORD ExternalAddRef();
     DWORD ExternalRelease();
-    /// Makes the object a part of `outer`, which then owns it; FALSE without EnableAggregation.
-    BOOL Aggregate(IUnknown* outer);
-    /// The object's own unknown, without a reference; null without a COM side.
-    IUnknown* GetInnerUnknown() noexcept;
 
 protected:
     CCmdTarget() = default;
 
-    static const AFX_DISPMAP* GetThisDispatchMap();
-    virtual const AFX_DISPMAP* GetDispatchMap() const;
-    static const AFX_INTERFACEMAP* GetThisInterfaceMap();
-    virtual const AFX_INTERFACEMAP* GetInterfaceMap() const;
+    static const framework::DispatchMap* GetThisDispatchMap();
+    virtual const framework::DispatchMap* GetDispatchMap() const;
+    static const framework::InterfaceMap* GetThisInterfaceMap();
+    virtual const framework::InterfaceMap* GetInterfaceMap() const;
 
-    static const AFX_MSGMAP* GetThisMessageMap();
-    virtual const AFX_MSGMAP* GetMessageMap() const;
+    static const framework::MessageMap* GetThisMessageMap();
+    virtual const framework::MessageMap* GetMessageMap() const;
 
 private:
-    friend class OleDispatchPart;
-    friend bool OleIsOnItsThread(const CCmdTarget& target) noexcept;
-    OleTargetState& NeedOleState();
+    friend class framework::OleDispatchPart;
+    friend struct framework::TargetAccess;
+    friend bool framework::OleIsOnItsThread(const CCmdTarget& target) noexcept;
+    framework::OleTargetState& NeedOleState();
+    const framework::MessageEntry* FindOleVerb(LONG iVerb) const;
+    BOOL Aggregate(IUnknown* outer);
 
-    std::unique_ptr<OleTargetState, OleTargetStateDeleter> m_ole;
+    std::unique_ptr<framework::OleTargetState, framework::OleTargetStateDeleter> m_ole;
 };

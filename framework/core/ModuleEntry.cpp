@@ -2,6 +2,8 @@
 #include "Apartment.h"
 #include "App.h"
 
+using namespace framework;
+
 namespace {
 
 bool initialised = false; // InitInstance succeeded: ExitInstance is due
@@ -39,7 +41,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
         EndModule();
         break;
     case DLL_THREAD_DETACH:
-        AfxApartment::EndThread();
+        Apartment::EndThread();
         AfxGetStaticModuleState()->ReleaseThread();
         break;
     default:

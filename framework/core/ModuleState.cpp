@@ -5,6 +5,8 @@
 #include <mutex>
 #include <new>
 
+using namespace framework;
+
 extern "C" IMAGE_DOS_HEADER __ImageBase; // the module's own first byte, supplied by the linker
 
 namespace {
@@ -24,13 +26,13 @@ HANDLE CreateModuleActivationContext(HINSTANCE instance) noexcept {
 
 } // namespace
 
-AFX_MODULE_STATE::AFX_MODULE_STATE()
-    : m_hCurrentInstanceHandle(reinterpret_cast<HINSTANCE>(&__ImageBase)),
-      m_hCurrentResourceHandle(m_hCurrentInstanceHandle) {
+namespace framework {
+
+ModuleState::ModuleState() : m_hCurrentInstanceHandle(reinterpret_cast<HINSTANCE>(&__ImageBase)) {
     threadSlot = ::TlsAlloc();
 }
 
-AFX_MODULE_STATE::~AFX_MODULE_STATE() {
+ModuleState::~ModuleState() {
     ::TlsFree(threadSlot);
     threadSlot = TLS_OUT_OF_INDEXES;
     if (m_activation != INVALID_HANDLE_VALUE) {
@@ -38,18 +40,18 @@ AFX_MODULE_STATE::~AFX_MODULE_STATE() {
     }
 }
 
-AFX_THREAD_STATE* AFX_MODULE_STATE::Thread() noexcept {
-    AFX_MODULE_STATE* module = AfxGetStaticModuleState();
+ThreadState* ModuleState::Thread() noexcept {
+    ModuleState* module = AfxGetStaticModuleState();
     if (threadSlot == TLS_OUT_OF_INDEXES) {
         return nullptr;
     }
-    auto* thread = static_cast<AFX_THREAD_STATE*>(::TlsGetValue(threadSlot));
+    auto* thread = static_cast<ThreadState*>(::TlsGetValue(threadSlot));
     return thread ? thread : module->AddThread();
 }
 
-AFX_THREAD_STATE* AFX_MODULE_STATE::AddThread() noexcept {
+ThreadState* ModuleState::AddThread() noexcept {
     try {
-        auto state = std::make_unique<AFX_THREAD_STATE>();
+        auto state = std::make_unique<ThreadState>();
         const std::lock_guard lock(m_lock);
         m_threads.push_back(std::move(state));
         ::TlsSetValue(threadSlot, m_threads.back().get());
@@ -59,7 +61,7 @@ AFX_THREAD_STATE* AFX_MODULE_STATE::AddThread() noexcept {
     }
 }
 
-void AFX_MODULE_STATE::ReleaseThread() noexcept {
+void ModuleState::ReleaseThread() noexcept {
     const void* thread = threadSlot == TLS_OUT_OF_INDEXES ? nullptr : ::TlsGetValue(threadSlot);
     if (thread) {
         ::TlsSetValue(threadSlot, nullptr);
@@ -68,7 +70,7 @@ void AFX_MODULE_STATE::ReleaseThread() noexcept {
     }
 }
 
-HANDLE AFX_MODULE_STATE::ActivationContext() noexcept {
+HANDLE ModuleState::ActivationContext() noexcept {
     const std::lock_guard lock(m_lock);
     if (!m_activationTried) {
         m_activationTried = true;
@@ -77,25 +79,27 @@ HANDLE AFX_MODULE_STATE::ActivationContext() noexcept {
     return m_activation;
 }
 
-AfxActivationScope::AfxActivationScope() noexcept {
+ActivationScope::ActivationScope() noexcept {
     const HANDLE context = AfxGetStaticModuleState()->ActivationContext();
     m_active = context != INVALID_HANDLE_VALUE && ::ActivateActCtx(context, &m_cookie);
 }
 
-AfxActivationScope::~AfxActivationScope() {
+ActivationScope::~ActivationScope() {
     if (m_active) {
         ::DeactivateActCtx(0, m_cookie);
     }
 }
 
-AfxTemporaryScope::AfxTemporaryScope() noexcept
-    : m_thread(AFX_MODULE_STATE::Thread()), m_mark(m_thread ? m_thread->temporaries.Mark() : 0) {}
+TemporaryScope::TemporaryScope() noexcept
+    : m_thread(ModuleState::Thread()), m_mark(m_thread ? m_thread->temporaries.Mark() : 0) {}
 
-AfxTemporaryScope::~AfxTemporaryScope() {
+TemporaryScope::~TemporaryScope() {
     if (m_thread) {
         m_thread->temporaries.Release(m_mark);
     }
 }
+
+} // namespace framework
 
 AFX_MODULE_STATE* AFXAPI AfxGetStaticModuleState() {
     static AFX_MODULE_STATE state;
@@ -111,11 +115,7 @@ HINSTANCE AFXAPI AfxGetInstanceHandle() {
 }
 
 HINSTANCE AFXAPI AfxGetResourceHandle() {
-    return AfxGetStaticModuleState()->m_hCurrentResourceHandle;
-}
-
-void AFXAPI AfxSetResourceHandle(HINSTANCE hInstResource) {
-    AfxGetStaticModuleState()->m_hCurrentResourceHandle = hInstResource;
+    return AfxGetInstanceHandle();
 }
 
 void AFXAPI AfxOleLockApp() {

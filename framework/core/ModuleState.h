@@ -13,13 +13,17 @@
 #include <memory>
 #include <vector>
 
+class AFX_MODULE_STATE;
 class COleObjectFactory;
 class CWinApp;
-struct AFX_THREAD_STATE;
+
+namespace framework {
+
+struct ThreadState;
 
 /// A lock of the system's own. std::mutex throws, and the library's own exceptions bring its streams and
 /// locales into the module, which doubles its size with GCC 14.
-class AFX_MODULE_LOCK {
+class ModuleLock {
 public:
     void lock() noexcept { ::AcquireSRWLockExclusive(&m_lock); }
     void unlock() noexcept { ::ReleaseSRWLockExclusive(&m_lock); }
@@ -28,17 +32,17 @@ private:
     SRWLOCK m_lock = SRWLOCK_INIT;
 };
 
-/// Made before the module's first global object of the framework, destroyed after the last.
-class AFX_MODULE_STATE {
+/// What a module keeps.
+class ModuleState {
 public:
-    AFX_MODULE_STATE();
-    ~AFX_MODULE_STATE();
-    AFX_MODULE_STATE(const AFX_MODULE_STATE&) = delete;
-    AFX_MODULE_STATE& operator=(const AFX_MODULE_STATE&) = delete;
+    ModuleState();
+    ~ModuleState();
+    ModuleState(const ModuleState&) = delete;
+    ModuleState& operator=(const ModuleState&) = delete;
 
     /// The calling thread's state, made on first use; null when memory is out or once the module
     /// state is gone.
-    static AFX_THREAD_STATE* Thread() noexcept;
+    static ThreadState* Thread() noexcept;
     /// Frees the calling thread's state, at the end of the thread.
     void ReleaseThread() noexcept;
 
@@ -47,27 +51,26 @@ public:
     HANDLE ActivationContext() noexcept;
 
     HINSTANCE m_hCurrentInstanceHandle; ///< the module itself, valid from the start
-    HINSTANCE m_hCurrentResourceHandle; ///< where resources are loaded from
     CWinApp* m_pCurrentWinApp = nullptr;
     COleObjectFactory* m_pFactoryList = nullptr; ///< head of the list that the class factories keep
     std::atomic<LONG> m_nObjectCount = 0;        ///< active objects and locks
 
 private:
-    AFX_THREAD_STATE* AddThread() noexcept;
+    ThreadState* AddThread() noexcept;
 
-    AFX_MODULE_LOCK m_lock;
-    std::vector<std::unique_ptr<AFX_THREAD_STATE>> m_threads;
+    ModuleLock m_lock;
+    std::vector<std::unique_ptr<ThreadState>> m_threads;
     bool m_activationTried = false;
     HANDLE m_activation = INVALID_HANDLE_VALUE;
 };
 
 /// Activates the module's activation context for a scope.
-class AfxActivationScope {
+class ActivationScope {
 public:
-    AfxActivationScope() noexcept;
-    ~AfxActivationScope();
-    AfxActivationScope(const AfxActivationScope&) = delete;
-    AfxActivationScope& operator=(const AfxActivationScope&) = delete;
+    ActivationScope() noexcept;
+    ~ActivationScope();
+    ActivationScope(const ActivationScope&) = delete;
+    ActivationScope& operator=(const ActivationScope&) = delete;
 
 private:
     ULONG_PTR m_cookie = 0;
@@ -75,38 +78,42 @@ private:
 };
 
 /// Temporary objects (CWnd::FromHandle and the like) that are made inside the innermost scope die with it.
-class AfxTemporaryScope {
+class TemporaryScope {
 public:
-    AfxTemporaryScope() noexcept;
-    ~AfxTemporaryScope();
-    AfxTemporaryScope(const AfxTemporaryScope&) = delete;
-    AfxTemporaryScope& operator=(const AfxTemporaryScope&) = delete;
+    TemporaryScope() noexcept;
+    ~TemporaryScope();
+    TemporaryScope(const TemporaryScope&) = delete;
+    TemporaryScope& operator=(const TemporaryScope&) = delete;
 
 private:
-    AFX_THREAD_STATE* m_thread;
+    ThreadState* m_thread;
     size_t m_mark = 0;
 };
 
 /// What AFX_MANAGE_STATE puts on the stack.
-class AFX_MAINTAIN_STATE {
+class ManagedState {
 public:
-    explicit AFX_MAINTAIN_STATE(AFX_MODULE_STATE* pModuleState) { static_cast<void>(pModuleState); }
+    explicit ManagedState(AFX_MODULE_STATE* pModuleState) { static_cast<void>(pModuleState); }
 
 private:
-    AfxActivationScope m_activation;
-    AfxTemporaryScope m_temporary;
+    ActivationScope m_activation;
+    TemporaryScope m_temporary;
 };
 
-#define AFX_MANAGE_STATE(pModuleState) const AFX_MAINTAIN_STATE afxModuleState(pModuleState);
+} // namespace framework
+
+/// Made before the module's first global object of the framework, destroyed after the last.
+class AFX_MODULE_STATE : public framework::ModuleState {};
+
+#define AFX_MANAGE_STATE(pModuleState) const framework::ManagedState afxModuleState(pModuleState);
 
 /// The state of this module.
 AFX_MODULE_STATE* AFXAPI AfxGetStaticModuleState();
 
-/// The module's application object, or null; the module itself; where its resources are loaded from.
+/// The module's application object, or null; the module itself, which its resources are loaded from.
 CWinApp* AFXAPI AfxGetApp();
 HINSTANCE AFXAPI AfxGetInstanceHandle();
 HINSTANCE AFXAPI AfxGetResourceHandle();
-void AFXAPI AfxSetResourceHandle(HINSTANCE hInstResource);
 
 /// Count of what keeps the module loaded; AfxOleCanExitApp is TRUE at zero.
 void AFXAPI AfxOleLockApp();

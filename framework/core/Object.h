@@ -47,7 +47,7 @@ public:                                                                         
     DECLARE_DYNAMIC(class_name)                                                                              \
     static CObject* CreateObject();
 
-#define AFX_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, create)                                      \
+#define FRAMEWORK_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, create)                                \
     constinit CRuntimeClass class_name::class##class_name = {#class_name, sizeof(class_name), create,        \
                                                              RUNTIME_CLASS(base_class_name)};                \
     CRuntimeClass* class_name::GetRuntimeClass() const {                                                     \
@@ -55,13 +55,13 @@ public:                                                                         
     }
 
 #define IMPLEMENT_DYNAMIC(class_name, base_class_name)                                                       \
-    AFX_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, nullptr)
+    FRAMEWORK_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, nullptr)
 
 #define IMPLEMENT_DYNCREATE(class_name, base_class_name)                                                     \
     CObject* class_name::CreateObject() {                                                                    \
         return new class_name;                                                                               \
     }                                                                                                        \
-    AFX_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, &class_name::CreateObject)
+    FRAMEWORK_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, &class_name::CreateObject)
 
 /// Base of the framework's exceptions, which are thrown as pointers. Those that the framework throws itself
 /// are static objects: Delete leaves them alone, so a handler that forgets it leaks nothing.

@@ -6,13 +6,17 @@
 
 #include <new>
 
+namespace framework {
+
 /// The temporary object of a handle that is kept in `Member`; null for a null handle. Throws when memory is
 /// out.
 template <class Object, auto Member, class Handle>
-Object* AfxTemporary(Handle handle) {
-    AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+Object* TemporaryOf(Handle handle) {
+    ThreadState* thread = ModuleState::Thread();
     if (!thread) {
         throw std::bad_alloc();
     }
     return thread->temporaries.Get<Object, Member>(handle);
 }
+
+} // namespace framework

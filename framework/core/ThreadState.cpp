@@ -1,8 +1,12 @@
 #include "ThreadState.h"
 
-void AfxTemporaryObjects::Release(size_t mark) noexcept {
+namespace framework {
+
+void TemporaryObjects::Release(size_t mark) noexcept {
     while (m_order.size() > mark) {
         m_objects.erase(m_order.back());
         m_order.pop_back();
     }
 }
+
+} // namespace framework

@@ -11,9 +11,11 @@
 
 class CWnd;
 
+namespace framework {
+
 /// The temporary objects of a thread: wrappers that do not own their handle. Within their life the same
 /// handle returns the same object.
-class AfxTemporaryObjects {
+class TemporaryObjects {
 public:
     /// The object of a handle that is kept in `Member`; null for a null handle.
     template <class Object, auto Member, class Handle>
@@ -50,11 +52,11 @@ private:
     std::vector<Key> m_order;
 };
 
-struct AFX_THREAD_STATE {
+struct ThreadState {
     std::unordered_map<HWND, CWnd*> windows; ///< the permanent map
     std::unordered_map<HWND, WNDPROC>
         orphans; ///< subclassed once, no object any more: where their messages go
-    AfxTemporaryObjects temporaries;
+    TemporaryObjects temporaries;
     MSG message{};             ///< the one being handled
     HWND exchanging = nullptr; ///< the dialog whose data is being exchanged
     CWnd* creating = nullptr;  ///< object that waits for its window
@@ -63,3 +65,5 @@ struct AFX_THREAD_STATE {
     /// when the outermost message is done.
     std::vector<std::unique_ptr<CObject>> condemned;
 };
+
+} // namespace framework

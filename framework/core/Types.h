@@ -10,9 +10,14 @@
 #define AFXAPI __stdcall
 #define afx_msg // marks a member that a message map calls
 
-struct AFX_POSITION;
-using POSITION =
-    AFX_POSITION*; ///< opaque place inside a collection or a list view's selection; null at the end
+namespace framework {
+
+struct Position;
+
+} // namespace framework
+
+/// Opaque place inside a collection; null at the end.
+using POSITION = framework::Position*;
 
 /// A width and a height.
 class CSize : public SIZE {

@@ -2,6 +2,8 @@
 
 #include "OleEnum.h"
 
+namespace framework {
+
 namespace {
 
 struct PointPolicy {
@@ -138,3 +140,5 @@ STDMETHODIMP ConnectionPointContainerPart::FindConnectionPoint(REFIID iid, IConn
         return CONNECT_E_NOCONNECTION;
     });
 }
+
+} // namespace framework

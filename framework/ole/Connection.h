@@ -10,6 +10,8 @@
 #include <initializer_list>
 #include <vector>
 
+namespace framework {
+
 /// One connection point. It is an object of its own to its clients, and keeps the object it belongs to alive.
 class ConnectionPoint final : public IConnectionPoint {
 public:
@@ -73,3 +75,5 @@ public:
 private:
     std::vector<ConnectionPoint*> m_points;
 };
+
+} // namespace framework

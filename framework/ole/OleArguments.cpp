@@ -1,5 +1,7 @@
 #include "OleArguments.h"
 
+namespace framework {
+
 OleArguments::~OleArguments() {
     for (VARIANT& value : m_values) {
         ::VariantClear(&value);
@@ -76,3 +78,5 @@ HRESULT OleArguments::Convert(const DISPPARAMS& params, UINT place, VARTYPE type
     }
     return result;
 }
+
+} // namespace framework

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+namespace framework {
+
 class OleArguments {
 public:
     /// `wrongArgument` (or null) receives the place, in the caller's array, of the argument that a failure is
@@ -33,3 +35,5 @@ private:
     UINT* m_wrongArgument;
     std::vector<VARIANT> m_values;
 };
+
+} // namespace framework

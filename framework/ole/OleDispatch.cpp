@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace framework {
+
 STDMETHODIMP OleDispatchPart::QueryInterface(REFIID iid, void** object) {
     return static_cast<HRESULT>(m_target.ExternalQueryInterface(&iid, object));
 }
@@ -18,10 +20,10 @@ STDMETHODIMP_(ULONG) OleDispatchPart::Release() {
 }
 
 template <class Accept>
-const AFX_DISPMAP_ENTRY* OleDispatchPart::Find(Accept accept) const {
-    const AFX_DISPMAP* map = m_target.GetDispatchMap();
+const DispatchEntry* OleDispatchPart::Find(Accept accept) const {
+    const DispatchMap* map = m_target.GetDispatchMap();
     while (map) {
-        for (const AFX_DISPMAP_ENTRY* entry = map->lpEntries; entry->lpszName; ++entry) {
+        for (const DispatchEntry* entry = map->lpEntries; entry->lpszName; ++entry) {
             if (accept(*entry)) {
                 return entry;
             }
@@ -61,7 +63,7 @@ STDMETHODIMP OleDispatchPart::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT co
         if (!names || !ids || count == 0) {
             return E_INVALIDARG;
         }
-        const AFX_DISPMAP_ENTRY* entry = Find([&](const AFX_DISPMAP_ENTRY& line) {
+        const DispatchEntry* entry = Find([&](const DispatchEntry& line) {
             return names[0] && ::CompareStringOrdinal(line.lpszName, -1, names[0], -1, TRUE) == CSTR_EQUAL;
         });
         if (!entry) {
@@ -94,8 +96,7 @@ STDMETHODIMP OleDispatchPart::Invoke(DISPID id, REFIID iid, LCID lcid, WORD flag
         if (params->cNamedArgs > params->cArgs) {
             return DISP_E_BADPARAMCOUNT;
         }
-        const AFX_DISPMAP_ENTRY* entry =
-            Find([&](const AFX_DISPMAP_ENTRY& line) { return line.lDispID == id; });
+        const DispatchEntry* entry = Find([&](const DispatchEntry& line) { return line.lDispID == id; });
         if (!entry) {
             return DISP_E_MEMBERNOTFOUND;
         }
@@ -104,7 +105,7 @@ STDMETHODIMP OleDispatchPart::Invoke(DISPID id, REFIID iid, LCID lcid, WORD flag
     });
 }
 
-HRESULT OleDispatchPart::Run(const AFX_DISPMAP_ENTRY& entry, LCID lcid, WORD flags, const DISPPARAMS& params,
+HRESULT OleDispatchPart::Run(const DispatchEntry& entry, LCID lcid, WORD flags, const DISPPARAMS& params,
                              VARIANT* result, UINT* wrongArgument) {
     OleArguments arguments(lcid, wrongArgument);
     common::Variant discarded;
@@ -128,3 +129,5 @@ HRESULT OleDispatchPart::Run(const AFX_DISPMAP_ENTRY& entry, LCID lcid, WORD fla
     }
     return read;
 }
+
+} // namespace framework

@@ -27,8 +27,10 @@
 #define VTS_BSTR "\x08"
 #define VTS_BOOL "\x0B"
 
+namespace framework {
+
 /// One line of a dispatch map. A method has pfnCall; a property the other two.
-struct AFX_DISPMAP_ENTRY {
+struct DispatchEntry {
     LPCTSTR lpszName = nullptr; ///< null in the last line
     DISPID lDispID = DISPID_UNKNOWN;
     std::string_view params; ///< VTS_ types; of a property: its own type
@@ -39,9 +41,9 @@ struct AFX_DISPMAP_ENTRY {
 };
 
 /// A class's own lines and the map of its base.
-struct AFX_DISPMAP {
-    const AFX_DISPMAP* (*pfnGetBaseMap)(); ///< null in the root
-    const AFX_DISPMAP_ENTRY* lpEntries;
+struct DispatchMap {
+    const DispatchMap* (*pfnGetBaseMap)(); ///< null in the root
+    const DispatchEntry* lpEntries;
 };
 
 /// How a parameter or property of a C++ type travels in a VARIANT. Get reads a VARIANT of exactly that type;
@@ -130,8 +132,7 @@ struct OleMember<Variable> {
 
 /// Makes a method's line; does not compile when the types and the member disagree.
 template <auto Method>
-consteval AFX_DISPMAP_ENTRY OleMethodEntry(LPCTSTR name, DISPID dispid, VARTYPE result,
-                                           std::string_view params) {
+consteval DispatchEntry OleMethodEntry(LPCTSTR name, DISPID dispid, VARTYPE result, std::string_view params) {
     if (result != VT_EMPTY || !OleMember<Method>::Fits(params)) {
         throw "the types of the dispatch map entry are not those of the member";
     }
@@ -140,7 +141,7 @@ consteval AFX_DISPMAP_ENTRY OleMethodEntry(LPCTSTR name, DISPID dispid, VARTYPE 
 
 /// Makes a property's line.
 template <auto Variable, auto AfterSet>
-consteval AFX_DISPMAP_ENTRY OlePropertyEntry(LPCTSTR name, DISPID dispid, VARTYPE type) {
+consteval DispatchEntry OlePropertyEntry(LPCTSTR name, DISPID dispid, VARTYPE type) {
     if (type != OleMember<Variable>::kType) {
         throw "the type of the dispatch map entry is not that of the member";
     }
@@ -152,31 +153,37 @@ consteval AFX_DISPMAP_ENTRY OlePropertyEntry(LPCTSTR name, DISPID dispid, VARTYP
             &OleMember<Variable>::template Set<AfterSet>};
 }
 
+} // namespace framework
+
 #define DECLARE_DISPATCH_MAP()                                                                               \
 protected:                                                                                                   \
-    static const AFX_DISPMAP* GetThisDispatchMap();                                                          \
-    const AFX_DISPMAP* GetDispatchMap() const override;
+    static const framework::DispatchMap* GetThisDispatchMap();                                               \
+    const framework::DispatchMap* GetDispatchMap() const override;
 
 #define BEGIN_DISPATCH_MAP(theClass, baseClass)                                                              \
-    const AFX_DISPMAP* theClass::GetDispatchMap() const {                                                    \
+    const framework::DispatchMap* theClass::GetDispatchMap() const {                                         \
         return GetThisDispatchMap();                                                                         \
     }                                                                                                        \
-    const AFX_DISPMAP* theClass::GetThisDispatchMap() {                                                      \
+    const framework::DispatchMap* theClass::GetThisDispatchMap() {                                           \
         using TheBaseClass = baseClass;                                                                      \
-        static constexpr AFX_DISPMAP_ENTRY dispatchEntries[] = {
+        static constexpr framework::DispatchEntry dispatchEntries[] = {
 
 #define END_DISPATCH_MAP()                                                                                   \
-    AFX_DISPMAP_ENTRY {}                                                                                     \
+    framework::DispatchEntry {}                                                                              \
     }                                                                                                        \
     ;                                                                                                        \
-    static constexpr AFX_DISPMAP dispatchMap = {&TheBaseClass::GetThisDispatchMap, dispatchEntries};         \
+    static constexpr framework::DispatchMap dispatchMap = {&TheBaseClass::GetThisDispatchMap,                \
+                                                           dispatchEntries};                                 \
     return &dispatchMap;                                                                                     \
     }
 
 #define DISP_FUNCTION_ID(theClass, pszName, dispid, pfnMember, vtRetVal, vtsParams)                          \
-    OleMethodEntry<&theClass::pfnMember>(_T(pszName), dispid, vtRetVal, vtsParams),
+    framework::OleMethodEntry<&theClass::pfnMember>(_T(pszName), dispid, vtRetVal, vtsParams),
 #define DISP_PROPERTY_NOTIFY_ID(theClass, pszName, dispid, memberName, pfnAfterSet, vtPropType)              \
-    OlePropertyEntry<&theClass::memberName, &theClass::pfnAfterSet>(_T(pszName), dispid, vtPropType),
+    framework::OlePropertyEntry<&theClass::memberName, &theClass::pfnAfterSet>(_T(pszName), dispid,          \
+                                                                               vtPropType),
+
+namespace framework {
 
 /// IDispatch of a CCmdTarget. Calls on another thread than the one that made the object are refused with
 /// RPC_E_WRONG_THREAD.
@@ -196,10 +203,12 @@ public:
 
 private:
     template <class Accept>
-    const AFX_DISPMAP_ENTRY* Find(Accept accept) const;
+    const DispatchEntry* Find(Accept accept) const;
     HRESULT OwnTypeInfo(LCID lcid, ITypeInfo** info);
-    HRESULT Run(const AFX_DISPMAP_ENTRY& entry, LCID lcid, WORD flags, const DISPPARAMS& params,
-                VARIANT* result, UINT* wrongArgument);
+    HRESULT Run(const DispatchEntry& entry, LCID lcid, WORD flags, const DISPPARAMS& params, VARIANT* result,
+                UINT* wrongArgument);
 
     CCmdTarget& m_target;
 };
+
+} // namespace framework

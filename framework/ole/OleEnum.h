@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+namespace framework {
+
 /// Enumerator `Interface` (IEnumXxx) over items of type Item. Copy(from, to) makes what a client receives and
 /// returns FALSE when memory is out; Clean(item) undoes it, for items that a failing Next has copied already.
 /// Keep is what the enumerator itself holds of each item.
@@ -98,3 +100,5 @@ private:
     std::vector<Keep> m_items;
     size_t m_next;
 };
+
+} // namespace framework

@@ -1,5 +1,7 @@
 #include "OleFactory.h"
 
+using namespace framework;
+
 IMPLEMENT_DYNAMIC(COleObjectFactory, CCmdTarget)
 
 COleObjectFactory::COleObjectFactory(REFCLSID clsid, CRuntimeClass* pRuntimeClass, BOOL bMultiInstance,
@@ -39,8 +41,8 @@ CCmdTarget* COleObjectFactory::OnCreateObject() {
 }
 
 HRESULT COleObjectFactory::Create(IUnknown* outer, REFIID iid, void** object) {
-    AfxApartment::ReleaseDeferred();
-    const AfxApartment::Entry entry;
+    Apartment::ReleaseDeferred();
+    const Apartment::Entry entry;
     if (!entry.IsAllowed()) {
         return RPC_E_WRONG_THREAD;
     }
@@ -49,7 +51,7 @@ HRESULT COleObjectFactory::Create(IUnknown* outer, REFIID iid, void** object) {
         return E_FAIL;
     }
     HRESULT result = CLASS_E_NOAGGREGATION;
-    if (!outer || target->Aggregate(outer)) {
+    if (!outer || TargetAccess::Aggregate(*target, outer)) {
         result = static_cast<HRESULT>(target->InternalQueryInterface(&iid, object));
     }
     target->InternalRelease();
@@ -110,6 +112,6 @@ HRESULT AFXAPI AfxDllGetClassObject(REFCLSID rclsid, REFIID riid, LPVOID* ppv) {
 }
 
 HRESULT AFXAPI AfxDllCanUnloadNow() {
-    AfxApartment::ReleaseDeferred();
+    Apartment::ReleaseDeferred();
     return AfxOleCanExitApp() ? S_OK : S_FALSE;
 }

@@ -2,6 +2,10 @@
 
 #include "OleTypeLib.h"
 
+using namespace framework;
+
+namespace framework {
+
 void OleTargetStateDeleter::operator()(OleTargetState* state) const noexcept {
     if (state->typeLibCache) {
         state->typeLibCache->Unlock();
@@ -25,6 +29,8 @@ bool OleIsOnItsThread(const CCmdTarget& target) noexcept {
     return !target.m_ole || target.m_ole->thread == ::GetCurrentThreadId();
 }
 
+} // namespace framework
+
 OleTargetState& CCmdTarget::NeedOleState() {
     if (!m_ole) {
         m_ole.reset(new OleTargetState(*this));
@@ -46,10 +52,6 @@ BOOL CCmdTarget::Aggregate(IUnknown* outer) {
     }
     m_ole->outer = outer;
     return TRUE;
-}
-
-IUnknown* CCmdTarget::GetInnerUnknown() noexcept {
-    return m_ole ? &m_ole->identity : nullptr;
 }
 
 void CCmdTarget::EnableTypeLib() {
@@ -115,32 +117,32 @@ void CCmdTarget::OnFinalRelease() {
     delete this;
 }
 
-const AFX_DISPMAP* CCmdTarget::GetThisDispatchMap() {
-    static constexpr AFX_DISPMAP_ENTRY entries[] = {{}};
-    static constexpr AFX_DISPMAP map = {nullptr, entries};
+const DispatchMap* CCmdTarget::GetThisDispatchMap() {
+    static constexpr DispatchEntry entries[] = {{}};
+    static constexpr DispatchMap map = {nullptr, entries};
     return &map;
 }
 
-const AFX_DISPMAP* CCmdTarget::GetDispatchMap() const {
+const DispatchMap* CCmdTarget::GetDispatchMap() const {
     return GetThisDispatchMap();
 }
 
-const AFX_INTERFACEMAP* CCmdTarget::GetThisInterfaceMap() {
-    static constexpr AFX_INTERFACEMAP_ENTRY entries[] = {{nullptr, nullptr}};
-    static constexpr AFX_INTERFACEMAP map = {nullptr, entries};
+const InterfaceMap* CCmdTarget::GetThisInterfaceMap() {
+    static constexpr InterfaceEntry entries[] = {{nullptr, nullptr}};
+    static constexpr InterfaceMap map = {nullptr, entries};
     return &map;
 }
 
-const AFX_INTERFACEMAP* CCmdTarget::GetInterfaceMap() const {
+const InterfaceMap* CCmdTarget::GetInterfaceMap() const {
     return GetThisInterfaceMap();
 }
 
 namespace {
 
 /// The part that answers an interface; null when no line of the maps names it.
-IUnknown* FindPart(CCmdTarget& target, const AFX_INTERFACEMAP* map, REFIID iid) {
+IUnknown* FindPart(CCmdTarget& target, const InterfaceMap* map, REFIID iid) {
     while (map) {
-        for (const AFX_INTERFACEMAP_ENTRY* entry = map->pEntry; entry->piid; ++entry) {
+        for (const InterfaceEntry* entry = map->pEntry; entry->piid; ++entry) {
             if (*entry->piid == iid) {
                 return entry->pfnGetPart(target);
             }
@@ -189,7 +191,7 @@ DWORD CCmdTarget::InternalRelease() {
     }
     if (!OleIsOnItsThread(*this)) {
         m_ole->references = 1; // that of the list
-        AfxApartment::Defer(*this, m_ole->thread);
+        Apartment::Defer(*this, m_ole->thread);
         return 0;
     }
     // What runs during the clean-up may take and release references: they must not start it again.

@@ -20,46 +20,53 @@
 #include <new>
 #include <optional>
 
+namespace framework {
+
 /// One line of an interface map: an interface and the part of the object that answers it.
-struct AFX_INTERFACEMAP_ENTRY {
+struct InterfaceEntry {
     const IID* piid; ///< null in the last line
     IUnknown* (*pfnGetPart)(CCmdTarget& target);
 };
 
 /// A class's own lines and the map of its base.
-struct AFX_INTERFACEMAP {
-    const AFX_INTERFACEMAP* (*pfnGetBaseMap)(); ///< null in the root
-    const AFX_INTERFACEMAP_ENTRY* pEntry;
+struct InterfaceMap {
+    const InterfaceMap* (*pfnGetBaseMap)(); ///< null in the root
+    const InterfaceEntry* pEntry;
 };
+
+} // namespace framework
 
 #define DECLARE_INTERFACE_MAP()                                                                              \
 protected:                                                                                                   \
-    static const AFX_INTERFACEMAP* GetThisInterfaceMap();                                                    \
-    const AFX_INTERFACEMAP* GetInterfaceMap() const override;
+    static const framework::InterfaceMap* GetThisInterfaceMap();                                             \
+    const framework::InterfaceMap* GetInterfaceMap() const override;
 
 #define BEGIN_INTERFACE_MAP(theClass, theBase)                                                               \
-    const AFX_INTERFACEMAP* theClass::GetInterfaceMap() const {                                              \
+    const framework::InterfaceMap* theClass::GetInterfaceMap() const {                                       \
         return GetThisInterfaceMap();                                                                        \
     }                                                                                                        \
-    const AFX_INTERFACEMAP* theClass::GetThisInterfaceMap() {                                                \
+    const framework::InterfaceMap* theClass::GetThisInterfaceMap() {                                         \
         using TheBaseClass = theBase;                                                                        \
-        static constexpr AFX_INTERFACEMAP_ENTRY interfaceEntries[] = {
+        static constexpr framework::InterfaceEntry interfaceEntries[] = {
 
 /// The member m_x<localClass> of theClass answers the interface.
 #define INTERFACE_PART(theClass, iid, localClass)                                                            \
-    AFX_INTERFACEMAP_ENTRY{&(iid), [](CCmdTarget& target) -> IUnknown* {                                     \
-                               return &static_cast<theClass&>(target).m_x##localClass;                       \
-                           }},
+    framework::InterfaceEntry{&(iid), [](CCmdTarget& target) -> IUnknown* {                                  \
+                                  return &static_cast<theClass&>(target).m_x##localClass;                    \
+                              }},
 
 #define END_INTERFACE_MAP()                                                                                  \
-    AFX_INTERFACEMAP_ENTRY {                                                                                 \
+    framework::InterfaceEntry {                                                                              \
         nullptr, nullptr                                                                                     \
     }                                                                                                        \
     }                                                                                                        \
     ;                                                                                                        \
-    static constexpr AFX_INTERFACEMAP interfaceMap = {&TheBaseClass::GetThisInterfaceMap, interfaceEntries}; \
+    static constexpr framework::InterfaceMap interfaceMap = {&TheBaseClass::GetThisInterfaceMap,             \
+                                                             interfaceEntries};                              \
     return &interfaceMap;                                                                                    \
     }
+
+namespace framework {
 
 /// The object's own unknown: what an aggregating object holds, and everybody's IUnknown otherwise.
 class OleIdentity final : public IUnknown {
@@ -78,7 +85,7 @@ private:
 class OleTargetState {
 public:
     explicit OleTargetState(CCmdTarget& target) noexcept : identity(target) {}
-    ~OleTargetState() { AfxApartment::Leave(m_apartment); }
+    ~OleTargetState() { Apartment::Leave(m_apartment); }
     OleTargetState(const OleTargetState&) = delete;
     OleTargetState& operator=(const OleTargetState&) = delete;
 
@@ -91,7 +98,17 @@ public:
     bool aggregatable = false;
 
 private:
-    const ULONG m_apartment = AfxApartment::Join();
+    const ULONG m_apartment = Apartment::Join();
+};
+
+/// What the framework's own classes may do with any CCmdTarget.
+struct TargetAccess {
+    /// Makes the object a part of `outer`, which then owns it; FALSE without EnableAggregation.
+    static BOOL Aggregate(CCmdTarget& target, IUnknown* outer) { return target.Aggregate(outer); }
+    /// The entry of a verb; null when there is none.
+    static const MessageEntry* FindOleVerb(const CCmdTarget& target, LONG verb) {
+        return target.FindOleVerb(verb);
+    }
 };
 
 /// Holds a reference to an object while something is called that may release it.
@@ -124,9 +141,6 @@ HRESULT OleProtect(Body&& body) noexcept {
     }
 }
 
-/// TRUE on the thread that made the object, the only one of its apartment.
-[[nodiscard]] bool OleIsOnItsThread(const CCmdTarget& target) noexcept;
-
 /// As OleProtect, and the object outlives the call. Callers from another thread get RPC_E_WRONG_THREAD.
 /// Around every method that returns or changes something of the object; IUnknown and what is the same for all
 /// objects of a class answer any thread.
@@ -135,7 +149,7 @@ HRESULT OleGuard(CCmdTarget& target, Body&& body) noexcept {
     if (!OleIsOnItsThread(target)) {
         return RPC_E_WRONG_THREAD;
     }
-    AfxApartment::ReleaseDeferred();
+    Apartment::ReleaseDeferred();
     return OleProtect([&]() -> HRESULT {
         const OleKeepAlive alive(target);
         return body();
@@ -182,3 +196,5 @@ protected:
 private:
     CCmdTarget& m_target;
 };
+
+} // namespace framework

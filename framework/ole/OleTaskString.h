@@ -5,6 +5,8 @@
 
 #include <objbase.h>
 
+namespace framework {
+
 /// A copy that the receiver frees with CoTaskMemFree; null when memory is out.
 [[nodiscard]] inline LPOLESTR OleTaskString(LPCOLESTR text) noexcept {
     const size_t bytes = (::lstrlen(text) + size_t{1}) * sizeof(OLECHAR);
@@ -14,3 +16,5 @@
     }
     return copy;
 }
+
+} // namespace framework

@@ -7,11 +7,13 @@
 #include <list>
 #include <mutex>
 
-CString AfxModulePath(HINSTANCE module) {
+namespace framework {
+
+CString PathOfModule(HINSTANCE module) {
     return common::ModulePath(module).c_str();
 }
 
-HRESULT AfxLoadTypeLibOf(const CString& path, REFGUID tlid, common::ComPtr<ITypeLib>& library) {
+HRESULT LoadTypeLibFrom(const CString& path, REFGUID tlid, common::ComPtr<ITypeLib>& library) {
     common::ComPtr<ITypeLib> found;
     TLIBATTR* attributes = nullptr;
     HRESULT result = ::LoadTypeLibEx(path, REGKIND_NONE, found.Receive());
@@ -30,22 +32,22 @@ HRESULT AfxLoadTypeLibOf(const CString& path, REFGUID tlid, common::ComPtr<IType
     return S_OK;
 }
 
-HRESULT AfxLoadTypeLib(REFGUID tlid, WORD wVerMajor, WORD wVerMinor, LCID lcid, ITypeLib** ppTypeLib) {
+HRESULT LoadObjectTypeLib(REFGUID tlid, WORD wVerMajor, WORD wVerMinor, LCID lcid, ITypeLib** ppTypeLib) {
     const HRESULT registered = ::LoadRegTypeLib(tlid, wVerMajor, wVerMinor, lcid, ppTypeLib);
     common::ComPtr<ITypeLib> own;
-    if (SUCCEEDED(registered) || FAILED(AfxLoadTypeLibOf(AfxModulePath(AfxGetInstanceHandle()), tlid, own))) {
+    if (SUCCEEDED(registered) || FAILED(LoadTypeLibFrom(PathOfModule(AfxGetInstanceHandle()), tlid, own))) {
         return registered;
     }
     *ppTypeLib = own.Detach();
     return S_OK;
 }
 
-void CTypeLibCache::Lock() noexcept {
+void TypeLibCache::Lock() noexcept {
     const std::lock_guard lock(m_lock);
     ++m_locks;
 }
 
-void CTypeLibCache::Unlock() noexcept {
+void TypeLibCache::Unlock() noexcept {
     common::ComPtr<ITypeLib> released; // outside the lock
     const std::lock_guard lock(m_lock);
     if (--m_locks == 0) {
@@ -53,12 +55,12 @@ void CTypeLibCache::Unlock() noexcept {
     }
 }
 
-common::ComPtr<ITypeLib> CTypeLibCache::Lookup(LCID lcid) const noexcept {
+common::ComPtr<ITypeLib> TypeLibCache::Lookup(LCID lcid) const noexcept {
     const std::lock_guard lock(m_lock);
     return m_lcid == lcid ? m_library.Copy() : common::ComPtr<ITypeLib>();
 }
 
-void CTypeLibCache::Cache(LCID lcid, ITypeLib* library) noexcept {
+void TypeLibCache::Cache(LCID lcid, ITypeLib* library) noexcept {
     common::ComPtr<ITypeLib> kept(library); // holds the former one afterwards, outside the lock
     const std::lock_guard lock(m_lock);
     if (m_locks > 0) {
@@ -67,8 +69,8 @@ void CTypeLibCache::Cache(LCID lcid, ITypeLib* library) noexcept {
     }
 }
 
-CTypeLibCache* AFXAPI AfxGetTypeLibCache(const GUID* pTypeLibID) {
-    static AFX_MODULE_LOCK listLock;
+CTypeLibCache* TypeLibCacheOf(const GUID* pTypeLibID) {
+    static ModuleLock listLock;
     static std::list<CTypeLibCache> caches;
     const std::lock_guard lock(listLock);
     for (CTypeLibCache& cache : caches) {
@@ -80,3 +82,5 @@ CTypeLibCache* AFXAPI AfxGetTypeLibCache(const GUID* pTypeLibID) {
     added.m_tlid = pTypeLibID;
     return &added;
 }
+
+} // namespace framework

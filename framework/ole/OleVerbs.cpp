@@ -7,6 +7,8 @@
 
 #include <ole2.h>
 
+using namespace framework;
+
 namespace {
 
 struct VerbName {
@@ -35,8 +37,8 @@ CString NameOf(UINT id) {
 
 BOOL CCmdTarget::EnumOleVerbs(IEnumOLEVERB** ppenumOleVerb) {
     std::vector<VerbName> verbs;
-    AfxFindMessageEntry(GetMessageMap(), [&](const AFX_MSGMAP_ENTRY& entry) {
-        if (entry.nMessage == kAfxMsgOleVerb) {
+    FindMessageEntry(GetMessageMap(), [&](const MessageEntry& entry) {
+        if (entry.nMessage == kOleVerbEntry) {
             verbs.push_back({static_cast<LONG>(verbs.size()) + 1, NameOf(entry.nID)});
         }
         return false;
@@ -45,20 +47,20 @@ BOOL CCmdTarget::EnumOleVerbs(IEnumOLEVERB** ppenumOleVerb) {
     return *ppenumOleVerb != nullptr;
 }
 
-const AFX_MSGMAP_ENTRY* CCmdTarget::FindOleVerb(LONG iVerb) const {
+const MessageEntry* CCmdTarget::FindOleVerb(LONG iVerb) const {
     LONG number = 0;
-    return AfxFindMessageEntry(GetMessageMap(), [&](const AFX_MSGMAP_ENTRY& entry) {
-        return (entry.nMessage == kAfxMsgStdOleVerb && static_cast<LONG>(entry.nCode) == iVerb) ||
-               (entry.nMessage == kAfxMsgOleVerb && ++number == iVerb);
+    return FindMessageEntry(GetMessageMap(), [&](const MessageEntry& entry) {
+        return (entry.nMessage == kStdOleVerbEntry && static_cast<LONG>(entry.nCode) == iVerb) ||
+               (entry.nMessage == kOleVerbEntry && ++number == iVerb);
     });
 }
 
 BOOL CCmdTarget::DoOleVerb(LONG iVerb, LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect) {
-    const AFX_MSGMAP_ENTRY* entry = FindOleVerb(iVerb);
+    const MessageEntry* entry = FindOleVerb(iVerb);
     if (!entry) {
         return FALSE;
     }
-    AfxVerbCall call = {lpMsg, hWndParent, lpRect};
-    AFX_MSG_ARGS args = {entry->nMessage, 0, 0, &call, 0};
+    VerbCall call = {lpMsg, hWndParent, lpRect};
+    MessageArguments args = {entry->nMessage, 0, 0, &call, 0};
     return entry->pfn(*this, args);
 }

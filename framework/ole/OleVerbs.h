@@ -7,8 +7,10 @@
 
 #include "core/MessageMap.h"
 
+namespace framework {
+
 /// What a verb comes with; any of it may be null.
-struct AfxVerbCall {
+struct VerbCall {
     LPMSG message;
     HWND parent;
     LPCRECT rect;
@@ -16,13 +18,17 @@ struct AfxVerbCall {
 
 /// BOOL f(LPMSG, HWND, LPCRECT)
 template <class Class, auto Handler>
-BOOL AfxCallVerb(CCmdTarget& target, AFX_MSG_ARGS& args) {
-    const auto* call = static_cast<const AfxVerbCall*>(args.pExtra);
-    return AfxBoundHandler<Class, BOOL(LPMSG, HWND, LPCRECT), Handler>::Call(target, call->message,
-                                                                             call->parent, call->rect);
+BOOL CallVerb(CCmdTarget& target, MessageArguments& args) {
+    const auto* call = static_cast<const VerbCall*>(args.pExtra);
+    return BoundHandler<Class, BOOL(LPMSG, HWND, LPCRECT), Handler>::Call(target, call->message, call->parent,
+                                                                          call->rect);
 }
 
+} // namespace framework
+
 #define ON_OLEVERB(idsVerbName, memberFxn)                                                                   \
-    AFX_MSGMAP_ENTRY{kAfxMsgOleVerb, 0, idsVerbName, &AfxCallVerb<ThisClass, &ThisClass::memberFxn>},
+    framework::MessageEntry{framework::kOleVerbEntry, 0, idsVerbName,                                        \
+                            &framework::CallVerb<ThisClass, &ThisClass::memberFxn>},
 #define ON_STDOLEVERB(iVerb, memberFxn)                                                                      \
-    AFX_MSGMAP_ENTRY{kAfxMsgStdOleVerb, static_cast<UINT>(iVerb), 0, &AfxCallVerb<ThisClass, &ThisClass::memberFxn>},
+    framework::MessageEntry{framework::kStdOleVerbEntry, static_cast<UINT>(iVerb), 0,                        \
+                            &framework::CallVerb<ThisClass, &ThisClass::memberFxn>},

@@ -6,6 +6,8 @@
 #include <array>
 #include <utility>
 
+using namespace framework;
+
 namespace {
 
 bool Set(HKEY key, LPCTSTR name, const CString& value) {
@@ -64,7 +66,7 @@ LPCTSTR ThreadingModel(int flags) {
 
 /// The entries that every class has.
 bool WriteServer(HINSTANCE module, REFCLSID clsid, const CString& typeName, int flags) {
-    const CString path = AfxModulePath(module);
+    const CString path = PathOfModule(module);
     const CString key = ClassKey(clsid);
     const LPCTSTR model = ThreadingModel(flags);
     return !path.IsEmpty() && Write(key, typeName) &&
@@ -82,12 +84,12 @@ bool WriteProgID(const CString& progId, REFCLSID clsid, const CString& typeName,
 
 BOOL AFXAPI AfxOleRegisterTypeLib(HINSTANCE hInstance, REFGUID tlid, LPCTSTR pszFileName,
                                   LPCTSTR pszHelpDir) {
-    CString path = AfxModulePath(hInstance);
+    CString path = PathOfModule(hInstance);
     if (pszFileName) {
         path = path.Left(path.ReverseFind(L'\\') + 1) + pszFileName;
     }
     common::ComPtr<ITypeLib> library;
-    if (FAILED(AfxLoadTypeLibOf(path, tlid, library))) {
+    if (FAILED(LoadTypeLibFrom(path, tlid, library))) {
         return FALSE;
     }
     CString helpDir(pszHelpDir);
@@ -109,7 +111,7 @@ BOOL AFXAPI AfxOleRegisterControlClass(HINSTANCE hInstance, REFCLSID clsid, LPCT
     const CString key = ClassKey(clsid);
     if (WriteServer(hInstance, clsid, typeName, nRegFlags) &&
         WriteProgID(pszProgID, clsid, typeName, nRegFlags) && Write(key + L"\\Control", CString()) &&
-        Write(key + L"\\ToolboxBitmap32", AfxModulePath(hInstance) + L", " + Number(idBitmap)) &&
+        Write(key + L"\\ToolboxBitmap32", PathOfModule(hInstance) + L", " + Number(idBitmap)) &&
         Write(key + L"\\MiscStatus", L"0") && Write(key + L"\\MiscStatus\\1", Number(dwMiscStatus)) &&
         Write(key + L"\\TypeLib", GuidText(tlid)) &&
         Write(key + L"\\Version", Number(wVerMajor) + L"." + Number(wVerMinor))) {

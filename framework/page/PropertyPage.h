@@ -41,7 +41,7 @@ protected:
     DECLARE_INTERFACE_MAP()
 
 private:
-    friend class PropertyPagePart;
+    friend class framework::PropertyPagePart;
 
     /// A text that is to be sent to a property.
     struct Pending {
@@ -57,7 +57,7 @@ private:
     common::ComPtr<IPropertyPageSite> m_site;
     std::vector<common::ComPtr<IDispatch>> m_objects;
     std::vector<Pending> m_pending;
-    PropertyPagePart m_xPropertyPage{*this};
+    framework::PropertyPagePart m_xPropertyPage{*this};
 };
 
 /// Exchanges a control's text with `member`, and `member` with a property of the objects being edited: read

@@ -4,6 +4,8 @@
 #include "ole/OleTaskString.h"
 #include "PropertyPage.h"
 
+namespace framework {
+
 namespace {
 
 /// Size in pixels of a dialog template; the system lays it out, since the unit depends on its font.
@@ -164,3 +166,5 @@ STDMETHODIMP PropertyPagePart::TranslateAccelerator(MSG* message) {
 STDMETHODIMP PropertyPagePart::EditProperty(DISPID id) {
     return Guard([&]() -> HRESULT { return m_page.OnEditProperty(id) ? S_OK : E_NOTIMPL; });
 }
+
+} // namespace framework

@@ -5,6 +5,8 @@
 
 class COlePropertyPage;
 
+namespace framework {
+
 class PropertyPagePart final : public OlePart<IPropertyPage2> {
 public:
     explicit PropertyPagePart(COlePropertyPage& page) noexcept;
@@ -25,3 +27,5 @@ public:
 private:
     COlePropertyPage& m_page;
 };
+
+} // namespace framework

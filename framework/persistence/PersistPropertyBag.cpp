@@ -1,5 +1,7 @@
 #include "PersistPropertyBag.h"
 
+namespace framework {
+
 STDMETHODIMP PersistPropertyBagPart::GetClassID(CLSID* clsid) {
     return m_persistence.GetClassID(clsid);
 }
@@ -27,3 +29,5 @@ STDMETHODIMP PersistPropertyBagPart::Save(IPropertyBag* bag, BOOL clearDirty, BO
         return m_persistence.Save(exchange, clearDirty);
     });
 }
+
+} // namespace framework

@@ -5,6 +5,8 @@
 
 #include "ole/OleTarget.h"
 
+namespace framework {
+
 class PersistPropertyBagPart final : public OlePart<IPersistPropertyBag> {
 public:
     PersistPropertyBagPart(CCmdTarget& object, Persistence& persistence) noexcept
@@ -18,3 +20,5 @@ public:
 private:
     Persistence& m_persistence;
 };
+
+} // namespace framework

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace framework {
+
 namespace {
 
 constexpr wchar_t kStreamName[] = L"Contents";
@@ -79,3 +81,5 @@ STDMETHODIMP PersistStoragePart::SaveCompleted(IStorage* storage) {
 STDMETHODIMP PersistStoragePart::HandsOffStorage() {
     return S_OK; // no storage is kept
 }
+
+} // namespace framework

@@ -5,6 +5,8 @@
 
 #include "ole/OleTarget.h"
 
+namespace framework {
+
 class PersistStoragePart final : public OlePart<IPersistStorage> {
 public:
     PersistStoragePart(CCmdTarget& object, Persistence& persistence) noexcept
@@ -23,3 +25,5 @@ private:
     bool m_saved = false;      ///< between Save and SaveCompleted
     bool m_sameAsLoad = false; ///< into the storage that the container keeps
 };
+
+} // namespace framework

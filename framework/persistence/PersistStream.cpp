@@ -1,5 +1,7 @@
 #include "PersistStream.h"
 
+namespace framework {
+
 namespace {
 
 /// A growing stream in memory; null when memory is out.
@@ -124,3 +126,5 @@ STDMETHODIMP PersistMemoryPart::GetSizeMax(ULONG* size) {
 STDMETHODIMP PersistMemoryPart::InitNew() {
     return Guard([&] { return m_persistence.WasLoaded() ? E_UNEXPECTED : m_persistence.InitNew(); });
 }
+
+} // namespace framework

@@ -5,6 +5,8 @@
 
 #include "ole/OleTarget.h"
 
+namespace framework {
+
 class PersistStreamInitPart final : public OlePart<IPersistStreamInit> {
 public:
     PersistStreamInitPart(CCmdTarget& object, Persistence& persistence) noexcept
@@ -36,3 +38,5 @@ public:
 private:
     Persistence& m_persistence;
 };
+
+} // namespace framework

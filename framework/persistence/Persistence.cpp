@@ -1,5 +1,7 @@
 #include "Persistence.h"
 
+namespace framework {
+
 HRESULT Persistence::InitNew() {
     m_object.Reset();
     m_initialised = true;
@@ -7,7 +9,7 @@ HRESULT Persistence::InitNew() {
     return S_OK;
 }
 
-HRESULT Persistence::Load(CPropExchange& exchange) {
+HRESULT Persistence::Load(PropExchange& exchange) {
     m_object.Exchange(exchange);
     const bool failed = exchange.HasFailed();
     if (failed) {
@@ -20,7 +22,7 @@ HRESULT Persistence::Load(CPropExchange& exchange) {
     return failed ? E_FAIL : S_OK;
 }
 
-HRESULT Persistence::Save(CPropExchange& exchange, BOOL clearDirty) {
+HRESULT Persistence::Save(PropExchange& exchange, BOOL clearDirty) {
     m_object.Exchange(exchange);
     if (exchange.HasFailed()) {
         return E_FAIL;
@@ -43,3 +45,5 @@ HRESULT Persistence::IsDirty() const noexcept {
 HRESULT Persistence::GetClassID(CLSID* clsid) const {
     return clsid ? m_object.GetClassID(clsid) : E_POINTER;
 }
+
+} // namespace framework

@@ -3,6 +3,8 @@
 
 #include "PropExchange.h"
 
+namespace framework {
+
 /// What persistence needs of the object itself.
 struct PersistentObject {
     virtual HRESULT GetClassID(CLSID* clsid) = 0;
@@ -27,9 +29,9 @@ public:
     /// Sets the defaults, for an object that loads nothing.
     HRESULT InitNew();
     /// Reads everything. When that fails, the object has its defaults and the result is E_FAIL.
-    HRESULT Load(CPropExchange& exchange);
+    HRESULT Load(PropExchange& exchange);
     /// Writes everything; E_FAIL when that failed.
-    HRESULT Save(CPropExchange& exchange, BOOL clearDirty);
+    HRESULT Save(PropExchange& exchange, BOOL clearDirty);
     /// The container keeps what was saved last: no changes are left, and it is reported.
     void Commit();
     HRESULT IsDirty() const noexcept;
@@ -49,3 +51,5 @@ private:
     bool m_loaded = false;
     bool m_initialised = false;
 };
+
+} // namespace framework

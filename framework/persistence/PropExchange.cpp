@@ -1,5 +1,7 @@
 #include "PropExchange.h"
 
+using namespace framework;
+
 namespace {
 
 long& AsLong(void* value) noexcept {
@@ -11,6 +13,8 @@ long AsLong(const void* value) noexcept {
 }
 
 } // namespace
+
+namespace framework {
 
 BOOL OleResetExchange::ExchangeProp(LPCTSTR, VARTYPE vtProp, void* pvProp, const void* pvDefault) {
     if (!pvDefault || vtProp != VT_I4) {
@@ -88,6 +92,8 @@ BOOL OleBagExchange::ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefa
     dwVersionLoaded = static_cast<DWORD>(version);
     return CheckVersion(dwVersionLoaded, dwVersionDefault);
 }
+
+} // namespace framework
 
 BOOL PX_Long(CPropExchange* pPX, LPCTSTR pszPropName, long& lValue, long lDefault) {
     return pPX->ExchangeProp(pszPropName, VT_I4, &lValue, &lDefault);

@@ -26,11 +26,24 @@ public:
 
     /// TRUE also while properties are reset to their defaults.
     BOOL IsLoading() const noexcept { return m_loading; }
+
+protected:
+    explicit CPropExchange(BOOL loading) noexcept : m_loading(loading) {}
+
+private:
+    BOOL m_loading;
+};
+
+namespace framework {
+
+/// An exchange that remembers whether it has failed.
+class PropExchange : public CPropExchange {
+public:
     /// Something could not be moved, and the data as a whole is not to be trusted.
     bool HasFailed() const noexcept { return m_failed; }
 
 protected:
-    explicit CPropExchange(BOOL loading) noexcept : m_loading(loading) {}
+    using CPropExchange::CPropExchange;
 
     /// Notes a failure and returns it.
     BOOL Check(bool done) noexcept {
@@ -41,23 +54,22 @@ protected:
     BOOL CheckVersion(DWORD found, DWORD own) noexcept { return Check(found != 0 && found <= own); }
 
 private:
-    BOOL m_loading;
     bool m_failed = false;
 };
 
 /// Sets every property to its default.
-class OleResetExchange final : public CPropExchange {
+class OleResetExchange final : public PropExchange {
 public:
-    OleResetExchange() noexcept : CPropExchange(TRUE) {}
+    OleResetExchange() noexcept : PropExchange(TRUE) {}
     BOOL ExchangeProp(LPCTSTR pszPropName, VARTYPE vtProp, void* pvProp, const void* pvDefault) override;
     BOOL ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefault, BOOL bConvert) override;
 };
 
 /// Values one after the other in a stream, in the control's order.
-class OleStreamExchange final : public CPropExchange {
+class OleStreamExchange final : public PropExchange {
 public:
     /// Does not own the stream.
-    OleStreamExchange(IStream& stream, BOOL loading) noexcept : CPropExchange(loading), m_stream(stream) {}
+    OleStreamExchange(IStream& stream, BOOL loading) noexcept : PropExchange(loading), m_stream(stream) {}
     BOOL ExchangeProp(LPCTSTR pszPropName, VARTYPE vtProp, void* pvProp, const void* pvDefault) override;
     BOOL ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefault, BOOL bConvert) override;
 
@@ -68,11 +80,11 @@ private:
 };
 
 /// Values by name in a property bag. What a bag leaves out, the version included, has its default.
-class OleBagExchange final : public CPropExchange {
+class OleBagExchange final : public PropExchange {
 public:
     /// Owns neither; the error log may be null.
     OleBagExchange(IPropertyBag& bag, IErrorLog* log, BOOL loading, bool saveDefaults) noexcept
-        : CPropExchange(loading), m_bag(bag), m_log(log), m_saveDefaults(saveDefaults) {}
+        : PropExchange(loading), m_bag(bag), m_log(log), m_saveDefaults(saveDefaults) {}
     BOOL ExchangeProp(LPCTSTR pszPropName, VARTYPE vtProp, void* pvProp, const void* pvDefault) override;
     BOOL ExchangeVersion(DWORD& dwVersionLoaded, DWORD dwVersionDefault, BOOL bConvert) override;
 
@@ -84,6 +96,8 @@ private:
     IErrorLog* m_log;
     bool m_saveDefaults;
 };
+
+} // namespace framework
 
 /// One whole number with a default; FALSE when the value could not be moved.
 BOOL PX_Long(CPropExchange* pPX, LPCTSTR pszPropName, long& lValue, long lDefault);

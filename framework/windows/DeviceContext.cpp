@@ -5,6 +5,8 @@
 
 #include <utility>
 
+using namespace framework;
+
 IMPLEMENT_DYNAMIC(CDC, CObject)
 IMPLEMENT_DYNAMIC(CPaintDC, CDC)
 IMPLEMENT_DYNAMIC(CClientDC, CDC)
@@ -14,7 +16,7 @@ CDC::~CDC() {
 }
 
 CDC* PASCAL CDC::FromHandle(HDC hDC) {
-    return AfxTemporary<CDC, &CDC::m_hDC>(hDC);
+    return TemporaryOf<CDC, &CDC::m_hDC>(hDC);
 }
 
 BOOL CDC::Attach(HDC hDC) noexcept {

@@ -3,6 +3,8 @@
 #include "WindowMessages.h"
 #include "WindowProcedure.h"
 
+using namespace framework;
+
 namespace {
 
 /// A dialog template of the resource module; null when there is none.
@@ -37,7 +39,7 @@ BOOL CDialog::Create(UINT nIDTemplate, CWnd* pParentWnd) {
 }
 
 BOOL CDialog::CreateIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd, HINSTANCE hInst) {
-    AfxCreation creation(this);
+    WindowCreation creation(this);
     m_failed = false;
     const HWND parent = pParentWnd ? pParentWnd->m_hWnd : nullptr;
     const HWND created = lpDialogTemplate
@@ -64,7 +66,7 @@ INT_PTR CDialog::DoModal() {
     if (!dialogTemplate) {
         return -1;
     }
-    AfxCreation creation(this);
+    WindowCreation creation(this);
     m_failed = false;
     const INT_PTR result =
         ::DialogBoxIndirectParam(AfxGetResourceHandle(), dialogTemplate,
@@ -107,7 +109,7 @@ INT_PTR CDialog::Initialise(HWND hWnd) noexcept {
         return FALSE;
     }
     BOOL setFocus = FALSE;
-    if (AfxGuard([&] { setFocus = dialog->OnInitDialog(); })) {
+    if (Guard([&] { setFocus = dialog->OnInitDialog(); })) {
         // The system would take the focus from the host for a dialog inside a control (DS_CONTROL).
         return setFocus && !(::GetWindowLong(hWnd, GWL_STYLE) & DS_CONTROL);
     }

@@ -41,8 +41,6 @@ protected:
     virtual void OnOK();
     virtual void OnCancel();
 
-    LPCTSTR m_lpszTemplateName = nullptr; ///< name or MAKEINTRESOURCE number; the caller's, not copied
-    CWnd* m_pParentWnd = nullptr;         ///< owner of a modal dialog
     DECLARE_MESSAGE_MAP()
 
 private:
@@ -50,5 +48,7 @@ private:
     static INT_PTR CALLBACK DialogProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     static INT_PTR Initialise(HWND hWnd) noexcept;
 
-    bool m_failed = false; ///< OnInitDialog ended with an exception or an ended dialog
+    LPCTSTR m_lpszTemplateName = nullptr; ///< name or MAKEINTRESOURCE number; the caller's, not copied
+    CWnd* m_pParentWnd = nullptr;         ///< owner of a modal dialog
+    bool m_failed = false;                ///< OnInitDialog ended with an exception or an ended dialog
 };

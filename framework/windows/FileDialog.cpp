@@ -4,6 +4,8 @@
 
 #include <vector>
 
+using namespace framework;
+
 IMPLEMENT_DYNAMIC(CCommonDialog, CDialog)
 IMPLEMENT_DYNAMIC(CFileDialog, CCommonDialog)
 
@@ -45,15 +47,13 @@ CString PathOf(IShellItem& item) {
 
 } // namespace
 
-CCommonDialog::CCommonDialog(CWnd* pParentWnd) {
-    m_pParentWnd = pParentWnd;
-}
+CCommonDialog::CCommonDialog(CWnd* pParentWnd) : CDialog(LPCTSTR{}, pParentWnd) {}
 
 CFileDialog::CFileDialog(BOOL bOpenFileDialog, LPCTSTR lpszDefExt, LPCTSTR lpszFileName, DWORD dwFlags,
                          LPCTSTR lpszFilter, CWnd* pParentWnd, DWORD, BOOL)
-    : CCommonDialog(pParentWnd), m_extension(lpszDefExt), m_name(lpszFileName), m_filter(lpszFilter),
-      m_flags(dwFlags) {
-    const AfxActivationScope activation;
+    : CCommonDialog(pParentWnd), m_owner(pParentWnd), m_extension(lpszDefExt), m_name(lpszFileName),
+      m_filter(lpszFilter), m_flags(dwFlags) {
+    const ActivationScope activation;
     static_cast<void>(::CoCreateInstance(bOpenFileDialog ? CLSID_FileOpenDialog : CLSID_FileSaveDialog,
                                          nullptr, CLSCTX_INPROC_SERVER, IID_IFileDialog,
                                          m_dialog.ReceiveVoid()));
@@ -65,8 +65,8 @@ INT_PTR CFileDialog::DoModal() {
         return IDCANCEL;
     }
     // The whole host window is disabled meanwhile, not only the child that asks.
-    const HWND owner = m_pParentWnd ? ::GetAncestor(m_pParentWnd->m_hWnd, GA_ROOT) : nullptr;
-    const AfxActivationScope activation;
+    const HWND owner = m_owner ? ::GetAncestor(m_owner->m_hWnd, GA_ROOT) : nullptr;
+    const ActivationScope activation;
     common::ComPtr<IShellItem> chosen;
     if (FAILED(m_dialog->Show(owner)) || FAILED(m_dialog->GetResult(chosen.Receive()))) {
         return IDCANCEL;

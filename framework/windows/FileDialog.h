@@ -48,6 +48,7 @@ private:
     HRESULT Prepare();
     HRESULT SetFilter();
 
+    CWnd* m_owner;
     common::ComPtr<IFileDialog> m_dialog;
     common::ComPtr<IFileDialogCustomize> m_customize;
     CString m_extension;

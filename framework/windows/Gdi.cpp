@@ -7,6 +7,8 @@
 #include <cwchar>
 #include <utility>
 
+using namespace framework;
+
 IMPLEMENT_DYNAMIC(CGdiObject, CObject)
 IMPLEMENT_DYNAMIC(CPen, CGdiObject)
 IMPLEMENT_DYNAMIC(CBrush, CGdiObject)
@@ -17,16 +19,8 @@ CGdiObject::~CGdiObject() {
     DeleteObject();
 }
 
-CGdiObject& CGdiObject::operator=(CGdiObject&& other) noexcept {
-    if (this != &other) {
-        DeleteObject();
-        m_hObject = other.Detach();
-    }
-    return *this;
-}
-
 CGdiObject* PASCAL CGdiObject::FromHandle(HGDIOBJ hObject) {
-    return AfxTemporary<CGdiObject, &CGdiObject::m_hObject>(hObject);
+    return TemporaryOf<CGdiObject, &CGdiObject::m_hObject>(hObject);
 }
 
 BOOL CGdiObject::Attach(HGDIOBJ hObject) noexcept {
@@ -52,7 +46,7 @@ CPen::CPen(int nPenStyle, int nWidth, COLORREF crColor) {
 }
 
 CPen* PASCAL CPen::FromHandle(HPEN hPen) {
-    return AfxTemporary<CPen, &CPen::m_hObject>(hPen);
+    return TemporaryOf<CPen, &CPen::m_hObject>(hPen);
 }
 
 BOOL CPen::CreatePen(int nPenStyle, int nWidth, COLORREF crColor) noexcept {
@@ -67,7 +61,7 @@ CBrush::CBrush(COLORREF crColor) {
 }
 
 CBrush* PASCAL CBrush::FromHandle(HBRUSH hBrush) {
-    return AfxTemporary<CBrush, &CBrush::m_hObject>(hBrush);
+    return TemporaryOf<CBrush, &CBrush::m_hObject>(hBrush);
 }
 
 BOOL CBrush::CreateSolidBrush(COLORREF crColor) noexcept {
@@ -76,7 +70,7 @@ BOOL CBrush::CreateSolidBrush(COLORREF crColor) noexcept {
 }
 
 CFont* PASCAL CFont::FromHandle(HFONT hFont) {
-    return AfxTemporary<CFont, &CFont::m_hObject>(hFont);
+    return TemporaryOf<CFont, &CFont::m_hObject>(hFont);
 }
 
 BOOL CFont::CreateFont(int nHeight, int nWidth, int nEscapement, int nOrientation, int nWeight, BYTE bItalic,
@@ -109,7 +103,7 @@ BOOL CFont::CreatePointFont(int nPointSize, LPCTSTR lpszFaceName, CDC* pDC) noex
 }
 
 CBitmap* PASCAL CBitmap::FromHandle(HBITMAP hBitmap) {
-    return AfxTemporary<CBitmap, &CBitmap::m_hObject>(hBitmap);
+    return TemporaryOf<CBitmap, &CBitmap::m_hObject>(hBitmap);
 }
 
 BOOL CBitmap::LoadBitmap(LPCTSTR lpszResourceName) noexcept {

@@ -1,5 +1,5 @@
-// GDI objects: each owns its handle and deletes it when it dies or takes another one. They can be moved, not
-// copied.
+// GDI objects: each owns its handle and deletes it when it dies or takes another one. They are neither copied
+// nor moved.
 //
 // Covered: the documented members below. FromHandle and the functions that return "the previous object"
 // always make a temporary object, which does not own the handle and lives until the message or call from
@@ -17,8 +17,6 @@ class CGdiObject : public CObject {
 public:
     CGdiObject() = default;
     ~CGdiObject() override;
-    CGdiObject(CGdiObject&& other) noexcept : m_hObject(other.Detach()) {}
-    CGdiObject& operator=(CGdiObject&& other) noexcept;
 
     static CGdiObject* PASCAL FromHandle(HGDIOBJ hObject);
 

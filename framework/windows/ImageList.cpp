@@ -5,6 +5,8 @@
 
 #include <utility>
 
+using namespace framework;
+
 IMPLEMENT_DYNAMIC(CImageList, CObject)
 
 CImageList::~CImageList() {
@@ -12,7 +14,7 @@ CImageList::~CImageList() {
 }
 
 CImageList* PASCAL CImageList::FromHandle(HIMAGELIST hImageList) {
-    return AfxTemporary<CImageList, &CImageList::m_hImageList>(hImageList);
+    return TemporaryOf<CImageList, &CImageList::m_hImageList>(hImageList);
 }
 
 BOOL CImageList::Attach(HIMAGELIST hImageList) noexcept {
@@ -33,7 +35,7 @@ BOOL CImageList::DeleteImageList() noexcept {
 
 BOOL CImageList::Create(int cx, int cy, UINT nFlags, int nInitial, int nGrow) noexcept {
     DeleteImageList();
-    const AfxActivationScope activation; // the same library as the list views'
+    const ActivationScope activation; // the same library as the list views'
     return Attach(::ImageList_Create(cx, cy, nFlags, nInitial, nGrow));
 }
 

@@ -42,7 +42,6 @@ public:
 
     /// The next item after nItem (-1: from the start) that fits the LVNI_ flags, or -1.
     int GetNextItem(int nItem, int nFlags) const noexcept;
-    /// The positions count from 1, so that null means none.
 
     DWORD GetExtendedStyle() const noexcept;
     DWORD SetExtendedStyle(DWORD dwNewStyle) noexcept;

@@ -5,97 +5,91 @@
 
 #include "Wnd.h"
 
+namespace framework {
+
 /// Entry code of all WM_CTLCOLOR messages together.
-constexpr UINT kAfxCtlColor = 0x0019;
+constexpr UINT kCtlColorEntry = 0x0019;
 
 template <class Class, auto Handler>
-BOOL AfxCallCreate(CCmdTarget& target, AFX_MSG_ARGS& args) {
-    args.result = AfxBoundHandler<Class, int(LPCREATESTRUCT), Handler>::Call(
+BOOL CallCreate(CCmdTarget& target, MessageArguments& args) {
+    args.result = BoundHandler<Class, int(LPCREATESTRUCT), Handler>::Call(
         target, reinterpret_cast<LPCREATESTRUCT>(args.lParam));
     return TRUE;
 }
 
 /// void f(UINT, int, int)
 template <class Class, auto Handler>
-BOOL AfxCallSize(CCmdTarget& target, AFX_MSG_ARGS& args) {
-    AfxBoundHandler<Class, void(UINT, int, int), Handler>::Call(target, static_cast<UINT>(args.wParam),
-                                                                LOWORD(args.lParam), HIWORD(args.lParam));
+BOOL CallSize(CCmdTarget& target, MessageArguments& args) {
+    BoundHandler<Class, void(UINT, int, int), Handler>::Call(target, static_cast<UINT>(args.wParam),
+                                                             LOWORD(args.lParam), HIWORD(args.lParam));
     return TRUE;
 }
 
 /// void f(UINT, CPoint)
 template <class Class, auto Handler>
-BOOL AfxCallMouse(CCmdTarget& target, AFX_MSG_ARGS& args) {
-    AfxBoundHandler<Class, void(UINT, CPoint), Handler>::Call(target, static_cast<UINT>(args.wParam),
-                                                              CPoint(args.lParam));
+BOOL CallMouse(CCmdTarget& target, MessageArguments& args) {
+    BoundHandler<Class, void(UINT, CPoint), Handler>::Call(target, static_cast<UINT>(args.wParam),
+                                                           CPoint(args.lParam));
     return TRUE;
 }
 
 /// LRESULT f(CPoint)
 template <class Class, auto Handler>
-BOOL AfxCallHitTest(CCmdTarget& target, AFX_MSG_ARGS& args) {
-    args.result = AfxBoundHandler<Class, LRESULT(CPoint), Handler>::Call(target, CPoint(args.lParam));
+BOOL CallHitTest(CCmdTarget& target, MessageArguments& args) {
+    args.result = BoundHandler<Class, LRESULT(CPoint), Handler>::Call(target, CPoint(args.lParam));
     return TRUE;
 }
 
 /// void f(CWnd*, CPoint)
 template <class Class, auto Handler>
-BOOL AfxCallContextMenu(CCmdTarget& target, AFX_MSG_ARGS& args) {
-    AfxBoundHandler<Class, void(CWnd*, CPoint), Handler>::Call(
+BOOL CallContextMenu(CCmdTarget& target, MessageArguments& args) {
+    BoundHandler<Class, void(CWnd*, CPoint), Handler>::Call(
         target, CWnd::FromHandle(reinterpret_cast<HWND>(args.wParam)), CPoint(args.lParam));
     return TRUE;
 }
 
 /// void f(CWnd*)
 template <class Class, auto Handler>
-BOOL AfxCallFocus(CCmdTarget& target, AFX_MSG_ARGS& args) {
-    AfxBoundHandler<Class, void(CWnd*), Handler>::Call(target,
-                                                       CWnd::FromHandle(reinterpret_cast<HWND>(args.wParam)));
-    return TRUE;
-}
-
-/// void f(BOOL, UINT)
-template <class Class, auto Handler>
-BOOL AfxCallShow(CCmdTarget& target, AFX_MSG_ARGS& args) {
-    AfxBoundHandler<Class, void(BOOL, UINT), Handler>::Call(target, static_cast<BOOL>(args.wParam),
-                                                            static_cast<UINT>(args.lParam));
+BOOL CallFocus(CCmdTarget& target, MessageArguments& args) {
+    BoundHandler<Class, void(CWnd*), Handler>::Call(target,
+                                                    CWnd::FromHandle(reinterpret_cast<HWND>(args.wParam)));
     return TRUE;
 }
 
 /// BOOL f(CDC*)
 template <class Class, auto Handler>
-BOOL AfxCallErase(CCmdTarget& target, AFX_MSG_ARGS& args) {
-    args.result = AfxBoundHandler<Class, BOOL(CDC*), Handler>::Call(
+BOOL CallErase(CCmdTarget& target, MessageArguments& args) {
+    args.result = BoundHandler<Class, BOOL(CDC*), Handler>::Call(
         target, CDC::FromHandle(reinterpret_cast<HDC>(args.wParam)));
     return TRUE;
 }
 
 /// HBRUSH f(CDC*, CWnd*, UINT); no brush leaves the message to default processing.
 template <class Class, auto Handler>
-BOOL AfxCallCtlColor(CCmdTarget& target, AFX_MSG_ARGS& args) {
-    const HBRUSH brush = AfxBoundHandler<Class, HBRUSH(CDC*, CWnd*, UINT), Handler>::Call(
+BOOL CallCtlColor(CCmdTarget& target, MessageArguments& args) {
+    const HBRUSH brush = BoundHandler<Class, HBRUSH(CDC*, CWnd*, UINT), Handler>::Call(
         target, CDC::FromHandle(reinterpret_cast<HDC>(args.wParam)),
         CWnd::FromHandle(reinterpret_cast<HWND>(args.lParam)), args.message - WM_CTLCOLORMSGBOX);
     args.result = reinterpret_cast<LRESULT>(brush);
     return brush != nullptr;
 }
 
-#define AFX_WINDOW_ENTRY(message, thunk, memberFxn)                                                          \
-    AFX_MSGMAP_ENTRY{message, 0, 0, &thunk<ThisClass, &ThisClass::memberFxn>},
+} // namespace framework
 
-#define ON_WM_CREATE() AFX_WINDOW_ENTRY(WM_CREATE, AfxCallCreate, OnCreate)
-#define ON_WM_DESTROY() AFX_WINDOW_ENTRY(WM_DESTROY, AfxCallVoid, OnDestroy)
-#define ON_WM_NCDESTROY() AFX_WINDOW_ENTRY(WM_NCDESTROY, AfxCallVoid, OnNcDestroy)
-#define ON_WM_PAINT() AFX_WINDOW_ENTRY(WM_PAINT, AfxCallVoid, OnPaint)
-#define ON_WM_ERASEBKGND() AFX_WINDOW_ENTRY(WM_ERASEBKGND, AfxCallErase, OnEraseBkgnd)
-#define ON_WM_CTLCOLOR() AFX_WINDOW_ENTRY(kAfxCtlColor, AfxCallCtlColor, OnCtlColor)
-#define ON_WM_SIZE() AFX_WINDOW_ENTRY(WM_SIZE, AfxCallSize, OnSize)
-#define ON_WM_SHOWWINDOW() AFX_WINDOW_ENTRY(WM_SHOWWINDOW, AfxCallShow, OnShowWindow)
-#define ON_WM_CONTEXTMENU() AFX_WINDOW_ENTRY(WM_CONTEXTMENU, AfxCallContextMenu, OnContextMenu)
-#define ON_WM_SETFOCUS() AFX_WINDOW_ENTRY(WM_SETFOCUS, AfxCallFocus, OnSetFocus)
-#define ON_WM_KILLFOCUS() AFX_WINDOW_ENTRY(WM_KILLFOCUS, AfxCallFocus, OnKillFocus)
-#define ON_WM_MOUSEMOVE() AFX_WINDOW_ENTRY(WM_MOUSEMOVE, AfxCallMouse, OnMouseMove)
-#define ON_WM_LBUTTONDOWN() AFX_WINDOW_ENTRY(WM_LBUTTONDOWN, AfxCallMouse, OnLButtonDown)
-#define ON_WM_LBUTTONUP() AFX_WINDOW_ENTRY(WM_LBUTTONUP, AfxCallMouse, OnLButtonUp)
-#define ON_WM_LBUTTONDBLCLK() AFX_WINDOW_ENTRY(WM_LBUTTONDBLCLK, AfxCallMouse, OnLButtonDblClk)
-#define ON_WM_NCHITTEST() AFX_WINDOW_ENTRY(WM_NCHITTEST, AfxCallHitTest, OnNcHitTest)
+#define FRAMEWORK_WINDOW_ENTRY(message, thunk, memberFxn)                                                    \
+    framework::MessageEntry{message, 0, 0, &thunk<ThisClass, &ThisClass::memberFxn>},
+
+#define ON_WM_CREATE() FRAMEWORK_WINDOW_ENTRY(WM_CREATE, framework::CallCreate, OnCreate)
+#define ON_WM_NCDESTROY() FRAMEWORK_WINDOW_ENTRY(WM_NCDESTROY, framework::CallVoid, OnNcDestroy)
+#define ON_WM_PAINT() FRAMEWORK_WINDOW_ENTRY(WM_PAINT, framework::CallVoid, OnPaint)
+#define ON_WM_ERASEBKGND() FRAMEWORK_WINDOW_ENTRY(WM_ERASEBKGND, framework::CallErase, OnEraseBkgnd)
+#define ON_WM_CTLCOLOR()                                                                                     \
+    FRAMEWORK_WINDOW_ENTRY(framework::kCtlColorEntry, framework::CallCtlColor, OnCtlColor)
+#define ON_WM_SIZE() FRAMEWORK_WINDOW_ENTRY(WM_SIZE, framework::CallSize, OnSize)
+#define ON_WM_CONTEXTMENU() FRAMEWORK_WINDOW_ENTRY(WM_CONTEXTMENU, framework::CallContextMenu, OnContextMenu)
+#define ON_WM_SETFOCUS() FRAMEWORK_WINDOW_ENTRY(WM_SETFOCUS, framework::CallFocus, OnSetFocus)
+#define ON_WM_MOUSEMOVE() FRAMEWORK_WINDOW_ENTRY(WM_MOUSEMOVE, framework::CallMouse, OnMouseMove)
+#define ON_WM_LBUTTONDOWN() FRAMEWORK_WINDOW_ENTRY(WM_LBUTTONDOWN, framework::CallMouse, OnLButtonDown)
+#define ON_WM_LBUTTONUP() FRAMEWORK_WINDOW_ENTRY(WM_LBUTTONUP, framework::CallMouse, OnLButtonUp)
+#define ON_WM_LBUTTONDBLCLK() FRAMEWORK_WINDOW_ENTRY(WM_LBUTTONDBLCLK, framework::CallMouse, OnLButtonDblClk)
+#define ON_WM_NCHITTEST() FRAMEWORK_WINDOW_ENTRY(WM_NCHITTEST, framework::CallHitTest, OnNcHitTest)

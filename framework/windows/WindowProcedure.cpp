@@ -6,12 +6,14 @@
 
 #include <utility>
 
+namespace framework {
+
 namespace {
 
 /// Keeps the thread's current message for the time of one.
 class MessageScope {
 public:
-    MessageScope(AFX_THREAD_STATE& thread, const MSG& message) noexcept
+    MessageScope(ThreadState& thread, const MSG& message) noexcept
         : m_thread(thread), m_outer(std::exchange(thread.message, message)) {}
     ~MessageScope() {
         m_thread.message = m_outer;
@@ -20,20 +22,20 @@ public:
             m_thread.condemned.clear();
         }
         if (!m_outer.hwnd) {
-            AfxApartment::ReleaseDeferred();
+            Apartment::ReleaseDeferred();
         }
     }
     MessageScope(const MessageScope&) = delete;
     MessageScope& operator=(const MessageScope&) = delete;
 
 private:
-    AFX_THREAD_STATE& m_thread;
+    ThreadState& m_thread;
     MSG m_outer;
 };
 
 /// Messages of a window without an object: on to the procedure before the object that is gone, or the
 /// system's.
-LRESULT CallWithoutObject(AFX_THREAD_STATE& thread, HWND hWnd, UINT message, WPARAM wParam,
+LRESULT CallWithoutObject(ThreadState& thread, HWND hWnd, UINT message, WPARAM wParam,
                           LPARAM lParam) noexcept {
     const auto orphan = thread.orphans.find(hWnd);
     if (orphan == thread.orphans.end()) {
@@ -59,16 +61,15 @@ LRESULT AnswerAfterException(HWND hWnd, UINT message) noexcept {
     }
 }
 
-LRESULT CallObject(AFX_THREAD_STATE& thread, CWnd& window, const MSG& message) noexcept {
+LRESULT CallObject(ThreadState& thread, CWnd& window, const MSG& message) noexcept {
     const MessageScope scope(thread, message);
     LRESULT result = 0;
-    const bool done = AfxGuard([&] {
-        result = AfxWindowAccess::WindowProc(window, message.message, message.wParam, message.lParam);
-    });
+    const bool done = Guard(
+        [&] { result = WindowAccess::WindowProc(window, message.message, message.wParam, message.lParam); });
     if (message.message == WM_NCDESTROY) {
         // Only an object that still exists is in the map.
         if (CWnd* left = CWnd::FromHandlePermanent(message.hwnd)) {
-            AfxWindowAccess::Forget(*left);
+            WindowAccess::Forget(*left);
         }
     }
     return done ? result : AnswerAfterException(message.hwnd, message.message);
@@ -76,12 +77,12 @@ LRESULT CallObject(AFX_THREAD_STATE& thread, CWnd& window, const MSG& message) n
 
 } // namespace
 
-LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+LRESULT CALLBACK WndProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    ThreadState* thread = ModuleState::Thread();
     if (!thread) {
         return ::DefWindowProc(hWnd, message, wParam, lParam);
     }
-    const AfxTemporaryScope temporaries;
+    const TemporaryScope temporaries;
     CWnd* window = CWnd::FromHandlePermanent(hWnd);
     if (!window) {
         return CallWithoutObject(*thread, hWnd, message, wParam, lParam);
@@ -89,21 +90,21 @@ LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lPara
     return CallObject(*thread, *window, MSG{hWnd, message, wParam, lParam, 0, {}});
 }
 
-BOOL AfxWindowAccess::TakeOver(CWnd& window) noexcept {
+BOOL WindowAccess::TakeOver(CWnd& window) noexcept {
     const auto before = reinterpret_cast<WNDPROC>(
-        ::SetWindowLongPtr(window.m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc)));
-    if (before && before != &AfxWndProc) {
+        ::SetWindowLongPtr(window.m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WndProc)));
+    if (before && before != &WndProc) {
         *window.GetSuperWndProcAddr() = before;
     }
     return before != nullptr;
 }
 
-void AfxWindowAccess::Forget(CWnd& window) noexcept {
+void WindowAccess::Forget(CWnd& window) noexcept {
     *window.GetSuperWndProcAddr() = nullptr;
     window.Detach();
 }
 
-AfxCreation::AfxCreation(CWnd* pWnd) noexcept : m_thread(AFX_MODULE_STATE::Thread()), m_window(pWnd) {
+WindowCreation::WindowCreation(CWnd* pWnd) noexcept : m_thread(ModuleState::Thread()), m_window(pWnd) {
     if (m_thread) {
         m_outerWindow = std::exchange(m_thread->creating, pWnd);
         m_outerHook = std::exchange(m_thread->creationHook,
@@ -111,7 +112,7 @@ AfxCreation::AfxCreation(CWnd* pWnd) noexcept : m_thread(AFX_MODULE_STATE::Threa
     }
 }
 
-AfxCreation::~AfxCreation() {
+WindowCreation::~WindowCreation() {
     if (m_thread) {
         Unhook();
         m_thread->creating = m_outerWindow;
@@ -119,42 +120,42 @@ AfxCreation::~AfxCreation() {
     }
 }
 
-void AfxCreation::Unhook() noexcept {
+void WindowCreation::Unhook() noexcept {
     if (const HHOOK hook = std::exchange(m_thread->creationHook, nullptr)) {
         ::UnhookWindowsHookEx(hook);
     }
 }
 
-void AfxCreation::Fail() {
+void WindowCreation::Fail() {
     if (!m_thread) {
         return;
     }
     Unhook();
     if (std::exchange(m_thread->creating, nullptr)) {
-        AfxWindowAccess::PostNcDestroy(*m_window); // there never was a window
+        WindowAccess::PostNcDestroy(*m_window); // there never was a window
         return;
     }
     // Another hook may have refused the window after it was bound; only an object that still exists is in the
     // map.
     for (const auto& [handle, object] : m_thread->windows) {
         if (object == m_window) {
-            AfxWindowAccess::Forget(*m_window);
-            AfxWindowAccess::PostNcDestroy(*m_window);
+            WindowAccess::Forget(*m_window);
+            WindowAccess::PostNcDestroy(*m_window);
             return;
         }
     }
 }
 
-bool AfxCreation::Bind(CWnd& window, HWND hWnd) noexcept {
-    return AfxGuard([&] {
+bool WindowCreation::Bind(CWnd& window, HWND hWnd) noexcept {
+    return Guard([&] {
         if (!window.SubclassWindow(hWnd)) {
             AfxThrowResourceException();
         }
     });
 }
 
-LRESULT CALLBACK AfxCreation::Hook(int code, WPARAM wParam, LPARAM lParam) noexcept {
-    AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+LRESULT CALLBACK WindowCreation::Hook(int code, WPARAM wParam, LPARAM lParam) noexcept {
+    ThreadState* thread = ModuleState::Thread();
     const HHOOK hook = thread ? thread->creationHook : nullptr;
     if (code == HCBT_CREATEWND && thread && thread->creating) {
         const auto hWnd = reinterpret_cast<HWND>(wParam);
@@ -174,3 +175,5 @@ LRESULT CALLBACK AfxCreation::Hook(int code, WPARAM wParam, LPARAM lParam) noexc
     }
     return result;
 }
+
+} // namespace framework

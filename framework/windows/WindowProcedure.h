@@ -4,14 +4,16 @@
 #include "core/ModuleState.h"
 #include "Wnd.h"
 
-struct AFX_THREAD_STATE;
+namespace framework {
+
+struct ThreadState;
 
 /// The procedure of every window that a CWnd created or subclassed.
-LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+LRESULT CALLBACK WndProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
 /// Calls `function` and lets nothing out. FALSE when it threw.
 template <class Function>
-bool AfxGuard(Function function) noexcept {
+bool Guard(Function function) noexcept {
     try {
         function();
         return true;
@@ -25,12 +27,12 @@ bool AfxGuard(Function function) noexcept {
 }
 
 /// Binds the next window that the calling thread creates to an object, before the window's first message.
-class AfxCreation {
+class WindowCreation {
 public:
-    explicit AfxCreation(CWnd* pWnd) noexcept;
-    ~AfxCreation();
-    AfxCreation(const AfxCreation&) = delete;
-    AfxCreation& operator=(const AfxCreation&) = delete;
+    explicit WindowCreation(CWnd* pWnd) noexcept;
+    ~WindowCreation();
+    WindowCreation(const WindowCreation&) = delete;
+    WindowCreation& operator=(const WindowCreation&) = delete;
 
     /// The creation came to nothing: the object's PostNcDestroy has run when this returns, and may have
     /// deleted it.
@@ -41,16 +43,16 @@ private:
     static bool Bind(CWnd& window, HWND hWnd) noexcept;
     void Unhook() noexcept;
 
-    AfxActivationScope m_activation;
-    AFX_THREAD_STATE* m_thread;
+    ActivationScope m_activation;
+    ThreadState* m_thread;
     CWnd* m_window;
     CWnd* m_outerWindow = nullptr;
     HHOOK m_outerHook = nullptr;
 };
 
 /// What the framework's own functions may do with any CWnd.
-struct AfxWindowAccess {
-    /// Makes AfxWndProc the window's procedure, the one before becoming the object's super procedure.
+struct WindowAccess {
+    /// Makes WndProc the window's procedure, the one before becoming the object's super procedure.
     static BOOL TakeOver(CWnd& window) noexcept;
     static LRESULT WindowProc(CWnd& window, UINT message, WPARAM wParam, LPARAM lParam) {
         return window.WindowProc(message, wParam, lParam);
@@ -59,3 +61,5 @@ struct AfxWindowAccess {
     /// Takes an object that missed WM_NCDESTROY off its window, which is gone.
     static void Forget(CWnd& window) noexcept;
 };
+
+} // namespace framework

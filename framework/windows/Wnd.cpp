@@ -8,6 +8,8 @@
 #include <new>
 #include <utility>
 
+using namespace framework;
+
 IMPLEMENT_DYNCREATE(CWnd, CCmdTarget)
 
 CWnd::~CWnd() {
@@ -18,11 +20,11 @@ CWnd::~CWnd() {
 
 CWnd* PASCAL CWnd::FromHandle(HWND hWnd) {
     CWnd* permanent = FromHandlePermanent(hWnd);
-    return permanent ? permanent : AfxTemporary<CWnd, &CWnd::m_hWnd>(hWnd);
+    return permanent ? permanent : TemporaryOf<CWnd, &CWnd::m_hWnd>(hWnd);
 }
 
 CWnd* PASCAL CWnd::FromHandlePermanent(HWND hWnd) noexcept {
-    const AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+    const ThreadState* thread = ModuleState::Thread();
     if (!thread) {
         return nullptr;
     }
@@ -31,7 +33,7 @@ CWnd* PASCAL CWnd::FromHandlePermanent(HWND hWnd) noexcept {
 }
 
 BOOL CWnd::Attach(HWND hWndNew) {
-    AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+    ThreadState* thread = ModuleState::Thread();
     if (!thread) {
         throw std::bad_alloc();
     }
@@ -47,10 +49,10 @@ BOOL CWnd::Attach(HWND hWndNew) {
 }
 
 HWND CWnd::Detach() noexcept {
-    AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+    ThreadState* thread = ModuleState::Thread();
     if (m_hWnd && thread) {
         const WNDPROC before = std::exchange(*GetSuperWndProcAddr(), nullptr);
-        AfxGuard([&] {
+        Guard([&] {
             if (before) {
                 thread->orphans.emplace(m_hWnd, before);
             }
@@ -83,7 +85,7 @@ BOOL CWnd::CreateEx(DWORD dwExStyle, LPCTSTR lpszClassName, LPCTSTR lpszWindowNa
         PostNcDestroy();
         return FALSE;
     }
-    AfxCreation creation(this);
+    WindowCreation creation(this);
     const HWND created =
         ::CreateWindowEx(cs.dwExStyle, cs.lpszClass, cs.lpszName, static_cast<DWORD>(cs.style), cs.x, cs.y,
                          cs.cx, cs.cy, cs.hwndParent, cs.hMenu, cs.hInstance, cs.lpCreateParams);
@@ -108,7 +110,7 @@ BOOL CWnd::DestroyWindow() {
         // A permanent object may have deleted itself by now; what is in the map exists.
         CWnd* left = permanent ? FromHandlePermanent(window) : this;
         if (left == this) {
-            AfxWindowAccess::Forget(*left);
+            WindowAccess::Forget(*left);
         }
     }
     return destroyed;
@@ -125,7 +127,7 @@ BOOL CWnd::SubclassWindow(HWND hWnd) {
         Detach();
         throw;
     }
-    if (!inChain && !AfxWindowAccess::TakeOver(*this)) {
+    if (!inChain && !WindowAccess::TakeOver(*this)) {
         Detach();
         return FALSE;
     }
@@ -134,16 +136,6 @@ BOOL CWnd::SubclassWindow(HWND hWnd) {
 
 BOOL CWnd::SubclassDlgItem(UINT nID, CWnd* pParent) {
     return SubclassWindow(::GetDlgItem(pParent->m_hWnd, static_cast<int>(nID)));
-}
-
-HWND CWnd::UnsubclassWindow() {
-    WNDPROC& before = *GetSuperWndProcAddr();
-    const auto current = reinterpret_cast<WNDPROC>(::GetWindowLongPtr(m_hWnd, GWLP_WNDPROC));
-    if (before && current == &AfxWndProc) {
-        ::SetWindowLongPtr(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before));
-        before = nullptr;
-    }
-    return Detach();
 }
 
 LRESULT CWnd::SendMessage(UINT message, WPARAM wParam, LPARAM lParam) const noexcept {
@@ -217,6 +209,6 @@ BOOL CWnd::RedrawWindow(LPCRECT lpRectUpdate, HRGN hrgnUpdate, UINT flags) noexc
 }
 
 int CWnd::MessageBox(LPCTSTR lpszText, LPCTSTR lpszCaption, UINT nType) const noexcept {
-    const AfxActivationScope activation; // themed buttons in any host
+    const ActivationScope activation; // themed buttons in any host
     return ::MessageBox(m_hWnd, lpszText, lpszCaption, nType);
 }

@@ -19,6 +19,12 @@
 
 class CDataExchange;
 
+namespace framework {
+
+struct WindowAccess;
+
+} // namespace framework
+
 class CWnd : public CCmdTarget {
     DECLARE_DYNCREATE(CWnd)
 
@@ -56,9 +62,6 @@ public:
     /// this object.
     BOOL SubclassWindow(HWND hWnd);
     BOOL SubclassDlgItem(UINT nID, CWnd* pParent);
-    /// Undoes SubclassWindow and returns the handle. When somebody subclassed the window later, their chain
-    /// stays whole.
-    HWND UnsubclassWindow();
     /// The window is attached but sends its messages elsewhere yet. Called for subclassed and for created
     /// windows.
     virtual void PreSubclassWindow() {}
@@ -147,25 +150,22 @@ protected:
     virtual void PostNcDestroy() {}
 
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
-    afx_msg void OnDestroy();
     afx_msg void OnNcDestroy();
     afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     afx_msg HBRUSH OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
     afx_msg void OnSize(UINT nType, int cx, int cy);
-    afx_msg void OnShowWindow(BOOL bShow, UINT nStatus);
     afx_msg void OnContextMenu(CWnd* pWnd, CPoint pos);
     afx_msg void OnSetFocus(CWnd* pOldWnd);
-    afx_msg void OnKillFocus(CWnd* pNewWnd);
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
     afx_msg void OnLButtonUp(UINT nFlags, CPoint point);
     afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point);
     afx_msg LRESULT OnNcHitTest(CPoint point);
 
-    WNDPROC m_pfnSuper = nullptr; ///< the procedure below this object; null when there is none
     DECLARE_MESSAGE_MAP()
 
 private:
-    friend struct AfxWindowAccess;
+    friend struct framework::WindowAccess;
+    WNDPROC m_pfnSuper = nullptr; ///< the procedure below this object; null when there is none
 };

@@ -6,6 +6,8 @@
 
 #include <utility>
 
+using namespace framework;
+
 BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
     ON_WM_NCDESTROY()
 END_MESSAGE_MAP()
@@ -28,21 +30,20 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult
         return OnNotify(wParam, lParam, pResult);
     }
     const bool colour = message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC;
-    const AFX_MSGMAP_ENTRY* entry =
-        AfxFindMessageEntry(GetMessageMap(), [=](const AFX_MSGMAP_ENTRY& candidate) {
-            return candidate.nMessage == message || (colour && candidate.nMessage == kAfxCtlColor);
-        });
+    const MessageEntry* entry = FindMessageEntry(GetMessageMap(), [=](const MessageEntry& candidate) {
+        return candidate.nMessage == message || (colour && candidate.nMessage == kCtlColorEntry);
+    });
     if (!entry) {
         return FALSE;
     }
-    AFX_MSG_ARGS args = {message, wParam, lParam, nullptr, 0};
+    MessageArguments args = {message, wParam, lParam, nullptr, 0};
     const BOOL handled = entry->pfn(*this, args);
     *pResult = args.result;
     return handled;
 }
 
 BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
-    const AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+    const ThreadState* thread = ModuleState::Thread();
     const bool fromControl = lParam != 0;
     if (fromControl && thread && thread->exchanging == m_hWnd) {
         return TRUE;
@@ -52,7 +53,7 @@ BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
 }
 
 BOOL CWnd::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
-    const AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+    const ThreadState* thread = ModuleState::Thread();
     auto* header = reinterpret_cast<NMHDR*>(lParam);
     if (!header) {
         return FALSE;
@@ -64,21 +65,20 @@ BOOL CWnd::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
     if (child && child->OnChildNotify(WM_NOTIFY, wParam, lParam, pResult)) {
         return TRUE;
     }
-    AFX_NOTIFY notify = {pResult, header};
+    Notification notify = {pResult, header};
     return OnCmdMsg(static_cast<UINT>(header->idFrom), static_cast<int>(header->code), &notify, nullptr);
 }
 
 BOOL CWnd::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
     auto* header = reinterpret_cast<NMHDR*>(lParam);
-    const AFX_MSGMAP_ENTRY* entry =
-        AfxFindMessageEntry(GetMessageMap(), [=](const AFX_MSGMAP_ENTRY& candidate) {
-            return candidate.nMessage == kAfxReflected + message && candidate.nCode == header->code;
-        });
+    const MessageEntry* entry = FindMessageEntry(GetMessageMap(), [=](const MessageEntry& candidate) {
+        return candidate.nMessage == kReflected + message && candidate.nCode == header->code;
+    });
     if (!entry) {
         return FALSE;
     }
-    AFX_NOTIFY notify = {pResult, header};
-    AFX_MSG_ARGS args = {message, wParam, lParam, &notify, 0};
+    Notification notify = {pResult, header};
+    MessageArguments args = {message, wParam, lParam, &notify, 0};
     return entry->pfn(*this, args);
 }
 
@@ -95,7 +95,7 @@ LRESULT CWnd::Default() {
 
 const MSG* PASCAL CWnd::GetCurrentMessage() noexcept {
     static constexpr MSG none = {};
-    AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+    ThreadState* thread = ModuleState::Thread();
     if (!thread) {
         return &none;
     }
@@ -106,13 +106,13 @@ const MSG* PASCAL CWnd::GetCurrentMessage() noexcept {
 }
 
 BOOL CWnd::UpdateData(BOOL bSaveAndValidate) {
-    AFX_THREAD_STATE* thread = AFX_MODULE_STATE::Thread();
+    ThreadState* thread = ModuleState::Thread();
     if (!m_hWnd || !thread) {
         return FALSE;
     }
     struct Exchange {
         ~Exchange() { thread.exchanging = outer; }
-        AFX_THREAD_STATE& thread;
+        ThreadState& thread;
         HWND outer;
     } const exchange{*thread, std::exchange(thread->exchanging, m_hWnd)};
     try {
@@ -132,13 +132,9 @@ int CWnd::OnCreate(LPCREATESTRUCT) {
     return static_cast<int>(Default());
 }
 
-void CWnd::OnDestroy() {
-    Default();
-}
-
 void CWnd::OnNcDestroy() {
     Default();
-    AfxWindowAccess::Forget(*this);
+    WindowAccess::Forget(*this);
     PostNcDestroy();
 }
 
@@ -158,19 +154,11 @@ void CWnd::OnSize(UINT, int, int) {
     Default();
 }
 
-void CWnd::OnShowWindow(BOOL, UINT) {
-    Default();
-}
-
 void CWnd::OnContextMenu(CWnd*, CPoint) {
     Default();
 }
 
 void CWnd::OnSetFocus(CWnd*) {
-    Default();
-}
-
-void CWnd::OnKillFocus(CWnd*) {
     Default();
 }
 

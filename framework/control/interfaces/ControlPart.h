@@ -4,6 +4,8 @@
 #include "control/Control.h"
 #include "ole/OleTarget.h"
 
+namespace framework {
+
 /// Forwards IUnknown to the control and lives as long as it.
 template <class Interface>
 class ControlPart : public OlePart<Interface> {
@@ -17,3 +19,5 @@ protected:
     COleControl& m_control;
     ControlParts& m_parts;
 };
+
+} // namespace framework

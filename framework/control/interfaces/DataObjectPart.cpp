@@ -4,6 +4,8 @@
 #include "control/ControlParts.h"
 #include "ole/OleEnum.h"
 
+namespace framework {
+
 namespace {
 
 constexpr FORMATETC kEnhanced = {CF_ENHMETAFILE, nullptr, DVASPECT_CONTENT, -1, TYMED_ENHMF};
@@ -162,3 +164,5 @@ STDMETHODIMP DataObjectPart::EnumDAdvise(IEnumSTATDATA** advises) {
         return SUCCEEDED(ready) ? m_holder->EnumAdvise(advises) : ready;
     });
 }
+
+} // namespace framework

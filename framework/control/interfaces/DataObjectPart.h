@@ -3,6 +3,8 @@
 
 #include "ControlPart.h"
 
+namespace framework {
+
 /// Renders the picture as a metafile of either kind.
 class DataObjectPart final : public ControlPart<IDataObject> {
 public:
@@ -30,3 +32,5 @@ private:
 
     common::ComPtr<IDataAdviseHolder> m_holder;
 };
+
+} // namespace framework

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace framework {
+
 STDMETHODIMP SpecifyPropertyPagesPart::GetPages(CAUUID* pages) {
     return Guard(pages, [&]() -> HRESULT {
         ULONG count = 0;
@@ -40,3 +42,5 @@ STDMETHODIMP ProvideClassInfoPart::GetGUID(DWORD kind, GUID* guid) {
     *guid = m_parts.events.Interface();
     return S_OK;
 }
+
+} // namespace framework

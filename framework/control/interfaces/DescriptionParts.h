@@ -3,6 +3,8 @@
 
 #include "ControlPart.h"
 
+namespace framework {
+
 class SpecifyPropertyPagesPart final : public ControlPart<ISpecifyPropertyPages> {
 public:
     using ControlPart::ControlPart;
@@ -15,3 +17,5 @@ public:
     STDMETHODIMP GetClassInfo(ITypeInfo** info) override;
     STDMETHODIMP GetGUID(DWORD kind, GUID* guid) override;
 };
+
+} // namespace framework

@@ -2,6 +2,8 @@
 
 #include "control/ControlParts.h"
 
+namespace framework {
+
 namespace {
 
 HRESULT WindowOf(const COleControl& control, HWND* window) noexcept {
@@ -97,3 +99,5 @@ STDMETHODIMP InPlaceActiveObjectPart::ResizeBorder(LPCRECT, IOleInPlaceUIWindow*
 STDMETHODIMP InPlaceActiveObjectPart::EnableModeless(BOOL) {
     return S_OK; // there are no modeless dialogs beside the control's window
 }
+
+} // namespace framework

@@ -3,6 +3,8 @@
 
 #include "ControlPart.h"
 
+namespace framework {
+
 class InPlaceObjectPart final : public ControlPart<IOleInPlaceObject> {
 public:
     using ControlPart::ControlPart;
@@ -27,3 +29,5 @@ public:
     STDMETHODIMP ResizeBorder(LPCRECT border, IOleInPlaceUIWindow* window, BOOL frame) override;
     STDMETHODIMP EnableModeless(BOOL enable) override;
 };
+
+} // namespace framework

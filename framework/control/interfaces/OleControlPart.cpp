@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace framework {
+
 STDMETHODIMP OleControlPart::GetControlInfo(CONTROLINFO* info) {
     if (!info) {
         return E_POINTER;
@@ -41,3 +43,5 @@ STDMETHODIMP OleControlPart::FreezeEvents(BOOL freeze) {
         return S_OK;
     });
 }
+
+} // namespace framework

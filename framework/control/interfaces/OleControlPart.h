@@ -3,6 +3,8 @@
 
 #include "ControlPart.h"
 
+namespace framework {
+
 class OleControlPart final : public ControlPart<IOleControl> {
 public:
     using ControlPart::ControlPart;
@@ -12,3 +14,5 @@ public:
     STDMETHODIMP OnAmbientPropertyChange(DISPID id) override;
     STDMETHODIMP FreezeEvents(BOOL freeze) override;
 };
+
+} // namespace framework

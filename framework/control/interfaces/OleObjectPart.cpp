@@ -5,6 +5,8 @@
 #include "common/Himetric.h"
 #include "ole/OleTaskString.h"
 
+namespace framework {
+
 STDMETHODIMP OleObjectPart::SetClientSite(IOleClientSite* site) {
     return Guard([&]() -> HRESULT {
         m_parts.SetClientSite(site);
@@ -69,7 +71,7 @@ HRESULT OleObjectPart::RunVerb(LONG verb, LPMSG message, HWND parent, LPCRECT re
     if (verb == OLEIVERB_INPLACEACTIVATE || verb == OLEIVERB_UIACTIVATE) {
         return OLE_E_NOT_INPLACEACTIVE;
     }
-    if (m_control.FindOleVerb(verb)) {
+    if (TargetAccess::FindOleVerb(m_control, verb)) {
         return E_FAIL;
     }
     if (verb < 0) {
@@ -170,3 +172,5 @@ STDMETHODIMP OleObjectPart::GetMiscStatus(DWORD aspect, DWORD* status) {
 STDMETHODIMP OleObjectPart::SetColorScheme(LOGPALETTE*) {
     return E_NOTIMPL;
 }
+
+} // namespace framework

@@ -3,6 +3,8 @@
 
 #include "ControlPart.h"
 
+namespace framework {
+
 class OleObjectPart final : public ControlPart<IOleObject> {
 public:
     using ControlPart::ControlPart;
@@ -39,3 +41,5 @@ private:
 
     common::ComPtr<IOleAdviseHolder> m_holder;
 };
+
+} // namespace framework

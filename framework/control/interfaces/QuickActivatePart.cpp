@@ -2,6 +2,8 @@
 
 #include "control/ControlParts.h"
 
+namespace framework {
+
 STDMETHODIMP QuickActivatePart::QuickActivate(QACONTAINER* container, QACONTROL* control) {
     if (!container || !control) {
         return E_POINTER;
@@ -34,3 +36,5 @@ STDMETHODIMP QuickActivatePart::SetContentExtent(LPSIZEL size) {
 STDMETHODIMP QuickActivatePart::GetContentExtent(LPSIZEL size) {
     return m_parts.oleObject.GetExtent(DVASPECT_CONTENT, size);
 }
+
+} // namespace framework

@@ -3,6 +3,8 @@
 
 #include "ControlPart.h"
 
+namespace framework {
+
 class QuickActivatePart final : public ControlPart<IQuickActivate> {
 public:
     using ControlPart::ControlPart;
@@ -11,3 +13,5 @@ public:
     STDMETHODIMP SetContentExtent(LPSIZEL size) override;
     STDMETHODIMP GetContentExtent(LPSIZEL size) override;
 };
+
+} // namespace framework

@@ -5,6 +5,8 @@
 #include "common/Himetric.h"
 #include <algorithm>
 
+namespace framework {
+
 namespace {
 
 /// Wraps a device context for one drawing and restores its state afterwards.
@@ -191,3 +193,5 @@ STDMETHODIMP ViewObjectPart::GetNaturalExtent(DWORD aspect, LONG index, DVTARGET
                                                                                                : E_NOTIMPL;
     });
 }
+
+} // namespace framework

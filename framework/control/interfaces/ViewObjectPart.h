@@ -3,6 +3,8 @@
 
 #include "ControlPart.h"
 
+namespace framework {
+
 class ViewObjectPart final : public ControlPart<IViewObjectEx> {
 public:
     using ControlPart::ControlPart;
@@ -39,3 +41,5 @@ private:
     DWORD m_aspects = 0;
     DWORD m_flags = 0;
 };
+
+} // namespace framework

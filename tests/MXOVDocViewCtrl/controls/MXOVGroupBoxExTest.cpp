@@ -71,7 +71,7 @@ TEST_F(SectionBoxTest, ExcludedIdentifierIsIgnoredOnlyWithTheFlag) {
     plain.m_excludedId = 77;
     ASSERT_TRUE(plain.SubclassWindow(parent.AddGroupBox(kPlace, L"")));
     EXPECT_EQ(plain.m_innerWindows.GetCount(), 3) << "both controls and the other box";
-    plain.UnsubclassWindow();
+    plain.Detach();
 }
 
 TEST_F(SectionBoxTest, FoldingHidesTheInsideAndMovesWhatIsBelow) {

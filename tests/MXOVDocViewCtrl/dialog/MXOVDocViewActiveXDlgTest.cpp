@@ -224,7 +224,7 @@ TEST_F(MXOVDocViewActiveXDlgTest, MessagesAreHandledInTheirOrder) {
     }
     const std::vector<Line> expected = {
         {WM_PAINT, 0, 0},
-        {kAfxCtlColor, 0, 0}, // one line for the colours of all kinds of controls
+        {framework::kCtlColorEntry, 0, 0}, // one line for the colours of all kinds of controls
         {WM_SIZE, 0, 0},
         {WM_CONTEXTMENU, 0, 0},
         {WM_NOTIFY, NM_CLICK, 1004},

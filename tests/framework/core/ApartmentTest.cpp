@@ -8,24 +8,24 @@ namespace {
 
 bool IsAllowedOnAnotherThread() {
     bool allowed = false;
-    std::thread([&] { allowed = AfxApartment::Entry().IsAllowed(); }).join();
+    std::thread([&] { allowed = framework::Apartment::Entry().IsAllowed(); }).join();
     return allowed;
 }
 
 TEST(Apartment, OneThreadAtATimeHasObjects) {
     EXPECT_TRUE(IsAllowedOnAnotherThread());
-    const ULONG first = AfxApartment::Join();
-    const ULONG second = AfxApartment::Join();
+    const ULONG first = framework::Apartment::Join();
+    const ULONG second = framework::Apartment::Join();
     EXPECT_FALSE(IsAllowedOnAnotherThread());
-    EXPECT_TRUE(AfxApartment::Entry().IsAllowed()) << "its own thread makes more";
-    AfxApartment::Leave(first);
+    EXPECT_TRUE(framework::Apartment::Entry().IsAllowed()) << "its own thread makes more";
+    framework::Apartment::Leave(first);
     EXPECT_FALSE(IsAllowedOnAnotherThread()) << "one is left";
-    AfxApartment::Leave(second);
+    framework::Apartment::Leave(second);
     EXPECT_TRUE(IsAllowedOnAnotherThread());
 }
 
 TEST(Apartment, AnObjectThatIsBeingMadeCounts) {
-    const AfxApartment::Entry entry;
+    const framework::Apartment::Entry entry;
     ASSERT_TRUE(entry.IsAllowed());
     EXPECT_FALSE(IsAllowedOnAnotherThread());
 }
@@ -33,15 +33,15 @@ TEST(Apartment, AnObjectThatIsBeingMadeCounts) {
 TEST(Apartment, EndOfAThreadFreesItsApartment) {
     ULONG lost = 0;
     std::thread([&] {
-        lost = AfxApartment::Join();
-        AfxApartment::EndThread();
+        lost = framework::Apartment::Join();
+        framework::Apartment::EndThread();
     }).join();
     EXPECT_NE(0U, lost);
-    ASSERT_TRUE(AfxApartment::Entry().IsAllowed());
-    const ULONG own = AfxApartment::Join();
-    AfxApartment::Leave(lost); // an object of the ended thread goes after all
+    ASSERT_TRUE(framework::Apartment::Entry().IsAllowed());
+    const ULONG own = framework::Apartment::Join();
+    framework::Apartment::Leave(lost); // an object of the ended thread goes after all
     EXPECT_FALSE(IsAllowedOnAnotherThread());
-    AfxApartment::Leave(own);
+    framework::Apartment::Leave(own);
 }
 
 } // namespace

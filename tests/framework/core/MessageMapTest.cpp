@@ -75,9 +75,6 @@ protected:
         return TRUE;
     }
     afx_msg void OnSetFocus(CWnd* old) { log.push_back(old ? "focus from a window" : "focus from nowhere"); }
-    afx_msg void OnShowWindow(BOOL show, UINT status) {
-        log.push_back("show " + std::to_string(show) + " " + std::to_string(status));
-    }
     afx_msg void OnClicked() { log.push_back("clicked"); }
     afx_msg void OnChange() { log.push_back("change"); }
     afx_msg void OnCommand7() { log.push_back("command 7"); }
@@ -96,7 +93,6 @@ BEGIN_MESSAGE_MAP(DerivedWindow, BaseWindow)
     ON_WM_CTLCOLOR()
     ON_WM_ERASEBKGND()
     ON_WM_SETFOCUS()
-    ON_WM_SHOWWINDOW()
     ON_STN_CLICKED(200, &DerivedWindow::OnClicked)
     ON_EN_CHANGE(201, &DerivedWindow::OnChange)
     ON_COMMAND(7, &DerivedWindow::OnCommand7)
@@ -149,7 +145,7 @@ TEST_F(MessageMap, AControlMayTakeItsNotificationsBeforeItsParent) {
     EXPECT_EQ(notify(), 55);
     EXPECT_EQ(control.clicks, 1);
     EXPECT_TRUE(window.log.empty()) << "the parent's entry for it comes second";
-    control.UnsubclassWindow();
+    control.Detach();
     EXPECT_EQ(notify(), 77);
     EXPECT_EQ(control.clicks, 1);
     EXPECT_EQ(window.log, Log{"notify 300"});
@@ -194,8 +190,7 @@ TEST_F(MessageMap, EraseFocusAndShowArriveTakenApart) {
     ::ReleaseDC(window, dc);
     window.SendMessage(WM_SETFOCUS, 0);
     window.SendMessage(WM_SETFOCUS, reinterpret_cast<WPARAM>(::GetDesktopWindow()));
-    window.SendMessage(WM_SHOWWINDOW, TRUE, SW_PARENTOPENING);
-    EXPECT_EQ(window.log, (Log{"erase 1", "focus from nowhere", "focus from a window", "show 1 3"}));
+    EXPECT_EQ(window.log, (Log{"erase 1", "focus from nowhere", "focus from a window"}));
 }
 
 TEST_F(MessageMap, CommandsAreToldApartByControlAndCode) {

@@ -37,14 +37,6 @@ TEST(ModuleState, AProgramIsAModuleToo) {
     EXPECT_EQ(AfxGetApp(), &app);
 }
 
-TEST(ModuleState, TheResourceModuleCanBeChanged) {
-    const HINSTANCE user = ::GetModuleHandle(L"user32.dll");
-    AfxSetResourceHandle(user);
-    EXPECT_EQ(AfxGetResourceHandle(), user);
-    AfxSetResourceHandle(AfxGetInstanceHandle());
-    EXPECT_EQ(AfxGetResourceHandle(), ::GetModuleHandle(nullptr));
-}
-
 TEST(LoadedModule, WorksInTheHostsThreadAndEndsOnce) {
     int ended = 0;
     {

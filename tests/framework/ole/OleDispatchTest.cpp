@@ -282,10 +282,11 @@ TEST_F(OleDispatchTest, RegisteredLibraryComesFirst) {
     const PrivateClassesRoot root;
     ComPtr<ITypeLib> library;
     ASSERT_TRUE(AfxOleRegisterTypeLib(AfxGetInstanceHandle(), LIBID_OleTestLib));
-    EXPECT_EQ(S_OK, AfxLoadTypeLib(LIBID_OleTestLib, 1, 0, 0, library.Receive()));
+    EXPECT_EQ(S_OK, framework::LoadObjectTypeLib(LIBID_OleTestLib, 1, 0, 0, library.Receive()));
     EXPECT_TRUE(library);
     library.Reset();
-    EXPECT_EQ(TYPE_E_LIBNOTREGISTERED, AfxLoadTypeLib(CTestControl::guid, 1, 0, 0, library.Receive()))
+    EXPECT_EQ(TYPE_E_LIBNOTREGISTERED,
+              framework::LoadObjectTypeLib(CTestControl::guid, 1, 0, 0, library.Receive()))
         << "neither registered nor the module's";
     EXPECT_FALSE(library);
 }

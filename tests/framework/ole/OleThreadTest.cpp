@@ -56,7 +56,8 @@ TEST_F(OleThreadTest, LastReleaseOfAnActiveControlIsDoneWithItsNextMessage) {
 
 TEST_F(OleThreadTest, TypeLibraryCacheServesSeveralThreads) {
     ComPtr<ITypeLib> library;
-    ASSERT_EQ(S_OK, AfxLoadTypeLibOf(AfxModulePath(AfxGetInstanceHandle()), LIBID_OleTestLib, library));
+    ASSERT_EQ(S_OK, framework::LoadTypeLibFrom(framework::PathOfModule(AfxGetInstanceHandle()),
+                                               LIBID_OleTestLib, library));
     CTypeLibCache cache;
     const auto hammer = [&] {
         constexpr int kRounds = 20000;

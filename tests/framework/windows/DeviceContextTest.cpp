@@ -64,7 +64,7 @@ TEST(DeviceContext, OwnSavesNest) {
 TEST(DeviceContext, TemporaryObjectsRestoreNothing) {
     const Surface surface;
     {
-        const AfxTemporaryScope call;
+        const framework::TemporaryScope call;
         CDC::FromHandle(surface.handle)->SetTextColor(RGB(5, 6, 7));
     }
     EXPECT_EQ(::GetTextColor(surface.handle), RGB(5, 6, 7));
@@ -72,7 +72,7 @@ TEST(DeviceContext, TemporaryObjectsRestoreNothing) {
 
 TEST(DeviceContext, SelectionsReturnTheObjectBefore) {
     const Surface surface;
-    const AfxTemporaryScope call;
+    const framework::TemporaryScope call;
     CDC dc;
     dc.Attach(surface.handle);
     CPen pen(PS_SOLID, 1, 0);

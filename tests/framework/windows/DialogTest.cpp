@@ -226,7 +226,7 @@ public:
 protected:
     void DoDataExchange(CDataExchange* exchange) override { DDX_Text(exchange, kEdit, text); }
     void OnOK() override {
-        parentEnabled = m_pParentWnd && m_pParentWnd->IsWindowEnabled();
+        parentEnabled = ::IsWindowEnabled(::GetWindow(m_hWnd, GW_OWNER));
         CDialog::OnOK();
     }
 

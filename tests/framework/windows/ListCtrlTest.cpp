@@ -95,7 +95,7 @@ TEST_F(ListCtrl, SharedImageListsOutliveIt) {
     CImageList images;
     ASSERT_TRUE(images.Create(16, 16, ILC_COLOR8 | ILC_MASK, 8, 1));
     {
-        const AfxTemporaryScope call;
+        const framework::TemporaryScope call;
         EXPECT_EQ(list.SetImageList(&images, LVSIL_SMALL), nullptr);
         EXPECT_EQ(list.SetImageList(&images, LVSIL_SMALL)->m_hImageList, images.m_hImageList);
     }

@@ -168,14 +168,14 @@ TEST(WndMaps, AWindowHasOnePermanentObject) {
 TEST(WndMaps, ForeignWindowsGetOneTemporaryObjectForTheTimeOfACall) {
     const HWND desktop = ::GetDesktopWindow();
     {
-        const AfxTemporaryScope call;
+        const framework::TemporaryScope call;
         CWnd* first = CWnd::FromHandle(desktop);
         ASSERT_NE(first, nullptr);
         EXPECT_EQ(first->m_hWnd, desktop);
         EXPECT_EQ(CWnd::FromHandle(desktop), first);
         EXPECT_EQ(CWnd::FromHandlePermanent(desktop), nullptr);
         {
-            const AfxTemporaryScope inner;
+            const framework::TemporaryScope inner;
             EXPECT_EQ(CWnd::FromHandle(desktop), first) << "an outer call's object serves inside";
         }
         EXPECT_EQ(CWnd::FromHandle(desktop), first) << "and outlives the inner call";
@@ -187,7 +187,7 @@ TEST(WndMaps, ForeignWindowsGetOneTemporaryObjectForTheTimeOfACall) {
 TEST(WndMaps, MessagesSentInBetweenLeaveACallersTemporaryObjectsAlone) {
     RecordingWindow window;
     ASSERT_TRUE(window.CreateTop());
-    const AfxTemporaryScope call;
+    const framework::TemporaryScope call;
     CWnd* desktop = CWnd::FromHandle(::GetDesktopWindow());
     for (int i = 0; i < 3; ++i) {
         window.SendMessage(WM_SIZE);
@@ -197,7 +197,7 @@ TEST(WndMaps, MessagesSentInBetweenLeaveACallersTemporaryObjectsAlone) {
 }
 
 TEST(WndMaps, HandlesOfOneValueAndTwoKindsDoNotMeet) {
-    const AfxTemporaryScope call;
+    const framework::TemporaryScope call;
     const HGDIOBJ stock = ::GetStockObject(WHITE_BRUSH);
     CGdiObject* plain = CGdiObject::FromHandle(stock);
     CBrush* brush = CBrush::FromHandle(static_cast<HBRUSH>(stock));
@@ -276,7 +276,7 @@ TEST(WndFunctions, FontsAreSetAndAsked) {
     CFont font;
     ASSERT_TRUE(font.CreatePointFont(90, L"Tahoma"));
     window.SetFont(&font);
-    const AfxTemporaryScope call;
+    const framework::TemporaryScope call;
     EXPECT_EQ(window.GetFont()->m_hObject, font.m_hObject);
     window.SetFont(nullptr);
     EXPECT_EQ(window.GetFont(), nullptr);
