@@ -79,6 +79,8 @@ def _statement(tokens, at):
         elif token == '(' and tokens[at + 1] == '*': # a pointer to a function
             statement += tokens[at + 2:at + 3]
             at = _past(tokens, at)
+        elif token == '[' and tokens[at + 1] == '[': # an attribute
+            at = _past(tokens, at)
         elif token in '([' and '(' not in statement:
             end = _past(tokens, at)
             statement += [token, ')']

@@ -15,7 +15,12 @@ import pathlib
 import re
 
 HERE = pathlib.Path(__file__).resolve().parent
-BEGINNING = '#pragma once\n#include <windows.h>\n#define AFXAPI __stdcall\n#define AFX_CDECL __cdecl\n#define afx_msg\n'
+BEGINNING = '''#pragma once
+#include <windows.h>
+#define AFXAPI __stdcall
+#define AFX_CDECL __cdecl
+#define afx_msg
+'''
 CLASS = re.compile(r'(class|struct|template) (\w+)(<.*>)?(?: : (\w+))?$')
 ENTRY = re.compile(r'(entry|verb) (\w+)\((.*?)\) (\w+) (\w+)(\(.*\))$')
 
@@ -28,14 +33,18 @@ class Signatures:
         self.members = {}  # class -> names of its members
         self.bases = {}  # class -> its base
         self.names = set()  # everything outside classes
-        for path in sorted((HERE / 'signatures').glob('*.txt')):
-            self.headers[f'{path.stem}.h'] = self._header(path.read_text(encoding='utf-8'))
+        texts = {path.stem: path.read_text(encoding='utf-8') for path in sorted((HERE / 'signatures').glob('*.txt'))}
+        for line in '\n'.join(texts.values()).splitlines():
+            if CLASS.match(line):
+                self.bases[CLASS.match(line)[2]] = CLASS.match(line)[4]
+        for name, text in texts.items():
+            self.headers[f'{name}.h'] = self._header(text)
         self.names |= set(re.findall(r'#define (\w+)', (HERE / 'Maps.h').read_text(encoding='utf-8') + BEGINNING))
 
     def documented(self, name, member):
         """Whether a class or one of its bases has a member."""
         while name:
-            if member in self.members[name]:
+            if member in self.members.get(name, ()):
                 return True
             name = self.bases.get(name)
         return False
@@ -45,7 +54,7 @@ class Signatures:
         for name, text in self.headers.items():
             (folder / name).write_text(text, encoding='utf-8')
         everything = ''.join(f'#include "{name}"\n' for name in self.headers)
-        (folder / 'porters.h').write_text('#pragma once\n' + everything, encoding='utf-8')
+        (folder / 'porters.h').write_text(f'#pragma once\n{everything}#include "{HERE}/Maps.h"\n', encoding='utf-8')
 
     def _header(self, text):
         lines, opened = [BEGINNING], None
@@ -71,7 +80,6 @@ class Signatures:
     def _open(self, kind, name, parameters, base):
         self.names.add(name)
         self.members[name] = set()
-        self.bases[name] = base
         if kind == 'template':
             yield f'template <class {parameters[1:-1].replace(", ", ", class ")}>'
         yield f'{"struct" if kind == "struct" else "class"} {name}{f" : public {base}" if base else ""} {{'
@@ -109,4 +117,5 @@ def name_of(declaration):
     operator = re.search(r'operator\s*[^\s(]+(?:\s*\*)?', text)
     if operator:
         return 'operator'
-    return re.findall(r'~?\w+', text.partition('(')[0])[-1]
+    pointer = re.search(r'\(\w*(?:::|\s)*\* ?(\w+)\)\(', text)
+    return pointer[1] if pointer else re.findall(r'~?\w+', text.partition('(')[0])[-1]
