@@ -16,22 +16,22 @@ void Park() {
     SetCursorPos(0, 0);
 }
 
-void Send(DWORD flags, LONG x = 0, LONG y = 0, DWORD time = 0) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flags;
-    input.mi.time = time;
-    input.mi.dx = x;
-    input.mi.dy = y;
-    SendInput(1, &input, sizeof input);
-}
-
 /// A pixel in the units of absolute mouse input: the middle of the units that mean the pixel.
 LONG ToAbsolute(LONG pixel, int screenSize) {
     return (pixel * 2 + 1) * (kAbsoluteRange / 2) / screenSize;
 }
 
 } // namespace
+
+void SendMouse(DWORD flags, POINT screen, DWORD time) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+    input.mi.time = time;
+    input.mi.dx = ToAbsolute(screen.x, GetSystemMetrics(SM_CXSCREEN));
+    input.mi.dy = ToAbsolute(screen.y, GetSystemMetrics(SM_CYSCREEN));
+    SendInput(1, &input, sizeof input);
+}
 
 bool PumpUntil(const std::function<bool()>& condition, ULONGLONG patience) {
     const ULONGLONG end = GetTickCount64() + patience;
@@ -61,13 +61,13 @@ RealMouse::~RealMouse() {
     Park();
 }
 
-void RealMouse::MoveTo(HWND window, POINT client) const {
+void RealMouse::MoveTo(HWND window, POINT client) {
     ClientToScreen(window, &client);
-    Send(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, ToAbsolute(client.x, GetSystemMetrics(SM_CXSCREEN)),
-         ToAbsolute(client.y, GetSystemMetrics(SM_CYSCREEN)));
+    m_place = client;
+    SendMouse(MOUSEEVENTF_MOVE, m_place);
 }
 
-bool RealMouse::Reach(HWND window, POINT client) const {
+bool RealMouse::Reach(HWND window, POINT client) {
     constexpr int kAttempts = 20;
     constexpr ULONGLONG kPause = 500; // milliseconds
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
@@ -79,12 +79,12 @@ bool RealMouse::Reach(HWND window, POINT client) const {
     return false;
 }
 
-void RealMouse::Press() const {
-    Send(MOUSEEVENTF_LEFTDOWN);
+void RealMouse::Press(DWORD button) const {
+    SendMouse(button, m_place);
 }
 
-void RealMouse::Release() const {
-    Send(MOUSEEVENTF_LEFTUP);
+void RealMouse::Release(DWORD button) const {
+    SendMouse(button, m_place);
 }
 
 void RealMouse::Click() const {
@@ -96,7 +96,7 @@ void RealMouse::DoubleClick() const {
     const DWORD time = GetTickCount();
     for (const DWORD flags :
          {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
-        Send(flags, 0, 0, time);
+        SendMouse(flags, m_place, time);
     }
 }
 

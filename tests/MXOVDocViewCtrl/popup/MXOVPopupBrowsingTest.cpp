@@ -102,7 +102,7 @@ TEST_F(MXOVPopupBrowsingTest, APressElsewhereMeanwhileLeavesThePopup) {
     bool pressed = false;
     Browse([&](HWND dialog) {
         if (!pressed) {
-            const RealMouse mouse;
+            RealMouse mouse;
             const bool reached = mouse.Reach(m_owner.Other(), {5, 5});
             mouse.Click();
             pressed = reached && PumpUntil([&] { return mouse.Delivered(2); });
@@ -111,7 +111,7 @@ TEST_F(MXOVPopupBrowsingTest, APressElsewhereMeanwhileLeavesThePopup) {
     });
     EXPECT_TRUE(pressed);
     ASSERT_TRUE(Popup());
-    const RealMouse mouse;
+    RealMouse mouse;
     ASSERT_TRUE(mouse.Reach(m_owner.Other(), {5, 5}));
     mouse.Click();
     EXPECT_TRUE(PumpUntil([&] { return !Popup(); })) << "afterwards it closes it";
@@ -123,7 +123,7 @@ TEST_F(MXOVPopupBrowsingTest, AChosenPathIsReportedOnceMoreOnClosing) {
     Browse([&](HWND dialog) { FileDialogDriver::Choose(dialog, chosen); });
     HandleMessages();
     ASSERT_EQ(m_owner.updates, 1);
-    const RealMouse mouse;
+    RealMouse mouse;
     mouse.MoveTo(m_owner.Other(), {5, 5});
     mouse.Click();
     EXPECT_TRUE(PumpUntil([&] { return !Popup() && m_owner.updates == 2; }));

@@ -10,13 +10,10 @@ class MXOVPopupClosingTest : public PopupFixture {
 protected:
     /// Presses and releases a button at a point of a window and awaits both.
     void Click(HWND window, POINT client, DWORD down = MOUSEEVENTF_LEFTDOWN, DWORD up = MOUSEEVENTF_LEFTUP) {
-        const RealMouse mouse;
+        RealMouse mouse;
         ASSERT_TRUE(mouse.Reach(window, client));
-        INPUT inputs[2] = {};
-        inputs[0].type = inputs[1].type = INPUT_MOUSE;
-        inputs[0].mi.dwFlags = down;
-        inputs[1].mi.dwFlags = up;
-        SendInput(2, inputs, sizeof inputs[0]);
+        mouse.Press(down);
+        mouse.Release(up);
         // A popup that closed under the mouse leaves the release to whatever lies below it.
         ASSERT_TRUE(PumpUntil([&] { return mouse.Delivered(1); }));
         HandleMessages();
@@ -32,7 +29,7 @@ protected:
     /// caption is the window manager's, and it keeps what happens there.
     bool PassToHooks(WPARAM message, POINT screen) {
         substitute = {message, screen, false};
-        const RealMouse mouse; // has hooks of its own
+        RealMouse mouse; // has hooks of its own
         const HHOOK hook = SetWindowsHookExW(WH_MOUSE, Substitute, nullptr, GetCurrentThreadId());
         mouse.MoveTo(m_owner.Other(), {5, 5});
         const bool passed = PumpUntil([] { return substitute.passed; });
@@ -109,7 +106,7 @@ TEST_F(MXOVPopupClosingTest, OtherButtonsCloseItToo) {
 
 TEST_F(MXOVPopupClosingTest, MovingOutsideLeavesIt) {
     Show(DocumentCategory::PartAssembly);
-    const RealMouse mouse;
+    RealMouse mouse;
     ASSERT_TRUE(mouse.Reach(m_owner.Other(), {5, 5}));
     EXPECT_TRUE(Popup());
 }

@@ -67,7 +67,7 @@ public:
 
     /// Whether a real movement of the mouse gets through all hooks.
     bool MouseStillMoves() {
-        const RealMouse mouse;
+        RealMouse mouse;
         return mouse.Reach(m_owner.Other(), {5, 5});
     }
 

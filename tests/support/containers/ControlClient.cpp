@@ -1,5 +1,7 @@
 #include "ControlClient.h"
 
+#include "RealMouse.h"
+
 #include <ole2.h>
 
 #include <ostream>
@@ -36,16 +38,6 @@ VARIANT Number(int number) {
     value.vt = VT_I4;
     value.lVal = number;
     return value;
-}
-
-void Mouse(DWORD flags, LONG x = 0, LONG y = 0, DWORD time = 0) {
-    INPUT input = {};
-    input.type = INPUT_MOUSE;
-    input.mi.dx = x;
-    input.mi.dy = y;
-    input.mi.dwFlags = flags;
-    input.mi.time = time;
-    SendInput(1, &input, sizeof input);
 }
 
 } // namespace
@@ -184,14 +176,14 @@ void ControlClient::Press(DWORD down, DWORD up, HWND window, POINT from, POINT t
     ClientToScreen(window, &to);
     SetCursorPos(from.x, from.y);
     Settle();
-    Mouse(down);
+    SendMouse(down, from);
     if (from.x != to.x || from.y != to.y) {
         Settle();
         SetCursorPos(to.x, to.y);
         Settle();
     }
     // A click is in the queue whole: a list view tracks the mouse inside its handling of the press.
-    Mouse(up);
+    SendMouse(up, to);
     Settle();
 }
 
@@ -207,7 +199,7 @@ void ControlClient::DoubleClick(HWND window, int x, int y) {
     const DWORD time = GetTickCount();
     for (const DWORD flags :
          {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
-        Mouse(flags, 0, 0, time);
+        SendMouse(flags, screen, time);
     }
     Settle();
 }
