@@ -3,18 +3,15 @@
 #include "common/SystemError.h"
 #include "control/PropertiesWindow.h"
 #include "HelpMenu.h"
+#include "MainMenu.h"
 #include "package/PackageSummary.h"
 #include "package/Paths.h"
 #include "resources/resource.h"
 #include "window/DroppedFiles.h"
 #include "window/FileDialog.h"
-#include "window/RecentMenu.h"
+#include "window/NewsButtons.h"
 #include "window/WindowPlacement.h"
 
-#include <commctrl.h>
-#include <shellapi.h>
-
-#include <algorithm>
 #include <vector>
 
 namespace viewer {
@@ -22,24 +19,6 @@ namespace viewer {
 namespace {
 
 constexpr wchar_t kFrameClass[] = L"MXOVViewerFrame";
-constexpr int kGap = 1; // between control and preview, at 96 dots per inch
-constexpr int kLeastPreview = 220;
-constexpr int kUsualPreview = 620;
-constexpr int kUsualHeight = 640;
-constexpr int kFactsWidth = 160;
-constexpr UINT_PTR kNoteTimer = 2;
-constexpr UINT kNoteTime = 5000; // milliseconds
-
-NewsBar::Button NewsButton(NewsAction action) {
-    switch (action) {
-    case NewsAction::Save:
-        return {IDM_FILE_SAVE, L"Save"};
-    case NewsAction::Reload:
-        return {IDM_VIEW_REFRESH, L"Reload"};
-    default:
-        return {IDM_PACKAGE_COMPARE, L"Compare"};
-    }
-}
 
 } // namespace
 
@@ -64,7 +43,7 @@ std::wstring MainWindow::Create() {
     }
     m_control.NotifyChanges(Handle(), PackageController::kControlChanged);
     m_columns.Apply(m_control.Content());
-    const SIZE usual = FrameSize(kUsualPreview, kUsualHeight);
+    const SIZE usual = m_layout.UsualSize();
     SetWindowPos(Handle(), nullptr, 0, 0, usual.cx, usual.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     m_maximised = RestorePlacement(Handle(), kSettingsKey);
     OnPackageChanged();
@@ -109,13 +88,15 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CREATE:
         return OnCreate() ? 0 : -1;
     case WM_SIZE:
-        OnSize();
+        m_layout.Arrange();
         return 0;
-    case WM_GETMINMAXINFO:
-        OnMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam));
+    case WM_GETMINMAXINFO: {
+        const SIZE least = m_layout.LeastSize();
+        reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {least.cx, least.cy};
         return 0;
+    }
     case WM_INITMENUPOPUP:
-        OnInitMenuPopup(reinterpret_cast<HMENU>(wParam));
+        UpdateMenu(reinterpret_cast<HMENU>(wParam), m_packages);
         return 0;
     case WM_COMMAND:
         OnCommand(LOWORD(wParam));
@@ -153,66 +134,8 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool MainWindow::OnCreate() {
-    m_status =
-        CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
-                        Handle(), reinterpret_cast<HMENU>(IDC_STATUS), GetModuleHandleW(nullptr), nullptr);
-    return m_status && m_news.Create(Handle(), IDC_NEWS) && m_preview.Create(Handle(), IDC_PREVIEW);
-}
-
-void MainWindow::OnSize() {
-    SendMessageW(m_status, WM_SIZE, 0, 0);
-    RECT client = {};
-    RECT status = {};
-    GetClientRect(Handle(), &client);
-    GetWindowRect(m_status, &status);
-    const LONG bottom = client.bottom - (status.bottom - status.top);
-    const LONG split = m_control.IsShown() ? std::min(ControlSize().cx, client.right) : 0;
-    const int parts[] = {std::max<int>(0, client.right - Scale(kFactsWidth)), -1};
-    SendMessageW(m_status, SB_SETPARTS, ARRAYSIZE(parts), reinterpret_cast<LPARAM>(parts));
-    if (bottom <= 0) {
-        return;
-    }
-    if (split > 0) {
-        m_control.Move({0, 0, split, bottom});
-    }
-    const int left = split > 0 ? split + Scale(kGap) : 0;
-    const int width = std::max<int>(0, client.right - left);
-    const int top = std::min<int>(m_news.HeightFor(width), bottom);
-    MoveWindow(m_news.Handle(), left, 0, width, top, TRUE);
-    MoveWindow(m_preview.Handle(), left, top, width, bottom - top, TRUE);
-}
-
-// Never smaller than the control with a useful piece of the preview.
-void MainWindow::OnMinMaxInfo(MINMAXINFO& info) const {
-    if (!m_status) {
-        return;
-    }
-    const SIZE least = FrameSize(kLeastPreview, 0);
-    info.ptMinTrackSize = {least.cx, least.cy};
-}
-
-// The outer size that leaves the preview this width, and the control at least this height and all that it
-// needs.
-SIZE MainWindow::FrameSize(int previewWidth, int leastHeight) const {
-    RECT status = {};
-    GetWindowRect(m_status, &status);
-    const SIZE control = ControlSize();
-    RECT frame = {0, 0, control.cx + Scale(kGap + previewWidth),
-                  std::max<LONG>(control.cy, Scale(leastHeight)) + status.bottom - status.top};
-    AdjustWindowRectExForDpi(&frame, WS_OVERLAPPEDWINDOW, TRUE, 0, GetDpiForWindow(Handle()));
-    return {frame.right - frame.left, frame.bottom - frame.top};
-}
-
-void MainWindow::OnInitMenuPopup(HMENU menu) const {
-    const bool isOpening = m_packages.IsOpening();
-    EnableMenuItem(menu, IDM_FILE_OPEN, MF_BYCOMMAND | (isOpening ? MF_GRAYED : MF_ENABLED));
-    for (const UINT command : {IDM_FILE_SAVE, IDM_FILE_CLOSE, IDM_VIEW_REFRESH}) {
-        const bool enabled = m_packages.Session() && !isOpening;
-        EnableMenuItem(menu, command, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
-    }
-    if (IsRecentMenu(menu)) {
-        FillRecentMenu(menu, m_packages.Recent().Items(), !isOpening);
-    }
+    return m_status.Create(Handle(), IDC_STATUS) && m_news.Create(Handle(), IDC_NEWS) &&
+           m_preview.Create(Handle(), IDC_PREVIEW);
 }
 
 void MainWindow::OnCommand(int command) {
@@ -305,23 +228,17 @@ void MainWindow::OnPackageChanged() {
     ShowTitle();
     if (!session) {
         m_preview.Clear();
-        ShowStatus(L"Ready");
-        return;
+    } else {
+        m_preview.Show(ReadPackageSummary(session->FolderWithSeparator(), session->PackageFile()));
     }
-    m_preview.Show(ReadPackageSummary(session->FolderWithSeparator(), session->PackageFile()));
-    ShowStatus(session->PackageFile());
+    ShowPackageStatus();
 }
 
 void MainWindow::OnNewsChanged() {
     ShowTitle();
     const PackageNews& news = m_packages.News();
-    std::vector<NewsBar::Button> buttons;
-    buttons.reserve(news.actions.size());
-    for (const NewsAction action : news.actions) {
-        buttons.push_back(NewsButton(action));
-    }
-    m_news.Show(news.text, buttons);
-    OnSize();
+    m_news.Show(news.text, NewsButtons(news.actions));
+    m_layout.Arrange();
 }
 
 void MainWindow::ShowTitle() {
@@ -339,7 +256,7 @@ void MainWindow::ShowControl(bool shown) {
     }
     const bool focused = m_control.HasFocus();
     m_control.Show(shown);
-    OnSize();
+    m_layout.Arrange();
     if (shown) {
         m_control.SetFocus(); // the frame may have the focus already, and then passes none on
     } else if (focused) {
@@ -347,37 +264,26 @@ void MainWindow::ShowControl(bool shown) {
     }
 }
 
-// A note passes after a while.
-void MainWindow::ShowNote(const std::wstring& text) {
-    ShowStatus(text);
-    SetTimer(Handle(), kNoteTimer, kNoteTime, nullptr);
+void MainWindow::OnTimer(UINT_PTR timer) {
+    if (timer == StatusBar::kNoteTimer) {
+        ShowPackageStatus();
+    } else {
+        m_packages.OnTimer();
+    }
 }
 
-void MainWindow::OnTimer(UINT_PTR timer) {
-    if (timer != kNoteTimer) {
-        m_packages.OnTimer();
-        return;
-    }
+void MainWindow::ShowPackageStatus() {
     const PackageSession* session = m_packages.Session();
     ShowStatus(session ? session->PackageFile() : L"Ready");
 }
 
 void MainWindow::ShowStatus(const std::wstring& text) {
-    KillTimer(Handle(), kNoteTimer);
     const PackageSession* session = m_packages.IsOpening() ? nullptr : m_packages.Session();
-    const std::wstring counts = session ? CountsText(session->Entries()) : std::wstring();
-    SendMessageW(m_status, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text.c_str()));
-    SendMessageW(m_status, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(counts.c_str()));
+    m_status.Show(text, session ? CountsText(session->Entries()) : std::wstring());
 }
 
 void MainWindow::ShowError(const std::wstring& text) {
     MessageBoxW(Handle(), text.c_str(), kProgramName, MB_OK | MB_ICONWARNING);
-}
-
-// The control's natural size, or a default where it reports none.
-SIZE MainWindow::ControlSize() const {
-    const SIZE natural = m_control.NaturalSize();
-    return {natural.cx > 0 ? natural.cx : Scale(372), natural.cy > 0 ? natural.cy : Scale(480)};
 }
 
 } // namespace viewer

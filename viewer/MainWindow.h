@@ -1,12 +1,13 @@
-// The viewer's window: menus, the document control at the left, the preview beside it below the bar for news,
-// the status bar at the bottom.
+// The viewer's window: owns its parts and passes messages between them.
 #pragma once
 
 #include "control/ControlHost.h"
 #include "control/ListColumns.h"
-#include "PackageController.h"
+#include "controller/PackageController.h"
+#include "MainLayout.h"
 #include "preview/PreviewPane.h"
 #include "window/NewsBar.h"
+#include "window/StatusBar.h"
 #include "window/Window.h"
 
 #include <shellapi.h>
@@ -48,13 +49,10 @@ private:
     void OnPackageChanged() override;
     void OnNewsChanged() override;
     void ShowStatus(const std::wstring& text) override;
-    void ShowNote(const std::wstring& text) override;
+    void ShowNote(const std::wstring& text) override { m_status.ShowNote(text); }
     void ShowError(const std::wstring& text) override;
 
     bool OnCreate();
-    void OnSize();
-    void OnMinMaxInfo(MINMAXINFO& info) const;
-    void OnInitMenuPopup(HMENU menu) const;
     void OnCommand(int command);
     void OnDropFiles(HDROP drop);
     void OnActivate(bool active, HWND other);
@@ -65,18 +63,18 @@ private:
     void OpenRecent(std::size_t index);
     void ShowControl(bool shown);
     void ShowTitle();
+    void ShowPackageStatus();
     bool WrapTabFocus(const MSG& message);
     [[nodiscard]] bool IsOfFrame(HWND window) const;
-    [[nodiscard]] SIZE ControlSize() const;
-    [[nodiscard]] SIZE FrameSize(int previewWidth, int leastHeight) const;
 
     PreviewPane m_preview;
     NewsBar m_news;
-    HWND m_status = nullptr;
+    StatusBar m_status;
     HACCEL m_accelerators = nullptr;
     HWND m_lastFocus = nullptr;
     bool m_maximised = false; // at the end of the last run
     ControlHost m_control;
+    MainLayout m_layout{*this, m_control, m_news, m_preview, m_status};
     ListColumns m_columns{kSettingsKey};
     PackageController m_packages;
 };

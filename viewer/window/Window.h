@@ -15,6 +15,9 @@ public:
 
     [[nodiscard]] HWND Handle() const { return m_window; }
 
+    /// A length given for 96 dots per inch, in the pixels of this window.
+    [[nodiscard]] int Scale(int length) const;
+
 protected:
     /// Registers the class (its name, style, brush, icon and menu) with this base's procedure and creates the
     /// window.
@@ -27,9 +30,6 @@ protected:
     LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam) {
         return DefWindowProcW(m_window, message, wParam, lParam);
     }
-
-    /// A length given for 96 dots per inch, in the pixels of this window.
-    [[nodiscard]] int Scale(int length) const;
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;

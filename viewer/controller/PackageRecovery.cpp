@@ -1,4 +1,4 @@
-#include "PackageRecovery.h"
+#include "controller/PackageRecovery.h"
 
 #include "window/UnsavedPrompts.h"
 

@@ -1,13 +1,13 @@
-#include "PackageController.h"
+#include "controller/PackageController.h"
 
 #include "common/Paths.h"
 #include "common/ScopedFlag.h"
 #include "control/ControlHost.h"
 #include "control/PropertiesWindow.h"
+#include "controller/PackageAttaching.h"
+#include "controller/PackageClosing.h"
+#include "controller/PackageRecovery.h"
 #include "package/Paths.h"
-#include "PackageClosing.h"
-#include "PackageRecovery.h"
-#include "window/AttachPrompt.h"
 #include "window/UnsavedPrompts.h"
 
 #include <algorithm>
@@ -16,10 +16,6 @@
 namespace viewer {
 
 namespace {
-
-constexpr UINT_PTR kProgressTimer = 1;
-constexpr UINT kProgressDelay = 200;  // milliseconds before the progress window appears
-constexpr UINT kProgressPeriod = 100; // milliseconds between its updates
 
 // What a package's reader reports, as a sentence of its own.
 std::wstring Sentence(std::wstring report) {
@@ -62,9 +58,8 @@ void PackageController::Open(const std::wstring& path) {
         }
         m_control.Enable(false);
     }
-    m_task = std::make_unique<UnpackTask>(std::move(session), m_view.Frame(), kUnpacked);
+    m_opening.Start(std::move(session), m_view.Frame(), kUnpacked);
     m_view.ShowStatus(L"Opening " + path);
-    SetTimer(m_view.Frame(), kProgressTimer, kProgressDelay, nullptr);
 }
 
 bool PackageController::CanOpen(const std::wstring& path) {
@@ -97,42 +92,17 @@ void PackageController::Attach(const std::vector<std::wstring>& files, std::opti
         MessageBeep(MB_OK);
         return;
     }
-    const std::wstring& package = m_session->PackageFile();
-    if (!TakesDocuments(m_session->FolderWithSeparator())) {
-        m_view.ShowError(FileName(package) +
-                         L" was written by an older program and takes no additional documents.");
-        return;
-    }
-    if (files.size() == 1 && FolderExists(files.front())) {
-        m_view.ShowError(FileName(files.front()) + L" is a folder; only files can be attached.");
-        return;
-    }
-    CloseProperties(m_view.Frame());
-    if (!mode) {
+    {
         const common::ScopedFlag prompting(m_prompting);
-        mode = AskHowToAttach(m_view.Frame(), package, files);
+        PackageAttaching(m_view, m_control, *m_session).Run(files, mode);
     }
-    if (!mode) {
-        return;
-    }
-    const std::wstring refused = AttachDocuments(m_session->FolderWithSeparator(), files, *mode);
-    m_control.LoadFile(m_session->FolderWithSeparator(), package); // shows them
-    m_control.MarkChanged();
-    if (!refused.empty()) {
-        m_view.ShowError(refused);
-    }
+    OnControlChanged();
 }
 
 void PackageController::Reload() {
     if (m_session) {
         Open(std::wstring(m_session->PackageFile()));
     }
-}
-
-void PackageController::CancelOpening() {
-    KillTimer(m_view.Frame(), kProgressTimer);
-    m_progress.reset();
-    m_task.reset();
 }
 
 void PackageController::Save() {
@@ -214,25 +184,11 @@ bool PackageController::OnMessage(UINT message) {
     }
 }
 
-void PackageController::OnTimer() {
-    if (!m_task) {
-        return;
-    }
-    if (!m_progress) {
-        m_progress = std::make_unique<ProgressDialog>(m_view.Frame(), *m_task);
-        SetTimer(m_view.Frame(), kProgressTimer, kProgressPeriod, nullptr);
-    }
-    m_progress->Update();
-}
-
 void PackageController::OnUnpacked() {
-    if (!m_task) {
+    if (!IsOpening()) {
         return;
     }
-    KillTimer(m_view.Frame(), kProgressTimer);
-    m_progress.reset();
-    auto [result, session] = m_task->Finish();
-    m_task.reset();
+    auto [result, session] = m_opening.Finish();
     m_control.Enable(true);
     if (result.ok) {
         SwitchTo(std::move(session));
@@ -244,10 +200,6 @@ void PackageController::OnUnpacked() {
     if (!result.cancelled) {
         m_view.ShowError(name + L" cannot be opened as a machining package.\n\n" + Sentence(result.message));
     }
-}
-
-bool PackageController::PreTranslate(MSG& message) const {
-    return m_progress && m_progress->IsDialogMessage(message);
 }
 
 // The control saves by its own button, which leaves it unmodified even when saving failed.

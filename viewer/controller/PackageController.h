@@ -1,14 +1,14 @@
 // The package that the window shows: opens, watches, saves, closes and recovers it.
 #pragma once
 
+#include "controller/PackageOpening.h"
+#include "controller/PackageView.h"
 #include "package/Attachment.h"
 #include "package/PackageNews.h"
 #include "package/PackageSession.h"
 #include "package/PackageWatch.h"
 #include "package/RecentPackages.h"
 #include "package/SessionStore.h"
-#include "package/UnpackTask.h"
-#include "window/ProgressDialog.h"
 
 #include <memory>
 #include <optional>
@@ -18,31 +18,6 @@
 namespace viewer {
 
 class ControlHost;
-
-/// What the controller needs of the window that shows its package.
-class PackageView {
-public:
-    /// The window that owns message boxes and receives the controller's messages.
-    [[nodiscard]] virtual HWND Frame() const = 0;
-
-    /// Called when a package was opened, saved or closed, and when opening ended without a change.
-    virtual void OnPackageChanged() = 0;
-
-    /// Called when `IsUnsaved` or `News` has changed.
-    virtual void OnNewsChanged() = 0;
-
-    /// Shows a line of text until the next one.
-    virtual void ShowStatus(const std::wstring& text) = 0;
-
-    /// Shows a line of text for some seconds.
-    virtual void ShowNote(const std::wstring& text) = 0;
-
-    /// Shows what went wrong and waits until the user has read it.
-    virtual void ShowError(const std::wstring& text) = 0;
-
-protected:
-    ~PackageView() = default;
-};
 
 class PackageController {
 public:
@@ -61,7 +36,7 @@ public:
     /// The open package; null when there is none.
     [[nodiscard]] const PackageSession* Session() const { return m_session.get(); }
     [[nodiscard]] const RecentPackages& Recent() const { return m_recent; }
-    [[nodiscard]] bool IsOpening() const { return m_task != nullptr; }
+    [[nodiscard]] bool IsOpening() const { return m_opening.IsRunning(); }
 
     /// Whether a prompt about the package is on the screen. Until it is answered, the package stays.
     [[nodiscard]] bool IsPrompting() const { return m_prompting; }
@@ -84,7 +59,7 @@ public:
     void Reload();
 
     /// Ends the unpacking that is under way, if any.
-    void CancelOpening();
+    void CancelOpening() { m_opening.Cancel(); }
 
     /// Saves what the control and other programs changed.
     void Save();
@@ -100,13 +75,13 @@ public:
     bool OfferCrashRecovery();
 
     /// Handles a timer of the frame.
-    void OnTimer();
+    void OnTimer() { m_opening.OnTimer(); }
 
     /// Handles a message that was posted to the frame; true when it was one of those above.
     bool OnMessage(UINT message);
 
     /// Lets the progress window handle its keyboard messages; true when it has handled this one.
-    [[nodiscard]] bool PreTranslate(MSG& message) const;
+    [[nodiscard]] bool PreTranslate(MSG& message) const { return m_opening.PreTranslate(message); }
 
 private:
     [[nodiscard]] bool CanOpen(const std::wstring& path);
@@ -129,8 +104,7 @@ private:
     std::optional<PackageState> m_state; // as the watch saw it last
     std::unique_ptr<PackageSession> m_session;
     std::unique_ptr<PackageWatch> m_watch; // of the session
-    std::unique_ptr<UnpackTask> m_task;
-    std::unique_ptr<ProgressDialog> m_progress;
+    PackageOpening m_opening;
 };
 
 } // namespace viewer

@@ -1,4 +1,4 @@
-#include "PackageClosing.h"
+#include "controller/PackageClosing.h"
 
 #include "control/ControlHost.h"
 #include "mxovpackage.h"

@@ -1,0 +1,28 @@
+#include "MainMenu.h"
+
+#include "controller/PackageController.h"
+#include "resources/resource.h"
+#include "window/RecentMenu.h"
+
+namespace viewer {
+
+namespace {
+
+void EnableCommand(HMENU menu, UINT command, bool enabled) {
+    EnableMenuItem(menu, command, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
+}
+
+} // namespace
+
+void UpdateMenu(HMENU menu, const PackageController& packages) {
+    const bool isOpening = packages.IsOpening();
+    EnableCommand(menu, IDM_FILE_OPEN, !isOpening);
+    for (const UINT command : {IDM_FILE_SAVE, IDM_FILE_CLOSE, IDM_VIEW_REFRESH}) {
+        EnableCommand(menu, command, packages.Session() && !isOpening);
+    }
+    if (IsRecentMenu(menu)) {
+        FillRecentMenu(menu, packages.Recent().Items(), !isOpening);
+    }
+}
+
+} // namespace viewer

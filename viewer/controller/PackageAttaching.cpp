@@ -1,0 +1,44 @@
+#include "controller/PackageAttaching.h"
+
+#include "control/ControlHost.h"
+#include "control/PropertiesWindow.h"
+#include "controller/PackageView.h"
+#include "package/PackageSession.h"
+#include "package/Paths.h"
+#include "window/AttachPrompt.h"
+
+namespace viewer {
+
+void PackageAttaching::Run(const std::vector<std::wstring>& files, std::optional<AttachMode> mode) {
+    if (!CanAttach(files)) {
+        return;
+    }
+    CloseProperties(m_view.Frame());
+    if (!mode) {
+        mode = AskHowToAttach(m_view.Frame(), m_session.PackageFile(), files);
+    }
+    if (!mode) {
+        return;
+    }
+    const std::wstring refused = AttachDocuments(m_session.FolderWithSeparator(), files, *mode);
+    m_control.LoadFile(m_session.FolderWithSeparator(), m_session.PackageFile()); // shows them
+    m_control.MarkChanged();
+    if (!refused.empty()) {
+        m_view.ShowError(refused);
+    }
+}
+
+bool PackageAttaching::CanAttach(const std::vector<std::wstring>& files) {
+    if (!TakesDocuments(m_session.FolderWithSeparator())) {
+        m_view.ShowError(FileName(m_session.PackageFile()) +
+                         L" was written by an older program and takes no additional documents.");
+        return false;
+    }
+    if (files.size() == 1 && FolderExists(files.front())) {
+        m_view.ShowError(FileName(files.front()) + L" is a folder; only files can be attached.");
+        return false;
+    }
+    return true;
+}
+
+} // namespace viewer
