@@ -45,6 +45,10 @@ class Window:
     def size(self):
         return self.rect[2] - self.rect[0], self.rect[3] - self.rect[1]
 
+    @property
+    def middle(self):
+        return (self.rect[0] + self.rect[2]) // 2, (self.rect[1] + self.rect[3]) // 2
+
     def walk(self):
         yield self
         for child in self.children:

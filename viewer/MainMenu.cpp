@@ -2,6 +2,7 @@
 
 #include "controller/PackageController.h"
 #include "resources/resource.h"
+#include "window/DroppedFiles.h"
 #include "window/RecentMenu.h"
 
 namespace viewer {
@@ -20,6 +21,7 @@ void UpdateMenu(HMENU menu, const PackageController& packages) {
     for (const UINT command : {IDM_FILE_SAVE, IDM_FILE_CLOSE, IDM_VIEW_REFRESH}) {
         EnableCommand(menu, command, packages.Session() && !isOpening);
     }
+    EnableCommand(menu, IDM_EDIT_PASTE, CanPasteFiles() && !isOpening);
     if (IsRecentMenu(menu)) {
         FillRecentMenu(menu, packages.Recent().Items(), !isOpening);
     }

@@ -152,6 +152,9 @@ void MainWindow::OnCommand(int command) {
     case IDM_FILE_EXIT:
         SendMessageW(Handle(), WM_CLOSE, 0, 0);
         break;
+    case IDM_EDIT_PASTE:
+        Paste();
+        break;
     case IDM_VIEW_REFRESH:
         m_packages.Reload();
         break;
@@ -178,7 +181,16 @@ void MainWindow::OnDropFiles(HDROP drop) {
     const std::optional<AttachMode> mode = AttachModeByKey();
     const std::vector<std::wstring> files = TakeDroppedFiles(drop);
     SetForegroundWindow(Handle());
-    m_packages.Drop(files, mode);
+    m_packages.TakeFiles(files, mode);
+}
+
+void MainWindow::Paste() {
+    const std::vector<std::wstring> files = PastedFiles(Handle());
+    if (files.empty()) {
+        ShowNote(L"There are no files to paste");
+    } else {
+        m_packages.TakeFiles(files, std::nullopt);
+    }
 }
 
 // The focus returns to where it was inside the window.

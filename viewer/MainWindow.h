@@ -55,6 +55,7 @@ private:
     bool OnCreate();
     void OnCommand(int command);
     void OnDropFiles(HDROP drop);
+    void Paste();
     void OnActivate(bool active, HWND other);
     void OnTimer(UINT_PTR timer);
     void OnClose();

@@ -5,10 +5,9 @@ import pathlib
 import unittest
 import zipfile
 
-from viewercase import LIBRARY, SAVE, UPDATE, ViewerCase, properties_of, session_folder
+from viewercase import DESCRIPTION, LIBRARY, SAVE, UPDATE, ViewerCase, properties_of, session_folder
 from viewerdriver import PROGRAM
 
-DESCRIPTION = 1037
 CLEAN, MARKED = f'bracket.mxov - {PROGRAM}', f'*bracket.mxov - {PROGRAM}'
 PROGRAM_FILE = 'GCode/op10-face-pocket.nc'
 SHEET = 'SetupSheets/setup.html'
@@ -30,8 +29,7 @@ class NewsTest(ViewerCase):
         return viewer.wait(f'the bar shows "{text}"', lambda s: news(s) == text and not s.others)
 
     def press_button(self, viewer, text):
-        left, top, right, bottom = button(viewer.snapshot(), text).rect
-        viewer.click((left + right) // 2, (top + bottom) // 2)
+        viewer.click(*button(viewer.snapshot(), text).middle)
 
     def edit(self, name=PROGRAM_FILE, text=b'(edited)\r\n'):
         with open(session_folder() / name, 'ab') as document:
@@ -71,8 +69,7 @@ class NewsTest(ViewerCase):
         viewer, shown = self.open_sample()
         viewer.click(*self.row_place(shown.lists()[0], 0))
         popup = properties_of(viewer.wait('the properties', properties_of))
-        left, top, right, bottom = popup.find(id=DESCRIPTION).rect
-        viewer.click((left + right) // 2, (top + bottom) // 2)
+        viewer.click(*popup.find(id=DESCRIPTION).middle)
         viewer.press('x')
         viewer.wait('the mark', lambda s: s.frame.text == MARKED)
         viewer.press('alt+F4')

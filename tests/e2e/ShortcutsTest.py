@@ -2,11 +2,10 @@
 """The viewer's shortcuts, also while the properties of a document have the focus, and the help they open."""
 import unittest
 
-from viewercase import LIBRARY, SAVE, ViewerCase, properties_of
+from viewercase import DESCRIPTION, LIBRARY, SAVE, ViewerCase, properties_of
 from viewerdriver import BUILD, PROGRAM, Viewer
 from wineprogram import windows_path
 
-DESCRIPTION = 1037
 
 
 class ShortcutsTest(ViewerCase):
@@ -22,7 +21,7 @@ class ShortcutsTest(ViewerCase):
         viewer.click(*self.row_place(shown.lists()[0], 0))
         shown = viewer.wait('the properties', properties_of)
         edit = properties_of(shown).find(id=DESCRIPTION)
-        viewer.click((edit.rect[0] + edit.rect[2]) // 2, (edit.top + edit.rect[3]) // 2)
+        viewer.click(*edit.middle)
         viewer.wait('the focus in the description', lambda s: s.focus == edit.handle)
         return edit
 

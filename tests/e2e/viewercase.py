@@ -23,6 +23,7 @@ SESSIONS = next(PREFIX.glob('drive_c/users/*/AppData/Local')) / 'MXOVViewer'
 HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
 LIST_HEADER, ROW_HEIGHT = 18, 17
 SAVE, ADD, DELETE, UPDATE = 1039, 1040, 1041, 1042
+DESCRIPTION = 1037
 LINKED, MISSING, PACKAGED = 0, 1, 2
 LIBRARY = 'Maxtrel Orvando Document Manager'
 LINK_LABEL = 'Link instead of copying'
@@ -171,17 +172,15 @@ class ViewerCase(unittest.TestCase):
     @staticmethod
     def click_item(viewer, number):
         """Clicks in the middle of a control of the embedded dialog."""
-        left, top, right, bottom = viewer.snapshot().item(number).rect
-        viewer.click((left + right) // 2, (top + bottom) // 2)
+        viewer.click(*viewer.snapshot().item(number).middle)
 
     @staticmethod
     def row_place(shown_list, row):
         """A point on the name in a row of a list that stands at its beginning."""
         return shown_list.rect[0] + 60, shown_list.top + LIST_HEADER + ROW_HEIGHT * row + ROW_HEIGHT // 2
 
-    def attach(self, viewer, path, linked, key='Return'):
-        """A file attached with the "+" dialog: the path typed, the box clicked for a copy, ended with `key`."""
-        before = len(viewer.snapshot().lists()[3].rows)
+    def choose_to_attach(self, viewer, path, linked, key='Return'):
+        """A file chosen in the "+" dialog: the path typed, the box clicked for a copy, ended with `key`."""
         self.click_item(viewer, ADD)
         shown = viewer.wait('the "+" dialog', lambda s: s.others and s.dialog().find(text=LINK_LABEL))
         box = shown.dialog().find(text=LINK_LABEL)
@@ -192,8 +191,17 @@ class ViewerCase(unittest.TestCase):
         viewer.type(windows_path(path))
         viewer.photograph('e2e-attach')
         viewer.press(key)
-        rows = before + (key == 'Return')
+
+    def attach(self, viewer, path, linked, key='Return'):
+        """A file attached with the "+" dialog."""
+        rows = len(viewer.snapshot().lists()[3].rows) + (key == 'Return')
+        self.choose_to_attach(viewer, path, linked, key)
         return viewer.wait('the dialog is done', lambda s: not s.others and len(s.lists()[3].rows) == rows)
+
+    @staticmethod
+    def save(viewer):
+        viewer.press('ctrl+s')
+        return viewer.wait('it is saved', lambda s: not s.item(SAVE).enabled and not s.others)
 
     def check_package(self, package, *names):
         """Independent programs find the package intact, and it holds these entries."""

@@ -75,7 +75,7 @@ bool PackageController::CanOpen(const std::wstring& path) {
     return true;
 }
 
-void PackageController::Drop(const std::vector<std::wstring>& files, std::optional<AttachMode> mode) {
+void PackageController::TakeFiles(const std::vector<std::wstring>& files, std::optional<AttachMode> mode) {
     const auto package = std::ranges::find_if(files, IsPackageName);
     if (files.empty()) {
         return;

@@ -51,9 +51,9 @@ public:
     /// an error when it cannot be opened; the open package then stays as it was.
     void Open(const std::wstring& path);
 
-    /// Handles dropped files: the first package among them is opened, other files are attached to the open
-    /// package. `mode` is what the user chose by a key; without one a prompt asks.
-    void Drop(const std::vector<std::wstring>& files, std::optional<AttachMode> mode);
+    /// Handles files that were dropped or pasted: the first package among them is opened, other files are
+    /// attached to the open package. `mode` is what the user chose by a key; without one a prompt asks.
+    void TakeFiles(const std::vector<std::wstring>& files, std::optional<AttachMode> mode);
 
     /// Opens the open package anew.
     void Reload();

@@ -1,0 +1,8 @@
+// Files on the clipboard.
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// Puts the files of these UTF-8 paths on the clipboard. Throws std::runtime_error.
+void CopyFiles(const std::vector<std::string>& paths);
