@@ -41,7 +41,8 @@ std::wstring MainWindow::Create() {
     if (std::wstring error = m_control.Create(Handle(), IDC_CONTROL); !error.empty()) {
         return error;
     }
-    m_control.NotifyChanges(Handle(), PackageController::kControlChanged);
+    m_control.Notify(Handle(), {PackageController::kControlChanged, PackageController::kAdding,
+                                PackageController::kAdded});
     m_columns.Apply(m_control.Content());
     const SIZE usual = m_layout.UsualSize();
     SetWindowPos(Handle(), nullptr, 0, 0, usual.cx, usual.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);

@@ -2,9 +2,9 @@
 
 #include "common/Himetric.h"
 #include "common/Paths.h"
+#include "control/ControlParts.h"
 #include "package/Paths.h"
 
-#include <commctrl.h>
 #include <ole2.h>
 
 #include <vector>
@@ -14,15 +14,6 @@ namespace viewer {
 namespace {
 
 constexpr wchar_t kContainerClass[] = L"AtlAxWin";
-
-// Commands of the control's dialog: its "&Save" button, and what its properties window posts after a change.
-constexpr int kSaveButton = 1039;
-constexpr int kAddButton = 1040;
-constexpr int kRemoveButton = 1041;
-constexpr int kFirstSection = 1000;
-constexpr int kFirstList = 1004;
-constexpr int kSectionCount = 4;
-constexpr WPARAM kPackageChanged = 1042;
 
 // The two functions of the system's container library that a host needs.
 struct ContainerLibrary {
@@ -65,17 +56,6 @@ SIZE WindowSize(HWND window) {
     return {area.right - area.left, area.bottom - area.top};
 }
 
-// Posts the message `posted` to a window when the "&Save" button is enabled or disabled.
-LRESULT CALLBACK PostEnabling(HWND button, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR posted,
-                              DWORD_PTR window) {
-    if (message == WM_ENABLE) {
-        PostMessageW(reinterpret_cast<HWND>(window), static_cast<UINT>(posted), 0, 0);
-    } else if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(button, PostEnabling, posted);
-    }
-    return DefSubclassProc(button, message, wParam, lParam);
-}
-
 } // namespace
 
 std::wstring ControlHost::Create(HWND parent, int id) {
@@ -101,12 +81,6 @@ std::wstring ControlHost::Create(HWND parent, int id) {
     m_naturalSize = MeasureControl();
     NameParts();
     return {};
-}
-
-void ControlHost::NotifyChanges(HWND window, UINT message) {
-    if (const HWND save = GetDlgItem(Content(), kSaveButton)) {
-        SetWindowSubclass(save, PostEnabling, message, reinterpret_cast<DWORD_PTR>(window));
-    }
 }
 
 void ControlHost::Destroy() noexcept {
@@ -154,18 +128,18 @@ void ControlHost::ClearAllData() {
 }
 
 bool ControlHost::HasChanges() const {
-    const HWND save = GetDlgItem(Content(), kSaveButton);
+    const HWND save = GetDlgItem(Content(), part::kSaveButton);
     return save && IsWindowEnabled(save);
 }
 
 void ControlHost::Save() {
     MarkChanged();
-    SendMessageW(Content(), WM_COMMAND, MAKEWPARAM(kSaveButton, BN_CLICKED),
-                 reinterpret_cast<LPARAM>(GetDlgItem(Content(), kSaveButton)));
+    SendMessageW(Content(), WM_COMMAND, MAKEWPARAM(part::kSaveButton, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(Content(), part::kSaveButton)));
 }
 
 void ControlHost::MarkChanged() {
-    SendMessageW(Content(), WM_COMMAND, kPackageChanged, 0);
+    SendMessageW(Content(), WM_COMMAND, part::kUpdateButton, 0);
 }
 
 bool ControlHost::TranslateAccelerator(MSG& message) {
@@ -215,13 +189,13 @@ HWND ControlHost::ControlWindow() const {
 void ControlHost::NameParts() const {
     SetWindowTextW(m_container, L"Documents");
     const HWND content = Content();
-    for (int section = 0; section < kSectionCount; ++section) {
+    for (int section = 0; section < part::kSectionCount; ++section) {
         wchar_t title[128] = L"";
-        GetDlgItemTextW(content, kFirstSection + section, title, ARRAYSIZE(title));
-        SetDlgItemTextW(content, kFirstList + section, title);
+        GetDlgItemTextW(content, part::kFirstSection + section, title, ARRAYSIZE(title));
+        SetDlgItemTextW(content, part::kFirstList + section, title);
     }
-    SetDlgItemTextW(content, kAddButton, L"Add a document");
-    SetDlgItemTextW(content, kRemoveButton, L"Remove the document");
+    SetDlgItemTextW(content, part::kAddButton, L"Add a document");
+    SetDlgItemTextW(content, part::kRemoveButton, L"Remove the document");
 }
 
 // Until its first draw, the control's dialog has the size of its template.

@@ -3,6 +3,7 @@
 
 #include "common/ComPtr.h"
 #include "control/ControlActivation.h"
+#include "control/ControlEvents.h"
 
 #include <initializer_list>
 #include <string>
@@ -15,8 +16,10 @@ public:
     /// wrong, in words for the user; empty on success.
     [[nodiscard]] std::wstring Create(HWND parent, int id);
 
-    /// Posts `message` to `window` from now on whenever `HasChanges` may have changed.
-    void NotifyChanges(HWND window, UINT message);
+    /// Reports to `window` from now on what the user does in the control.
+    void Notify(HWND window, const ControlEvents::Messages& messages) {
+        m_events.Start(Content(), window, messages);
+    }
 
     /// Releases the control and destroys its windows.
     void Destroy() noexcept;
@@ -75,6 +78,7 @@ private:
 
     HWND m_container = nullptr;
     ControlActivation m_activation;
+    ControlEvents m_events;
     common::ComPtr<IDispatch> m_control;
     SIZE m_naturalSize = {};
 };

@@ -1,5 +1,7 @@
 #include "control/ListColumns.h"
 
+#include "control/ControlParts.h"
+
 #include <algorithm>
 
 #include <commctrl.h>
@@ -8,7 +10,6 @@ namespace viewer {
 
 namespace {
 
-constexpr int kFirstListId = 1004;
 constexpr wchar_t kLongestDate[] = L"2000-00-00 00:00:00";
 constexpr wchar_t kUsualSize[] = L"999999 KB";
 constexpr int kCellPadding = 12; // pixels that a list view adds to a text, at 96 dots per inch
@@ -39,7 +40,7 @@ int ColumnWidth(HWND list, int column, const wchar_t* text) {
 }
 
 std::wstring ValueName(int index) {
-    return L"ColumnWidths" + std::to_wstring(kFirstListId + index);
+    return L"ColumnWidths" + std::to_wstring(part::kFirstList + index);
 }
 
 } // namespace
@@ -75,7 +76,7 @@ void ListColumns::Store(HWND dialog) const {
 }
 
 HWND ListColumns::List(HWND dialog, int index) {
-    return GetDlgItem(dialog, kFirstListId + index);
+    return GetDlgItem(dialog, part::kFirstList + index);
 }
 
 ListColumns::Widths ListColumns::Read(HWND list) {

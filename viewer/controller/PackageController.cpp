@@ -145,6 +145,7 @@ bool PackageController::Close() {
         return false;
     }
     m_watch.reset();
+    m_adding.reset();
     m_state.reset();
     m_control.ClearAllData();
     m_session.reset();
@@ -178,6 +179,12 @@ bool PackageController::OnMessage(UINT message) {
         return true;
     case kWatched:
         OnWatched();
+        return true;
+    case kAdding:
+        OnAdding();
+        return true;
+    case kAdded:
+        OnAdded();
         return true;
     default:
         return false;
@@ -220,6 +227,21 @@ void PackageController::OnControlChanged() {
     UpdateNews();
 }
 
+// While another package is being opened, the session may end before the button has finished.
+void PackageController::OnAdding() {
+    if (m_session && !IsOpening()) {
+        m_adding = std::make_unique<PackageAdding>(m_view, m_control, *m_session);
+    }
+}
+
+void PackageController::OnAdded() {
+    if (const std::unique_ptr<PackageAdding> adding = std::move(m_adding)) {
+        const common::ScopedFlag prompting(m_prompting);
+        adding->Finish();
+    }
+    OnControlChanged();
+}
+
 void PackageController::OnWatched() {
     if (!m_watch) {
         return;
@@ -250,6 +272,7 @@ void PackageController::SwitchTo(std::unique_ptr<PackageSession> session) {
     }
     session->RecordSave();
     m_watch.reset();
+    m_adding.reset();
     m_control.LoadFile(session->FolderWithSeparator(), session->PackageFile());
     m_session = std::move(session);
     m_state.reset();

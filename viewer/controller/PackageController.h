@@ -1,6 +1,7 @@
 // The package that the window shows: opens, watches, saves, closes and recovers it.
 #pragma once
 
+#include "controller/PackageAdding.h"
 #include "controller/PackageOpening.h"
 #include "controller/PackageView.h"
 #include "package/Attachment.h"
@@ -21,10 +22,12 @@ class ControlHost;
 
 class PackageController {
 public:
-    /// Posted to the frame, which passes them to `OnMessage`.
+    /// Arrive at the frame, which passes them to `OnMessage`.
     static constexpr UINT kUnpacked = WM_APP + 1;
     static constexpr UINT kControlChanged = WM_APP + 2;
     static constexpr UINT kWatched = WM_APP + 3;
+    static constexpr UINT kAdding = WM_APP + 4; ///< sent
+    static constexpr UINT kAdded = WM_APP + 5;
 
     /// Keeps the recent packages below HKEY_CURRENT_USER in `settingsKey`. View, control and store outlive
     /// it.
@@ -77,7 +80,7 @@ public:
     /// Handles a timer of the frame.
     void OnTimer() { m_opening.OnTimer(); }
 
-    /// Handles a message that was posted to the frame; true when it was one of those above.
+    /// Handles a message to the frame; true when it was one of those above.
     bool OnMessage(UINT message);
 
     /// Lets the progress window handle its keyboard messages; true when it has handled this one.
@@ -87,6 +90,8 @@ private:
     [[nodiscard]] bool CanOpen(const std::wstring& path);
     void Attach(const std::vector<std::wstring>& files, std::optional<AttachMode> mode);
     void OnUnpacked();
+    void OnAdding();
+    void OnAdded();
     void OnControlChanged();
     void OnWatched();
     void UpdateNews();
@@ -103,7 +108,8 @@ private:
     PackageNews m_news;
     std::optional<PackageState> m_state; // as the watch saw it last
     std::unique_ptr<PackageSession> m_session;
-    std::unique_ptr<PackageWatch> m_watch; // of the session
+    std::unique_ptr<PackageWatch> m_watch;   // of the session
+    std::unique_ptr<PackageAdding> m_adding; // to the session, while the control adds
     PackageOpening m_opening;
 };
 

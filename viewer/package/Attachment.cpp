@@ -2,6 +2,7 @@
 
 #include "common/SystemError.h"
 #include "mxovshare.h"
+#include "package/CopyName.h"
 #include "package/DiskCatalogueSource.h"
 #include "package/ItemText.h"
 #include "package/PackageInformation.h"
@@ -21,12 +22,6 @@ FILETIME LastWriteOf(const std::wstring& file) {
     WIN32_FILE_ATTRIBUTE_DATA data = {};
     GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &data);
     return data.ftLastWriteTime;
-}
-
-// "plan (2).pdf"
-std::wstring NumberedName(const std::wstring& name, int number) {
-    const std::wstring stem = FileStem(name);
-    return stem + L" (" + std::to_wstring(number) + L")" + name.substr(stem.size());
 }
 
 // Copies a file below the folder of copies under a name that is free, which it returns. Empty on failure,

@@ -24,4 +24,13 @@ std::optional<AttachMode> AskHowToAttach(HWND owner, const std::wstring& package
         TD_INFORMATION_ICON);
 }
 
+SharedNameAnswer AskAboutSharedName(HWND owner, const std::wstring& name) {
+    using enum SharedNameAnswer;
+    return AskUser<SharedNameAnswer>(owner, name + L" is already in the package",
+                                     L"You can keep both under different names, or replace the document in "
+                                     L"the package.",
+                                     {{L"&Keep both", KeepBoth}, {L"&Replace", Replace}, {L"Cancel", Cancel}},
+                                     Cancel, TD_INFORMATION_ICON);
+}
+
 } // namespace viewer

@@ -1,4 +1,4 @@
-// How dropped documents are to be attached.
+// Prompts about documents that are to be attached.
 #pragma once
 
 #include "package/Attachment.h"
@@ -14,5 +14,10 @@ namespace viewer {
 /// Asks whether to attach these files to a package as links or as copies; nothing when the user cancels.
 [[nodiscard]] std::optional<AttachMode> AskHowToAttach(HWND owner, const std::wstring& packageFile,
                                                        const std::vector<std::wstring>& files);
+
+enum class SharedNameAnswer { KeepBoth, Replace, Cancel };
+
+/// Asks what to do with a new copy of this name, which a document of the package has already.
+[[nodiscard]] SharedNameAnswer AskAboutSharedName(HWND owner, const std::wstring& name);
 
 } // namespace viewer

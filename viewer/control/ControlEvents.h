@@ -1,0 +1,33 @@
+// What the user does in the control, as messages to the host's window. The control itself raises no events.
+#pragma once
+
+#include <windows.h>
+
+namespace viewer {
+
+class ControlEvents {
+public:
+    /// The numbers of the messages.
+    struct Messages {
+        UINT changed; ///< posted when "&Save" was enabled or disabled
+        UINT adding;  ///< sent before the "+" button adds a document
+        UINT added;   ///< posted after it has, or the user has cancelled
+    };
+
+    ControlEvents() = default;
+    ControlEvents(const ControlEvents&) = delete;
+    ControlEvents& operator=(const ControlEvents&) = delete;
+
+    /// Sends messages to `window` from now on. `dialog` is the one inside the control; it does not outlive
+    /// the object.
+    void Start(HWND dialog, HWND window, const Messages& messages);
+
+private:
+    static LRESULT CALLBACK Watch(HWND control, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                  DWORD_PTR self);
+
+    HWND m_window = nullptr;
+    Messages m_messages = {};
+};
+
+} // namespace viewer
