@@ -77,8 +77,9 @@ int Run(int show) {
     if (!line.language.empty()) {
         mxovshare::UseLanguage(line.language);
     }
-    constexpr INITCOMMONCONTROLSEX kControls = {sizeof kControls,
-                                                ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_PROGRESS_CLASS};
+    constexpr INITCOMMONCONTROLSEX kControls = {sizeof kControls, ICC_STANDARD_CLASSES | ICC_BAR_CLASSES |
+                                                                      ICC_PROGRESS_CLASS |
+                                                                      ICC_LISTVIEW_CLASSES | ICC_TAB_CLASSES};
     InitCommonControlsEx(&kControls);
     const ComApartment apartment;
     return RunWindow(line, show);

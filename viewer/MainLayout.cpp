@@ -1,7 +1,6 @@
 #include "MainLayout.h"
 
 #include "control/ControlHost.h"
-#include "preview/PreviewPane.h"
 #include "window/NewsBar.h"
 #include "window/StatusBar.h"
 #include "window/Window.h"
@@ -13,9 +12,9 @@ namespace viewer {
 namespace {
 
 // At 96 dots per inch.
-constexpr int kGap = 1; // between control and preview
-constexpr int kLeastPreview = 220;
-constexpr int kUsualPreview = 620;
+constexpr int kGap = 1; // between control and pages
+constexpr int kLeastPages = 220;
+constexpr int kUsualPages = 620;
 constexpr int kUsualHeight = 640;
 constexpr int kFactWidth = 160;
 constexpr SIZE kUsualControl = {372, 480};
@@ -43,15 +42,15 @@ void MainLayout::ArrangeRightSide(const RECT& area) {
     const int width = static_cast<int>(area.right - area.left);
     const int top = std::min<int>(m_news.HeightFor(width), area.bottom);
     MoveWindow(m_news.Handle(), area.left, 0, width, top, TRUE);
-    MoveWindow(m_preview.Handle(), area.left, top, width, area.bottom - top, TRUE);
+    MoveWindow(m_pages.Handle(), area.left, top, width, area.bottom - top, TRUE);
 }
 
 SIZE MainLayout::LeastSize() const {
-    return FrameSize(kLeastPreview, 0);
+    return FrameSize(kLeastPages, 0);
 }
 
 SIZE MainLayout::UsualSize() const {
-    return FrameSize(kUsualPreview, kUsualHeight);
+    return FrameSize(kUsualPages, kUsualHeight);
 }
 
 // The control's natural size, or a default where it reports none.
@@ -61,11 +60,11 @@ SIZE MainLayout::ControlSize() const {
             natural.cy > 0 ? natural.cy : m_frame.Scale(kUsualControl.cy)};
 }
 
-// The outer size that leaves the preview this width, and the control at least this height and all that it
+// The outer size that leaves the pages this width, and the control at least this height and all that it
 // needs.
-SIZE MainLayout::FrameSize(int previewWidth, int leastHeight) const {
+SIZE MainLayout::FrameSize(int pagesWidth, int leastHeight) const {
     const SIZE control = ControlSize();
-    RECT area = {0, 0, control.cx + m_frame.Scale(kGap + previewWidth),
+    RECT area = {0, 0, control.cx + m_frame.Scale(kGap + pagesWidth),
                  std::max<LONG>(control.cy, m_frame.Scale(leastHeight)) + m_status.Height()};
     AdjustWindowRectExForDpi(&area, WS_OVERLAPPEDWINDOW, TRUE, 0, GetDpiForWindow(m_frame.Handle()));
     return {area.right - area.left, area.bottom - area.top};

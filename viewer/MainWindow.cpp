@@ -2,13 +2,11 @@
 
 #include "common/SystemError.h"
 #include "control/PropertiesWindow.h"
-#include "HelpMenu.h"
 #include "MainMenu.h"
 #include "package/PackageSummary.h"
 #include "package/Paths.h"
 #include "resources/resource.h"
 #include "window/DroppedFiles.h"
-#include "window/FileDialog.h"
 #include "window/NewsButtons.h"
 #include "window/WindowPlacement.h"
 
@@ -19,6 +17,8 @@ namespace viewer {
 namespace {
 
 constexpr wchar_t kFrameClass[] = L"MXOVViewerFrame";
+constexpr UINT kSelected = WM_APP + 20;
+constexpr UINT kDocumentRead = WM_APP + 21;
 
 } // namespace
 
@@ -42,7 +42,8 @@ std::wstring MainWindow::Create() {
         return error;
     }
     m_control.Notify(Handle(), {PackageController::kControlChanged, PackageController::kAdding,
-                                PackageController::kAdded});
+                                PackageController::kAdded, kSelected});
+    m_selection.Start(Handle(), kDocumentRead);
     m_columns.Apply(m_control.Content());
     const SIZE usual = m_layout.UsualSize();
     SetWindowPos(Handle(), nullptr, 0, 0, usual.cx, usual.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -66,7 +67,7 @@ bool MainWindow::PreTranslate(MSG& message) {
     if (message.hwnd == Handle()) {
         return false;
     }
-    return m_control.TranslateAccelerator(message) || WrapTabFocus(message);
+    return m_pages.PreTranslate(message) || m_control.TranslateAccelerator(message) || WrapTabFocus(message);
 }
 
 // Whether a window is the frame, inside it, or floats over it as the properties of a document do. Modal
@@ -75,7 +76,7 @@ bool MainWindow::IsOfFrame(HWND window) const {
     return GetAncestor(window, GA_ROOTOWNER) == Handle();
 }
 
-// The control leaves Tab to its container at both ends, and no other part of the window takes the focus.
+// The control leaves Tab to its container at both ends. F6 leads to the other side of the window.
 bool MainWindow::WrapTabFocus(const MSG& message) {
     if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || !m_control.HasFocus()) {
         return false;
@@ -100,7 +101,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         UpdateMenu(reinterpret_cast<HMENU>(wParam), m_packages);
         return 0;
     case WM_COMMAND:
-        OnCommand(LOWORD(wParam));
+        m_commands.Run(LOWORD(wParam));
         return 0;
     case WM_DROPFILES:
         OnDropFiles(reinterpret_cast<HDROP>(wParam));
@@ -130,52 +131,28 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         PostQuitMessage(0);
         return 0;
     default:
-        return m_packages.OnMessage(message) ? 0 : Default(message, wParam, lParam);
+        return OnOwnMessage(message, wParam, lParam) ? 0 : Default(message, wParam, lParam);
     }
+}
+
+// Messages between the parts of the window; true when it was one.
+bool MainWindow::OnOwnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const PackageSession* session = m_packages.Session();
+    if (message == kSelected && session) {
+        m_selection.Select(*session, {static_cast<int>(wParam), static_cast<int>(lParam)});
+    } else if (message == kDocumentRead) {
+        m_selection.OnRead();
+    } else if (m_packages.OnMessage(message)) {
+        m_selection.Refresh(m_packages.Session()); // any change may concern it
+    } else {
+        return false;
+    }
+    return true;
 }
 
 bool MainWindow::OnCreate() {
     return m_status.Create(Handle(), IDC_STATUS) && m_news.Create(Handle(), IDC_NEWS) &&
-           m_preview.Create(Handle(), IDC_PREVIEW);
-}
-
-void MainWindow::OnCommand(int command) {
-    switch (command) {
-    case IDM_FILE_OPEN:
-        BrowseForPackage();
-        break;
-    case IDM_FILE_SAVE:
-        m_packages.Save();
-        break;
-    case IDM_FILE_CLOSE:
-        m_packages.Close();
-        break;
-    case IDM_FILE_EXIT:
-        SendMessageW(Handle(), WM_CLOSE, 0, 0);
-        break;
-    case IDM_EDIT_PASTE:
-        Paste();
-        break;
-    case IDM_VIEW_REFRESH:
-        m_packages.Reload();
-        break;
-    case IDM_PACKAGE_COMPARE:
-        m_packages.Compare();
-        break;
-    case IDM_HELP_TOPICS:
-        if (const std::wstring error = ShowHelpTopics(); !error.empty()) {
-            ShowError(error);
-        }
-        break;
-    case IDM_HELP_ABOUT:
-        ShowAbout(Handle(), m_control.File());
-        break;
-    default:
-        if (command >= IDM_RECENT_FIRST && command <= IDM_RECENT_LAST) {
-            OpenRecent(static_cast<std::size_t>(command - IDM_RECENT_FIRST));
-        }
-        break;
-    }
+           m_pages.Create(Handle(), IDC_PAGES);
 }
 
 void MainWindow::OnDropFiles(HDROP drop) {
@@ -183,15 +160,6 @@ void MainWindow::OnDropFiles(HDROP drop) {
     const std::vector<std::wstring> files = TakeDroppedFiles(drop);
     SetForegroundWindow(Handle());
     m_packages.TakeFiles(files, mode);
-}
-
-void MainWindow::Paste() {
-    const std::vector<std::wstring> files = PastedFiles(Handle());
-    if (files.empty()) {
-        ShowNote(L"There are no files to paste");
-    } else {
-        m_packages.TakeFiles(files, std::nullopt);
-    }
 }
 
 // The focus returns to where it was inside the window.
@@ -221,28 +189,16 @@ void MainWindow::OnClose() {
     DestroyWindow(Handle());
 }
 
-void MainWindow::BrowseForPackage() {
-    CloseProperties(Handle());
-    if (const std::optional<std::wstring> path = AskForPackage(Handle())) {
-        m_packages.Open(*path);
-    }
-}
-
-void MainWindow::OpenRecent(std::size_t index) {
-    const std::vector<std::wstring>& recent = m_packages.Recent().Items();
-    if (index < recent.size()) {
-        m_packages.Open(std::wstring(recent[index]));
-    }
-}
-
 void MainWindow::OnPackageChanged() {
     const PackageSession* session = m_packages.Session();
     ShowControl(session != nullptr);
     ShowTitle();
+    m_selection.Refresh(session);
     if (!session) {
-        m_preview.Clear();
+        m_pages.Clear();
     } else {
-        m_preview.Show(ReadPackageSummary(session->FolderWithSeparator(), session->PackageFile()));
+        m_pages.ShowPackage(ReadPackageSummary(session->FolderWithSeparator(), session->PackageFile()),
+                            ReadHistory(session->FolderWithSeparator()));
     }
     ShowPackageStatus();
 }

@@ -4,8 +4,10 @@
 #include "control/ControlHost.h"
 #include "control/ListColumns.h"
 #include "controller/PackageController.h"
+#include "DocumentSelection.h"
+#include "MainCommands.h"
 #include "MainLayout.h"
-#include "preview/PreviewPane.h"
+#include "MainPages.h"
 #include "window/NewsBar.h"
 #include "window/StatusBar.h"
 #include "window/Window.h"
@@ -53,31 +55,30 @@ private:
     void ShowError(const std::wstring& text) override;
 
     bool OnCreate();
-    void OnCommand(int command);
     void OnDropFiles(HDROP drop);
-    void Paste();
     void OnActivate(bool active, HWND other);
     void OnTimer(UINT_PTR timer);
     void OnClose();
+    bool OnOwnMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
-    void BrowseForPackage();
-    void OpenRecent(std::size_t index);
     void ShowControl(bool shown);
     void ShowTitle();
     void ShowPackageStatus();
     bool WrapTabFocus(const MSG& message);
     [[nodiscard]] bool IsOfFrame(HWND window) const;
 
-    PreviewPane m_preview;
+    MainPages m_pages;
     NewsBar m_news;
     StatusBar m_status;
     HACCEL m_accelerators = nullptr;
     HWND m_lastFocus = nullptr;
     bool m_maximised = false; // at the end of the last run
     ControlHost m_control;
-    MainLayout m_layout{*this, m_control, m_news, m_preview, m_status};
+    MainLayout m_layout{*this, m_control, m_news, m_pages, m_status};
     ListColumns m_columns{kSettingsKey};
     PackageController m_packages;
+    DocumentSelection m_selection{m_control, m_pages};
+    MainCommands m_commands{*this, m_control, m_pages, m_packages, m_selection};
 };
 
 } // namespace viewer

@@ -96,6 +96,9 @@ MXOVSHARE_API std::wstring StampOfFolder(const std::wstring& folder) noexcept;
 MXOVSHARE_API void ResumeFolder(const std::wstring& folder, const std::wstring& file,
                                 const std::wstring& stamp) noexcept;
 
+/// The remarks of the history entry that the next successful save of `folder` adds; empty for none.
+MXOVSHARE_API void SetSaveRemarks(const std::wstring& folder, const std::wstring& remarks) noexcept;
+
 /// Whether a save of `folder` failed or was cancelled since this was last asked or the folder was last saved.
 [[nodiscard]] MXOVSHARE_API bool TakeSaveFailure(const std::wstring& folder) noexcept;
 

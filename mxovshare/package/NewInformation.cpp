@@ -32,8 +32,9 @@ std::wstring FindInformation(const std::wstring& folder) {
 
 } // namespace
 
-NewInformation::NewInformation(const std::wstring& folder, const std::wstring& operation)
-    : m_path(FindInformation(folder)), m_values(NewHistoryEntry(operation)) {
+NewInformation::NewInformation(const std::wstring& folder, const std::wstring& operation,
+                               const std::wstring& remarks)
+    : m_path(FindInformation(folder)), m_values(NewHistoryEntry(operation, remarks)) {
     // Failed writes of earlier changes are retried first.
     DWORD error = IniStore::Instance().SetValues({}, {}, m_path).error;
     if (error == ERROR_SUCCESS) {

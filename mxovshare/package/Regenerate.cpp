@@ -25,7 +25,7 @@ void ConfirmLoss(const std::wstring& file, const std::wstring& lost) {
 void Save(const std::wstring& folder, const std::wstring& file, const std::wstring& operation) {
     ReplacementGuard guard(folder, file);
     guard.Confirm();
-    NewInformation information(folder, operation);
+    NewInformation information(folder, operation, SaveRemarks(folder));
     const Substitute substitute = information.ForPackage();
     NewPackage package(file);
     ProgressWindow progress(L"Saving " + file);

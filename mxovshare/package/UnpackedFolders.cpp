@@ -22,6 +22,7 @@ struct UnpackedFolder {
     std::wstring folder;
     std::wstring file;
     std::wstring stamp;
+    std::wstring remarks; // of the next save
     bool saveFailed = false;
 };
 
@@ -43,7 +44,7 @@ UnpackedFolder& FindOrAdd(const std::wstring& folder) {
     if (UnpackedFolder* entry = Find(folder)) {
         return *entry;
     }
-    g_folders.push_back({.folder = FolderPath(folder), .file = {}, .stamp = {}});
+    g_folders.push_back({.folder = FolderPath(folder), .file = {}, .stamp = {}, .remarks = {}});
     return g_folders.back();
 }
 
@@ -80,7 +81,14 @@ void RecordFolder(const std::wstring& folder, const std::wstring& file, const st
     UnpackedFolder& entry = FindOrAdd(folder);
     entry.file = file;
     entry.stamp = stamp;
+    entry.remarks.clear();
     entry.saveFailed = false;
+}
+
+std::wstring SaveRemarks(const std::wstring& folder) {
+    const std::lock_guard guard(g_lock);
+    const UnpackedFolder* entry = Find(folder);
+    return entry != nullptr ? entry->remarks : std::wstring();
 }
 
 void RecordSave(const std::wstring& folder, const std::wstring& file, bool ok) noexcept {
@@ -129,6 +137,13 @@ std::wstring StampOfFolder(const std::wstring& folder) noexcept {
 
 void ResumeFolder(const std::wstring& folder, const std::wstring& file, const std::wstring& stamp) noexcept {
     RunForResult(file, [&] { RecordFolder(folder, file, stamp); });
+}
+
+void SetSaveRemarks(const std::wstring& folder, const std::wstring& remarks) noexcept {
+    RunForResult(folder, [&] {
+        const std::lock_guard guard(g_lock);
+        FindOrAdd(folder).remarks = remarks;
+    });
 }
 
 bool TakeSaveFailure(const std::wstring& folder) noexcept {

@@ -5,7 +5,7 @@ import unittest
 import zipfile
 
 import dragsource
-from viewercase import (DELETE, DESCRIPTION, LINKED, PACKAGED, PROPERTIES, SAVE, ViewerCase, information, properties_of,
+from viewercase import (DELETE, DESCRIPTION, LINKED, PACKAGED, PROPERTIES, SAVE, ViewerCase, information, news, properties_of,
                         session_folder)
 from viewerdriver import PROGRAM
 from wineprogram import windows_path
@@ -154,10 +154,9 @@ class AttachTest(ViewerCase):
         viewer.press('x')
         shown = viewer.wait('the key', lambda s: 'x' in properties_of(s).find(id=DESCRIPTION).text)
         self.assertEqual([window.text for window in shown.others], [PROPERTIES])
-        viewer.press('ctrl+s')
-        viewer.wait('it is saved', lambda s: not s.item(SAVE).enabled)
         viewer.press('alt+F4')
         viewer.wait_for_no_dialog('the properties are closed')
+        self.save(viewer)
         self.finish(viewer)
 
     def test_what_was_just_added_is_removed_for_good(self):
@@ -176,12 +175,13 @@ class AttachTest(ViewerCase):
         self.save(viewer)
         self.finish(viewer)
 
-    def add_namesake(self, viewer, other, key):
+    def add_namesake(self, viewer, other, answer):
         """Adds a copy with the name of another document, and answers the question."""
         self.choose_to_attach(viewer, other, linked=False)
-        viewer.wait('the question', lambda s: 'inspection-plan.pdf is already in the package' in s.texts())
+        shown = viewer.wait('the question', lambda s: 'inspection-plan.pdf is already in the package' in s.texts())
+        self.assertEqual(news(shown), '')
         viewer.photograph('e2e-shared-name')
-        viewer.press(key)
+        viewer.click(*shown.dialog().find(text=answer).middle)
         return viewer.wait_for_no_dialog('the question is answered')
 
     def test_a_copy_whose_name_is_taken(self):
@@ -192,22 +192,23 @@ class AttachTest(ViewerCase):
         other = self.folder / 'inspection-plan.pdf'
         other.write_bytes(b'another plan')
 
-        shown = self.add_namesake(viewer, other, 'Escape')
+        shown = self.add_namesake(viewer, other, 'Cancel')
         self.assertEqual(shown.lists()[3].rows, before.lists()[3].rows)
         self.assertEqual((shown.frame.text, live_sections()), (before.frame.text, sections))
         self.assertEqual(first.read_bytes(), content)
 
-        self.add_namesake(viewer, other, 'alt+k')
+        self.add_namesake(viewer, other, '&Keep both')
         shown = self.wait_for_rows(viewer, ('inspection-plan (2).pdf', PACKAGED))
         self.assertEqual(shown.frame.text, f'*bracket.mxov - {PROGRAM}')
         self.assertEqual((first.read_bytes(), second.read_bytes()), (content, b'another plan'))
 
-        self.add_namesake(viewer, other, 'alt+r')
+        self.add_namesake(viewer, other, '&Replace')
         self.wait_for_rows(viewer, ('inspection-plan (2).pdf', PACKAGED))
         self.assertEqual(first.read_bytes(), b'another plan')
         self.remove(viewer, 3)
         self.wait_for_rows(viewer)
         self.assertEqual((live_sections(), second.exists()), (sections, False))
+        self.assertEqual(news(viewer.snapshot()), '', 'nothing of it counts as done by another program')
         self.save(viewer)
         with zipfile.ZipFile(self.sample) as archive:
             self.assertEqual(archive.read('ReferanceFiles/inspection-plan.pdf'), b'another plan')

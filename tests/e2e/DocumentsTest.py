@@ -1,53 +1,20 @@
 #!/usr/bin/env python3
 """A double click opens a document with the program that is registered for its kind."""
-import re
 import time
 import unittest
 
-from viewercase import BUILD, ViewerCase, session_folder
-from viewerdriver import PATIENCE
-from wineprogram import change_registry, query_registry, windows_path
+from viewercase import DocumentOpeningCase, session_folder
 
-KINDS = ('.nc', '.html', '.pdf')
-CLASS = 'MXOVTestDocument'
 DOUBLE_CLICK = 0.5  # seconds
 
 
-class DocumentsTest(ViewerCase):
-    def setUp(self):
-        super().setUp()
-        self.log = self.folder / 'opened.txt'
-        self.log.touch()
-        command = f'"{windows_path(BUILD / "tests/OpenRecorder.exe")}" "{windows_path(self.log)}" "%1"'
-        self.register(rf'HKCR\{CLASS}\shell\open\command', command)
-        for kind in KINDS:
-            self.register(rf'HKCR\{kind}', CLASS)
-
-    def register(self, key, value):
-        """Sets a key's own value until the end of the test."""
-        before = re.search(r'REG_SZ\s+(\S.*)', query_registry(key, '/ve'))
-        if before:
-            self.addCleanup(change_registry, 'add', key, '/ve', '/d', before[1], '/f')
-        else:
-            self.addCleanup(change_registry, 'delete', key, '/f')
-        change_registry('add', key, '/ve', '/d', value, '/f')
-
+class DocumentsTest(DocumentOpeningCase):
     def double_click(self, viewer, number, row):
         """Double-clicks the name in a row and returns it."""
         shown = viewer.snapshot().lists()[number]
         x, y = self.row_place(shown, row)
         viewer.double_click(x, y)
         return shown.rows[row][0]
-
-    def opened(self, count):
-        """The documents that were opened, when there are so many."""
-        end = time.monotonic() + PATIENCE
-        while time.monotonic() < end:
-            lines = self.log.read_text(encoding='utf-8').splitlines()
-            if len(lines) >= count:
-                return lines
-            time.sleep(0.05)
-        raise AssertionError(f'{count} documents opened: not within {PATIENCE} seconds; {lines}')
 
     def test_one_after_another_while_the_popup_of_the_last_is_up(self):
         viewer, shown = self.open_sample()

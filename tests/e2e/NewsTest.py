@@ -5,19 +5,13 @@ import pathlib
 import unittest
 import zipfile
 
-from viewercase import DESCRIPTION, LIBRARY, SAVE, UPDATE, ViewerCase, properties_of, session_folder
+from viewercase import DESCRIPTION, LIBRARY, SAVE, UPDATE, ViewerCase, news, properties_of, session_folder
 from viewerdriver import PROGRAM
 
 CLEAN, MARKED = f'bracket.mxov - {PROGRAM}', f'*bracket.mxov - {PROGRAM}'
 PROGRAM_FILE = 'GCode/op10-face-pocket.nc'
 SHEET = 'SetupSheets/setup.html'
 CHANGED = 'op10-face-pocket.nc was changed by another program.'
-
-
-def news(shown):
-    """What the bar reports; empty when it is hidden."""
-    bar = shown.frame.find(class_name='MXOVNewsBar')
-    return bar.text if bar.visible else ''
 
 
 def button(shown, text):
@@ -86,8 +80,9 @@ class NewsTest(ViewerCase):
         shown = self.wait_for_news(viewer, CHANGED)
         self.assertEqual(shown.frame.text, MARKED)
         self.assertEqual(shown.focus, before.focus, 'the bar leaves the focus where it was')
-        pane = shown.frame.find(class_name='MXOVPreviewPane')
-        self.assertEqual(shown.frame.find(class_name='MXOVNewsBar').rect[3], pane.top, 'the bar is above the picture')
+        pages = shown.frame.find(class_name='MXOVPages')
+        self.assertEqual(shown.frame.find(class_name='MXOVNewsBar').rect[3], pages.top, 'the bar is above the picture')
+        self.assertLess(pages.top, shown.frame.find(class_name='MXOVPreviewPane').top)
         viewer.photograph('e2e-news-changed')
         self.press_button(viewer, 'Save')
         shown = self.wait_for_news(viewer, '')

@@ -7,7 +7,6 @@ from viewerdriver import BUILD, PROGRAM, Viewer
 from wineprogram import windows_path
 
 
-
 class ShortcutsTest(ViewerCase):
     def expect_help(self, viewer, record, language, calls=1):
         """The main topic of the viewer's help in a language was asked for."""

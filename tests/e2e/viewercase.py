@@ -10,12 +10,13 @@ import struct
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 import zipfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
 
-from viewerdriver import BUILD, ROOT, Viewer  # noqa: E402
+from viewerdriver import BUILD, PATIENCE, ROOT, Viewer  # noqa: E402
 from wineprogram import change_registry, forget_registry, query_registry, run_wine, windows_path  # noqa: E402
 
 PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
@@ -34,6 +35,12 @@ HELP_ENGINE = r'HKCR\CLSID\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\InprocServer32
 def properties_of(shown):
     """The properties of a document; None while they are not shown."""
     return next((window for window in shown.others if window.text == PROPERTIES), None)
+
+
+def news(shown):
+    """What the bar reports; empty when it is hidden."""
+    bar = shown.frame.find(class_name='MXOVNewsBar')
+    return bar.text if bar.visible else ''
 
 
 def session_entries():
@@ -232,3 +239,37 @@ class ViewerCase(unittest.TestCase):
                 size, image = 0, MISSING
             additional.append((file_name, size_text(size), sections[name]['Timestamp'], image))
         return [part], packed_rows(self.sample, 'GCode'), packed_rows(self.sample, 'SetupSheets'), additional
+
+
+class DocumentOpeningCase(ViewerCase):
+    """Records the documents that are opened in their programs."""
+    KINDS = ('.nc', '.html', '.pdf')
+    CLASS = 'MXOVTestDocument'
+
+    def setUp(self):
+        super().setUp()
+        self.log = self.folder / 'opened.txt'
+        self.log.touch()
+        command = f'"{windows_path(BUILD / "tests/OpenRecorder.exe")}" "{windows_path(self.log)}" "%1"'
+        self.register(rf'HKCR\{self.CLASS}\shell\open\command', command)
+        for kind in self.KINDS:
+            self.register(rf'HKCR\{kind}', self.CLASS)
+
+    def register(self, key, value):
+        """Sets a key's own value until the end of the test."""
+        before = re.search(r'REG_SZ\s+(\S.*)', query_registry(key, '/ve'))
+        if before:
+            self.addCleanup(change_registry, 'add', key, '/ve', '/d', before[1], '/f')
+        else:
+            self.addCleanup(change_registry, 'delete', key, '/f')
+        change_registry('add', key, '/ve', '/d', value, '/f')
+
+    def opened(self, count):
+        """The documents that were opened, when there are so many."""
+        end = time.monotonic() + PATIENCE
+        while time.monotonic() < end:
+            lines = self.log.read_text(encoding='utf-8').splitlines()
+            if len(lines) >= count:
+                return lines
+            time.sleep(0.05)
+        raise AssertionError(f'{count} documents opened: not within {PATIENCE} seconds; {lines}')

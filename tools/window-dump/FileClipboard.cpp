@@ -30,12 +30,12 @@ HGLOBAL DropList(const std::vector<std::string>& paths) {
     return memory;
 }
 
-// A window that owns the clipboard while it is filled.
+// A window that has the clipboard open.
 class ClipboardOwner {
 public:
     ClipboardOwner()
         : m_window(CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)) {
-        if (!OpenClipboard(m_window) || !EmptyClipboard()) {
+        if (!OpenClipboard(m_window)) {
             throw std::runtime_error("the clipboard cannot be opened");
         }
     }
@@ -54,7 +54,16 @@ private:
 
 void CopyFiles(const std::vector<std::string>& paths) {
     const ClipboardOwner owner;
-    if (!SetClipboardData(CF_HDROP, DropList(paths))) {
+    if (!EmptyClipboard() || !SetClipboardData(CF_HDROP, DropList(paths))) {
         throw std::runtime_error("the clipboard takes no files");
     }
+}
+
+std::string ClipboardText() {
+    const ClipboardOwner owner;
+    const HANDLE memory = GetClipboardData(CF_UNICODETEXT);
+    const auto* text = static_cast<const wchar_t*>(memory ? GlobalLock(memory) : nullptr);
+    std::string result = text ? common::ToUtf8(text) : std::string();
+    GlobalUnlock(memory);
+    return result;
 }

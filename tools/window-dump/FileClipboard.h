@@ -1,4 +1,4 @@
-// Files on the clipboard.
+// Files and text on the clipboard.
 #pragma once
 
 #include <string>
@@ -6,3 +6,6 @@
 
 /// Puts the files of these UTF-8 paths on the clipboard. Throws std::runtime_error.
 void CopyFiles(const std::vector<std::string>& paths);
+
+/// The text on the clipboard in UTF-8; empty when it holds none. Throws std::runtime_error.
+std::string ClipboardText();

@@ -9,9 +9,10 @@ class ControlEvents {
 public:
     /// The numbers of the messages.
     struct Messages {
-        UINT changed; ///< posted when "&Save" was enabled or disabled
-        UINT adding;  ///< sent before the "+" button adds a document
-        UINT added;   ///< posted after it has, or the user has cancelled
+        UINT changed;  ///< posted when "&Save" was enabled or disabled
+        UINT adding;   ///< sent before the "+" button adds a document
+        UINT added;    ///< posted after it has, or the user has cancelled
+        UINT selected; ///< posted when a document was selected; wParam is its list, from 0, lParam its row
     };
 
     ControlEvents() = default;
@@ -25,6 +26,7 @@ public:
 private:
     static LRESULT CALLBACK Watch(HWND control, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                   DWORD_PTR self);
+    void OnNotify(const NMHDR& header) const;
 
     HWND m_window = nullptr;
     Messages m_messages = {};

@@ -5,6 +5,7 @@
 #include "control/ControlParts.h"
 #include "package/Paths.h"
 
+#include <commctrl.h>
 #include <ole2.h>
 
 #include <vector>
@@ -140,6 +141,15 @@ void ControlHost::Save() {
 
 void ControlHost::MarkChanged() {
     SendMessageW(Content(), WM_COMMAND, part::kUpdateButton, 0);
+}
+
+int ControlHost::SelectedRow(int list) const {
+    return ListView_GetNextItem(GetDlgItem(Content(), part::kFirstList + list), -1, LVNI_SELECTED);
+}
+
+void ControlHost::SelectRow(int list, int row) {
+    constexpr UINT kSelected = LVIS_SELECTED | LVIS_FOCUSED;
+    ListView_SetItemState(GetDlgItem(Content(), part::kFirstList + list), row, kSelected, kSelected);
 }
 
 bool ControlHost::TranslateAccelerator(MSG& message) {

@@ -56,6 +56,12 @@ public:
     /// Makes the control take its package for changed, so that it offers to save it.
     void MarkChanged();
 
+    /// The selected row of one of the lists, both counted from 0; -1 for none.
+    [[nodiscard]] int SelectedRow(int list) const;
+
+    /// Selects a row of a list.
+    void SelectRow(int list, int row);
+
     /// Offers a keyboard message to the control; true when the control has handled it.
     [[nodiscard]] bool TranslateAccelerator(MSG& message);
 

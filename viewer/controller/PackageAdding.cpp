@@ -2,12 +2,13 @@
 
 #include "control/ControlHost.h"
 #include "controller/PackageView.h"
+#include "package/PackageInformation.h"
 #include "package/PackageSession.h"
 #include "window/AttachPrompt.h"
 
 namespace viewer {
 
-PackageAdding::PackageAdding(PackageView& view, ControlHost& control, const PackageSession& session)
+PackageAdding::PackageAdding(PackageView& view, ControlHost& control, PackageSession& session)
     : m_view(view), m_control(control), m_session(session), m_hadChanges(control.HasChanges()),
       m_repair(session.FolderWithSeparator()) {}
 
@@ -44,6 +45,7 @@ bool PackageAdding::ResolveShared(const AddedDocument& document) {
         return true;
     case SharedNameAnswer::Replace:
         m_repair.Replace(document);
+        m_session.Accept(docview::kCopiesFolder + document.name);
         return true;
     default:
         ShowFailure(m_repair.Undo(document));

@@ -14,7 +14,7 @@ class PackageView;
 class PackageAdding {
 public:
     /// Created before the button adds. The control shows the package of the session.
-    PackageAdding(PackageView& view, ControlHost& control, const PackageSession& session);
+    PackageAdding(PackageView& view, ControlHost& control, PackageSession& session);
 
     /// Called after the button has added a document or the user has cancelled.
     void Finish();
@@ -26,7 +26,7 @@ private:
 
     PackageView& m_view;
     ControlHost& m_control;
-    const PackageSession& m_session;
+    PackageSession& m_session;
     const bool m_hadChanges;
     AddedDocumentRepair m_repair;
 };

@@ -8,28 +8,13 @@
 #include "controller/PackageClosing.h"
 #include "controller/PackageRecovery.h"
 #include "package/Paths.h"
+#include "package/Sentence.h"
+#include "window/NoteDialog.h"
 #include "window/UnsavedPrompts.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace viewer {
-
-namespace {
-
-// What a package's reader reports, as a sentence of its own.
-std::wstring Sentence(std::wstring report) {
-    CharUpperBuffW(report.data(), report.empty() ? 0 : 1);
-    return report.ends_with(L'.') ? report : report + L".";
-}
-
-bool IsPackageName(const std::wstring& path) {
-    constexpr std::wstring_view kExtension = L".mxov";
-    return path.size() > kExtension.size() &&
-           common::IsSamePath(std::wstring_view(path).substr(path.size() - kExtension.size()), kExtension);
-}
-
-} // namespace
 
 PackageController::PackageController(PackageView& view, ControlHost& control, SessionStore& sessions,
                                      const wchar_t* settingsKey)
@@ -109,17 +94,49 @@ void PackageController::Save() {
     if (!m_session || m_prompting || IsOpening()) {
         return;
     }
-    const bool isFileGone = m_state && m_state->stamp.empty();
-    if (!isFileGone && !m_control.HasChanges() && m_session->Changes().empty()) {
+    if (!m_status.IsFileGone() && !m_control.HasChanges() && m_session->Changes().empty()) {
         m_view.ShowNote(L"There is nothing to save");
+    } else {
+        SaveNow();
+    }
+}
+
+void PackageController::SaveWithNote() {
+    if (!m_session || m_prompting || IsOpening()) {
         return;
     }
+    CloseProperties(m_view.Frame());
+    std::optional<std::wstring> note;
+    {
+        const common::ScopedFlag prompting(m_prompting);
+        note = AskForNote(m_view.Frame(), m_session->PackageFile());
+    }
+    if (note) {
+        mxovshare::SetSaveRemarks(m_session->Folder(), *note);
+        SaveNow();
+    }
+}
+
+void PackageController::SaveNow() {
     {
         const common::ScopedFlag prompting(m_prompting);
         m_control.Save();
     }
     OnControlChanged();
     m_view.OnPackageChanged();
+    if (!m_control.HasChanges()) {
+        m_view.ShowNote(L"Saved");
+    }
+}
+
+bool PackageController::Relink(const DocumentDetails& document, const std::wstring& path) {
+    if (!m_session || m_prompting || IsOpening()) {
+        return false;
+    }
+    viewer::Relink(m_session->FolderWithSeparator(), document, path);
+    m_control.LoadFile(m_session->FolderWithSeparator(), m_session->PackageFile());
+    m_control.MarkChanged();
+    return true;
 }
 
 void PackageController::Compare() {
@@ -144,9 +161,8 @@ bool PackageController::Close() {
     if (!CloseInControl()) {
         return false;
     }
-    m_watch.reset();
+    m_status.Stop();
     m_adding.reset();
-    m_state.reset();
     m_control.ClearAllData();
     m_session.reset();
     UpdateNews();
@@ -215,8 +231,7 @@ void PackageController::OnControlChanged() {
         return;
     }
     if (m_session->RecordSave()) {
-        m_state.reset();
-        m_watch->Update(*m_session);
+        m_status.LookAgain(*m_session);
         if (!IsOpening()) {
             m_view.OnPackageChanged();
         }
@@ -235,32 +250,24 @@ void PackageController::OnAdding() {
 }
 
 void PackageController::OnAdded() {
-    if (const std::unique_ptr<PackageAdding> adding = std::move(m_adding)) {
+    if (m_adding) {
         const common::ScopedFlag prompting(m_prompting);
-        adding->Finish();
+        m_adding->Finish();
+        m_adding.reset();
+        m_status.LookAgain(*m_session);
     }
     OnControlChanged();
 }
 
+// What the control does while it adds a document is no news.
 void PackageController::OnWatched() {
-    if (!m_watch) {
-        return;
-    }
-    if (std::optional<PackageState> state = m_watch->Take()) {
-        m_state = std::move(state);
+    if (m_status.Take() && !m_adding) {
         UpdateNews();
     }
 }
 
-// A state from before the last recorded save is outdated; the next one is on its way.
 void PackageController::UpdateNews() {
-    const bool isCurrent = m_session && m_state && m_state->knownStamp == m_session->Stamp() &&
-                           m_session->Stamp() == mxovshare::StampOfFolder(m_session->Folder());
-    const bool unsaved = m_session && (m_control.HasChanges() || (isCurrent && !m_state->changes.empty()));
-    PackageNews news = isCurrent ? FindNews(*m_state, m_session->PackageFile()) : PackageNews();
-    if (unsaved != m_unsaved || news != m_news) {
-        m_unsaved = unsaved;
-        m_news = std::move(news);
+    if (m_status.Update(m_session.get(), m_control.HasChanges())) {
         m_view.OnNewsChanged();
     }
 }
@@ -271,12 +278,11 @@ void PackageController::SwitchTo(std::unique_ptr<PackageSession> session) {
         return;
     }
     session->RecordSave();
-    m_watch.reset();
+    m_status.Stop();
     m_adding.reset();
     m_control.LoadFile(session->FolderWithSeparator(), session->PackageFile());
     m_session = std::move(session);
-    m_state.reset();
-    m_watch = std::make_unique<PackageWatch>(*m_session, m_view.Frame(), kWatched);
+    m_status.Start(*m_session, m_view.Frame(), kWatched);
     m_recent.Add(m_session->PackageFile());
     UpdateNews();
     m_view.OnPackageChanged();

@@ -3,11 +3,11 @@
 
 #include "controller/PackageAdding.h"
 #include "controller/PackageOpening.h"
+#include "controller/PackageStatus.h"
 #include "controller/PackageView.h"
 #include "package/Attachment.h"
-#include "package/PackageNews.h"
+#include "package/DocumentDetails.h"
 #include "package/PackageSession.h"
-#include "package/PackageWatch.h"
 #include "package/RecentPackages.h"
 #include "package/SessionStore.h"
 
@@ -45,10 +45,10 @@ public:
     [[nodiscard]] bool IsPrompting() const { return m_prompting; }
 
     /// Whether the package holds changes that are not in its file.
-    [[nodiscard]] bool IsUnsaved() const { return m_unsaved; }
+    [[nodiscard]] bool IsUnsaved() const { return m_status.IsUnsaved(); }
 
     /// What other programs did to the package; empty text for nothing.
-    [[nodiscard]] const PackageNews& News() const { return m_news; }
+    [[nodiscard]] const PackageNews& News() const { return m_status.News(); }
 
     /// Opens a package in place of the open one, which is closed only when the other is unpacked. Shows
     /// an error when it cannot be opened; the open package then stays as it was.
@@ -66,6 +66,14 @@ public:
 
     /// Saves what the control and other programs changed.
     void Save();
+
+    /// Saves whether something was changed or not, with a note from the user that becomes the remarks of the
+    /// history entry.
+    void SaveWithNote();
+
+    /// Points a linked document of the open package at another file. False when the package cannot be changed
+    /// now.
+    bool Relink(const DocumentDetails& document, const std::wstring& path);
 
     /// Shows how the open package differs from its file, which somebody else saved.
     void Compare();
@@ -89,6 +97,7 @@ public:
 private:
     [[nodiscard]] bool CanOpen(const std::wstring& path);
     void Attach(const std::vector<std::wstring>& files, std::optional<AttachMode> mode);
+    void SaveNow();
     void OnUnpacked();
     void OnAdding();
     void OnAdded();
@@ -104,11 +113,8 @@ private:
     RecentPackages m_recent;
     bool m_prompting = false;
     bool m_reloading = false; // what is being unpacked is the open package
-    bool m_unsaved = false;
-    PackageNews m_news;
-    std::optional<PackageState> m_state; // as the watch saw it last
     std::unique_ptr<PackageSession> m_session;
-    std::unique_ptr<PackageWatch> m_watch;   // of the session
+    PackageStatus m_status;                  // of the session
     std::unique_ptr<PackageAdding> m_adding; // to the session, while the control adds
     PackageOpening m_opening;
 };

@@ -1,20 +1,11 @@
 #include "package/PackageNews.h"
 
 #include "package/Paths.h"
+#include "package/ValueText.h"
 
 namespace viewer {
 
 namespace {
-
-std::wstring LocalClock(const FILETIME& time) {
-    SYSTEMTIME utc = {};
-    SYSTEMTIME local = {};
-    wchar_t clock[64] = L"";
-    if (FileTimeToSystemTime(&time, &utc) && SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local)) {
-        GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, TIME_NOSECONDS, &local, nullptr, clock, ARRAYSIZE(clock));
-    }
-    return clock;
-}
 
 const wchar_t* Verb(FileChangeKind kind) {
     switch (kind) {
@@ -45,7 +36,7 @@ PackageNews FindNews(const PackageState& state, const std::wstring& packageFile)
     }
     if (IsSavedElsewhere(state)) {
         const std::wstring who = state.savedBy.empty() ? L"Another program" : state.savedBy;
-        return {who + L" saved this package at " + LocalClock(state.savedAt) + L".",
+        return {who + L" saved this package at " + LocalClockText(state.savedAt) + L".",
                 {NewsAction::Reload, NewsAction::Compare}};
     }
     std::vector<FileChange> changes = state.changes;

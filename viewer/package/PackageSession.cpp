@@ -1,6 +1,9 @@
 #include "package/PackageSession.h"
 
+#include "common/Paths.h"
 #include "package/SessionStore.h"
+
+#include <algorithm>
 
 namespace viewer {
 
@@ -31,6 +34,20 @@ bool PackageSession::RecordSave() {
     const bool isNew = stamp != m_stamp;
     Record(stamp);
     return isNew;
+}
+
+void PackageSession::Accept(const std::wstring& name) {
+    std::vector<mxovshare::PackageEntry> files;
+    mxovshare::ListFolder(m_folder, files);
+    const auto hasName = [&name](const mxovshare::PackageEntry& entry) {
+        return common::IsSamePath(entry.name, name);
+    };
+    const auto file = std::ranges::find_if(files, hasName);
+    const auto entry = std::ranges::find_if(m_entries, hasName);
+    if (file != files.end() && entry != m_entries.end()) {
+        entry->size = file->size;
+        entry->modified = file->modified;
+    }
 }
 
 void PackageSession::Resume() {

@@ -3,10 +3,9 @@
 #include "common/InformationFile.h"
 #include "mxovshare.h"
 #include "package/Paths.h"
+#include "package/ValueText.h"
 
 #include <algorithm>
-
-#include <shlwapi.h>
 
 namespace viewer {
 
@@ -76,12 +75,6 @@ std::wstring EntryText(const HistoryEntry& entry) {
     return line;
 }
 
-std::wstring SizeText(std::uint64_t bytes) {
-    wchar_t text[32] = L"";
-    StrFormatByteSizeW(static_cast<LONGLONG>(bytes), text, ARRAYSIZE(text));
-    return text;
-}
-
 } // namespace
 
 PackageSummary ReadPackageSummary(const std::wstring& folder, const std::wstring& packageFile) {
@@ -112,7 +105,7 @@ std::wstring CountsText(const std::vector<mxovshare::PackageEntry>& entries) {
     if (files == 0) {
         return {};
     }
-    return std::to_wstring(files) + (files == 1 ? L" file, " : L" files, ") + SizeText(bytes);
+    return std::to_wstring(files) + (files == 1 ? L" file, " : L" files, ") + ByteSizeText(bytes);
 }
 
 } // namespace viewer

@@ -2,6 +2,7 @@
 
 #include "common/Handles.h"
 #include "common/LongPath.h"
+#include "common/Paths.h"
 
 namespace viewer {
 
@@ -53,6 +54,12 @@ std::wstring FileStem(const std::wstring& path) {
     const std::wstring name = FileName(path);
     const std::size_t dot = name.find_last_of(L'.');
     return dot == 0 || dot == std::wstring::npos ? name : name.substr(0, dot);
+}
+
+bool IsPackageName(const std::wstring& path) {
+    constexpr std::wstring_view kExtension = L".mxov";
+    return path.size() > kExtension.size() &&
+           common::IsSamePath(std::wstring_view(path).substr(path.size() - kExtension.size()), kExtension);
 }
 
 bool FileExists(const std::wstring& path) {

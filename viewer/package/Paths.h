@@ -14,6 +14,9 @@ namespace viewer {
 /// The file's name without its extension.
 [[nodiscard]] std::wstring FileStem(const std::wstring& path);
 
+/// Whether a path has the extension of package files.
+[[nodiscard]] bool IsPackageName(const std::wstring& path);
+
 /// Whether a file (not a folder) of that name exists.
 [[nodiscard]] bool FileExists(const std::wstring& path);
 

@@ -1,4 +1,4 @@
-// The main area: the package's name, version and preview picture.
+// The page of the package: its name, version and preview picture.
 #pragma once
 
 #include "common/Handles.h"
@@ -21,7 +21,6 @@ protected:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
-    void OnPaint();
     void Paint(HDC dc, const RECT& area) const;
     void PaintInvitation(HDC dc, const RECT& area) const;
     void PaintPackage(HDC dc, const RECT& area) const;

@@ -9,15 +9,18 @@ namespace viewer {
 
 namespace {
 
-std::optional<std::wstring> Ask(IFileDialog& dialog, HWND owner, const wchar_t* title,
-                                FILEOPENDIALOGOPTIONS more) {
+void OfferPackages(IFileDialog& dialog) {
     const COMDLG_FILTERSPEC filters[] = {{L"Machining packages (*.mxov)", L"*.mxov"},
                                          {L"All files (*.*)", L"*.*"}};
+    dialog.SetFileTypes(ARRAYSIZE(filters), filters);
+    dialog.SetDefaultExtension(L"mxov");
+}
+
+std::optional<std::wstring> Ask(IFileDialog& dialog, HWND owner, const wchar_t* title,
+                                FILEOPENDIALOGOPTIONS more) {
     FILEOPENDIALOGOPTIONS options = 0;
     dialog.GetOptions(&options);
     dialog.SetOptions(options | FOS_FORCEFILESYSTEM | FOS_PATHMUSTEXIST | more);
-    dialog.SetFileTypes(ARRAYSIZE(filters), filters);
-    dialog.SetDefaultExtension(L"mxov");
     dialog.SetTitle(title);
     common::ComPtr<IShellItem> item;
     if (FAILED(dialog.Show(owner)) || FAILED(dialog.GetResult(item.Receive()))) {
@@ -42,7 +45,11 @@ common::ComPtr<Dialog> Create(const CLSID& classId) {
 
 std::optional<std::wstring> AskForPackage(HWND owner) {
     const auto dialog = Create<IFileOpenDialog>(CLSID_FileOpenDialog);
-    return dialog ? Ask(*dialog.Get(), owner, L"Open package", FOS_FILEMUSTEXIST) : std::nullopt;
+    if (!dialog) {
+        return std::nullopt;
+    }
+    OfferPackages(*dialog.Get());
+    return Ask(*dialog.Get(), owner, L"Open package", FOS_FILEMUSTEXIST);
 }
 
 std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name) {
@@ -50,8 +57,27 @@ std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name) {
     if (!dialog) {
         return std::nullopt;
     }
+    OfferPackages(*dialog.Get());
     dialog->SetFileName(name.c_str());
     return Ask(*dialog.Get(), owner, L"Save a copy", FOS_OVERWRITEPROMPT);
+}
+
+std::optional<std::wstring> AskForDocument(HWND owner, const std::wstring& name) {
+    const auto dialog = Create<IFileOpenDialog>(CLSID_FileOpenDialog);
+    if (!dialog) {
+        return std::nullopt;
+    }
+    dialog->SetFileName(name.c_str());
+    return Ask(*dialog.Get(), owner, L"Find document", FOS_FILEMUSTEXIST);
+}
+
+std::optional<std::wstring> AskForDocumentCopy(HWND owner, const std::wstring& name) {
+    const auto dialog = Create<IFileSaveDialog>(CLSID_FileSaveDialog);
+    if (!dialog) {
+        return std::nullopt;
+    }
+    dialog->SetFileName(name.c_str());
+    return Ask(*dialog.Get(), owner, L"Save document as", FOS_OVERWRITEPROMPT);
 }
 
 } // namespace viewer

@@ -1,4 +1,4 @@
-// The system's dialogs for choosing a package.
+// The system's dialogs for choosing a file.
 #pragma once
 
 #include <windows.h>
@@ -13,5 +13,11 @@ namespace viewer {
 
 /// Asks where to save a copy of a package, offering `name`; nothing when the user cancels.
 [[nodiscard]] std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name);
+
+/// Asks for the file that a document is to be found in, beginning with `name`; nothing when the user cancels.
+[[nodiscard]] std::optional<std::wstring> AskForDocument(HWND owner, const std::wstring& name);
+
+/// Asks where to save a copy of a document, offering `name`; nothing when the user cancels.
+[[nodiscard]] std::optional<std::wstring> AskForDocumentCopy(HWND owner, const std::wstring& name);
 
 } // namespace viewer

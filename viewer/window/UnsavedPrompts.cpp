@@ -1,24 +1,12 @@
 #include "window/UnsavedPrompts.h"
 
 #include "package/Paths.h"
+#include "package/ValueText.h"
 #include "window/TaskPrompt.h"
 
 namespace viewer {
 
 namespace {
-
-std::wstring LocalTimeText(const FILETIME& time) {
-    SYSTEMTIME utc = {};
-    SYSTEMTIME local = {};
-    wchar_t day[64] = L"";
-    wchar_t clock[64] = L"";
-    if (!FileTimeToSystemTime(&time, &utc) || !SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local)) {
-        return {};
-    }
-    GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_LONGDATE, &local, nullptr, day, ARRAYSIZE(day), nullptr);
-    GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, 0, &local, nullptr, clock, ARRAYSIZE(clock));
-    return std::wstring(day) + L", " + clock;
-}
 
 std::wstring Remark(FileChangeKind kind) {
     switch (kind) {

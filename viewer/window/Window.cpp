@@ -4,6 +4,7 @@ namespace viewer {
 
 Window::~Window() {
     if (m_window) {
+        SetWindowLongPtrW(m_window, GWLP_USERDATA, 0); // the part that handles messages is gone
         DestroyWindow(m_window);
     }
 }

@@ -66,6 +66,22 @@ TEST_F(UnpackedFoldersTest, OwnSavesAreNotAskedAbout) {
     EXPECT_FALSE(TakeSaveFailure(Folder()));
 }
 
+TEST_F(UnpackedFoldersTest, RemarksAreThoseOfTheNextSaveThatSucceeds) {
+    const auto remarks = [this](int entry) {
+        return INIFile::GetKeyValueFromINI(L"FILE_HISTORY_" + std::to_wstring(entry), L"Remarks",
+                                           Folder() + L"\\mxinfo.ini");
+    };
+    SetSaveRemarks(Folder(), L"Threads deeper");
+    ChangeAsAnother();
+    Save();
+    EXPECT_EQ(folderNotices.size(), 1u);
+    answer = true;
+    Save();
+    Save();
+    EXPECT_EQ(remarks(1), L"Threads deeper");
+    EXPECT_EQ(remarks(2), L"");
+}
+
 TEST_F(UnpackedFoldersTest, NoKeepsWhatTheOtherOneSaved) {
     ChangeAsAnother();
     Save();

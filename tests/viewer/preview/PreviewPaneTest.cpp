@@ -1,11 +1,9 @@
 #include "preview/PreviewPane.h"
 
-#include "common/Handles.h"
+#include "PaintedColours.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
-
-#include <set>
 
 using namespace viewer;
 
@@ -25,24 +23,7 @@ protected:
     }
     ~PreviewPaneTest() override { DestroyWindow(m_frame); }
 
-    // The colours that the pane shows.
-    std::set<COLORREF> Colours() {
-        RedrawWindow(m_pane.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-        const HDC dc = GetDC(m_pane.Handle());
-        const common::UniqueMemoryDc memory(CreateCompatibleDC(dc));
-        const common::UniqueBitmap copy(CreateCompatibleBitmap(dc, kWidth, kHeight));
-        const HGDIOBJ old = SelectObject(memory.get(), copy.get());
-        BitBlt(memory.get(), 0, 0, kWidth, kHeight, dc, 0, 0, SRCCOPY);
-        std::set<COLORREF> colours;
-        for (int y = 0; y < kHeight; y += 3) {
-            for (int x = 0; x < kWidth; x += 3) {
-                colours.insert(GetPixel(memory.get(), x, y));
-            }
-        }
-        SelectObject(memory.get(), old);
-        ReleaseDC(m_pane.Handle(), dc);
-        return colours;
-    }
+    [[nodiscard]] std::map<COLORREF, int> Colours() const { return CountColours(m_pane.Handle(), 3); }
 
     [[nodiscard]] std::wstring Text() const {
         wchar_t text[500] = L"";
@@ -80,6 +61,12 @@ TEST_F(PreviewPaneTest, ShowsNameVersionAndPicture) {
     m_pane.Show({L"bracket", L"Package Writer 2024", WriteGreenPicture(folder), L"Saved"});
     EXPECT_EQ(Text(), L"bracket\nPackage Writer 2024\nSaved");
     EXPECT_TRUE(Colours().contains(kGreen));
+}
+
+TEST_F(PreviewPaneTest, APictureIsNotEnlarged) {
+    const TempFolder folder;
+    m_pane.Show({L"bracket", L"", WriteGreenPicture(folder), L""});
+    EXPECT_EQ(CountColours(m_pane.Handle())[kGreen], 20 * 20);
 }
 
 TEST_F(PreviewPaneTest, SaysThatThereIsNoPicture) {

@@ -1,0 +1,39 @@
+#include "DocumentSelection.h"
+
+#include "control/ControlHost.h"
+#include "MainPages.h"
+#include "package/PackageSession.h"
+
+namespace viewer {
+
+void DocumentSelection::Select(const PackageSession& session, DocumentRow row) {
+    m_row = row;
+    m_reader->Read(session.FolderWithSeparator(), row);
+    m_pages.Select(MainPages::Page::Document);
+}
+
+void DocumentSelection::Refresh(const PackageSession* session) {
+    if (!m_row) {
+        return;
+    }
+    if (session && m_control.SelectedRow(m_row->list) == m_row->row) {
+        m_reader->Read(session->FolderWithSeparator(), *m_row);
+    } else {
+        Clear();
+    }
+}
+
+void DocumentSelection::Clear() {
+    m_row.reset();
+    m_reader->Cancel();
+    m_pages.ShowDocument(nullptr);
+    m_pages.Select(MainPages::Page::Picture);
+}
+
+void DocumentSelection::OnRead() {
+    if (m_row) {
+        m_pages.ShowDocument(m_reader->Take());
+    }
+}
+
+} // namespace viewer

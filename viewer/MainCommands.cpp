@@ -1,0 +1,105 @@
+#include "MainCommands.h"
+
+#include "control/ControlHost.h"
+#include "control/PropertiesWindow.h"
+#include "controller/PackageController.h"
+#include "DocumentSelection.h"
+#include "HelpMenu.h"
+#include "MainPages.h"
+#include "resources/resource.h"
+#include "window/DroppedFiles.h"
+#include "window/FileDialog.h"
+
+namespace viewer {
+
+void MainCommands::Run(int command) {
+    switch (command) {
+    case IDM_FILE_OPEN:
+        BrowseForPackage();
+        break;
+    case IDM_FILE_SAVE:
+        m_packages.Save();
+        break;
+    case IDM_FILE_SAVE_NOTE:
+        m_packages.SaveWithNote();
+        break;
+    case IDM_FILE_CLOSE:
+        m_packages.Close();
+        break;
+    case IDM_FILE_EXIT:
+        SendMessageW(m_view.Frame(), WM_CLOSE, 0, 0);
+        break;
+    case IDM_EDIT_PASTE:
+        Paste();
+        break;
+    case IDM_VIEW_REFRESH:
+        m_packages.Reload();
+        break;
+    case IDM_PACKAGE_COMPARE:
+        m_packages.Compare();
+        break;
+    case IDM_VIEW_NEXT_PANE:
+        FocusNextPane();
+        break;
+    case IDM_DOCUMENT_FIND:
+        FindDocumentFile();
+        break;
+    case IDM_HELP_TOPICS:
+        if (const std::wstring error = ShowHelpTopics(); !error.empty()) {
+            m_view.ShowError(error);
+        }
+        break;
+    case IDM_HELP_ABOUT:
+        ShowAbout(m_view.Frame(), m_control.File());
+        break;
+    default:
+        if (command >= IDM_RECENT_FIRST && command <= IDM_RECENT_LAST) {
+            OpenRecent(static_cast<std::size_t>(command - IDM_RECENT_FIRST));
+        }
+        break;
+    }
+}
+
+void MainCommands::Paste() {
+    const std::vector<std::wstring> files = PastedFiles(m_view.Frame());
+    if (files.empty()) {
+        m_view.ShowNote(L"There are no files to paste");
+    } else {
+        m_packages.TakeFiles(files, std::nullopt);
+    }
+}
+
+void MainCommands::BrowseForPackage() {
+    CloseProperties(m_view.Frame());
+    if (const std::optional<std::wstring> path = AskForPackage(m_view.Frame())) {
+        m_packages.Open(*path);
+    }
+}
+
+void MainCommands::OpenRecent(std::size_t index) {
+    const std::vector<std::wstring>& recent = m_packages.Recent().Items();
+    if (index < recent.size()) {
+        m_packages.Open(std::wstring(recent[index]));
+    }
+}
+
+// Points the document at another file and shows that.
+void MainCommands::FindDocumentFile() {
+    if (!m_pages.Document() || !m_selection.Row()) {
+        return;
+    }
+    const DocumentDetails document = *m_pages.Document();
+    const DocumentRow row = *m_selection.Row();
+    const std::optional<std::wstring> path = AskForDocument(m_view.Frame(), document.name);
+    if (path && m_packages.Relink(document, *path)) {
+        m_control.SelectRow(row.list, row.row);
+    }
+}
+
+void MainCommands::FocusNextPane() {
+    if (!m_control.HasFocus() || !m_pages.TakeFocus()) {
+        SetFocus(m_view.Frame());
+    }
+}
+
+} // namespace viewer

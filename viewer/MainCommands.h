@@ -1,0 +1,38 @@
+// The commands of the main menu, of the shortcuts, and of the buttons in the window.
+#pragma once
+
+#include <cstddef>
+
+namespace viewer {
+
+class ControlHost;
+class DocumentSelection;
+class MainPages;
+class PackageController;
+class PackageView;
+
+class MainCommands {
+public:
+    /// All of them outlive it.
+    MainCommands(PackageView& view, ControlHost& control, MainPages& pages, PackageController& packages,
+                 DocumentSelection& selection)
+        : m_view(view), m_control(control), m_pages(pages), m_packages(packages), m_selection(selection) {}
+
+    /// Carries out the command of this number.
+    void Run(int command);
+
+private:
+    void BrowseForPackage();
+    void OpenRecent(std::size_t index);
+    void Paste();
+    void FindDocumentFile();
+    void FocusNextPane();
+
+    PackageView& m_view;
+    ControlHost& m_control;
+    MainPages& m_pages;
+    PackageController& m_packages;
+    DocumentSelection& m_selection;
+};
+
+} // namespace viewer

@@ -1,0 +1,139 @@
+#include "MainPages.h"
+
+#include "resources/resource.h"
+#include "window/Painting.h"
+
+#include <algorithm>
+
+#include <commctrl.h>
+
+namespace viewer {
+
+namespace {
+
+constexpr wchar_t kPagesClass[] = L"MXOVPages";
+constexpr const wchar_t* kTitles[] = {L"Picture", L"History", L"Document"};
+
+bool IsReturn(const MSG& message) {
+    return message.message == WM_KEYDOWN && message.wParam == VK_RETURN;
+}
+
+bool IsButton(HWND window) {
+    return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) != 0;
+}
+
+} // namespace
+
+bool MainPages::Create(HWND parent, int id) {
+    WNDCLASSEXW windowClass = {};
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    windowClass.lpszClassName = kPagesClass;
+    return Window::Create(windowClass, WS_EX_CONTROLPARENT, L"Package",
+                          WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN, parent, id);
+}
+
+void MainPages::ShowPackage(PackageSummary summary, std::vector<HistoryLine> history) {
+    m_preview.Show(std::move(summary));
+    m_history.Show(std::move(history));
+    if (!HasTabs()) {
+        Select(Page::Picture);
+    }
+}
+
+void MainPages::Clear() {
+    m_preview.Clear();
+    m_document.Show(nullptr);
+    TabCtrl_SetCurSel(m_tabs, 0);
+    ShowWindow(m_tabs, SW_HIDE);
+    Arrange();
+    ShowSelected();
+}
+
+void MainPages::Select(Page page) {
+    ShowWindow(m_tabs, SW_SHOWNA);
+    TabCtrl_SetCurSel(m_tabs, static_cast<int>(page));
+    Arrange();
+    ShowSelected();
+}
+
+bool MainPages::TakeFocus() {
+    return HasTabs() && SetFocus(m_tabs);
+}
+
+bool MainPages::PreTranslate(MSG& message) {
+    if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
+        return false;
+    }
+    if (IsReturn(message) && IsButton(message.hwnd)) {
+        SendMessageW(message.hwnd, BM_CLICK, 0, 0);
+        return true;
+    }
+    return IsDialogMessageW(Handle(), &message) != FALSE;
+}
+
+LRESULT MainPages::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_CREATE:
+        return CreateTabs() && m_preview.Create(Handle(), IDC_PREVIEW) &&
+                       m_history.Create(Handle(), IDC_HISTORY) && m_document.Create(Handle(), IDC_DOCUMENT)
+                   ? 0
+                   : -1;
+    case WM_SIZE:
+        Arrange();
+        return 0;
+    case WM_NOTIFY:
+        if (reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(TCN_SELCHANGE)) {
+            ShowSelected();
+        }
+        return 0;
+    default:
+        return Default(message, wParam, lParam);
+    }
+}
+
+bool MainPages::CreateTabs() {
+    m_font = MakeMessageFont();
+    m_tabs =
+        CreateWindowExW(0, WC_TABCONTROLW, L"Pages", WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0, 0, 0,
+                        Handle(), reinterpret_cast<HMENU>(IDC_PAGES), GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(m_tabs, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
+    for (int i = 0; i < static_cast<int>(std::size(kTitles)); ++i) {
+        std::wstring title = kTitles[i];
+        TCITEMW item = {};
+        item.mask = TCIF_TEXT;
+        item.pszText = title.data();
+        SendMessageW(m_tabs, TCM_INSERTITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+    }
+    return m_tabs != nullptr;
+}
+
+// The pages fill what the tabs leave.
+void MainPages::Arrange() {
+    RECT area = {};
+    GetClientRect(Handle(), &area);
+    int top = 0;
+    if (HasTabs()) {
+        RECT inside = area;
+        TabCtrl_AdjustRect(m_tabs, FALSE, &inside);
+        top = std::min(inside.top, area.bottom);
+    }
+    MoveWindow(m_tabs, 0, 0, area.right, top, TRUE);
+    for (const HWND page : Pages()) {
+        MoveWindow(page, 0, top, area.right, std::max(0L, area.bottom - top), TRUE);
+    }
+}
+
+void MainPages::ShowSelected() {
+    const std::array<HWND, 3> pages = Pages();
+    for (int i = 0; i < static_cast<int>(pages.size()); ++i) {
+        ShowWindow(pages[static_cast<std::size_t>(i)], i == TabCtrl_GetCurSel(m_tabs) ? SW_SHOWNA : SW_HIDE);
+    }
+}
+
+// In the order of their tabs.
+std::array<HWND, 3> MainPages::Pages() const {
+    return {m_preview.Handle(), m_history.Handle(), m_document.Handle()};
+}
+
+} // namespace viewer

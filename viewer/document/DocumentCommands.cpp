@@ -1,0 +1,69 @@
+#include "document/DocumentCommands.h"
+
+#include "common/Handles.h"
+#include "document/DocumentActions.h"
+#include "resources/resource.h"
+
+namespace viewer {
+
+std::vector<DocumentCommand> DocumentCommands() {
+    return {
+        {IDM_DOCUMENT_OPEN, L"&Open"},
+        {IDM_DOCUMENT_FIND, L"&Find..."},
+        {IDM_DOCUMENT_SAVE, L"Save &as..."},
+        {IDM_DOCUMENT_SHOW, L"Show in fol&der"},
+        {IDM_DOCUMENT_OPEN_WITH, L"Open &with..."},
+        {IDM_DOCUMENT_COPY_PATH, L"Copy &path"},
+    };
+}
+
+bool IsOffered(int command, const DocumentDetails& document) {
+    switch (command) {
+    case IDM_DOCUMENT_COPY_PATH:
+        return true;
+    case IDM_DOCUMENT_FIND:
+        return !document.exists && document.isLink;
+    default:
+        return document.exists;
+    }
+}
+
+int ChooseDocumentCommand(HWND window, POINT place, const DocumentDetails& document) {
+    const common::UniqueOf<HMENU, &DestroyMenu> menu(CreatePopupMenu());
+    for (const auto& [number, text] : DocumentCommands()) {
+        if (IsOffered(number, document)) {
+            AppendMenuW(menu.get(), MF_STRING, static_cast<UINT_PTR>(number), text);
+        }
+    }
+    return TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY, place.x, place.y, 0, window, nullptr);
+}
+
+void RunDocumentCommand(HWND frame, int command, const std::wstring& path) {
+    const std::wstring file = path; // a dialog may bring another document
+    std::wstring error;
+    switch (command) {
+    case IDM_DOCUMENT_OPEN:
+        error = OpenDocument(frame, file);
+        break;
+    case IDM_DOCUMENT_OPEN_WITH:
+        error = OpenDocumentWith(frame, file);
+        break;
+    case IDM_DOCUMENT_SAVE:
+        error = SaveDocumentAs(frame, file);
+        break;
+    case IDM_DOCUMENT_SHOW:
+        error = ShowInFolder(frame, file);
+        break;
+    case IDM_DOCUMENT_COPY_PATH:
+        error = CopyPath(frame, file);
+        break;
+    default:
+        SendMessageW(frame, WM_COMMAND, static_cast<WPARAM>(command), 0);
+        break;
+    }
+    if (!error.empty()) {
+        MessageBoxW(frame, error.c_str(), L"MXOV Viewer", MB_OK | MB_ICONWARNING);
+    }
+}
+
+} // namespace viewer

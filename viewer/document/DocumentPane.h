@@ -1,0 +1,50 @@
+// The page of a document: its name and facts, what can be done with it, and what is in it.
+#pragma once
+
+#include "common/Handles.h"
+#include "document/DocumentButtons.h"
+#include "document/DocumentContent.h"
+#include "document/TextView.h"
+
+#include <memory>
+
+namespace viewer {
+
+class DocumentPane : public Window {
+public:
+    /// Creates the page, hidden.
+    bool Create(HWND parent, int id);
+
+    /// Shows a document; null for none. The one that is shown already stays as it is while its file does.
+    void Show(std::unique_ptr<DocumentContent> content);
+
+    /// The document that is shown; null for none.
+    [[nodiscard]] const DocumentDetails* Details() const { return m_content ? &m_content->details : nullptr; }
+
+protected:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    void MakeFonts();
+    void LoadDocumentIcon();
+    void Arrange();
+    void OnCommand(int command);
+    void OnContextMenu(POINT place);
+    void Paint(HDC dc, const RECT& area) const;
+    void PaintContent(HDC dc) const;
+    void PaintIcon(HDC dc) const;
+    [[nodiscard]] std::wstring FactsText() const;
+    [[nodiscard]] int FontHeight(HFONT font) const;
+    [[nodiscard]] bool Has(DocumentContent::Kind kind) const { return m_content && m_content->kind == kind; }
+
+    std::unique_ptr<DocumentContent> m_content;
+    DocumentButtons m_buttons;
+    TextView m_text;
+    RECT m_body = {};          // of the content, in client coordinates
+    common::UniqueIcon m_icon; // of a file that is neither text nor picture
+    std::wstring m_kindText;   // of the same
+    common::UniqueFont m_headingFont;
+    common::UniqueFont m_textFont;
+};
+
+} // namespace viewer

@@ -1,0 +1,56 @@
+#include "window/NoteDialog.h"
+
+#include "package/Paths.h"
+#include "resources/resource.h"
+
+namespace viewer {
+
+namespace {
+
+constexpr int kMostNote = 1000; // characters
+
+struct Note {
+    std::wstring question;
+    std::wstring text;
+};
+
+std::wstring TextOf(HWND field) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(field)), L'\0');
+    GetWindowTextW(field, text.data(), static_cast<int>(text.size()) + 1);
+    return text;
+}
+
+void Prepare(HWND dialog, const Note& note) {
+    SetDlgItemTextW(dialog, IDC_NOTE_QUESTION, note.question.c_str());
+    SendDlgItemMessageW(dialog, IDC_NOTE_TEXT, EM_SETLIMITTEXT, kMostNote, 0);
+}
+
+INT_PTR CALLBACK NoteProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrW(dialog, DWLP_USER, lParam);
+        Prepare(dialog, *reinterpret_cast<const Note*>(lParam));
+        return TRUE;
+    }
+    if (message != WM_COMMAND || (LOWORD(wParam) != IDOK && LOWORD(wParam) != IDCANCEL)) {
+        return FALSE;
+    }
+    try {
+        reinterpret_cast<Note*>(GetWindowLongPtrW(dialog, DWLP_USER))->text =
+            TextOf(GetDlgItem(dialog, IDC_NOTE_TEXT));
+    } catch (...) {
+        return TRUE; // the dialog stays; there is no memory for the text
+    }
+    EndDialog(dialog, LOWORD(wParam));
+    return TRUE;
+}
+
+} // namespace
+
+std::optional<std::wstring> AskForNote(HWND owner, const std::wstring& packageFile) {
+    Note note = {L"What is new in " + FileName(packageFile) + L"? The note appears in its history.", {}};
+    const INT_PTR answer = DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_NOTE), owner,
+                                           NoteProcedure, reinterpret_cast<LPARAM>(&note));
+    return answer == IDOK ? std::optional(std::move(note.text)) : std::nullopt;
+}
+
+} // namespace viewer

@@ -1,0 +1,66 @@
+// Drawing that several panes share.
+#pragma once
+
+#include "common/Handles.h"
+
+#include <string>
+
+#include <windows.h>
+
+namespace viewer {
+
+namespace colour {
+inline constexpr COLORREF kBackground = RGB(246, 247, 249);
+inline constexpr COLORREF kHeading = RGB(0, 102, 178);
+inline constexpr COLORREF kText = RGB(84, 92, 104);
+} // namespace colour
+
+/// The current objects and colours of a device context, put back at the end.
+class SavedState {
+public:
+    explicit SavedState(HDC dc) : m_dc(dc), m_saved(SaveDC(dc)) {}
+    ~SavedState() { RestoreDC(m_dc, m_saved); }
+    SavedState(const SavedState&) = delete;
+    SavedState& operator=(const SavedState&) = delete;
+
+private:
+    HDC m_dc;
+    int m_saved;
+};
+
+/// A device context to paint a window with, shown at the end as a whole, so that nothing flickers while the
+/// window is being sized. Lives in WM_PAINT.
+class BufferedPaint {
+public:
+    explicit BufferedPaint(HWND window);
+    ~BufferedPaint();
+    BufferedPaint(const BufferedPaint&) = delete;
+    BufferedPaint& operator=(const BufferedPaint&) = delete;
+
+    [[nodiscard]] HDC Dc() const { return m_memory.get(); }
+    [[nodiscard]] const RECT& Area() const { return m_area; }
+
+private:
+    HWND m_window;
+    PAINTSTRUCT m_paint = {};
+    RECT m_area = {};
+    common::UniqueBitmap m_surface; // outlives the context that it is selected into
+    common::UniqueMemoryDc m_memory;
+};
+
+void Fill(HDC dc, const RECT& area, COLORREF colour);
+
+/// Writes a text as DrawText does and returns its height; an ampersand is a character like any other.
+int Write(HDC dc, HFONT font, COLORREF colour, const std::wstring& text, RECT area, UINT format);
+
+/// Writes a text of several lines into the middle of an area.
+void WriteCentred(HDC dc, HFONT font, COLORREF colour, const std::wstring& text, const RECT& area);
+
+/// Draws a picture in the middle of an area: as large as fits, in its proportions, and not enlarged.
+void DrawPicture(HDC dc, HBITMAP picture, const RECT& area);
+
+/// The system's font for messages, and the same twice as large for headings.
+[[nodiscard]] common::UniqueFont MakeMessageFont();
+[[nodiscard]] common::UniqueFont MakeHeadingFont();
+
+} // namespace viewer
