@@ -31,8 +31,8 @@ void DocumentSelection::Clear() {
 }
 
 void DocumentSelection::OnRead() {
-    if (m_row) {
-        m_pages.ShowDocument(m_reader->Take());
+    if (std::optional<std::unique_ptr<DocumentContent>> content = m_reader->Take()) {
+        m_pages.ShowDocument(std::move(*content));
     }
 }
 

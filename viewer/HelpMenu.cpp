@@ -51,7 +51,11 @@ void ShowAbout(HWND owner, const std::wstring& control) {
     const std::wstring text =
         L"MXOV Viewer " MXOV_VIEWER_VERSION L"\n\nOpens machining packages and shows their documents.\n\n" +
         PartText(control) + PartText(common::ModulePath(GetModuleHandleW(L"mxovshare.dll"))) +
-        L"\nFree under the MIT licence.";
+        L"\nFree under the MIT licence. It contains zlib (zlib licence), the run-time library of GCC (GPL 3 "
+        L"with "
+        L"the exception for it) and mingw-w64 (public domain, MIT and similar); a release brings all texts "
+        L"in its "
+        L"folder \u201clicences\u201d.";
     MSGBOXPARAMSW box = {};
     box.cbSize = sizeof box;
     box.hwndOwner = owner;

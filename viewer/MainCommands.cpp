@@ -3,12 +3,16 @@
 #include "control/ControlHost.h"
 #include "control/PropertiesWindow.h"
 #include "controller/PackageController.h"
+#include "document/DocumentActions.h"
 #include "DocumentSelection.h"
 #include "HelpMenu.h"
 #include "MainPages.h"
+#include "package/PackageSummary.h"
+#include "package/Paths.h"
 #include "resources/resource.h"
 #include "window/DroppedFiles.h"
 #include "window/FileDialog.h"
+#include "window/TaskPrompt.h"
 
 namespace viewer {
 
@@ -22,6 +26,15 @@ void MainCommands::Run(int command) {
         break;
     case IDM_FILE_SAVE_NOTE:
         m_packages.SaveWithNote();
+        break;
+    case IDM_FILE_SAVE_AS:
+        m_packages.SaveAs();
+        break;
+    case IDM_FILE_SHOW_FOLDER:
+        ShowPackageFolder();
+        break;
+    case IDM_FILE_PROPERTIES:
+        ShowPackageProperties();
         break;
     case IDM_FILE_CLOSE:
         m_packages.Close();
@@ -57,6 +70,25 @@ void MainCommands::Run(int command) {
             OpenRecent(static_cast<std::size_t>(command - IDM_RECENT_FIRST));
         }
         break;
+    }
+}
+
+void MainCommands::ShowPackageFolder() {
+    const PackageSession* session = m_packages.Session();
+    const std::wstring error =
+        session ? ShowInFolder(m_view.Frame(), session->PackageFile()) : std::wstring();
+    if (!error.empty()) {
+        m_view.ShowError(error);
+    }
+}
+
+void MainCommands::ShowPackageProperties() {
+    if (const PackageSession* session = m_packages.Session()) {
+        CloseProperties(m_view.Frame());
+        ShowTaskPrompt(
+            m_view.Frame(), FileName(session->PackageFile()),
+            PropertiesText(session->FolderWithSeparator(), session->PackageFile(), session->Entries()),
+            {L"&Close"}, TD_INFORMATION_ICON);
     }
 }
 

@@ -24,6 +24,8 @@ public:
 private:
     void BrowseForPackage();
     void OpenRecent(std::size_t index);
+    void ShowPackageFolder();
+    void ShowPackageProperties();
     void Paste();
     void FindDocumentFile();
     void FocusNextPane();

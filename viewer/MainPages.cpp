@@ -94,9 +94,8 @@ LRESULT MainPages::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 bool MainPages::CreateTabs() {
     m_font = MakeMessageFont();
-    m_tabs =
-        CreateWindowExW(0, WC_TABCONTROLW, L"Pages", WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0, 0, 0,
-                        Handle(), reinterpret_cast<HMENU>(IDC_PAGES), GetModuleHandleW(nullptr), nullptr);
+    m_tabs = CreateWindowExW(0, WC_TABCONTROLW, L"Pages", WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0, 0, 0,
+                             Handle(), reinterpret_cast<HMENU>(IDC_TABS), GetModuleHandleW(nullptr), nullptr);
     SendMessageW(m_tabs, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
     for (int i = 0; i < static_cast<int>(std::size(kTitles)); ++i) {
         std::wstring title = kTitles[i];

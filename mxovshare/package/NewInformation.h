@@ -14,8 +14,8 @@ namespace mxovshare {
 /// replaces on Commit. A save that fails leaves no entry. Throws FileFailure.
 class NewInformation {
 public:
-    /// Finds the information file of `folder` and writes the new one, with an entry for `operation`, now, this
-    /// user and these remarks.
+    /// Finds the information file of `folder` and writes the new one, with an entry for `operation`, now,
+    /// this user and these remarks.
     NewInformation(const std::wstring& folder, const std::wstring& operation, const std::wstring& remarks);
 
     /// What is packed in place of the old information file.

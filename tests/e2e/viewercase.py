@@ -205,6 +205,19 @@ class ViewerCase(unittest.TestCase):
         self.choose_to_attach(viewer, path, linked, key)
         return viewer.wait('the dialog is done', lambda s: not s.others and len(s.lists()[3].rows) == rows)
 
+    def wait_for_rows(self, viewer, *rows):
+        """Waits until the last additional documents are these."""
+        return viewer.wait('the documents are attached', lambda s: not s.others and [
+            (row[0], row[3]) for row in s.lists()[3].rows[3:]] == list(rows))
+
+    def remove(self, viewer, row):
+        """Removes an additional document with "x"."""
+        viewer.click(*self.row_place(viewer.snapshot().lists()[3], row))
+        viewer.wait('the delete button', lambda s: s.item(DELETE).enabled)
+        viewer.press('alt+F4')
+        viewer.wait_for_no_dialog('the properties are closed')
+        self.click_item(viewer, DELETE)
+
     @staticmethod
     def save(viewer):
         viewer.press('ctrl+s')

@@ -2,8 +2,10 @@
 // JSON. `press NUMBER` sends a button's command to its dialog, also for a hidden button. `insert NUMBER FILE`
 // replaces the selection in a field of a popup with the text of a UTF-8 file, as pasting does. `input X Y`
 // prints, as JSON, the targets of keys and of a click at a point of the screen. `copy FILE...` puts files on
-// the clipboard, as a file manager does; `copied` prints the text there. `serve` reads commands from standard
+// the clipboard, as a file manager does; `copied` prints the text there. `names` prints, as
+// JSON, what screen readers call the visible parts of the viewer. `serve` reads commands from standard
 // input. Exit code 1: there is no viewer, or it cannot be read.
+#include "AccessibleNames.h"
 #include "common/Json.h"
 #include "common/Utf8.h"
 #include "FileClipboard.h"
@@ -185,6 +187,15 @@ void PrintCatalogue(HWND frame) {
     }
 }
 
+void PrintNames(HWND frame) {
+    const std::string names = JsonArray(AccessibleNames(frame), [](const AccessibleName& part) {
+        return "{\"class\":" + JsonString(ClassName(part.window)) +
+               ",\"id\":" + std::to_string(GetDlgCtrlID(part.window)) +
+               ",\"name\":" + (part.name ? JsonString(*part.name) : std::string("null")) + "}";
+    });
+    std::printf("%s\n", names.c_str());
+}
+
 void PressButton(HWND frame, int id) {
     const HWND button = FindDescendant(frame, id);
     if (!button) {
@@ -216,18 +227,14 @@ int NumberIn(const std::string& word) {
 
 // Carries a command out; the exit code.
 int Run(const std::vector<std::string>& words) {
-    const std::map<std::string_view, std::size_t> known = {{"catalogue", 1},
-                                                           {"windows", 1},
-                                                           {"press", 2},
-                                                           {"insert", 3},
-                                                           {"input", 3},
-                                                           {"copied", 1},
-                                                           {"copy", std::max<std::size_t>(words.size(), 2)}};
+    const std::map<std::string_view, std::size_t> known = {
+        {"catalogue", 1}, {"windows", 1}, {"press", 2}, {"insert", 3},
+        {"input", 3},     {"copied", 1},  {"names", 1}, {"copy", std::max<std::size_t>(words.size(), 2)}};
     const std::string command = words.empty() ? "" : words.front();
     const auto found = known.find(command);
     if (found == known.end() || words.size() != found->second) {
         std::fputs("usage: WindowDump catalogue | windows | press NUMBER | insert NUMBER FILE | input X Y | "
-                   "copy FILE... | copied | "
+                   "copy FILE... | copied | names | "
                    "serve\n",
                    stderr);
         return 2;
@@ -247,6 +254,8 @@ int Run(const std::vector<std::string>& words) {
             CopyFiles({words.begin() + 1, words.end()});
         } else if (command == "copied") {
             std::printf("%s\n", ClipboardText().c_str());
+        } else if (command == "names") {
+            PrintNames(frame);
         } else if (command == "input") {
             PrintInput(frame, {NumberIn(words[1]), NumberIn(words[2])});
         } else {

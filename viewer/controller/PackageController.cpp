@@ -6,11 +6,11 @@
 #include "control/PropertiesWindow.h"
 #include "controller/PackageAttaching.h"
 #include "controller/PackageClosing.h"
+#include "controller/PackageComparison.h"
 #include "controller/PackageRecovery.h"
+#include "controller/PackageSaving.h"
 #include "package/Paths.h"
 #include "package/Sentence.h"
-#include "window/NoteDialog.h"
-#include "window/UnsavedPrompts.h"
 
 #include <algorithm>
 
@@ -90,47 +90,53 @@ void PackageController::Reload() {
     }
 }
 
+bool PackageController::IsReady() const {
+    return m_session && !m_prompting && !IsOpening();
+}
+
 void PackageController::Save() {
-    if (!m_session || m_prompting || IsOpening()) {
+    if (!IsReady()) {
         return;
     }
     if (!m_status.IsFileGone() && !m_control.HasChanges() && m_session->Changes().empty()) {
         m_view.ShowNote(L"There is nothing to save");
     } else {
-        SaveNow();
+        Save(&PackageSaving::Save);
     }
 }
 
 void PackageController::SaveWithNote() {
-    if (!m_session || m_prompting || IsOpening()) {
-        return;
-    }
-    CloseProperties(m_view.Frame());
-    std::optional<std::wstring> note;
-    {
-        const common::ScopedFlag prompting(m_prompting);
-        note = AskForNote(m_view.Frame(), m_session->PackageFile());
-    }
-    if (note) {
-        mxovshare::SetSaveRemarks(m_session->Folder(), *note);
-        SaveNow();
+    if (IsReady()) {
+        Save(&PackageSaving::SaveWithNote);
     }
 }
 
-void PackageController::SaveNow() {
+void PackageController::SaveAs() {
+    if (IsReady()) {
+        Save(&PackageSaving::SaveAs);
+    }
+}
+
+void PackageController::Save(bool (PackageSaving::*way)()) {
+    const std::wstring file = m_session->PackageFile();
+    bool saved = false;
     {
         const common::ScopedFlag prompting(m_prompting);
-        m_control.Save();
+        saved = (PackageSaving(m_view, m_control, *m_session).*way)();
+    }
+    if (m_session->PackageFile() != file) {
+        m_status.Start(*m_session, m_view.Frame(), kWatched);
+        m_recent.Add(m_session->PackageFile());
     }
     OnControlChanged();
     m_view.OnPackageChanged();
-    if (!m_control.HasChanges()) {
+    if (saved && !m_control.HasChanges()) {
         m_view.ShowNote(L"Saved");
     }
 }
 
 bool PackageController::Relink(const DocumentDetails& document, const std::wstring& path) {
-    if (!m_session || m_prompting || IsOpening()) {
+    if (!IsReady()) {
         return false;
     }
     viewer::Relink(m_session->FolderWithSeparator(), document, path);
@@ -140,18 +146,9 @@ bool PackageController::Relink(const DocumentDetails& document, const std::wstri
 }
 
 void PackageController::Compare() {
-    std::vector<mxovshare::PackageEntry> entries;
-    if (!m_session || m_prompting) {
-        return;
+    if (m_session && !m_prompting) {
+        ComparePackage(m_view, *m_session);
     }
-    const mxovshare::PackageResult result = mxovshare::ListPackage(m_session->PackageFile(), entries);
-    if (!result.ok) {
-        m_view.ShowError(Sentence(result.message));
-        return;
-    }
-    std::vector<FileChange> changes = FindChanges(m_session->Folder(), entries);
-    std::erase_if(changes, IsInformationFile);
-    ShowComparison(m_view.Frame(), m_session->PackageFile(), changes);
 }
 
 bool PackageController::Close() {
@@ -259,15 +256,15 @@ void PackageController::OnAdded() {
     OnControlChanged();
 }
 
-// What the control does while it adds a document is no news.
 void PackageController::OnWatched() {
-    if (m_status.Take() && !m_adding) {
+    if (m_status.Take()) {
         UpdateNews();
     }
 }
 
+// What the control does while it adds a document is no news.
 void PackageController::UpdateNews() {
-    if (m_status.Update(m_session.get(), m_control.HasChanges())) {
+    if (!m_adding && m_status.Update(m_session.get(), m_control.HasChanges())) {
         m_view.OnNewsChanged();
     }
 }

@@ -19,6 +19,7 @@
 namespace viewer {
 
 class ControlHost;
+class PackageSaving;
 
 class PackageController {
 public:
@@ -71,6 +72,9 @@ public:
     /// history entry.
     void SaveWithNote();
 
+    /// Saves to another file, which is then the open package.
+    void SaveAs();
+
     /// Points a linked document of the open package at another file. False when the package cannot be changed
     /// now.
     bool Relink(const DocumentDetails& document, const std::wstring& path);
@@ -97,7 +101,8 @@ public:
 private:
     [[nodiscard]] bool CanOpen(const std::wstring& path);
     void Attach(const std::vector<std::wstring>& files, std::optional<AttachMode> mode);
-    void SaveNow();
+    [[nodiscard]] bool IsReady() const;
+    void Save(bool (PackageSaving::*way)());
     void OnUnpacked();
     void OnAdding();
     void OnAdded();

@@ -2,7 +2,6 @@
 
 #include <condition_variable>
 #include <mutex>
-#include <optional>
 #include <utility>
 
 #include <objbase.h>
@@ -44,9 +43,9 @@ public:
         m_answer.reset();
     }
 
-    std::unique_ptr<DocumentContent> Take() {
+    std::optional<std::unique_ptr<DocumentContent>> Take() {
         const std::lock_guard guard(m_lock);
-        return std::move(m_answer);
+        return std::exchange(m_answer, std::nullopt);
     }
 
     void Stop() {
@@ -87,7 +86,7 @@ private:
     std::condition_variable m_wake;
     std::optional<Request> m_request;
     int m_lastNumber = 0; // of a request or a cancel
-    std::unique_ptr<DocumentContent> m_answer;
+    std::optional<std::unique_ptr<DocumentContent>> m_answer;
     bool m_stopping = false;
 };
 
@@ -115,7 +114,7 @@ void DocumentReader::Cancel() {
     m_worker->Cancel();
 }
 
-std::unique_ptr<DocumentContent> DocumentReader::Take() {
+std::optional<std::unique_ptr<DocumentContent>> DocumentReader::Take() {
     return m_worker->Take();
 }
 

@@ -5,6 +5,7 @@
 
 #include <future>
 #include <memory>
+#include <optional>
 #include <string>
 #include <thread>
 
@@ -27,8 +28,9 @@ public:
     /// Forgets what was asked.
     void Cancel();
 
-    /// The document that was asked last, once; null when it is not read yet or there is none in its row.
-    [[nodiscard]] std::unique_ptr<DocumentContent> Take();
+    /// The document that was asked last, once, null when there is none in its row; nothing while it is not
+    /// read or after it was taken.
+    [[nodiscard]] std::optional<std::unique_ptr<DocumentContent>> Take();
 
 private:
     class Worker;

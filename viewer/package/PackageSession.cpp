@@ -29,6 +29,12 @@ void PackageSession::Record(const std::wstring& stamp) {
     m_file.WriteUnpacked(m_packageFile, stamp);
 }
 
+void PackageSession::MoveTo(const std::wstring& packageFile) {
+    m_packageFile = packageFile;
+    m_stamp.clear();
+    RecordSave();
+}
+
 bool PackageSession::RecordSave() {
     const std::wstring stamp = mxovshare::StampOfFolder(m_folder);
     const bool isNew = stamp != m_stamp;

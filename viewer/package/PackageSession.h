@@ -37,6 +37,9 @@ public:
     /// each save.
     void Record(const std::wstring& stamp);
 
+    /// Continues with another package file, to which the library has just saved the folder.
+    void MoveTo(const std::wstring& packageFile);
+
     /// Records what the library last saved or unpacked. True when it was not recorded yet.
     bool RecordSave();
 

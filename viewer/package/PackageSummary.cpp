@@ -108,4 +108,22 @@ std::wstring CountsText(const std::vector<mxovshare::PackageEntry>& entries) {
     return std::to_wstring(files) + (files == 1 ? L" file, " : L" files, ") + ByteSizeText(bytes);
 }
 
+std::wstring PropertiesText(const std::wstring& folder, const std::wstring& packageFile,
+                            const std::vector<mxovshare::PackageEntry>& entries) {
+    const PackageSummary summary = ReadPackageSummary(folder, packageFile);
+    WIN32_FILE_ATTRIBUTE_DATA file = {};
+    GetFileAttributesExW(packageFile.c_str(), GetFileExInfoStandard, &file);
+    const std::uint64_t size = (std::uint64_t{file.nFileSizeHigh} << 32) | file.nFileSizeLow;
+    std::wstring text =
+        L"Path: " + packageFile + L"\nSize: " + ByteSizeText(size) + L"\nContent: " + CountsText(entries);
+    text += L"\nSaved: " + LocalTimeText(file.ftLastWriteTime);
+    if (!summary.version.empty()) {
+        text += L"\nWritten by: " + summary.version;
+    }
+    if (!summary.lastChange.empty()) {
+        text += L"\nLast entry of the history: " + summary.lastChange;
+    }
+    return text;
+}
+
 } // namespace viewer

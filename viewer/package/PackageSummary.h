@@ -25,4 +25,8 @@ struct PackageSummary {
 /// The number of the package's files and their size as one text, such as "12 files, 48.2 KB"; empty for none.
 [[nodiscard]] std::wstring CountsText(const std::vector<mxovshare::PackageEntry>& entries);
 
+/// What there is to know of a package as a whole, one fact a line. `folder` ends with a separator.
+[[nodiscard]] std::wstring PropertiesText(const std::wstring& folder, const std::wstring& packageFile,
+                                          const std::vector<mxovshare::PackageEntry>& entries);
+
 } // namespace viewer

@@ -18,6 +18,7 @@ constexpr int kRemarksId = 101;
 constexpr int kHistoryMargin = 16;
 constexpr int kHistoryGap = 6;
 constexpr int kRemarksHeight = 56;
+constexpr int kLabelHeight = 18;
 constexpr int kLeastRemarks = 120; // width of the column
 
 struct Column {
@@ -67,6 +68,14 @@ LRESULT HistoryPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         Fill(reinterpret_cast<HDC>(wParam), area, colour::kBackground);
         return TRUE;
     }
+    case WM_CTLCOLORSTATIC:
+        if (reinterpret_cast<HWND>(lParam) == m_label) {
+            SetTextColor(reinterpret_cast<HDC>(wParam), colour::kText);
+            SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
+            SetDCBrushColor(reinterpret_cast<HDC>(wParam), colour::kBackground);
+            return reinterpret_cast<LRESULT>(GetStockObject(DC_BRUSH));
+        }
+        return Default(message, wParam, lParam);
     case WM_NOTIFY:
         switch (reinterpret_cast<const NMHDR*>(lParam)->code) {
         case LVN_GETDISPINFOW:
@@ -96,6 +105,9 @@ bool HistoryPane::CreateParts() {
     m_list =
         create(WC_LISTVIEWW, L"History",
                LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER, kListId);
+    m_label = CreateWindowExW(0, L"STATIC", L"Remarks of the selected entry", WS_CHILD | WS_VISIBLE, 0, 0, 0,
+                              0, Handle(), nullptr, GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(m_label, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
     m_remarks = create(L"EDIT", L"", ES_MULTILINE | ES_READONLY, kRemarksId);
     ListView_SetExtendedListViewStyle(m_list, LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
     AddColumns();
@@ -119,8 +131,10 @@ void HistoryPane::Arrange() {
     const int width = std::max(0L, area.right - area.left);
     const int height = std::max(0L, area.bottom - area.top);
     const int remarks = std::min(Scale(kRemarksHeight), height);
-    const int list = std::max(0, height - remarks - Scale(kHistoryGap));
+    const int label = Scale(kLabelHeight);
+    const int list = std::max(0, height - remarks - label - Scale(kHistoryGap));
     MoveWindow(m_list, area.left, area.top, width, list, TRUE);
+    MoveWindow(m_label, area.left, area.top + height - remarks - label, width, label, TRUE);
     MoveWindow(m_remarks, area.left, area.top + height - remarks, width, remarks, TRUE);
     FitColumns(width);
 }

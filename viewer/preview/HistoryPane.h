@@ -32,6 +32,7 @@ private:
 
     std::vector<HistoryLine> m_lines;
     HWND m_list = nullptr; // children, destroyed with the window
+    HWND m_label = nullptr;
     HWND m_remarks = nullptr;
     common::UniqueFont m_font;
 };

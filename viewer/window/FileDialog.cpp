@@ -52,14 +52,14 @@ std::optional<std::wstring> AskForPackage(HWND owner) {
     return Ask(*dialog.Get(), owner, L"Open package", FOS_FILEMUSTEXIST);
 }
 
-std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name) {
+std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name, const wchar_t* title) {
     const auto dialog = Create<IFileSaveDialog>(CLSID_FileSaveDialog);
     if (!dialog) {
         return std::nullopt;
     }
     OfferPackages(*dialog.Get());
     dialog->SetFileName(name.c_str());
-    return Ask(*dialog.Get(), owner, L"Save a copy", FOS_OVERWRITEPROMPT);
+    return Ask(*dialog.Get(), owner, title, FOS_OVERWRITEPROMPT);
 }
 
 std::optional<std::wstring> AskForDocument(HWND owner, const std::wstring& name) {

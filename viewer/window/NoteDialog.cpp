@@ -2,6 +2,7 @@
 
 #include "package/Paths.h"
 #include "resources/resource.h"
+#include "window/Window.h"
 
 namespace viewer {
 
@@ -21,6 +22,7 @@ std::wstring TextOf(HWND field) {
 }
 
 void Prepare(HWND dialog, const Note& note) {
+    CentreOn(dialog, GetParent(dialog));
     SetDlgItemTextW(dialog, IDC_NOTE_QUESTION, note.question.c_str());
     SendDlgItemMessageW(dialog, IDC_NOTE_TEXT, EM_SETLIMITTEXT, kMostNote, 0);
 }

@@ -2,6 +2,7 @@
 
 #include "package/Paths.h"
 #include "resources/resource.h"
+#include "window/Window.h"
 
 #include <commctrl.h>
 
@@ -18,23 +19,13 @@ ProgressDialog::ProgressDialog(HWND owner, UnpackTask& task) : m_task(task) {
                                   reinterpret_cast<LPARAM>(this));
     SetDlgItemTextW(m_dialog, IDC_PROGRESS_PACKAGE, (L"Opening " + FileName(task.PackageFile())).c_str());
     SendDlgItemMessageW(m_dialog, IDC_PROGRESS_BAR, PBM_SETRANGE32, 0, kBarSteps);
-    CentreOn(owner);
+    CentreOn(m_dialog, owner);
     Update();
     ShowWindow(m_dialog, SW_SHOW);
 }
 
 ProgressDialog::~ProgressDialog() {
     DestroyWindow(m_dialog);
-}
-
-void ProgressDialog::CentreOn(HWND owner) {
-    RECT outer = {};
-    RECT inner = {};
-    GetWindowRect(owner, &outer);
-    GetWindowRect(m_dialog, &inner);
-    const int left = (outer.left + outer.right - (inner.right - inner.left)) / 2;
-    const int top = (outer.top + outer.bottom - (inner.bottom - inner.top)) / 2;
-    SetWindowPos(m_dialog, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void ProgressDialog::Update() {

@@ -20,7 +20,6 @@ public:
     [[nodiscard]] bool IsDialogMessage(MSG& message) const { return ::IsDialogMessageW(m_dialog, &message); }
 
 private:
-    void CentreOn(HWND owner);
     static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
     HWND m_dialog = nullptr;

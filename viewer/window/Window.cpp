@@ -52,4 +52,14 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     return result;
 }
 
+void CentreOn(HWND dialog, HWND owner) {
+    RECT outer = {};
+    RECT inner = {};
+    GetWindowRect(owner, &outer);
+    GetWindowRect(dialog, &inner);
+    const int left = (outer.left + outer.right - (inner.right - inner.left)) / 2;
+    const int top = (outer.top + outer.bottom - (inner.bottom - inner.top)) / 2;
+    SetWindowPos(dialog, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 } // namespace viewer

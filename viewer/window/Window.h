@@ -37,4 +37,7 @@ private:
     HWND m_window = nullptr;
 };
 
+/// Moves a dialog to the middle of its owner.
+void CentreOn(HWND dialog, HWND owner);
+
 } // namespace viewer
