@@ -167,7 +167,9 @@ void MainWindow::OnActivate(bool active, HWND other) {
     if (!active) {
         m_lastFocus = GetFocus();
         if (IsProperties(other, Handle())) {
-            PlaceProperties(other, m_control.ScreenArea()); // the control does not know about monitors
+            RECT frame = {};
+            GetWindowRect(Handle(), &frame);
+            PlaceProperties(other, m_control.ScreenArea(), frame); // the control knows of no monitors
         }
     } else if (IsChild(Handle(), m_lastFocus) && IsWindowVisible(m_lastFocus)) {
         SetFocus(m_lastFocus);

@@ -44,6 +44,7 @@ class CatalogueTest(ViewerCase):
         self.assertIn('MXOVDocViewCtrl.ocx 1.0.0', shown.texts())
         self.assertIn('mxovshare.dll 1.0.0', shown.texts())
         self.assertIn('MIT licence', shown.texts())
+        self.assertIn('zlib licence', shown.texts())
         viewer.photograph('e2e-about')
         viewer.press('Return')
         viewer.wait_for_no_dialog('About is closed')

@@ -1,6 +1,7 @@
 #include "control/PropertiesWindow.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <string_view>
 
 namespace viewer {
@@ -18,13 +19,19 @@ RECT WorkArea(const RECT& place) {
     return monitor.rcWork;
 }
 
-LONG LeftBeside(const RECT& control, LONG width, const RECT& work) {
-    const LONG right = control.right + kPropertiesGap;
-    if (right + width <= work.right) {
-        return right;
+// The left edge of a window beside one of the areas, the first that leaves room for it.
+LONG LeftBeside(std::initializer_list<RECT> areas, LONG width, const RECT& work) {
+    for (const RECT& area : areas) {
+        const LONG right = area.right + kPropertiesGap;
+        const LONG left = area.left - kPropertiesGap - width;
+        if (right >= work.left && right + width <= work.right) {
+            return right;
+        }
+        if (left >= work.left && left + width <= work.right) {
+            return left;
+        }
     }
-    const LONG left = control.left - kPropertiesGap - width;
-    return left >= work.left ? left : std::max(work.left, work.right - width);
+    return std::max(work.left, work.right - width);
 }
 
 } // namespace
@@ -36,11 +43,11 @@ bool IsProperties(HWND window, HWND frame) {
            GetDlgItem(window, kPropertiesBox);
 }
 
-void PlaceProperties(HWND window, const RECT& control) {
+void PlaceProperties(HWND window, const RECT& control, const RECT& frame) {
     const RECT work = WorkArea(control);
     RECT area = {};
     GetWindowRect(window, &area);
-    const LONG left = LeftBeside(control, area.right - area.left, work);
+    const LONG left = LeftBeside({frame, control}, area.right - area.left, work);
     const LONG lowest = work.bottom - (area.bottom - area.top);
     const LONG top = std::max(work.top, std::min(std::max(control.top, work.top), lowest));
     SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include <shellapi.h>
+#include <shlobj.h>
 
 namespace viewer {
 
@@ -16,12 +17,11 @@ std::wstring Failure(const std::wstring& what, DWORD error) {
     return what + L": " + common::SystemErrorText(error) + L".";
 }
 
-bool Execute(HWND owner, const wchar_t* verb, const std::wstring& file, const wchar_t* parameters) {
+bool Execute(HWND owner, const std::wstring& file, const wchar_t* parameters) {
     SHELLEXECUTEINFOW info = {};
     info.cbSize = sizeof info;
     info.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
     info.hwnd = owner;
-    info.lpVerb = verb;
     info.lpFile = file.c_str();
     info.lpParameters = parameters;
     info.nShow = SW_SHOWNORMAL;
@@ -40,7 +40,7 @@ HGLOBAL TextMemory(const std::wstring& text) {
 } // namespace
 
 std::wstring OpenDocument(HWND owner, const std::wstring& path) {
-    if (Execute(owner, nullptr, path, nullptr)) {
+    if (Execute(owner, path, nullptr)) {
         return {};
     }
     const DWORD error = GetLastError();
@@ -49,9 +49,11 @@ std::wstring OpenDocument(HWND owner, const std::wstring& path) {
 }
 
 std::wstring OpenDocumentWith(HWND owner, const std::wstring& path) {
-    return Execute(owner, L"openas", path, nullptr)
+    const OPENASINFO info = {path.c_str(), nullptr, OAIF_EXEC | OAIF_ALLOW_REGISTRATION};
+    const HRESULT result = SHOpenWithDialog(owner, &info);
+    return SUCCEEDED(result) || result == HRESULT_FROM_WIN32(ERROR_CANCELLED)
                ? std::wstring()
-               : Failure(L"The programs for " + FileName(path) + L" cannot be listed", GetLastError());
+               : L"The programs for " + FileName(path) + L" cannot be listed on this computer.";
 }
 
 std::wstring SaveDocumentAs(HWND owner, const std::wstring& path) {
@@ -63,7 +65,7 @@ std::wstring SaveDocumentAs(HWND owner, const std::wstring& path) {
 
 std::wstring ShowInFolder(HWND owner, const std::wstring& path) {
     const std::wstring parameters = L"/select,\"" + path + L"\"";
-    return Execute(owner, nullptr, L"explorer.exe", parameters.c_str())
+    return Execute(owner, L"explorer.exe", parameters.c_str())
                ? std::wstring()
                : Failure(L"The folder of " + FileName(path) + L" cannot be shown", GetLastError());
 }

@@ -39,23 +39,22 @@ int ChooseDocumentCommand(HWND window, POINT place, const DocumentDetails& docum
 }
 
 void RunDocumentCommand(HWND frame, int command, const std::wstring& path) {
-    const std::wstring file = path; // a dialog may bring another document
     std::wstring error;
     switch (command) {
     case IDM_DOCUMENT_OPEN:
-        error = OpenDocument(frame, file);
+        error = OpenDocument(frame, path);
         break;
     case IDM_DOCUMENT_OPEN_WITH:
-        error = OpenDocumentWith(frame, file);
+        error = OpenDocumentWith(frame, path);
         break;
     case IDM_DOCUMENT_SAVE:
-        error = SaveDocumentAs(frame, file);
+        error = SaveDocumentAs(frame, path);
         break;
     case IDM_DOCUMENT_SHOW:
-        error = ShowInFolder(frame, file);
+        error = ShowInFolder(frame, path);
         break;
     case IDM_DOCUMENT_COPY_PATH:
-        error = CopyPath(frame, file);
+        error = CopyPath(frame, path);
         break;
     default:
         SendMessageW(frame, WM_COMMAND, static_cast<WPARAM>(command), 0);

@@ -123,7 +123,8 @@ int DocumentPane::FontHeight(HFONT font) const {
 
 void DocumentPane::OnCommand(int command) {
     if (m_content) {
-        RunDocumentCommand(GetAncestor(Handle(), GA_ROOT), command, m_content->details.path);
+        const std::wstring path = m_content->details.path; // a dialog may bring another document
+        RunDocumentCommand(GetAncestor(Handle(), GA_ROOT), command, path);
     }
 }
 

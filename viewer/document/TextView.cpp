@@ -157,10 +157,11 @@ void TextView::PaintPart(HDC dc, const RECT& area, std::wstring_view text, std::
                          COLORREF colour) const {
     const auto first = static_cast<std::size_t>(Position(SB_HORZ));
     const std::size_t hidden = column < first ? std::min(first - column, text.size()) : 0;
-    const auto fitting = static_cast<std::size_t>((area.right - area.left) / m_cell.cx + 1);
+    const LONG cells = (area.right - area.left) / m_cell.cx + 1;
+    const auto fitting = static_cast<std::size_t>(cells);
     const std::wstring_view shown = text.substr(hidden, fitting);
     const auto cell = static_cast<LONG>(column + hidden - first);
-    if (shown.empty() || cell >= static_cast<LONG>(fitting)) {
+    if (shown.empty() || cell >= cells) {
         return;
     }
     const std::vector<INT> widths(shown.size(), m_cell.cx);

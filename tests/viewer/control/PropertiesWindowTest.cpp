@@ -18,10 +18,17 @@ protected:
             CreateWindowW(className, L"", WS_POPUP, 0, 0, width, height, owner, nullptr, nullptr, nullptr));
     }
 
-    // Where the window is put beside a control that has this place in the work area.
-    [[nodiscard]] RECT PlaceBeside(RECT control) const {
+    // Where the window is put beside a control that has this place in the work area, in a frame that fills
+    // it.
+    [[nodiscard]] RECT PlaceBeside(const RECT& control) const {
+        return PlaceBeside(control, {0, 0, m_width, m_height});
+    }
+
+    // The same in a frame of this place.
+    [[nodiscard]] RECT PlaceBeside(RECT control, RECT frame) const {
         OffsetRect(&control, m_work.left, m_work.top);
-        PlaceProperties(m_properties.get(), control);
+        OffsetRect(&frame, m_work.left, m_work.top);
+        PlaceProperties(m_properties.get(), control, frame);
         RECT area = {};
         GetWindowRect(m_properties.get(), &area);
         OffsetRect(&area, -m_work.left, -m_work.top);
@@ -59,6 +66,12 @@ TEST_F(PropertiesWindowTest, ItComesToTheRightOfTheControl) {
     EXPECT_EQ(area.top, 50);
     EXPECT_EQ(area.right - area.left, 300);
     EXPECT_EQ(area.bottom - area.top, 400);
+}
+
+TEST_F(PropertiesWindowTest, ItComesBesideTheFrameWhereThereIsRoom) {
+    EXPECT_EQ(PlaceBeside({10, 50, 200, 600}, {0, 0, m_width - 306, 700}).left, m_width - 300);
+    EXPECT_EQ(PlaceBeside({310, 50, 500, 600}, {306, 0, m_width, 700}).left, 0);
+    EXPECT_EQ(PlaceBeside({10, 50, 200, 600}, {0, 0, m_width - 305, 700}).left, 206) << "a pixel too little";
 }
 
 TEST_F(PropertiesWindowTest, WhereTheMonitorEndsItComesToTheLeft) {

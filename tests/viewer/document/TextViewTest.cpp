@@ -8,17 +8,17 @@ using namespace viewer;
 
 namespace {
 
-constexpr int kWidth = 300;
-constexpr int kHeight = 120;
+constexpr int kViewWidth = 300;
+constexpr int kViewHeight = 120;
 
 // The view in a window of its own.
 class TextViewTest : public testing::Test {
 protected:
     TextViewTest()
-        : m_frame(CreateWindowW(L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, kWidth, kHeight, nullptr,
+        : m_frame(CreateWindowW(L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, kViewWidth, kViewHeight, nullptr,
                                 nullptr, nullptr, nullptr)) {
         m_view.Create(m_frame.get(), 1);
-        MoveWindow(m_view.Handle(), 0, 0, kWidth, kHeight, FALSE);
+        MoveWindow(m_view.Handle(), 0, 0, kViewWidth, kViewHeight, FALSE);
         ShowWindow(m_view.Handle(), SW_SHOWNA);
     }
 
