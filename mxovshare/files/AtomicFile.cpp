@@ -19,6 +19,12 @@ bool IsReplaceable(DWORD attributes) {
            (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) == 0;
 }
 
+// One that was left behind may not have become empty when it was opened: Wine reports no error of that.
+bool Empty(HANDLE file) {
+    LARGE_INTEGER size = {};
+    return GetFileSizeEx(file, &size) != FALSE && (size.QuadPart == 0 || SetEndOfFile(file) != FALSE);
+}
+
 std::uint32_t HashOf(const std::wstring& text) {
     std::uint32_t hash = 2166136261;
     for (const wchar_t unit : text) {
@@ -101,7 +107,7 @@ bool AtomicFile::Create() {
                                              FILE_ATTRIBUTE_NORMAL, nullptr));
         m_exists = m_file != nullptr;
         if (m_exists) {
-            return true;
+            return Empty(m_file.get());
         }
         const DWORD error = GetLastError();
         // One that was left behind may have the attributes of a hidden target.

@@ -16,8 +16,9 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
-enum { COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY, FLUSH_ERROR, INFORMATION_FLUSH_ERROR };
-enum { WRITE = 1, FLUSH = 2 }; /* kinds of calls that some modes are about */
+enum { COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY, FLUSH_ERROR, INFORMATION_FLUSH_ERROR,
+       DISK_FULL };
+enum { WRITE = 1, FLUSH = 2, CREATE = 3 }; /* kinds of calls that some modes are about */
 
 struct control {
     int armed, target, mode; /* set by the tests; target counts from 1 */
@@ -85,7 +86,17 @@ static int judge(int kind, const char *path) {
         if (kind != FLUSH || information != (control->mode == INFORMATION_FLUSH_ERROR))
             return 0;
     }
+    /* From the chosen call on, and for calls that need room only. */
+    if (control->mode == DISK_FULL && kind != WRITE && kind != CREATE)
+        return 0;
     int number = __sync_add_and_fetch(&control->count, 1);
+    if (control->mode == DISK_FULL) {
+        if (number < control->target)
+            return 0;
+        control->fired = 1;
+        errno = ENOSPC;
+        return 1;
+    }
     if (control->mode == READ_ONLY) {
         control->fired = 1;
         errno = EROFS;
@@ -145,7 +156,7 @@ FD_CALL(fchmod, 0, (int fd, mode_t mode), fd, fd, mode)
         va_start(list, flags); \
         mode_t mode = flags & (O_CREAT | O_TMPFILE) ? va_arg(list, mode_t) : 0; \
         va_end(list); \
-        if ((flags & (O_CREAT | O_TRUNC)) && concerns(path) && judge(0, path)) \
+        if ((flags & (O_CREAT | O_TRUNC)) && concerns(path) && judge(CREATE, path)) \
             return -1; \
         return next(path, flags, mode); \
     }

@@ -16,7 +16,8 @@ from wineprogram import windows_path  # noqa: E402
 
 BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
 DRIVER = BUILD / 'tests' / 'fault_driver.exe'
-COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY, FLUSH_ERROR, INFORMATION_FLUSH_ERROR = range(9)
+(COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY, FLUSH_ERROR, INFORMATION_FLUSH_ERROR,
+ DISK_FULL) = range(10)
 
 
 class Control(ctypes.Structure):
