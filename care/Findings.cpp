@@ -51,11 +51,12 @@ bool IsPersonal(std::wstring path) {
 class FaultSearch {
 public:
     FaultSearch(const std::vector<mxovshare::PackageEntry>& entries, const Sections& sections,
-                const CatalogueSource& source, const std::wstring& folder, const FILETIME& now)
+                const CatalogueSource& source, const std::wstring& folder, const FILETIME& now,
+                const FindingSink& take)
         : m_entries(entries), m_sections(sections), m_source(source), m_folder(folder),
-          m_tomorrow(DayAfter(now)), m_items(CatalogueLoader(source, folder).Load()) {}
+          m_tomorrow(DayAfter(now)), m_items(CatalogueLoader(source, folder).Load()), m_take(take) {}
 
-    std::vector<Finding> Find() {
+    void Find() {
         FindMissing();
         FindOtherLinks();
         FindUnshown();
@@ -63,19 +64,18 @@ public:
         CheckHistory();
         CheckDates();
         CheckVersion();
-        CheckPaths();
-        return std::move(m_findings);
+        FindErrors(m_sections, m_source, m_take);
     }
 
 private:
     void Add(Severity severity, const wchar_t* code, const std::wstring& section,
              const std::wstring& document, const std::wstring& message, const wchar_t* cure) {
-        m_findings.push_back({.severity = severity,
-                              .code = code,
-                              .section = section,
-                              .document = document,
-                              .message = message,
-                              .cure = cure});
+        m_take({.severity = severity,
+                .code = code,
+                .section = section,
+                .document = document,
+                .message = message,
+                .cure = cure});
     }
 
     bool IsMissing(const std::wstring& path) const {
@@ -128,8 +128,9 @@ private:
     }
 
     void FindUnshown() {
-        std::set<std::wstring, NameLess> shown = {common::kInformationFile, common::kPrivateInformationFile,
-                                                  FileInfo(inikey::kThumbnail)};
+        const std::wstring thumbnail = FileInfo(inikey::kThumbnail);
+        std::set<std::wstring_view, NameLess> shown = {common::kInformationFile,
+                                                       common::kPrivateInformationFile, thumbnail};
         for (const CatalogueItem& item : m_items) {
             shown.insert(InPackage(item.record));
         }
@@ -143,16 +144,15 @@ private:
 
     // The name of a document's file in the package; the loader joins folders with more separators than
     // needed.
-    std::wstring InPackage(const DocumentRecord& record) const {
-        std::wstring path = record.filePath;
-        if (path.starts_with(m_folder)) {
-            path.erase(0, path.find_first_not_of(L'\\', m_folder.size()));
-        }
-        return path;
+    std::wstring_view InPackage(const DocumentRecord& record) const {
+        const std::wstring_view path = record.filePath;
+        const std::size_t skipped =
+            path.starts_with(m_folder) ? path.find_first_not_of(L'\\', m_folder.size()) : 0;
+        return path.substr(std::min(skipped, path.size()));
     }
 
     void FindShared() {
-        std::map<std::wstring, std::wstring, NameLess> sections;
+        std::map<std::wstring_view, std::wstring_view, NameLess> sections;
         for (const CatalogueItem& item : m_items) {
             const DocumentRecord& record = item.record;
             if (record.isAdditional == 0 || record.filePath.empty()) {
@@ -161,8 +161,8 @@ private:
             const auto [first, isNew] = sections.emplace(record.filePath, record.sectionName);
             if (!isNew) {
                 Add(Severity::Warning, finding::kShared, record.sectionName, record.filePath,
-                    first->second + L" and " + record.sectionName + L" both show \"" + record.filePath +
-                        L"\"",
+                    std::wstring(first->second) + L" and " + record.sectionName + L" both show \"" +
+                        record.filePath + L"\"",
                     L"remove one of them");
             }
         }
@@ -204,28 +204,6 @@ private:
         }
     }
 
-    void CheckPath(const std::wstring& section, const std::wstring& name, const std::wstring& path) {
-        if (const wchar_t* fault = PathFault(path)) {
-            Add(Severity::Error, IsNetworkPath(path) ? finding::kOtherComputer : finding::kLeavesFolder,
-                section, path, name + L" \"" + path + L"\" " + fault, L"relink or remove it");
-        }
-    }
-
-    void CheckPaths() {
-        for (const wchar_t* key : {inikey::kCadPath, inikey::kSetupSheets, inikey::kThumbnail}) {
-            CheckPath(inikey::kFileInfo, key, FileInfo(key));
-        }
-        std::wistringstream list(FileInfo(inikey::kGCode));
-        for (std::wstring path; std::getline(list, path, L';');) {
-            CheckPath(inikey::kFileInfo, inikey::kGCode, path);
-        }
-        for (const Section& section : m_sections) {
-            if (IsAdditional(section)) {
-                CheckPath(section.name, section.name, ValueOf(section, inikey::kFilePath));
-            }
-        }
-    }
-
     std::wstring FileInfo(const wchar_t* key) const { return m_source.Value(inikey::kFileInfo, key); }
 
     const std::vector<mxovshare::PackageEntry>& m_entries;
@@ -234,7 +212,7 @@ private:
     const std::wstring& m_folder;
     std::wstring m_tomorrow;
     std::vector<CatalogueItem> m_items;
-    std::vector<Finding> m_findings;
+    const FindingSink& m_take;
 };
 
 } // namespace
@@ -246,10 +224,36 @@ const wchar_t* PathFault(const std::wstring& path) {
     return LeavesPackageFolder(path) ? L"leaves the package folder" : nullptr;
 }
 
-std::vector<Finding> FindFaults(const std::vector<mxovshare::PackageEntry>& entries, const Sections& sections,
-                                const CatalogueSource& source, const std::wstring& folder,
-                                const FILETIME& now) {
-    return FaultSearch(entries, sections, source, folder, now).Find();
+void FindFaults(const std::vector<mxovshare::PackageEntry>& entries, const Sections& sections,
+                const CatalogueSource& source, const std::wstring& folder, const FILETIME& now,
+                const FindingSink& take) {
+    FaultSearch(entries, sections, source, folder, now, take).Find();
+}
+
+void FindErrors(const Sections& sections, const CatalogueSource& source, const FindingSink& take) {
+    const auto check = [&take](const std::wstring& section, const std::wstring& name,
+                               const std::wstring& path) {
+        if (const wchar_t* fault = PathFault(path)) {
+            take({.severity = Severity::Error,
+                  .code = IsNetworkPath(path) ? finding::kOtherComputer : finding::kLeavesFolder,
+                  .section = section,
+                  .document = path,
+                  .message = name + L" \"" + path + L"\" " + fault,
+                  .cure = L"relink or remove it"});
+        }
+    };
+    for (const wchar_t* key : {inikey::kCadPath, inikey::kSetupSheets, inikey::kThumbnail}) {
+        check(inikey::kFileInfo, key, source.Value(inikey::kFileInfo, key));
+    }
+    std::wistringstream list(source.Value(inikey::kFileInfo, inikey::kGCode));
+    for (std::wstring path; std::getline(list, path, L';');) {
+        check(inikey::kFileInfo, inikey::kGCode, path);
+    }
+    for (const Section& section : sections) {
+        if (IsAdditional(section)) {
+            check(section.name, section.name, ValueOf(section, inikey::kFilePath));
+        }
+    }
 }
 
 } // namespace care

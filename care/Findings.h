@@ -6,6 +6,8 @@
 #include <package/CatalogueSource.h>
 #include <package/ItemText.h>
 
+#include <functional>
+
 namespace care {
 
 enum class Severity {
@@ -44,10 +46,16 @@ struct Finding {
 /// Why a path of the information file may not be followed, as the end of a sentence; null when it may.
 const wchar_t* PathFault(const std::wstring& path);
 
-/// Everything that is found in a package whose entries are sound. `source` is that package below `folder`,
-/// and answers for files on the disk as well; `now` is UTC.
-std::vector<Finding> FindFaults(const std::vector<mxovshare::PackageEntry>& entries, const Sections& sections,
-                                const docview::CatalogueSource& source, const std::wstring& folder,
-                                const FILETIME& now);
+/// Gets one finding after the other, since a package can cause more of them than memory should hold.
+using FindingSink = std::function<void(const Finding&)>;
+
+/// Passes everything that is found in a package whose entries are sound to `take`. `source` is that package
+/// below `folder`, and answers for files on the disk as well; `now` is UTC.
+void FindFaults(const std::vector<mxovshare::PackageEntry>& entries, const Sections& sections,
+                const docview::CatalogueSource& source, const std::wstring& folder, const FILETIME& now,
+                const FindingSink& take);
+
+/// Only the errors among them: paths that may not be followed.
+void FindErrors(const Sections& sections, const docview::CatalogueSource& source, const FindingSink& take);
 
 } // namespace care

@@ -34,6 +34,9 @@ public:
     virtual ~PackageProgress() = default;
     /// `done` of `total` bytes are finished and `name` is in work. Returning false cancels.
     virtual bool OnProgress(const std::wstring& name, std::uint64_t done, std::uint64_t total) = 0;
+    /// The new package is complete, and replacing the old one would lose something of that file, in words
+    /// such as "its owner, its other hard links". Returning false cancels.
+    virtual bool OnLoss(const std::wstring& /*lost*/) { return true; }
 };
 
 /// One section of an information file with its keys in order, as a plain reader sees them.

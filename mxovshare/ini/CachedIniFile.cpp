@@ -202,29 +202,34 @@ void CachedIniFile::Look(std::uint64_t now, DWORD patience) {
 void CachedIniFile::Load(std::uint64_t now, DWORD patience) {
     std::string bytes;
     FileStamp stamp;
-    const DWORD error =
-        ReadWholeFile(m_path, IniDocument::kMaxBytes, bytes, stamp, m_waitedInVain ? 0 : patience);
+    DWORD error = ReadWholeFile(m_path, IniDocument::kMaxBytes, bytes, stamp, m_waitedInVain ? 0 : patience);
     const bool missing = error == ERROR_FILE_NOT_FOUND;
+    if (missing) {
+        error = ERROR_SUCCESS;
+        bytes.clear();
+        stamp = {};
+    }
+    const bool known = m_document && !m_changed && bytes == m_document->Bytes();
+    std::unique_ptr<IniDocument> document;
+    if (error == ERROR_SUCCESS && !known) {
+        document = std::make_unique<IniDocument>(m_platform, std::move(bytes), IniDocument::kMost);
+        error = document->IsComplete() ? ERROR_SUCCESS : ERROR_FILE_TOO_LARGE;
+    }
     m_lastLoad = now;
-    m_current = error == ERROR_SUCCESS || missing;
+    m_current = error == ERROR_SUCCESS;
     m_waitedInVain = !m_current;
     if (!m_current) {
         m_readError = error;
         return;
     }
-    if (missing) {
-        bytes.clear();
-        stamp = {};
-        if (m_stamp.exists) {
-            DropKept();
-        }
+    if (missing && m_stamp.exists) {
+        DropKept();
     }
     RememberStamp(stamp, now);
-    if (m_document && !m_changed && bytes == m_document->Bytes()) {
+    if (known) {
         return;
     }
     m_document.reset();
-    auto document = std::make_unique<IniDocument>(m_platform, std::move(bytes));
     m_performed = 0;
     m_changed = false;
     PerformKept(*document);

@@ -39,8 +39,8 @@ int NumberOf(std::u16string_view digits) {
 
 } // namespace
 
-IniDocument::IniDocument(const TextPlatform& platform, std::string bytes)
-    : m_platform(platform), m_bytes(std::move(bytes)), m_encoding(DetectEncoding(m_bytes)),
+IniDocument::IniDocument(const TextPlatform& platform, std::string bytes, const IniLimits& limits)
+    : m_platform(platform), m_limits(limits), m_bytes(std::move(bytes)), m_encoding(DetectEncoding(m_bytes)),
       m_hasHighByte(HasHighByte(m_bytes)) {
     if (!m_bytes.starts_with(MarkOf(m_encoding))) {
         m_bytes.insert(0, MarkOf(m_encoding));
@@ -68,7 +68,10 @@ bool IniDocument::WouldChange(std::u16string_view section, std::u16string_view k
         return false;
     }
     const std::uint32_t number = FindKey(section, key);
-    return number == IniIndex::kNone || !m_index->Key(number).hasValue ||
+    if (number == IniIndex::kNone) {
+        return m_index->MayAddKey(m_index->FindSection(section) == IniIndex::kNone);
+    }
+    return !m_index->Key(number).hasValue ||
            PlainValue(TextOf(m_index->Key(number).value)) != PlainValue(stored);
 }
 
@@ -142,24 +145,22 @@ int IniDocument::LastIndex(std::u16string_view prefix) const {
     return last;
 }
 
-std::vector<IniSectionText> IniDocument::Contents() const {
-    const std::vector<IniKey> keys = m_index->AllKeys();
-    std::vector<IniSectionText> contents;
-    auto key = keys.begin();
-    for (const IniSection& section : m_index->Sections()) {
+void IniDocument::Read(IniReader& reader) const {
+    for (std::uint32_t number = 0; number < m_index->Sections().size(); ++number) {
+        const IniSection& section = m_index->Sections()[number];
         if (section.shadowed) {
             continue;
         }
-        contents.push_back({TextOf(section.name), {}});
-        for (; key != keys.end() && key->name.begin < section.end; ++key) {
-            contents.back().values.emplace_back(TextOf(key->name), PlainValue(TextOf(key->value)));
+        const std::vector<IniKey> keys = m_index->KeysOf(number);
+        reader.OnSection(TextOf(section.name), keys.size());
+        for (const IniKey& key : keys) {
+            reader.OnKey(TextOf(key.name), PlainValue(TextOf(key.value)));
         }
     }
-    return contents;
 }
 
 void IniDocument::BuildIndex() {
-    m_index = std::make_unique<IniIndex>(m_bytes, m_encoding, m_platform);
+    m_index = std::make_unique<IniIndex>(m_bytes, m_encoding, m_platform, m_limits);
 }
 
 void IniDocument::BecomeUtf16() {

@@ -12,10 +12,13 @@
 
 namespace mxovshare {
 
-/// A section's name, and its keys and values in order.
-struct IniSectionText {
-    std::u16string name;
-    std::vector<std::pair<std::u16string, std::u16string>> values;
+/// Gets the content of a document.
+class IniReader {
+public:
+    virtual ~IniReader() = default;
+    /// A section begins, of which so many keys follow.
+    virtual void OnSection(const std::u16string& name, std::size_t keys) = 0;
+    virtual void OnKey(const std::u16string& name, const std::u16string& value) = 0;
 };
 
 /// Names compare without regard to case and without blanks at either end. Of sections or keys of one name the
@@ -30,10 +33,16 @@ public:
     /// doubles: a change that would end above it is refused.
     static constexpr std::size_t kMaxBytes = 128 << 20;
 
-    /// A document of these bytes. UTF-16 without a mark gets one, half a unit at its end is dropped.
-    /// `platform` outlives the document.
-    explicit IniDocument(const TextPlatform& platform, std::string bytes = {});
+    /// Files of more sections or lines are not read.
+    static constexpr IniLimits kMost = {.sections = 50'000, .lines = 250'000};
+
+    /// A document of these bytes. UTF-16 without a mark gets one, half a unit at its end is dropped. A change
+    /// that would exceed `limits` is refused. `platform` outlives the document.
+    explicit IniDocument(const TextPlatform& platform, std::string bytes = {}, const IniLimits& limits = {});
     IniDocument(IniDocument&&) = delete;
+
+    /// False when the bytes hold more than the limits allow; the document is then without use.
+    bool IsComplete() const { return m_index->IsComplete(); }
 
     const std::string& Bytes() const { return m_bytes; }
     IniEncoding Encoding() const { return m_encoding; }
@@ -63,8 +72,8 @@ public:
     /// one.
     int LastIndex(std::u16string_view prefix) const;
 
-    /// Everything that can be read, in order of appearance.
-    std::vector<IniSectionText> Contents() const;
+    /// Passes everything that can be read to a reader, in order of appearance.
+    void Read(IniReader& reader) const;
 
 private:
     void BuildIndex();
@@ -86,6 +95,7 @@ private:
     std::u16string UsualLineEnd() const;
 
     const TextPlatform& m_platform;
+    IniLimits m_limits;
     std::string m_bytes;
     IniEncoding m_encoding;
     bool m_hasHighByte;

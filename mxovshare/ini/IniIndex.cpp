@@ -21,9 +21,15 @@ void ShiftFrom(std::uint32_t& offset, std::uint32_t from, std::ptrdiff_t by) {
 
 } // namespace
 
-IniIndex::IniIndex(const std::string& bytes, IniEncoding encoding, const TextPlatform& platform)
-    : m_bytes(bytes), m_encoding(encoding), m_platform(platform) {
+IniIndex::IniIndex(const std::string& bytes, IniEncoding encoding, const TextPlatform& platform,
+                   const IniLimits& limits)
+    : m_bytes(bytes), m_encoding(encoding), m_platform(platform), m_limits(limits) {
     ScanSections(MarkOf(encoding).size());
+}
+
+bool IniIndex::MayAddKey(bool inNewSection) const {
+    const std::size_t sections = inNewSection ? 1 : 0;
+    return m_sections.size() + sections <= m_limits.sections && m_lines + sections < m_limits.lines;
 }
 
 std::uint32_t IniIndex::FindSection(std::u16string_view name) const {
@@ -37,13 +43,23 @@ std::uint32_t IniIndex::FindKey(std::uint32_t section, std::u16string_view name)
     return NumberIn(m_sections[section].keys, FoldName(name, m_platform));
 }
 
-std::vector<IniKey> IniIndex::AllKeys() {
-    for (std::uint32_t number = 0; number < m_sections.size(); ++number) {
-        if (!m_sections[number].shadowed && !m_sections[number].keysKnown) {
-            ScanKeys(number, m_sections[number].begin, m_sections[number].end);
-        }
+std::vector<IniKey> IniIndex::KeysOf(std::uint32_t section) {
+    IniSection& asked = m_sections[section];
+    const bool known = asked.keysKnown;
+    const std::size_t count = m_keys.size();
+    if (!known) {
+        ScanKeys(section, asked.begin, asked.end);
     }
-    std::vector<IniKey> keys = m_keys;
+    std::vector<IniKey> keys;
+    keys.reserve(asked.keys.size());
+    for (const auto& [name, number] : asked.keys) {
+        keys.push_back(m_keys[number]);
+    }
+    if (!known) {
+        m_keys.resize(count);
+        asked.keys.clear();
+        asked.keysKnown = false;
+    }
     std::ranges::sort(keys, {}, [](const IniKey& key) { return key.name.begin; });
     return keys;
 }
@@ -62,6 +78,7 @@ void IniIndex::ValueReplaced(std::uint32_t number, std::size_t length) {
 
 void IniIndex::KeyInserted(std::uint32_t section, std::size_t length) {
     const std::uint32_t at = m_sections[section].keysEnd;
+    ++m_lines;
     Shift(at, static_cast<std::ptrdiff_t>(length));
     if (m_sections[section].keysKnown) {
         ScanKeys(section, at, m_sections[section].keysEnd);
@@ -98,7 +115,15 @@ void IniIndex::ScanKeys(std::uint32_t section, std::uint32_t begin, std::uint32_
     m_sections[section].keysKnown = true;
 }
 
+void IniIndex::CountLine(IniRange line) {
+    m_complete = m_complete && ++m_lines <= m_limits.lines && line.end - line.begin <= m_limits.length;
+}
+
 void IniIndex::AddSection(IniRange line, IniRange name) {
+    m_complete = m_complete && m_sections.size() < m_limits.sections;
+    if (!m_complete) {
+        return;
+    }
     CloseLastSection(std::min(m_commentRun, line.begin), line.begin);
     m_commentRun = kNone;
     const auto number = static_cast<std::uint32_t>(m_sections.size());
@@ -114,8 +139,9 @@ void IniIndex::AddSection(IniRange line, IniRange name) {
 
 void IniIndex::AddKey(const IniKey& key) {
     const auto number = static_cast<std::uint32_t>(m_keys.size());
-    if (m_sections[key.section].keys.try_emplace(FoldedName(key.name), number).second) {
-        m_keys.push_back(key);
+    m_keys.push_back(key);
+    if (!m_sections[key.section].keys.try_emplace(FoldedName(key.name), number).second) {
+        m_keys.pop_back();
     }
 }
 

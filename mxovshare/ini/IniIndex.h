@@ -6,6 +6,7 @@
 #include "ini/IniName.h"
 
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <string>
 #include <string_view>
@@ -15,6 +16,13 @@ namespace mxovshare {
 
 template <typename Units>
 class IniScanner;
+
+/// How much an index may hold. Each section and each key takes far more memory than its line.
+struct IniLimits {
+    std::size_t sections = std::numeric_limits<std::size_t>::max();
+    std::size_t lines = std::numeric_limits<std::size_t>::max();  ///< that hold text and are no comments
+    std::size_t length = std::numeric_limits<std::size_t>::max(); ///< of one of them, in bytes
+};
 
 /// A stretch of a file, in bytes from its start.
 struct IniRange {
@@ -52,7 +60,13 @@ class IniIndex {
 public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-    IniIndex(const std::string& bytes, IniEncoding encoding, const TextPlatform& platform);
+    IniIndex(const std::string& bytes, IniEncoding encoding, const TextPlatform& platform,
+             const IniLimits& limits = {});
+
+    /// False when the bytes hold more than the limits allow; the index is then without use.
+    bool IsComplete() const { return m_complete; }
+    /// Whether the limits allow one key more, in a new section of its own or in an old one.
+    bool MayAddKey(bool inNewSection) const;
 
     /// Numbers of a section and of a key by name; kNone without one.
     std::uint32_t FindSection(std::u16string_view name) const;
@@ -61,8 +75,8 @@ public:
     /// All sections in order of appearance.
     const std::vector<IniSection>& Sections() const { return m_sections; }
     const IniKey& Key(std::uint32_t number) const { return m_keys[number]; }
-    /// The keys of all sections in order of appearance.
-    std::vector<IniKey> AllKeys();
+    /// The keys of a section in order of appearance. Those that are not in the index yet are not added.
+    std::vector<IniKey> KeysOf(std::uint32_t section);
 
     /// The name in `range` in its folded form.
     std::u16string FoldedName(IniRange range) const;
@@ -84,6 +98,7 @@ private:
     void WithScanner(Action action);
     void ScanSections(std::size_t begin);
     void ScanKeys(std::uint32_t section, std::uint32_t begin, std::uint32_t end);
+    void CountLine(IniRange line);
     void AddSection(IniRange line, IniRange name);
     void AddKey(const IniKey& key);
     void CloseLastSection(std::uint32_t ownEnd, std::uint32_t end);
@@ -91,6 +106,9 @@ private:
     const std::string& m_bytes;
     IniEncoding m_encoding;
     const TextPlatform& m_platform;
+    IniLimits m_limits;
+    std::size_t m_lines = 0; // that the limit is about
+    bool m_complete = true;
     std::vector<IniSection> m_sections;
     std::vector<IniKey> m_keys;
     IniNumbers m_sectionNumbers;

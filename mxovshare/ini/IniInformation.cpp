@@ -5,19 +5,36 @@
 
 namespace mxovshare {
 
-std::vector<InformationSection> ParseInformation(std::string bytes) {
-    std::vector<InformationSection> sections;
-    if (bytes.size() > IniDocument::kMaxBytes) {
-        return sections;
+namespace {
+
+class SectionReader final : public IniReader {
+public:
+    explicit SectionReader(std::vector<InformationSection>& sections) : m_sections(sections) {}
+
+    void OnSection(const std::u16string& name, std::size_t keys) override {
+        m_sections.push_back({ToWide(name), {}});
+        m_sections.back().values.reserve(keys);
     }
+    void OnKey(const std::u16string& name, const std::u16string& value) override {
+        m_sections.back().values.emplace_back(ToWide(name), ToWide(value));
+    }
+
+private:
+    std::vector<InformationSection>& m_sections;
+};
+
+} // namespace
+
+bool ParseInformation(std::string bytes, std::vector<InformationSection>& sections) {
+    sections.clear();
     const SystemText text;
-    for (const IniSectionText& section : IniDocument(text, std::move(bytes)).Contents()) {
-        sections.push_back({ToWide(section.name), {}});
-        for (const auto& [key, value] : section.values) {
-            sections.back().values.emplace_back(ToWide(key), ToWide(value));
-        }
+    const IniDocument document(text, std::move(bytes), kMostInformation);
+    if (!document.IsComplete()) {
+        return false;
     }
-    return sections;
+    SectionReader reader(sections);
+    document.Read(reader);
+    return true;
 }
 
 } // namespace mxovshare

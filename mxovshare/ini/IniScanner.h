@@ -26,8 +26,11 @@ public:
                 m_index.m_commentRun = IniIndex::kNone;
             } else if (IsComment(text)) {
                 m_index.m_commentRun = std::min(m_index.m_commentRun, line.begin);
-            } else if (!AddHeader(line, text)) {
-                PassKey(line);
+            } else {
+                m_index.CountLine(line);
+                if (!AddHeader(line, text)) {
+                    PassKey(line);
+                }
             }
         });
     }

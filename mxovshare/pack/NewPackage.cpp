@@ -181,6 +181,13 @@ std::wstring NewPackage::KeepProperties() {
     return CopyFileProperties(m_file, AtomicFile::TemporaryPath(m_file));
 }
 
+void NewPackage::KeepProperties(PackageProgress* progress) {
+    const std::wstring lost = KeepProperties();
+    if (!lost.empty() && progress != nullptr && !progress->OnLoss(lost)) {
+        throw Cancelled();
+    }
+}
+
 void NewPackage::Commit(const std::function<void()>& beforeReplace) {
     if (!m_target.Commit(beforeReplace)) {
         ThrowFileFailure(L"cannot replace", m_file, m_target.Error());

@@ -43,6 +43,8 @@ public:
     /// Copies owner, access rights and alternate streams of the old file. Returns what is lost when it is
     /// replaced, in words such as "its owner"; empty when nothing is.
     std::wstring KeepProperties();
+    /// The same; reports a loss to `progress`, if any, and throws Cancelled when it declines.
+    void KeepProperties(PackageProgress* progress);
 
     /// Replaces the file in one step. `beforeReplace`, if given, is called immediately before each attempt
     /// and may throw to abandon it.

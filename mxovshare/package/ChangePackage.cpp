@@ -3,6 +3,7 @@
 #include "common/LongPath.h"
 #include "common/Utf8.h"
 #include "files/FileFailure.h"
+#include "ini/IniInformation.h"
 #include "pack/FileTimes.h"
 #include "pack/NewPackage.h"
 #include "pack/TemporaryFile.h"
@@ -155,7 +156,11 @@ private:
     void ChangeInformation(const PackageChanges& changes) {
         const ZipEntry* old = FindInformation(m_entries);
         const SystemText text;
-        IniDocument document(text, old != nullptr ? ReadInformationFile(m_source, *old) : kUtf16Mark);
+        IniDocument document(text, old != nullptr ? ReadInformationFile(m_source, *old) : kUtf16Mark,
+                             kMostInformation);
+        if (!document.IsComplete()) {
+            throw InformationTooLong();
+        }
         for (const InformationChange& change : changes.information) {
             Apply(change, document);
         }
@@ -194,7 +199,7 @@ void Change(const std::wstring& file, const std::wstring& target, const PackageC
     const bool isSameFile = StampOfPackage(target) == stamp;
     NewPackage package(target);
     PackChanged(package, file, changes, progress);
-    package.KeepProperties();
+    package.KeepProperties(progress);
     package.Commit([&] {
         if (isSameFile && StampOfPackage(file) != stamp) {
             throw FileFailure(L"cannot replace \"" + file + L"\": another program changed it meanwhile");

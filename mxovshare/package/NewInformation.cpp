@@ -78,7 +78,10 @@ std::string NewInformation::Extended() {
     if (error != ERROR_SUCCESS) {
         ThrowFileFailure(L"cannot read", m_path, error);
     }
-    IniDocument document(text, std::move(bytes));
+    IniDocument document(text, std::move(bytes), IniDocument::kMost);
+    if (!document.IsComplete()) {
+        ThrowFileFailure(L"cannot read", m_path, ERROR_FILE_TOO_LARGE);
+    }
     m_section = AddHistoryEntry(document, m_values);
     return document.Bytes();
 }

@@ -1,7 +1,6 @@
 #include "mxovpackage.h"
 
 #include "files/DiskFile.h"
-#include "ini/IniInformation.h"
 #include "pack/NewPackage.h"
 #include "pack/PackageContent.h"
 #include "pack/Unpack.h"
@@ -16,7 +15,7 @@ PackageResult CreatePackage(const std::wstring& folder, const std::wstring& file
     return RunForResult(file, [&] {
         NewPackage package(file);
         package.Pack(folder, progress);
-        package.KeepProperties();
+        package.KeepProperties(progress);
         package.Commit();
     });
 }
@@ -56,7 +55,7 @@ PackageResult ReadInformation(const std::wstring& file, std::vector<InformationS
         if (entry == nullptr) {
             return;
         }
-        sections = ParseInformation(ReadInformationFile(source, *entry));
+        sections = SectionsOf(ReadInformationFile(source, *entry));
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "common/InformationFile.h"
 #include "common/Utf8.h"
+#include "ini/IniInformation.h"
 #include "pack/FileTimes.h"
 #include "pack/PackageContent.h"
 #include "text/CaseFold.h"
@@ -53,8 +54,22 @@ const ZipEntry* FindInformation(const std::vector<ZipEntry>& entries) {
 }
 
 std::string ReadInformationFile(const ByteSource& source, const ZipEntry& entry) {
-    const std::vector<std::uint8_t> content = ReadWholeEntry(source, entry, kLargestInformation);
-    return {content.begin(), content.end()};
+    return ReadWholeEntry(source, entry, kLargestInformation);
+}
+
+std::vector<InformationSection> SectionsOf(std::string bytes) {
+    std::vector<InformationSection> sections;
+    if (!ParseInformation(std::move(bytes), sections)) {
+        throw InformationTooLong();
+    }
+    return sections;
+}
+
+PackageError InformationTooLong() {
+    return PackageError("the information file holds more than " + std::to_string(kMostInformation.sections) +
+                        " sections or " + std::to_string(kMostInformation.lines) +
+                        " lines, or a line longer than " + std::to_string(kMostInformation.length >> 10) +
+                        " KB");
 }
 
 } // namespace mxovshare

@@ -3,6 +3,7 @@
 
 #include "files/ByteSource.h"
 #include "mxovpackage.h"
+#include "zip/PackageError.h"
 #include "zip/ZipEntry.h"
 
 #include <string>
@@ -25,9 +26,13 @@ const ZipEntry* FindPackedFile(const std::vector<ZipEntry>& entries, std::string
 const ZipEntry* FindInformation(const std::vector<ZipEntry>& entries);
 
 /// Larger than any information file, and small enough to be read at once.
-inline constexpr std::uint64_t kLargestInformation = std::uint64_t{64} << 20;
+inline constexpr std::uint64_t kLargestInformation = std::uint64_t{12} << 20;
 
 /// The content of an information file. Throws PackageError.
 std::string ReadInformationFile(const ByteSource& source, const ZipEntry& entry);
+
+/// The sections of an information file with these bytes. Throws PackageError for too many sections or lines.
+std::vector<InformationSection> SectionsOf(std::string bytes);
+PackageError InformationTooLong();
 
 } // namespace mxovshare

@@ -5,7 +5,6 @@
 #include "files/DiskFile.h"
 #include "files/FileFailure.h"
 #include "files/FolderPath.h"
-#include "ini/IniInformation.h"
 #include "pack/FolderScan.h"
 #include "pack/ProgressMeter.h"
 #include "package/PackageErrors.h"
@@ -16,7 +15,7 @@
 #include "zip/PackageError.h"
 #include "zip/ZipDirectory.h"
 
-#include <unordered_map>
+#include <map>
 
 namespace mxovshare {
 
@@ -34,6 +33,7 @@ std::string ReadFileUpTo(const std::wstring& path, std::uint64_t limit) {
                           std::to_wstring(limit / 1024) + L" KB");
     }
     std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(source.Size()));
     ReadPieces(source, 0, source.Size(), [&bytes](Bytes piece) { bytes.append(piece.begin(), piece.end()); });
     return bytes;
 }
@@ -68,7 +68,7 @@ void ReadFolder(const std::wstring& folder, std::vector<PackageEntry>& entries,
     for (const wchar_t* name : {common::kInformationFile, common::kPrivateInformationFile}) {
         const std::wstring path = JoinPath(folder, name);
         if (GetFileAttributesW(common::LongPath(path).c_str()) != INVALID_FILE_ATTRIBUTES) {
-            sections = ParseInformation(ReadFileUpTo(path, kLargestInformation));
+            sections = SectionsOf(ReadFileUpTo(path, kLargestInformation));
             return;
         }
     }
@@ -82,7 +82,7 @@ void ReadPackageFile(const std::wstring& file, std::vector<PackageEntry>& entrie
         entries.push_back(Describe(entry));
     }
     if (const ZipEntry* information = FindInformation(directory)) {
-        sections = ParseInformation(ReadInformationFile(source, *information));
+        sections = SectionsOf(ReadInformationFile(source, *information));
     }
 }
 
@@ -102,14 +102,13 @@ public:
         if (found == m_byName.end()) {
             throw EntryError(entryName, "the package does not contain it");
         }
-        const std::vector<std::uint8_t> content = ReadWholeEntry(m_source, *found->second, limit);
-        return {content.begin(), content.end()};
+        return ReadWholeEntry(m_source, *found->second, limit);
     }
 
 private:
     DiskSource m_source;
     std::vector<ZipEntry> m_entries;
-    std::unordered_map<std::string, const ZipEntry*> m_byName;
+    std::map<std::string, const ZipEntry*> m_byName; // names could be chosen to collide in a hash table
 };
 
 } // namespace

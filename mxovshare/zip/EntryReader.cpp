@@ -144,15 +144,13 @@ std::uint32_t ReadEntry(const ByteSource& source, const ZipEntry& entry,
     return packedChecksum;
 }
 
-std::vector<std::uint8_t> ReadWholeEntry(const ByteSource& source, const ZipEntry& entry,
-                                         std::uint64_t limit) {
+std::string ReadWholeEntry(const ByteSource& source, const ZipEntry& entry, std::uint64_t limit) {
     if (entry.size > limit) {
         throw EntryError(entry.name, "it is longer than " + std::to_string(limit / 1024) + " KB");
     }
-    std::vector<std::uint8_t> content;
+    std::string content;
     content.reserve(static_cast<std::size_t>(entry.size));
-    ReadEntry(source, entry,
-              [&content](Bytes piece) { content.insert(content.end(), piece.begin(), piece.end()); });
+    ReadEntry(source, entry, [&content](Bytes piece) { content.append(piece.begin(), piece.end()); });
     return content;
 }
 

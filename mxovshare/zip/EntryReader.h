@@ -5,7 +5,7 @@
 #include "ZipEntry.h"
 
 #include <functional>
-#include <vector>
+#include <string>
 
 namespace mxovshare {
 
@@ -16,7 +16,6 @@ std::uint32_t ReadEntry(const ByteSource& source, const ZipEntry& entry,
                         const std::function<void(Bytes)>& take);
 
 /// The whole content of an entry that is at most `limit` bytes long; PackageError when it is longer.
-std::vector<std::uint8_t> ReadWholeEntry(const ByteSource& source, const ZipEntry& entry,
-                                         std::uint64_t limit);
+std::string ReadWholeEntry(const ByteSource& source, const ZipEntry& entry, std::uint64_t limit);
 
 } // namespace mxovshare

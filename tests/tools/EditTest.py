@@ -41,6 +41,15 @@ class EditTest(PackageCase):
         self.assertEqual(self.tree('.'), before)
         return line
 
+    def test_a_hard_link_that_is_lost_is_reported(self):
+        other = self.work / 'other.mxov'
+        os.link(self.package, other)
+        before = other.read_bytes()
+        code, _, errors = self.run_program('set', 'p.mxov', 'MaxtlreVersion=Example 2025')
+        self.assertEqual((code, errors), (0, 'warning: replacing the package loses its other hard links\n'))
+        self.assertEqual(other.read_bytes(), before)
+        self.assertEqual(self.sections()['FILEINFO']['MaxtlreVersion'], 'Example 2025')
+
     def test_add_copies(self):
         self.write('new/a.txt', b'one', TIME)
         self.write('new/\u56f3.txt', b'two', TIME)

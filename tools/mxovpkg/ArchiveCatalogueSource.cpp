@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <numeric>
 #include <optional>
 #include <string_view>
 
@@ -52,31 +51,35 @@ bool IsOnDrive(const std::wstring& path) {
     return path.size() > 2 && path[1] == L':' && (path[2] == L'\\' || path[2] == L'/');
 }
 
+constexpr auto kNameOf = [](const auto* named) -> const std::wstring& { return named->name; };
+
+template <typename Named>
+std::vector<const Named*> SortedByName(const std::vector<Named>& all) {
+    std::vector<const Named*> sorted(all.size());
+    std::ranges::transform(all, sorted.begin(), [](const Named& named) { return &named; });
+    std::ranges::sort(sorted, IsBefore, kNameOf);
+    return sorted;
+}
+
 } // namespace
 
 const std::wstring ArchiveCatalogueSource::kFolder = L"<package>\\";
 
-ArchiveCatalogueSource::ArchiveCatalogueSource(std::vector<mxovshare::PackageEntry> entries,
-                                               std::vector<mxovshare::InformationSection> sections)
-    : m_entries(std::move(entries)), m_sections(std::move(sections)), m_sectionsByName(m_sections.size()) {
-    std::ranges::sort(m_entries, IsBefore, &mxovshare::PackageEntry::name);
-    std::iota(m_sectionsByName.begin(), m_sectionsByName.end(), std::size_t{0});
-    std::ranges::sort(m_sectionsByName, IsBefore,
-                      [this](std::size_t number) -> const std::wstring& { return m_sections[number].name; });
-}
+ArchiveCatalogueSource::ArchiveCatalogueSource(const std::vector<mxovshare::PackageEntry>& entries,
+                                               const std::vector<mxovshare::InformationSection>& sections)
+    : m_entries(SortedByName(entries)), m_sections(sections), m_sectionsByName(SortedByName(sections)) {}
 
 ArchiveCatalogueSource::Entries::const_iterator
 ArchiveCatalogueSource::LowerBound(const std::wstring& path) const {
-    return std::ranges::lower_bound(m_entries, path, IsBefore, &mxovshare::PackageEntry::name);
+    return std::ranges::lower_bound(m_entries, path, IsBefore, kNameOf);
 }
 
 std::wstring ArchiveCatalogueSource::Value(const std::wstring& section, const std::wstring& key) const {
-    const auto nameOf = [this](std::size_t number) -> const std::wstring& { return m_sections[number].name; };
-    const auto found = std::ranges::lower_bound(m_sectionsByName, section, IsBefore, nameOf);
-    if (found == m_sectionsByName.end() || Compare(nameOf(*found), section) != 0) {
+    const auto found = std::ranges::lower_bound(m_sectionsByName, section, IsBefore, kNameOf);
+    if (found == m_sectionsByName.end() || Compare((*found)->name, section) != 0) {
         return {};
     }
-    const auto& values = m_sections[*found].values;
+    const auto& values = (*found)->values;
     const auto value =
         std::ranges::find_if(values, [&key](const auto& pair) { return Compare(pair.first, key) == 0; });
     return value != values.end() ? value->second : std::wstring();
@@ -101,13 +104,13 @@ FileStatus ArchiveCatalogueSource::Status(const std::wstring& path) const {
         return {.exists = true, .isFolder = true};
     }
     const auto found = LowerBound(*inside);
-    if (found != m_entries.end() && Compare(found->name, *inside) == 0) {
-        return {
-            .exists = true, .isFolder = found->isFolder, .size = found->size, .lastWrite = found->modified};
+    if (found != m_entries.end() && Compare((*found)->name, *inside) == 0) {
+        const mxovshare::PackageEntry& entry = **found;
+        return {.exists = true, .isFolder = entry.isFolder, .size = entry.size, .lastWrite = entry.modified};
     }
     const std::wstring folder = *inside + L"\\";
     const auto within = LowerBound(folder);
-    const bool exists = within != m_entries.end() && HasPrefix(within->name, folder);
+    const bool exists = within != m_entries.end() && HasPrefix((*within)->name, folder);
     return {.exists = exists, .isFolder = exists};
 }
 
@@ -126,10 +129,10 @@ std::vector<std::wstring> ArchiveCatalogueSource::FileNames(const std::wstring& 
         return names;
     }
     const std::wstring prefix = inside->empty() ? std::wstring() : *inside + L"\\";
-    for (auto entry = LowerBound(prefix); entry != m_entries.end() && HasPrefix(entry->name, prefix);
-         ++entry) {
-        if (!entry->isFolder && entry->name.find(L'\\', prefix.size()) == std::wstring::npos) {
-            names.push_back(entry->name.substr(prefix.size()));
+    for (auto at = LowerBound(prefix); at != m_entries.end() && HasPrefix((*at)->name, prefix); ++at) {
+        const mxovshare::PackageEntry& entry = **at;
+        if (!entry.isFolder && entry.name.find(L'\\', prefix.size()) == std::wstring::npos) {
+            names.push_back(entry.name.substr(prefix.size()));
         }
     }
     return names;

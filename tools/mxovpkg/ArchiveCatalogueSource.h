@@ -7,14 +7,15 @@
 #include <vector>
 
 /// Uses the package's directory and information file as if it were unpacked into kFolder. Other paths that
-/// begin with a drive, those of links, are looked up on the disk; no other computer is asked.
+/// begin with a drive, those of links, are looked up on the disk; no other computer is asked. Both must
+/// outlive it.
 class ArchiveCatalogueSource final : public docview::CatalogueSource {
 public:
     /// Represents the package folder, with its trailing separator; no file system allows such a name.
     static const std::wstring kFolder;
 
-    ArchiveCatalogueSource(std::vector<mxovshare::PackageEntry> entries,
-                           std::vector<mxovshare::InformationSection> sections);
+    ArchiveCatalogueSource(const std::vector<mxovshare::PackageEntry>& entries,
+                           const std::vector<mxovshare::InformationSection>& sections);
 
     std::wstring Value(const std::wstring& section, const std::wstring& key) const override;
     std::vector<std::wstring> SectionNames(const std::wstring& prefix) const override;
@@ -23,7 +24,8 @@ public:
     std::vector<std::wstring> FileNames(const std::wstring& folder) const override;
 
 private:
-    using Entries = std::vector<mxovshare::PackageEntry>;
+    using Entries = std::vector<const mxovshare::PackageEntry*>;
+    using Sections = std::vector<const mxovshare::InformationSection*>;
 
     /// The first entry that does not sort before a path relative to the package folder.
     Entries::const_iterator LowerBound(const std::wstring& path) const;
@@ -31,7 +33,7 @@ private:
     /// In the order of the file system. The entries of a folder are adjacent; the folder itself may have
     /// none.
     Entries m_entries;
-    std::vector<mxovshare::InformationSection> m_sections; ///< in their order in the file
-    std::vector<std::size_t> m_sectionsByName;             ///< their numbers
-    docview::DiskCatalogueSource m_disk{{}};               ///< queried for files only
+    const std::vector<mxovshare::InformationSection>& m_sections; ///< in their order in the file
+    Sections m_sectionsByName;
+    docview::DiskCatalogueSource m_disk{{}}; ///< queried for files only
 };

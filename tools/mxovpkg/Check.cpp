@@ -34,6 +34,9 @@ constexpr std::array<Section, 4> kSections = {{
     {DocumentCategory::AdditionalDocument, L"Additional Documents"},
 }};
 
+// A longer name moves what follows it on its line, and on no other.
+constexpr std::size_t kWidestColumn = 80;
+
 const wchar_t* StateOf(const CatalogueItem& item) {
     if (care::PathFault(item.record.filePath) != nullptr) {
         return L"refused";
@@ -58,7 +61,7 @@ void PrintSection(const Section& section, const std::vector<CatalogueItem>& item
         if (item.record.category != section.category) {
             continue;
         }
-        nameWidth = std::max(nameWidth, item.record.fileName.size());
+        nameWidth = std::max(nameWidth, std::min(item.record.fileName.size(), kWidestColumn));
         ++count;
     }
     if (count == 0) {
@@ -81,27 +84,28 @@ bool IsAlwaysReported(const Finding& finding) {
     return std::ranges::find(kCodes, finding.code) != kCodes.end();
 }
 
-std::size_t CountOf(const std::vector<Finding>& findings, Severity severity) {
-    return static_cast<std::size_t>(std::ranges::count(findings, severity, &Finding::severity));
+// Of errors, warnings and notes.
+using Counts = std::array<std::size_t, 3>;
+
+std::size_t& CountOf(Counts& counts, Severity severity) {
+    return counts[static_cast<std::size_t>(severity)];
 }
 
-void PrintFindings(const std::vector<Finding>& findings, bool isStrict) {
-    for (const Finding& finding : findings) {
-        if (finding.severity == Severity::Error) {
-            PrintFailure(finding.message);
-        } else if (isStrict && finding.severity == Severity::Note) {
-            PrintNote(finding.message);
-        } else if (isStrict || IsAlwaysReported(finding)) {
-            PrintWarning(finding.message);
-        }
+void PrintFinding(const Finding& finding, bool isStrict) {
+    if (finding.severity == Severity::Error) {
+        PrintFailure(finding.message);
+    } else if (isStrict && finding.severity == Severity::Note) {
+        PrintNote(finding.message);
+    } else if (isStrict || IsAlwaysReported(finding)) {
+        PrintWarning(finding.message);
     }
 }
 
-int ExitCodeOf(const std::vector<Finding>& findings, bool isStrict) {
-    if (CountOf(findings, Severity::Error) > 0) {
+int ExitCodeOf(Counts counts, bool isStrict) {
+    if (CountOf(counts, Severity::Error) > 0) {
         return kFailed;
     }
-    return isStrict && CountOf(findings, Severity::Warning) > 0 ? kFindings : kDone;
+    return isStrict && CountOf(counts, Severity::Warning) > 0 ? kFindings : kDone;
 }
 
 std::string FindingJson(const Finding& finding) {
@@ -114,11 +118,12 @@ std::string FindingJson(const Finding& finding) {
                        {"cure", JsonString(finding.cure)}});
 }
 
-void PrintReport(const std::wstring& file, const std::vector<Finding>& findings) {
+// `findings` is their JSON, separated by commas.
+void PrintReport(const std::wstring& file, Counts counts, const std::string& findings) {
     PrintJson(JsonObject({{"file", JsonString(file)},
-                          {"errors", std::to_string(CountOf(findings, Severity::Error))},
-                          {"warnings", std::to_string(CountOf(findings, Severity::Warning))},
-                          {"findings", JsonArray(findings, FindingJson)}}));
+                          {"errors", std::to_string(CountOf(counts, Severity::Error))},
+                          {"warnings", std::to_string(CountOf(counts, Severity::Warning))},
+                          {"findings", "[" + findings + "]"}}));
 }
 
 void PrintCatalogue(const ArchiveCatalogueSource& source) {
@@ -153,24 +158,36 @@ int Check(const Arguments& arguments) {
             damage.severity = Severity::Error;
             damage.code = care::finding::kDamaged;
             damage.message = result.message;
-            PrintReport(file, {damage});
+            PrintReport(file, {1, 0, 0}, FindingJson(damage));
         }
         return kFailed;
     }
     FILETIME now = {};
     GetSystemTimeAsFileTime(&now);
     const ArchiveCatalogueSource source(view.entries, view.sections);
-    const std::vector<Finding> findings =
-        care::FindFaults(view.entries, view.sections, source, ArchiveCatalogueSource::kFolder, now);
+    const bool isStrict = arguments.Has(L"--strict");
+    Counts counts = {};
+    const auto findEach = [&](const care::FindingSink& take) {
+        care::FindFaults(view.entries, view.sections, source, ArchiveCatalogueSource::kFolder, now,
+                         [&](const Finding& finding) {
+                             ++CountOf(counts, finding.severity);
+                             take(finding);
+                         });
+    };
     if (isJson) {
-        PrintReport(file, findings);
-        return ExitCodeOf(findings, arguments.Has(L"--strict"));
+        std::string findings;
+        findEach([&findings](const Finding& finding) {
+            findings += (findings.empty() ? "" : ",") + FindingJson(finding);
+        });
+        PrintReport(file, counts, findings);
+        return ExitCodeOf(counts, isStrict);
     }
-    const std::size_t errors = CountOf(findings, Severity::Error);
+    std::size_t errors = 0;
+    care::FindErrors(view.sections, source, [&errors](const Finding&) { ++errors; });
     PrintLine(file + L": " + std::to_wstring(view.entries.size()) +
               (view.entries.size() == 1 ? L" entry" : L" entries") + L", " +
               (errors == 0 ? std::wstring(L"all sound") : Count(errors, L"fault")));
     PrintCatalogue(source);
-    PrintFindings(findings, arguments.Has(L"--strict"));
-    return ExitCodeOf(findings, arguments.Has(L"--strict"));
+    findEach([isStrict](const Finding& finding) { PrintFinding(finding, isStrict); });
+    return ExitCodeOf(counts, isStrict);
 }

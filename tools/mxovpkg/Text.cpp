@@ -28,10 +28,13 @@ bool IsInformation(const std::wstring& name) {
 void PrintSections(const care::Sections& sections) {
     for (const care::Section& section : sections) {
         PrintLine(L"[" + Escaped(section.name) + L"]");
-        auto values = section.values;
-        std::ranges::sort(values, care::NameLess(), &std::pair<std::wstring, std::wstring>::first);
-        for (const auto& [key, value] : values) {
-            PrintLine(Escaped(key).append(L"=").append(Escaped(value)));
+        std::vector<const std::pair<std::wstring, std::wstring>*> values;
+        std::ranges::transform(section.values, std::back_inserter(values),
+                               [](const auto& pair) { return &pair; });
+        std::ranges::sort(values, care::NameLess(),
+                          [](const auto* pair) -> const std::wstring& { return pair->first; });
+        for (const auto* pair : values) {
+            PrintLine(Escaped(pair->first).append(L"=").append(Escaped(pair->second)));
         }
         PrintLine(L"");
     }

@@ -11,6 +11,20 @@ std::u16string UpToNul(const std::u16string& text) {
 
 } // namespace
 
+std::vector<IniSectionText> ContentsOf(const IniDocument& document) {
+    class Collector : public IniReader {
+    public:
+        void OnSection(const std::u16string& name, std::size_t) override { contents.push_back({name, {}}); }
+        void OnKey(const std::u16string& name, const std::u16string& value) override {
+            contents.back().values.emplace_back(name, value);
+        }
+        std::vector<IniSectionText> contents;
+    };
+    Collector collector;
+    document.Read(collector);
+    return std::move(collector.contents);
+}
+
 EditComparison::EditComparison(const TextPlatform& platform, const std::string& bytes)
     : m_platform(platform), m_document(platform, bytes), m_plain(Text(), platform) {}
 
@@ -56,8 +70,8 @@ std::optional<std::string> EditComparison::Check() const {
         return "the texts differ";
     }
     const IniDocument fresh(m_platform, m_document.Bytes());
-    const std::vector<IniSectionText> contents = m_document.Contents();
-    const std::vector<IniSectionText> freshContents = fresh.Contents();
+    const std::vector<IniSectionText> contents = ContentsOf(m_document);
+    const std::vector<IniSectionText> freshContents = ContentsOf(fresh);
     const std::vector<std::u16string> names = m_plain.SectionNames({});
     if (contents.size() != names.size() || freshContents.size() != names.size()) {
         return "the numbers of sections differ";

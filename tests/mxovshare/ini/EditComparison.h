@@ -6,8 +6,18 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace mxovshare {
+
+/// A section's name, and its keys and values in order.
+struct IniSectionText {
+    std::u16string name;
+    std::vector<std::pair<std::u16string, std::u16string>> values;
+};
+
+/// Everything that can be read, in order of appearance.
+std::vector<IniSectionText> ContentsOf(const IniDocument& document);
 
 /// A model and the plain rules on the same file. Every call checks that both agree and that the model's index
 /// is that of its bytes; it returns a description of the first difference.

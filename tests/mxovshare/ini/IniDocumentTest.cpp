@@ -1,5 +1,6 @@
 #include "ini/IniDocument.h"
 
+#include "EditComparison.h"
 #include "TestPlatform.h"
 
 #include <gtest/gtest.h>
@@ -148,7 +149,7 @@ TEST(IniDocumentListing, LastIndexIsTheHighestNumber) {
 TEST(IniDocumentListing, ContentsAreWhatCanBeRead) {
     IniDocument document(kLatin, "x=0\n[b]\nk=\"1\"\nk=2\nj\n[a]\n[B]\nz=1\n");
     document.SetValue(u"b", u"new", u"\n");
-    const std::vector<IniSectionText> contents = document.Contents();
+    const std::vector<IniSectionText> contents = ContentsOf(document);
     ASSERT_EQ(contents.size(), 2U);
     EXPECT_EQ(contents[0].name, u"b");
     using Values = std::vector<std::pair<std::u16string, std::u16string>>;

@@ -92,8 +92,7 @@ TEST(EntryReader, NeverGivesOtherContentForAFlippedBit) {
         try {
             const MemoryFile file(damaged);
             for (const ZipEntry& entry : ReadZipDirectory(file)) {
-                const auto content = ReadWholeEntry(file, entry, 10'000);
-                EXPECT_EQ(std::string(content.begin(), content.end()), std::string(400, 'x') + "end") << bit;
+                EXPECT_EQ(ReadWholeEntry(file, entry, 10'000), std::string(400, 'x') + "end") << bit;
             }
             ++accepted;
         } catch (const PackageError&) {

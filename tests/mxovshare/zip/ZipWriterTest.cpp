@@ -68,8 +68,7 @@ MemoryFile Pack(const std::vector<Item>& items, std::uint64_t wideFrom = 0xFFF00
 }
 
 std::string Content(const ByteSource& file, const ZipEntry& entry) {
-    const std::vector<std::uint8_t> bytes = ReadWholeEntry(file, entry, entry.size);
-    return {bytes.begin(), bytes.end()};
+    return ReadWholeEntry(file, entry, entry.size);
 }
 
 void ExpectRoundTrip(const std::vector<Item>& items, std::uint64_t wideFrom = 0xFFF00000) {

@@ -1,5 +1,7 @@
 #include "Progress.h"
 
+#include "Report.h"
+
 #include <atomic>
 
 namespace {
@@ -41,6 +43,14 @@ bool Progress::OnProgress(const std::wstring& name, std::uint64_t done, std::uin
         m_nextShow = now + kInterval;
     }
     return !g_cancelled;
+}
+
+bool Progress::OnLoss(const std::wstring& lost) {
+    if (m_shown > 0) {
+        Show({});
+    }
+    PrintWarning(L"replacing the package loses " + lost);
+    return true;
 }
 
 void Progress::Show(const std::wstring& line) {

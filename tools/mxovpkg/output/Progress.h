@@ -16,6 +16,8 @@ public:
     Progress& operator=(const Progress&) = delete;
 
     bool OnProgress(const std::wstring& name, std::uint64_t done, std::uint64_t total) override;
+    /// Warns and continues.
+    bool OnLoss(const std::wstring& lost) override;
 
 private:
     void Show(const std::wstring& line);
