@@ -142,9 +142,10 @@ IniOutcome CachedIniFile::Refuse(std::span<const IniEdit> edits) {
     return {.error = m_readError, .refused = true, .firstRefused = first};
 }
 
-// Adds the edits to those that are not in the file, from the first that changes anything.
+// Adds the edits to those that are not in the file, from the first that changes anything. What the file holds
+// is not known while it cannot be read.
 void CachedIniFile::Keep(std::span<const IniEdit> edits) {
-    bool changes = false;
+    bool changes = !m_current;
     for (const IniEdit& asked : edits) {
         const IniEdit edit = Numbered(asked);
         changes = changes || WouldChange(*m_document, edit);

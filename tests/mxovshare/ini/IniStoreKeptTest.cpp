@@ -50,6 +50,17 @@ TEST_F(IniStoreKept, AFileThatCannotBeReadIsNotOverwritten) {
     EXPECT_EQ(Bytes(), "[s]\nk=theirs\nj=mine\ni=last\n");
 }
 
+TEST_F(IniStoreKept, EditsAreKeptThatChangeNothingOfWhatWasReadLast) {
+    Overwrite(m_file, "[s]\nk=theirs\n[t]\nx=1\n");
+    {
+        const common::UniqueHandle lock = Lock(m_file, 0);
+        SetValue(L"k", L"old");
+        m_store.RemoveSection(L"t", m_file);
+    }
+    EXPECT_TRUE(m_store.SaveKept());
+    EXPECT_EQ(Bytes(), "[s]\nk=old\n");
+}
+
 TEST_F(IniStoreKept, AReadOnlyFileKeepsTheValueForLater) {
     SetFileAttributesW(m_file.c_str(), FILE_ATTRIBUTE_READONLY);
     SetValue(L"k", L"new");
