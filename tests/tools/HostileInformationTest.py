@@ -84,6 +84,14 @@ class HostileInformationTest(HostileCase):
     def test_long_lines(self):
         self.expect(0, '', lambda: b''.join(b'[REFERANCE_FILE_%d]\nFilePath=%s\n' % (i, b'x' * 1_000_000) for i in range(11)))
 
+    def test_a_long_name_widens_no_other_line(self):
+        names = [b'x' * 500_000] + [b'a%d.txt' % i for i in range(1000)]
+        self.write(lambda: b''.join(b'[REFERANCE_FILE_%d]\nFilePath=%s\n' % (i, name) for i, name in enumerate(names)))
+        self.assertEqual(self.run_program('check', 'p.mxov').code, 0)
+        longest, second = sorted(map(len, (self.work / 'output').read_bytes().splitlines()))[:-3:-1]
+        self.assertGreater(longest, 500_000)
+        self.assertLess(second, 200)
+
 
 if __name__ == '__main__':
     unittest.main(verbosity=2)
