@@ -1,6 +1,7 @@
 #include "AtomicFile.h"
 
 #include "common/LongPath.h"
+#include "DiskFile.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -22,7 +23,7 @@ bool IsReplaceable(DWORD attributes) {
 // One that was left behind may not have become empty when it was opened: Wine reports no error of that.
 bool Empty(HANDLE file) {
     LARGE_INTEGER size = {};
-    return GetFileSizeEx(file, &size) != FALSE && (size.QuadPart == 0 || SetEndOfFile(file) != FALSE);
+    return GetFileSizeEx(file, &size) != FALSE && (size.QuadPart == 0 || SetFileSize(file, 0));
 }
 
 std::uint32_t HashOf(const std::wstring& text) {

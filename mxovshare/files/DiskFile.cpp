@@ -50,6 +50,17 @@ common::UniqueHandle OpenDiskFile(const std::wstring& path) {
 
 } // namespace
 
+bool SetFileSize(HANDLE file, std::uint64_t size) {
+    const LARGE_INTEGER wanted = At(size);
+    LARGE_INTEGER now = {};
+    if (!SetFilePointerEx(file, wanted, nullptr, FILE_BEGIN) || !SetEndOfFile(file) ||
+        !GetFileSizeEx(file, &now)) {
+        return false;
+    }
+    SetLastError(ERROR_WRITE_FAULT);
+    return now.QuadPart == wanted.QuadPart;
+}
+
 OpenFile::OpenFile(HANDLE handle, std::wstring path) : m_handle(handle), m_path(std::move(path)) {
     LARGE_INTEGER size = {};
     if (!GetFileSizeEx(m_handle, &size)) {
@@ -100,9 +111,7 @@ void OpenFile::Write(std::uint64_t offset, Bytes data) {
 }
 
 void OpenFile::SetSize(std::uint64_t size) {
-    LARGE_INTEGER place = {};
-    place.QuadPart = static_cast<LONGLONG>(size);
-    if (!SetFilePointerEx(m_handle, place, nullptr, FILE_BEGIN) || !SetEndOfFile(m_handle)) {
+    if (!SetFileSize(m_handle, size)) {
         ThrowFileFailure(L"cannot write", m_path, GetLastError());
     }
     m_size = size;

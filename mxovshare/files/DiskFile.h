@@ -10,6 +10,10 @@
 
 namespace mxovshare {
 
+/// Cuts or extends an open file, and looks whether it has that size then: Wine makes some files a byte longer
+/// when the first attempt fails. False with the system's code for a failure.
+[[nodiscard]] bool SetFileSize(HANDLE file, std::uint64_t size);
+
 /// Reads and writes an open file that the caller owns, on any thread. `path` names it in failures.
 class OpenFile : public ByteSource, public ByteSink {
 public:

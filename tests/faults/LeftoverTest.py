@@ -45,6 +45,9 @@ class LeftoverTest(unittest.TestCase):
 
     def test_saves(self):
         for folder, package in self.play('save'):
+            first = package.with_name(package.name + '.first')
+            if first.exists():
+                self.assertEqual(read_package(first)[0].count(b'[FILE_HISTORY_'), 1)
             information = (folder / 'mxinfo.ini').read_bytes()
             self.assertTrue(information.startswith(INFORMATION + b'[FILE_HISTORY_1]\r\n'), information)
             self.assertEqual(read_package(package), (information, {}))

@@ -29,6 +29,11 @@ std::wstring InformationOf(const std::wstring& folder) {
     return folder + L"\\mxinfo.ini";
 }
 
+// For whoever looks into a failure.
+void Explain(const wchar_t* text) {
+    std::fprintf(stderr, "%ls\n", text);
+}
+
 // As a host does before it shows anything; from then on a number means the section that has it.
 void ReadSections(const std::wstring& information) {
     INIFile::GetSectionNamesFromINI(L"", information);
@@ -79,7 +84,9 @@ bool Save(const Words& words) {
 
 // PACKAGE FOLDER
 bool Open(const Words& words) {
-    return UnpackPackage(words[1], words[2]).ok;
+    const PackageResult result = UnpackPackage(words[1], words[2]);
+    Explain(result.message.c_str());
+    return result.ok;
 }
 
 // Writes what could not be written before, now that nothing is in the way.
@@ -137,7 +144,10 @@ Words Split(const std::string& line) {
 } // namespace
 
 int main() {
-    SetErrorSink([](const wchar_t*) { ++notices; });
+    SetErrorSink([](const wchar_t* text) {
+        ++notices;
+        Explain(text);
+    });
     SetQuestionSink([](const std::wstring&) {
         ++questions;
         return answer;

@@ -10,13 +10,13 @@ import os
 import random
 import shutil
 import signal
-import threading
 import time
 import unittest
 import zipfile
 
 import plainpackage
-from laboratory import DISK_FULL, HALF_AND_KILL, IO_ERROR, KILL, NO_SPACE, READ_ONLY, SHORT, Laboratory
+from laboratory import Laboratory
+from torturefaults import FAULTS, Action, Faults, expect, fail_hanging
 from wineprogram import windows_path
 from worker import Worker
 
@@ -29,31 +29,15 @@ TEXTS = ('', 'a', 'another text', 'h\u00e9', '\u4e2d\u6587', 'x' * 3000)
 ACTIONS = {'edit': 40, 'attach': 25, 'remove': 10, 'save': 25}
 EVENTS = {'act': 60, 'act together': 20, 'open': 5, 'replace information': 4, 'replace package': 4,
           'delete information': 1, 'delete package': 3, 'delete document': 3}
-FAULTS = {'none': 40, 'kill': 15, 'kill in a write': 5, 'kill at a moment': 8, 'error': 12, 'disk full': 8,
-          'read-only disk': 1, 'lock information': 6, 'lock package': 3, 'lock document': 2}
-# Calls to spoil: an edit makes about 7, attaching 33, saving 19.
-MOST_CALLS = {'edit': 8, 'attach': 40, 'remove': 8, 'save': 24, 'open': 24}
-
-
-class Loss(AssertionError):
-    """Something is on the disk that should not be, or is not there."""
-
-
-def fail_hanging(*_):
-    raise Loss('a step does not end')
-
-
-def expect(condition, *what):
-    if not condition:
-        raise Loss(*what)
 
 
 class Run:
     """One package, edited and saved by two processes."""
 
     def __init__(self, laboratory, workers, locker, number, counts):
-        self.laboratory, self.workers, self.locker, self.counts = laboratory, workers, locker, counts
+        self.laboratory, self.workers, self.counts = laboratory, workers, counts
         self.draw = random.Random(number)
+        self.faults = Faults(self, laboratory, locker)
         self.place = laboratory.root / f'run-{number}'
         self.folders = 0
         self.folder = self.new_folder()
@@ -127,7 +111,7 @@ class Run:
         folder = self.new_folder()
         fault = self.choose({name: weight for name, weight in FAULTS.items() if 'lock' not in name})
         self.note('open', fault)
-        [(reply, died)] = self.play(fault, 'open', [(worker, ('open', windows_path(self.package), windows_path(folder)))])
+        [(reply, died)] = self.faults.play(fault, 'open', [(worker, ('open', windows_path(self.package), windows_path(folder)))])
         if died or not reply.done:
             expect(died or not folder.exists(), 'a failed opening left a folder')
             expect(died or fault != 'none', 'a sound package was not opened')
@@ -197,7 +181,7 @@ class Run:
         before = self.package.read_bytes() if self.package.exists() else None
         can_save = (self.folder / 'mxinfo.ini').exists()
         known = [worker.known for worker in workers]
-        ends = self.play(fault, actions[0].kind, [(worker, action.words) for worker, action in zip(workers, actions)])
+        ends = self.faults.play(fault, actions[0].kind, [(worker, action.words) for worker, action in zip(workers, actions)])
         alone = len(actions) == 1
         plans = []
         for action, (reply, died) in zip(actions, ends):
@@ -266,71 +250,9 @@ class Run:
         information = plainpackage.parse(path.read_bytes()) if path.exists() else ()
         expect(information == self.information, 'the information of the opened package differs')
 
-    # Faults
-    def play(self, fault, kind, commands):
-        """Lets the commands run at the same time and hits them with a fault. Afterwards nothing is in the way any more,
-        and what was kept in memory is on the disk. Gives each process's reply, if any, and whether it died."""
-        victim = self.draw.choice(commands)[0]
-        target = self.draw.randint(1, MOST_CALLS[kind])
-        moment = self.draw.uniform(0, 0.05)
-        self.lock(fault)
-        modes = {'kill': KILL, 'kill in a write': HALF_AND_KILL, 'disk full': DISK_FULL, 'read-only disk': READ_ONLY,
-                 'error': self.draw.choice((NO_SPACE, IO_ERROR, SHORT))}
-        self.laboratory.control.victim = victim.id
-        if fault in modes:
-            self.laboratory.arm(modes[fault], target)
-        timer = threading.Timer(moment, victim.kill)
-        if fault == 'kill at a moment':
-            timer.start()
-        for worker, words in commands:
-            worker.send(*words)
-        replies = [worker.receive() for worker, _ in commands]
-        timer.cancel()
-        self.laboratory.control.armed = 0
-        if fault in modes and self.laboratory.control.fired and 'kill' not in fault:
-            self.counts[{'error': 'errors', 'disk full': 'full disks'}.get(fault, 'read-only disks')] += 1
-        self.locker.call('unlock')
-        ends = []
-        for (worker, _), reply in zip(commands, replies):
-            flushed = worker.call('flush')
-            if flushed is None:
-                expect('kill' in fault and worker is victim, 'a process ended by itself')
-                worker.restart()
-                self.counts['kills'] += 1
-            else:
-                expect(flushed.done, 'what was kept in memory cannot be written')
-            ends.append((reply, flushed is None))
-        return ends
-
-    def lock(self, fault):
-        if not fault.startswith('lock '):
-            return
-        documents = [self.folder / name for name in self.documents]
-        path = {'lock information': self.folder / 'mxinfo.ini', 'lock package': self.package,
-                'lock document': self.draw.choice(documents or [self.package])}[fault]
-        duration = self.draw.choice((5, 20, 50, 100, 200, 400, 800, 2600))
-        if self.locker.call('lock', windows_path(path), duration).done:
-            self.counts['locks'] += 1
-
     def note(self, *what):
         self.log.append(' '.join(map(str, what)))
         self.counts['steps'] += 1
-
-
-class Action:
-    """What one process is told to do."""
-
-    def __init__(self, kind, words, effects, about, document=''):
-        self.kind, self.words, self.effects, self.about = kind, words, effects, about
-        self.document = document  # that comes or goes
-
-    def counts(self, reply, was_kept):
-        """How many of its effects may be on the disk. A process that died behind its answer may have kept them in
-        memory until another one was done."""
-        whole = len(self.effects)
-        if reply is None or was_kept:
-            return range(whole + 1)
-        return [0] if reply.notices or not reply.done else [whole]
 
 
 class TortureTest(unittest.TestCase):
@@ -355,7 +277,8 @@ class TortureTest(unittest.TestCase):
                     run.step()
             except AssertionError as loss:
                 history = '\n  '.join(run.log)
-                self.fail(f'{loss.args}\n  {history}\nMXOV_TORTURE={number} repeats this run')
+                last = (laboratory.home / 'errors.txt').read_text('utf-8', 'replace')[-1000:]
+                self.fail(f'{loss.args}\n  {history}\nthe last messages: {last}\nMXOV_TORTURE={number} repeats this run')
             shutil.rmtree(run.place)
             counts['runs'] += 1
             number += 1

@@ -1,10 +1,10 @@
 """What the tests of faults share: a folder of documents with its package, and the states in which they may be found."""
-import pathlib
 import random
 import unittest
 import zipfile
 
 from laboratory import COUNT, Laboratory
+from plainpackage import check_end
 
 FEWEST_CALLS = 4  # of any action
 
@@ -31,6 +31,7 @@ def make_folder(folder, documents=None):
 
 def contents(package):
     """Everything in a package; fails when anything of it is damaged."""
+    check_end(package)
     with zipfile.ZipFile(package) as file:
         assert file.testzip() is None
         return {name: file.read(name) for name in file.namelist()}

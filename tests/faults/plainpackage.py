@@ -5,6 +5,7 @@ import zipfile
 
 HISTORY = 'FILE_HISTORY'
 ADDED = 'REFERANCE_FILE'
+END_SIZE = 22  # bytes of the record at the end of a package
 KEYS_OF_NOW = ('Time', 'By')  # of a history entry
 
 
@@ -135,8 +136,14 @@ def outcomes(state, plans):
     return keys
 
 
+def check_end(package):
+    """Fails when something follows the end of a package, which many programs ignore."""
+    assert package.read_bytes()[-END_SIZE:].startswith(b'PK\5\6'), 'something follows the end of the package'
+
+
 def read_package(path):
     """Everything in a package, its information file apart; fails when anything of it is damaged."""
+    check_end(path)
     with zipfile.ZipFile(path) as file:
         assert file.testzip() is None
         files = {name: file.read(name) for name in file.namelist() if not name.endswith('/')}
