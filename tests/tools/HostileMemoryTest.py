@@ -52,8 +52,13 @@ class HostileMemoryTest(HostileCase):
         self.expect(1, 'out of proportion', [(b'bomb%d' % i, 60 * MEGABYTE, packed, crc, 8) for i in range(500)])
 
     def test_an_information_file_of_the_largest_size(self):
+        comments = (b';' * 1023 + b'\n') * (12 * 1024)
+        self.expect(0, 'no information', [(b'mxinfo.ini', 12 * MEGABYTE, comments, zlib.crc32(comments), 0)],
+                    commands=('check',))
         packed, crc = zeros(12)
-        self.expect(0, 'no information', [(b'mxinfo.ini', 12 * MEGABYTE, packed, crc, 8)], commands=('check',))
+        self.expect(1, 'a line longer than', [(b'mxinfo.ini', 12 * MEGABYTE, packed, crc, 8)], commands=('check',))
+        packed, crc = zeros(63)
+        self.expect(1, 'longer than 12288 KB', [(b'mxinfo.ini', 63 * MEGABYTE, packed, crc, 8)], commands=('check',))
 
     def test_more_entries_than_any_package_may_hold(self):
         self.expect(1, 'more than 262144 entries', [(b'%06d' % i, 0, b'', 0, 0) for i in range(262_145)])
