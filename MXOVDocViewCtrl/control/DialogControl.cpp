@@ -31,9 +31,16 @@ void DialogControl::CoverWith(CDialog& dialog) {
 }
 
 BEGIN_MESSAGE_MAP(DialogControl, COleControl)
+    ON_WM_MOUSEACTIVATE()
     ON_WM_SETFOCUS()
     ON_WM_SIZE()
 END_MESSAGE_MAP()
+
+int DialogControl::OnMouseActivate(CWnd* desktop, UINT hitTest, UINT message) {
+    MSG click = {m_hWnd, WM_MOUSEACTIVATE, 0, 0, 0, {}};
+    ActivateUI(&click); // the click itself decides where the focus goes
+    return COleControl::OnMouseActivate(desktop, hitTest, message);
+}
 
 void DialogControl::OnSetFocus(CWnd* before) {
     COleControl::OnSetFocus(before);
@@ -49,6 +56,17 @@ void DialogControl::OnSize(UINT type, int cx, int cy) {
     RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_INTERNALPAINT);
 }
 
+void DialogControl::RestoreDialog(const CRect& drawn) {
+    if (!m_hWnd) {
+        return;
+    }
+    CRect client;
+    GetClientRect(client);
+    if (client != drawn) {
+        RedrawWindow(nullptr, nullptr, RDW_INTERNALPAINT | RDW_UPDATENOW);
+    }
+}
+
 LRESULT CALLBACK DialogControl::WatchedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                             UINT_PTR id, DWORD_PTR control) noexcept {
     if (message == WM_NCDESTROY) {
@@ -57,16 +75,19 @@ LRESULT CALLBACK DialogControl::WatchedProc(HWND window, UINT message, WPARAM wP
     if (message != WM_SETFOCUS) {
         return ::DefSubclassProc(window, message, wParam, lParam);
     }
-    auto* self = reinterpret_cast<DialogControl*>(control); // outlives its windows
-    // A reference, since the container may release the control meanwhile.
-    const auto object = common::Query<IOleObject>(self->GetIDispatch(FALSE), IID_IOleObject);
+    auto* self = reinterpret_cast<DialogControl*>(control);           // outlives its windows
+    const common::ComPtr<IDispatch> alive(self->GetIDispatch(FALSE)); // the container may release the control
     const LRESULT result = ::DefSubclassProc(window, message, wParam, lParam);
-    if (object && self->HasFocusInside()) {
-        object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, self->GetClientSite(), 0, nullptr, nullptr);
+    if (::IsChild(self->m_hWnd, ::GetFocus())) {
+        self->ActivateUI(nullptr);
     }
     return result;
 }
 
-bool DialogControl::HasFocusInside() const {
-    return m_hWnd && ::IsChild(m_hWnd, ::GetFocus());
+// By the interface: no exception leaves it.
+void DialogControl::ActivateUI(LPMSG cause) noexcept {
+    const auto object = common::Query<IOleObject>(GetIDispatch(FALSE), IID_IOleObject);
+    if (object) {
+        object->DoVerb(OLEIVERB_UIACTIVATE, cause, GetClientSite(), 0, nullptr, nullptr);
+    }
 }

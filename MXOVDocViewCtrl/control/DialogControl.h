@@ -14,16 +14,22 @@ public:
 
 protected:
     /// Names the dialog, once it exists with all its controls. The control passes the focus on to it, and
-    /// activates its user interface when one of its windows gets the focus.
+    /// activates its user interface when one of its windows gets the focus or a click.
     void CoverWith(CDialog& dialog);
 
+    /// Last step of OnDraw, which moves the dialog to the bounds: after a drawing elsewhere, as for printing,
+    /// the window draws itself again at once. No sink is notified, since one that draws on every notice would
+    /// never end.
+    void RestoreDialog(const CRect& drawn);
+
+    afx_msg int OnMouseActivate(CWnd* desktop, UINT hitTest, UINT message);
     afx_msg void OnSetFocus(CWnd* before);
     afx_msg void OnSize(UINT type, int cx, int cy);
     DECLARE_MESSAGE_MAP()
 
 private:
     HWND DialogWindow() const { return m_dialog ? m_dialog->GetSafeHwnd() : nullptr; }
-    bool HasFocusInside() const;
+    void ActivateUI(LPMSG cause) noexcept;
     static LRESULT CALLBACK WatchedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                         DWORD_PTR control) noexcept;
 

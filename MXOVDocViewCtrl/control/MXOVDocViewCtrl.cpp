@@ -101,6 +101,7 @@ void CMXOVDocViewCtrl::OnDraw(CDC* dc, const CRect& bounds, const CRect& /*inval
     m_dialog.MoveWindow(bounds, TRUE);
     CBrush background(TranslateColor(AmbientBackColor()));
     dc->FillRect(bounds, &background);
+    RestoreDialog(bounds);
 }
 
 void CMXOVDocViewCtrl::DoPropExchange(CPropExchange* px) {

@@ -7,9 +7,8 @@
 // Covered: the documented members below. Not covered: stock properties and events, fonts and pictures,
 // windowless and subclassed-with-reflector activation, licences, data paths, shortcut menus. A control whose
 // window class is changed in PreCreateWindow gets its notifications in its container's window. Keyboard
-// messages reach PreTranslateMessage while the user interface is active; the control's own window activates
-// it when it gets the focus, and a click in any of its windows does. Child windows, their focus and keys, are
-// the derived class's.
+// messages reach PreTranslateMessage while the user interface is active. What activates it, and child windows
+// with their focus and keys, are the derived class's.
 #pragma once
 
 #include "ControlMaps.h"
@@ -134,7 +133,6 @@ private:
     BOOL OnVerbShow(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
     BOOL OnVerbHide(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect);
     bool KnowsEvent(DISPID dispid) const;
-    void ActivateOnMouse();
 
     std::unique_ptr<framework::ControlParts> m_parts;
 };

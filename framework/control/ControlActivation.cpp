@@ -166,16 +166,9 @@ LRESULT CALLBACK ControlActivation::WatchedProc(HWND window, UINT message, WPARA
 
 void ControlActivation::FollowFocus() {
     const HWND window = m_control.m_hWnd;
-    if (!m_active || !window) {
-        return;
-    }
-    const HWND focus = ::GetFocus(); // the messages come after the change
-    const bool inside = focus == window || ::IsChild(window, focus);
-    if (focus == window && !m_uiActive) {
-        ActivateUI(nullptr, nullptr, false);
-    }
-    if (m_uiActive) {
-        ReportFocus(inside);
+    if (m_uiActive && window) {
+        const HWND focus = ::GetFocus(); // the messages come after the change
+        ReportFocus(focus == window || ::IsChild(window, focus));
     }
 }
 

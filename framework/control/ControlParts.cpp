@@ -21,13 +21,6 @@ void ControlParts::SetClientSite(IOleClientSite* client) {
     control.OnSetClientSite();
 }
 
-void ControlParts::RestoreWindow(const CRect& drawn) {
-    CRect client;
-    if (control.m_hWnd && ::GetClientRect(control.m_hWnd, client) && !::EqualRect(client, drawn)) {
-        control.RedrawWindow(nullptr, nullptr, RDW_INTERNALPAINT | RDW_UPDATENOW);
-    }
-}
-
 void ControlParts::Clear() {
     site.Set(nullptr);
     viewObject.Clear();

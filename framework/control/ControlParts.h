@@ -26,9 +26,6 @@ struct ControlParts final : PersistentObject {
     /// Takes another site, or none. A control that is active is deactivated first: its window and frame
     /// belong to the old container.
     void SetClientSite(IOleClientSite* client);
-    /// After a drawing into other bounds, which may have moved what is inside the window: draws the window
-    /// itself again at once. No sink is notified, since one that asks for a picture in turn would never end.
-    void RestoreWindow(const CRect& drawn);
     /// Releases every interface of the container and every sink.
     void Clear();
 

@@ -19,8 +19,8 @@ BEGIN_MESSAGE_MAP(COleControl, CWnd)
 END_MESSAGE_MAP()
 
 BOOL COleControl::OnEdit(LPMSG lpMsg, HWND hWndParent, LPCRECT lpRect) {
-    static_cast<void>(lpMsg);
-    return SUCCEEDED(m_parts->activation.ActivateUI(hWndParent, lpRect, true));
+    const bool byClick = lpMsg && lpMsg->message == WM_MOUSEACTIVATE; // it decides where the focus goes
+    return SUCCEEDED(m_parts->activation.ActivateUI(hWndParent, lpRect, !byClick));
 }
 
 BOOL COleControl::OnVerbShow(LPMSG, HWND hWndParent, LPCRECT lpRect) {
@@ -45,17 +45,7 @@ BOOL COleControl::IsSubclassedControl() {
 
 LRESULT COleControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     const OleKeepAlive alive(*this);
-    if (message == WM_MOUSEACTIVATE) {
-        ActivateOnMouse();
-    }
     return CWnd::WindowProc(message, wParam, lParam);
-}
-
-void COleControl::ActivateOnMouse() {
-    if (m_parts->activation.IsActive() && !m_parts->activation.IsUIActive()) {
-        m_parts->activation.ActivateUI(nullptr, nullptr,
-                                       false); // the click itself decides where the focus goes
-    }
 }
 
 int COleControl::OnCreate(LPCREATESTRUCT lpCreateStruct) {

@@ -56,6 +56,15 @@ BOOL CallFocus(CCmdTarget& target, MessageArguments& args) {
     return TRUE;
 }
 
+/// int f(CWnd*, UINT, UINT)
+template <class Class, auto Handler>
+BOOL CallMouseActivate(CCmdTarget& target, MessageArguments& args) {
+    args.result = BoundHandler<Class, int(CWnd*, UINT, UINT), Handler>::Call(
+        target, CWnd::FromHandle(reinterpret_cast<HWND>(args.wParam)), LOWORD(args.lParam),
+        HIWORD(args.lParam));
+    return TRUE;
+}
+
 /// BOOL f(CDC*)
 template <class Class, auto Handler>
 BOOL CallErase(CCmdTarget& target, MessageArguments& args) {
@@ -88,6 +97,8 @@ BOOL CallCtlColor(CCmdTarget& target, MessageArguments& args) {
 #define ON_WM_SIZE() FRAMEWORK_WINDOW_ENTRY(WM_SIZE, framework::CallSize, OnSize)
 #define ON_WM_CONTEXTMENU() FRAMEWORK_WINDOW_ENTRY(WM_CONTEXTMENU, framework::CallContextMenu, OnContextMenu)
 #define ON_WM_SETFOCUS() FRAMEWORK_WINDOW_ENTRY(WM_SETFOCUS, framework::CallFocus, OnSetFocus)
+#define ON_WM_MOUSEACTIVATE()                                                                                \
+    FRAMEWORK_WINDOW_ENTRY(WM_MOUSEACTIVATE, framework::CallMouseActivate, OnMouseActivate)
 #define ON_WM_MOUSEMOVE() FRAMEWORK_WINDOW_ENTRY(WM_MOUSEMOVE, framework::CallMouse, OnMouseMove)
 #define ON_WM_LBUTTONDOWN() FRAMEWORK_WINDOW_ENTRY(WM_LBUTTONDOWN, framework::CallMouse, OnLButtonDown)
 #define ON_WM_LBUTTONUP() FRAMEWORK_WINDOW_ENTRY(WM_LBUTTONUP, framework::CallMouse, OnLButtonUp)

@@ -162,6 +162,10 @@ void CWnd::OnSetFocus(CWnd*) {
     Default();
 }
 
+int CWnd::OnMouseActivate(CWnd*, UINT, UINT) {
+    return static_cast<int>(Default());
+}
+
 void CWnd::OnMouseMove(UINT, CPoint) {
     Default();
 }

@@ -76,7 +76,6 @@ HRESULT DataObjectPart::RenderEnhanced(STGMEDIUM& medium) {
     }
     const SIZE pixels = common::HimetricToPixels(extent);
     Record(m_control, recorder, pixels);
-    m_parts.RestoreWindow(CRect({0, 0}, pixels));
     medium.tymed = TYMED_ENHMF;
     medium.hEnhMetaFile = ::CloseEnhMetaFile(recorder);
     return medium.hEnhMetaFile ? S_OK : E_OUTOFMEMORY;
@@ -93,7 +92,6 @@ HRESULT DataObjectPart::RenderMetafile(STGMEDIUM& medium) {
     ::SetWindowOrgEx(recorder, 0, 0, nullptr);
     ::SetWindowExtEx(recorder, pixels.cx, pixels.cy, nullptr);
     Record(m_control, recorder, pixels);
-    m_parts.RestoreWindow(CRect({0, 0}, pixels));
     const HMETAFILE metafile = ::CloseMetaFile(recorder);
     const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, sizeof(METAFILEPICT));
     auto* picture = static_cast<METAFILEPICT*>(memory ? ::GlobalLock(memory) : nullptr);

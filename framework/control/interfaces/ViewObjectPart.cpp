@@ -76,7 +76,6 @@ HRESULT ViewObjectPart::DrawInto(HDC dc, const RECT& bounds) {
     CRect area(bounds);
     if (IsMetafile(dc)) {
         m_control.OnDrawMetafile(borrowed.Get(), area);
-        m_parts.RestoreWindow(area);
         return S_OK;
     }
     if (::GetMapMode(dc) != MM_TEXT) { // controls draw in pixels
@@ -88,7 +87,6 @@ HRESULT ViewObjectPart::DrawInto(HDC dc, const RECT& bounds) {
                      std::max(area.left, area.right), std::max(area.top, area.bottom));
     }
     m_control.OnDraw(borrowed.Get(), area, area);
-    m_parts.RestoreWindow(area);
     return S_OK;
 }
 

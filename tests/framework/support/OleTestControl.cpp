@@ -93,6 +93,7 @@ void CTestControl::OnDraw(CDC* pDC, const CRect& rcBounds, const CRect&) {
     }
     CBrush brush(TranslateColor(AmbientBackColor()));
     pDC->FillRect(rcBounds, &brush);
+    RestoreDialog(rcBounds);
 }
 
 void CTestControl::DoPropExchange(CPropExchange* pPX) {
