@@ -21,6 +21,12 @@ BOOL DialogControl::OnDoVerb(LONG verb, LPMSG message, HWND parent, LPCRECT rect
     return done;
 }
 
+BOOL DialogControl::PreCreateWindow(CREATESTRUCT& cs) {
+    cs.style |= WS_CLIPCHILDREN;
+    cs.dwExStyle |= WS_EX_CONTROLPARENT;
+    return COleControl::PreCreateWindow(cs);
+}
+
 void DialogControl::CoverWith(CDialog& dialog) {
     const auto watch = [](HWND window, LPARAM control) -> BOOL {
         ::SetWindowSubclass(window, &WatchedProc, 0, static_cast<DWORD_PTR>(control));

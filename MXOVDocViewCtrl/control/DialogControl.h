@@ -13,6 +13,9 @@ public:
     BOOL OnDoVerb(LONG verb, LPMSG message, HWND parent, LPCRECT rect) override;
 
 protected:
+    /// The window lies behind its dialog, and hosts with IsDialogMessage alone reach it by Tab.
+    BOOL PreCreateWindow(CREATESTRUCT& cs) override;
+
     /// Names the dialog, once it exists with all its controls. The control passes the focus on to it, and
     /// activates its user interface when one of its windows gets the focus or a click.
     void CoverWith(CDialog& dialog);

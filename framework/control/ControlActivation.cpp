@@ -62,8 +62,8 @@ bool ControlActivation::Enter(HWND parent, LPCRECT rect, Place& place) {
 
 bool ControlActivation::CreateWindowAt(const Place& place) {
     const RECT& at = place.position;
-    constexpr DWORD kStyle = WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
-    if (!m_control.CreateEx(WS_EX_CONTROLPARENT, L"STATIC", nullptr, kStyle, at.left, at.top,
+    constexpr DWORD kStyle = WS_CHILD | WS_CLIPSIBLINGS;
+    if (!m_control.CreateEx(0, L"STATIC", nullptr, kStyle, at.left, at.top,
                             std::max<int>(at.right - at.left, 0), std::max<int>(at.bottom - at.top, 0),
                             place.parent, nullptr)) {
         return false;
