@@ -68,7 +68,7 @@ void DialogControl::RestoreDialog(const CRect& drawn) {
     }
     CRect client;
     GetClientRect(client);
-    if (client != drawn) {
+    if (!::EqualRect(client, drawn)) {
         RedrawWindow(nullptr, nullptr, RDW_INTERNALPAINT | RDW_UPDATENOW);
     }
 }
