@@ -34,7 +34,7 @@ class LookInsideTest(DocumentOpeningCase):
         shown = viewer.snapshot()
         while shown.frame.find(handle=shown.focus).id != LISTS[number]:
             before = shown.focus
-            viewer.press('Tab')
+            viewer.press('shift+Tab' if number == 3 else 'Tab')
             shown = viewer.wait('the focus moves', lambda s: s.focus != before)
         for _ in range(row + 1):
             selected = viewer.snapshot().lists()[number].selected

@@ -17,20 +17,24 @@ constexpr unsigned kWhite = 255;
 template <class Interface>
 using Ptr = common::ComPtr<Interface>;
 
-Ptr<IWICBitmapSource> FirstFrame(IWICImagingFactory& factory, std::string& bytes) {
+// The first picture of the file, converted to pixels with premultiplied colours; null when there is none.
+Ptr<IWICFormatConverter> FirstFrame(IWICImagingFactory& factory, std::string& bytes) {
     Ptr<IWICStream> stream;
     Ptr<IWICBitmapDecoder> decoder;
     Ptr<IWICBitmapFrameDecode> frame;
-    Ptr<IWICBitmapSource> source;
-    if (SUCCEEDED(factory.CreateStream(stream.Receive())) &&
-        SUCCEEDED(stream->InitializeFromMemory(reinterpret_cast<BYTE*>(bytes.data()),
-                                               static_cast<DWORD>(bytes.size()))) &&
-        SUCCEEDED(factory.CreateDecoderFromStream(stream.Get(), nullptr, WICDecodeMetadataCacheOnDemand,
-                                                  decoder.Receive())) &&
-        SUCCEEDED(decoder->GetFrame(0, frame.Receive()))) {
-        WICConvertBitmapSource(GUID_WICPixelFormat32bppPBGRA, frame.Get(), source.Receive());
+    Ptr<IWICFormatConverter> converter;
+    if (FAILED(factory.CreateStream(stream.Receive())) ||
+        FAILED(stream->InitializeFromMemory(reinterpret_cast<BYTE*>(bytes.data()),
+                                            static_cast<DWORD>(bytes.size()))) ||
+        FAILED(factory.CreateDecoderFromStream(stream.Get(), nullptr, WICDecodeMetadataCacheOnDemand,
+                                               decoder.Receive())) ||
+        FAILED(decoder->GetFrame(0, frame.Receive())) ||
+        FAILED(factory.CreateFormatConverter(converter.Receive())) ||
+        FAILED(converter->Initialize(frame.Get(), GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone,
+                                     nullptr, 0.0, WICBitmapPaletteTypeCustom))) {
+        return {};
     }
-    return source;
+    return converter;
 }
 
 // Puts pixels with premultiplied colours on a white ground.
@@ -75,7 +79,7 @@ common::UniqueBitmap DecodePicture(std::string bytes) {
                                                  __uuidof(IWICImagingFactory), factory.ReceiveVoid()))) {
         return {};
     }
-    const Ptr<IWICBitmapSource> source = FirstFrame(*factory.Get(), bytes);
+    const Ptr<IWICFormatConverter> source = FirstFrame(*factory.Get(), bytes);
     if (!source || FAILED(source->GetSize(&width, &height)) || width == 0 || height == 0 ||
         std::uint64_t{width} * height > kMostPixels) {
         return {};
