@@ -3,8 +3,6 @@
 #include "common/ComPtr.h"
 #include "common/DialogKeys.h"
 
-#include <commctrl.h>
-
 BOOL DialogControl::PreTranslateMessage(MSG* message) {
     const HWND dialog = DialogWindow();
     return (dialog && common::TranslateDialogKey(dialog, *message)) ||
@@ -29,8 +27,7 @@ BOOL DialogControl::PreCreateWindow(CREATESTRUCT& cs) {
 
 void DialogControl::CoverWith(CDialog& dialog) {
     const auto watch = [](HWND window, LPARAM control) -> BOOL {
-        ::SetWindowSubclass(window, &WatchedProc, 0, static_cast<DWORD_PTR>(control));
-        return TRUE;
+        return common::WatchWindow(window, &WatchedMessageProc, reinterpret_cast<void*>(control));
     };
     m_dialog = &dialog;
     ::EnumChildWindows(m_hWnd, watch, reinterpret_cast<LPARAM>(this));
@@ -73,17 +70,13 @@ void DialogControl::RestoreDialog(const CRect& drawn) {
     }
 }
 
-LRESULT CALLBACK DialogControl::WatchedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                            UINT_PTR id, DWORD_PTR control) noexcept {
-    if (message == WM_NCDESTROY) {
-        ::RemoveWindowSubclass(window, &WatchedProc, id);
+LRESULT DialogControl::WatchedMessageProc(const common::WatchedMessage& message, void* control) noexcept {
+    if (message.message != WM_SETFOCUS) {
+        return message.PassOn();
     }
-    if (message != WM_SETFOCUS) {
-        return ::DefSubclassProc(window, message, wParam, lParam);
-    }
-    auto* self = reinterpret_cast<DialogControl*>(control);           // outlives its windows
+    auto* self = static_cast<DialogControl*>(control);                // outlives its windows
     const common::ComPtr<IDispatch> alive(self->GetIDispatch(FALSE)); // the container may release the control
-    const LRESULT result = ::DefSubclassProc(window, message, wParam, lParam);
+    const LRESULT result = message.PassOn();
     if (::IsChild(self->m_hWnd, ::GetFocus())) {
         self->ActivateUI(nullptr);
     }

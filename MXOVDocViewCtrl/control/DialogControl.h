@@ -3,6 +3,8 @@
 
 #include "afxctl.h"
 
+#include "common/WindowWatch.h"
+
 /// Adds what a control needs for the child windows of its dialog: their keys, their focus and a drawing after
 /// every new size. The framework knows the control's own window only.
 class DialogControl : public COleControl {
@@ -33,8 +35,7 @@ protected:
 private:
     HWND DialogWindow() const { return m_dialog ? m_dialog->GetSafeHwnd() : nullptr; }
     void ActivateUI(LPMSG cause) noexcept;
-    static LRESULT CALLBACK WatchedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                        DWORD_PTR control) noexcept;
+    static LRESULT WatchedMessageProc(const common::WatchedMessage& message, void* control) noexcept;
 
     CDialog* m_dialog = nullptr;
 };

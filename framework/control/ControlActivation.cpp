@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <utility>
 
-#include <commctrl.h>
-
 namespace framework {
 
 ControlActivation::ControlActivation(ControlParts& parts) noexcept
@@ -139,24 +137,22 @@ void ControlActivation::DeactivateUI() {
 
 void ControlActivation::WatchFocus() {
     const auto watch = [](HWND window, LPARAM activation) -> BOOL {
-        ::SetWindowSubclass(window, &WatchedProc, 0, static_cast<DWORD_PTR>(activation));
-        return TRUE;
+        return common::WatchWindow(window, &WatchedMessageProc, reinterpret_cast<void*>(activation));
     };
-    watch(m_control.m_hWnd, reinterpret_cast<LPARAM>(this));
-    ::EnumChildWindows(m_control.m_hWnd, watch, reinterpret_cast<LPARAM>(this));
+    const auto self = reinterpret_cast<LPARAM>(this);
+    if (watch(m_control.m_hWnd, self)) { // without memory nobody learns of the focus
+        ::EnumChildWindows(m_control.m_hWnd, watch, self);
+    }
 }
 
-LRESULT CALLBACK ControlActivation::WatchedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                                UINT_PTR id, DWORD_PTR activation) noexcept {
-    if (message == WM_NCDESTROY) {
-        ::RemoveWindowSubclass(window, &WatchedProc, id);
+LRESULT ControlActivation::WatchedMessageProc(const common::WatchedMessage& message,
+                                              void* activation) noexcept {
+    if (message.message != WM_SETFOCUS && message.message != WM_KILLFOCUS) {
+        return message.PassOn();
     }
-    if (message != WM_SETFOCUS && message != WM_KILLFOCUS) {
-        return ::DefSubclassProc(window, message, wParam, lParam);
-    }
-    auto* self = reinterpret_cast<ControlActivation*>(activation); // outlives the control's windows
+    auto* self = static_cast<ControlActivation*>(activation); // outlives the control's windows
     const OleKeepAlive alive(self->m_control);
-    const LRESULT result = ::DefSubclassProc(window, message, wParam, lParam);
+    const LRESULT result = message.PassOn();
     OleProtect([self]() -> HRESULT {
         self->FollowFocus();
         return S_OK;

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "common/ComPtr.h"
+#include "common/WindowWatch.h"
 
 #include <vector>
 
@@ -58,8 +59,7 @@ private:
     void WatchFocus();
     void FollowFocus();
     void ReportFocus(bool focused);
-    static LRESULT CALLBACK WatchedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                        DWORD_PTR activation) noexcept;
+    static LRESULT WatchedMessageProc(const common::WatchedMessage& message, void* activation) noexcept;
 
     COleControl& m_control;
     ControlParts& m_parts;

@@ -1,5 +1,6 @@
 #include "control/ControlEvents.h"
 
+#include "common/WindowWatch.h"
 #include "control/ControlParts.h"
 
 #include <commctrl.h>
@@ -7,9 +8,6 @@
 namespace viewer {
 
 namespace {
-
-constexpr UINT_PTR kDialogWatch = 1;
-constexpr UINT_PTR kSaveWatch = 2;
 
 bool IsAddCommand(UINT message, WPARAM wParam) {
     return message == WM_COMMAND && wParam == MAKEWPARAM(part::kAddButton, BN_CLICKED);
@@ -31,29 +29,31 @@ int SelectedRow(const NMHDR& header) {
 void ControlEvents::Start(HWND dialog, HWND window, const Messages& messages) {
     m_window = window;
     m_messages = messages;
-    const auto self = reinterpret_cast<DWORD_PTR>(this);
-    SetWindowSubclass(dialog, Watch, kDialogWatch, self);
-    SetWindowSubclass(GetDlgItem(dialog, part::kSaveButton), Watch, kSaveWatch, self);
+    // Without memory the viewer misses what happens in the control, and everything else works.
+    static_cast<void>(common::WatchWindow(dialog, WatchDialog, this) &&
+                      common::WatchWindow(GetDlgItem(dialog, part::kSaveButton), WatchSaveButton, this));
 }
 
-LRESULT CALLBACK ControlEvents::Watch(HWND control, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR self) {
-    const auto& events = *reinterpret_cast<const ControlEvents*>(self);
-    if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(control, Watch, id);
-    } else if (id == kSaveWatch) {
-        if (message == WM_ENABLE) {
-            PostMessageW(events.m_window, events.m_messages.changed, 0, 0);
-        }
-    } else if (IsAddCommand(message, wParam)) {
+LRESULT ControlEvents::WatchSaveButton(const common::WatchedMessage& message, void* self) noexcept {
+    if (message.message == WM_ENABLE) {
+        const auto& events = *static_cast<const ControlEvents*>(self);
+        PostMessageW(events.m_window, events.m_messages.changed, 0, 0);
+    }
+    return message.PassOn();
+}
+
+LRESULT ControlEvents::WatchDialog(const common::WatchedMessage& message, void* self) noexcept {
+    const auto& events = *static_cast<const ControlEvents*>(self);
+    if (IsAddCommand(message.message, message.wParam)) {
         SendMessageW(events.m_window, events.m_messages.adding, 0, 0);
-        const LRESULT result = DefSubclassProc(control, message, wParam, lParam);
+        const LRESULT result = message.PassOn();
         PostMessageW(events.m_window, events.m_messages.added, 0, 0);
         return result;
-    } else if (message == WM_NOTIFY) {
-        events.OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
     }
-    return DefSubclassProc(control, message, wParam, lParam);
+    if (message.message == WM_NOTIFY) {
+        events.OnNotify(*reinterpret_cast<const NMHDR*>(message.lParam));
+    }
+    return message.PassOn();
 }
 
 void ControlEvents::OnNotify(const NMHDR& header) const {

@@ -1,7 +1,7 @@
 // What the user does in the control, as messages to the host's window. The control itself raises no events.
 #pragma once
 
-#include <windows.h>
+#include "common/WindowWatch.h"
 
 namespace viewer {
 
@@ -24,8 +24,8 @@ public:
     void Start(HWND dialog, HWND window, const Messages& messages);
 
 private:
-    static LRESULT CALLBACK Watch(HWND control, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                  DWORD_PTR self);
+    static LRESULT WatchSaveButton(const common::WatchedMessage& message, void* self) noexcept;
+    static LRESULT WatchDialog(const common::WatchedMessage& message, void* self) noexcept;
     void OnNotify(const NMHDR& header) const;
 
     HWND m_window = nullptr;
