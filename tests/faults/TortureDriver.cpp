@@ -8,7 +8,7 @@
 #include "text/SystemText.h"
 
 #include <cstdio>
-#include <functional>
+#include <iostream>
 #include <map>
 #include <string>
 #include <thread>
@@ -134,7 +134,7 @@ Words Split(const std::string& line) {
     for (const wchar_t unit : text) {
         if (unit == L'\t') {
             words.emplace_back();
-        } else if (unit != L'\r' && unit != L'\n') {
+        } else if (unit != L'\r') {
             words.back() += unit;
         }
     }
@@ -152,9 +152,9 @@ int main() {
         ++questions;
         return answer;
     });
-    std::string line(4096, '\0');
-    while (std::fgets(line.data(), static_cast<int>(line.size()), stdin) != nullptr) {
-        const Words words = Split(line.c_str());
+    std::string line;
+    while (std::getline(std::cin, line)) {
+        const Words words = Split(line);
         notices = 0;
         questions = 0;
         const bool done = kCommands.at(words[0])(words);
