@@ -12,7 +12,7 @@
 namespace mxovshare {
 namespace {
 
-const SingleBytePage kLatin;
+const SingleBytePage kPlainPage;
 
 // Two words that lead a hash by FNV-1a from one state to the same other one, which `state` becomes.
 std::pair<std::string, std::string> CollidingWords(std::uint32_t& state) {
@@ -59,7 +59,7 @@ TEST(IniDocumentSize, NamesThatCollideInAHashTableAreNoSlower) {
     }
     const auto time = [](const std::string& bytes, std::u16string_view section, std::u16string_view key) {
         const std::clock_t start = std::clock();
-        EXPECT_EQ(IniDocument(kLatin, bytes).Value(section, key), key.empty() ? u"" : u"1");
+        EXPECT_EQ(IniDocument(kPlainPage, bytes).Value(section, key), key.empty() ? u"" : u"1");
         return (std::clock() - start) / CLOCKS_PER_SEC; // of processor time
     };
     const std::u16string last(names.back().begin(), names.back().end());
@@ -74,7 +74,7 @@ TEST(IniDocumentSize, ManySectionsOfOneNameGoAtOnce) {
         bytes += "[s]\nk=1\n[t]\n";
     }
     const std::clock_t start = std::clock();
-    IniDocument document(kLatin, bytes);
+    IniDocument document(kPlainPage, bytes);
     EXPECT_TRUE(document.RemoveSection(u"s"));
     const std::string& rest = document.Bytes();
     EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
@@ -82,7 +82,7 @@ TEST(IniDocumentSize, ManySectionsOfOneNameGoAtOnce) {
 }
 
 TEST(IniDocument, TenThousandSectionsAreEasy) {
-    IniDocument document(kLatin);
+    IniDocument document(kPlainPage);
     for (int i = 1; i <= 10'000; ++i) {
         const std::string number = std::to_string(i);
         ASSERT_TRUE(document.SetValue(u"F_" + std::u16string(number.begin(), number.end()), u"Path", u"x"));
