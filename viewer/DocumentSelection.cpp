@@ -2,7 +2,7 @@
 
 #include "control/ControlHost.h"
 #include "MainPages.h"
-#include "package/PackageSession.h"
+#include "session/PackageSession.h"
 
 namespace viewer {
 

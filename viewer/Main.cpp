@@ -2,7 +2,7 @@
 #include "CommandLine.h"
 #include "MainWindow.h"
 #include "mxovlanguage.h"
-#include "package/SessionStore.h"
+#include "session/SessionStore.h"
 
 #include <commctrl.h>
 #include <ole2.h>

@@ -9,10 +9,10 @@
 #include "MainPages.h"
 #include "package/PackageSummary.h"
 #include "package/Paths.h"
+#include "prompts/FileDialog.h"
+#include "prompts/TaskPrompt.h"
 #include "resources/resource.h"
 #include "window/DroppedFiles.h"
-#include "window/FileDialog.h"
-#include "window/TaskPrompt.h"
 
 namespace viewer {
 

@@ -3,8 +3,8 @@
 #include "control/ControlHost.h"
 #include "controller/PackageView.h"
 #include "package/PackageInformation.h"
-#include "package/PackageSession.h"
-#include "window/AttachPrompt.h"
+#include "prompts/AttachPrompt.h"
+#include "session/PackageSession.h"
 
 namespace viewer {
 

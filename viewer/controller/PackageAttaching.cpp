@@ -3,9 +3,9 @@
 #include "control/ControlHost.h"
 #include "control/PropertiesWindow.h"
 #include "controller/PackageView.h"
-#include "package/PackageSession.h"
 #include "package/Paths.h"
-#include "window/AttachPrompt.h"
+#include "prompts/AttachPrompt.h"
+#include "session/PackageSession.h"
 
 namespace viewer {
 

@@ -3,8 +3,8 @@
 #include "control/ControlHost.h"
 #include "mxovpackage.h"
 #include "package/Paths.h"
-#include "window/FileDialog.h"
-#include "window/UnsavedPrompts.h"
+#include "prompts/FileDialog.h"
+#include "prompts/UnsavedPrompts.h"
 
 namespace viewer {
 

@@ -1,7 +1,7 @@
 // Closing a package: nothing that is not in its file yet is lost without the user's consent.
 #pragma once
 
-#include "package/PackageSession.h"
+#include "session/PackageSession.h"
 
 namespace viewer {
 

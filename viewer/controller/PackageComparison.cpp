@@ -1,9 +1,9 @@
 #include "controller/PackageComparison.h"
 
 #include "controller/PackageView.h"
-#include "package/PackageSession.h"
 #include "package/Sentence.h"
-#include "window/UnsavedPrompts.h"
+#include "prompts/UnsavedPrompts.h"
+#include "session/PackageSession.h"
 
 namespace viewer {
 

@@ -7,9 +7,9 @@
 #include "controller/PackageView.h"
 #include "package/Attachment.h"
 #include "package/DocumentDetails.h"
-#include "package/PackageSession.h"
 #include "package/RecentPackages.h"
-#include "package/SessionStore.h"
+#include "session/PackageSession.h"
+#include "session/SessionStore.h"
 
 #include <memory>
 #include <optional>

@@ -1,8 +1,8 @@
 // Unpacking a package in the background, with a progress window when it takes long.
 #pragma once
 
-#include "package/UnpackTask.h"
-#include "window/ProgressDialog.h"
+#include "prompts/ProgressDialog.h"
+#include "session/UnpackTask.h"
 
 #include <memory>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "controller/PackageRecovery.h"
 
-#include "window/UnsavedPrompts.h"
+#include "prompts/UnsavedPrompts.h"
 
 namespace viewer {
 

@@ -1,7 +1,7 @@
 // Unsaved changes that viewers left which crashed.
 #pragma once
 
-#include "package/SessionStore.h"
+#include "session/SessionStore.h"
 
 #include <memory>
 

@@ -3,10 +3,10 @@
 #include "control/ControlHost.h"
 #include "control/PropertiesWindow.h"
 #include "controller/PackageView.h"
-#include "package/PackageSession.h"
 #include "package/Paths.h"
-#include "window/FileDialog.h"
-#include "window/NoteDialog.h"
+#include "prompts/FileDialog.h"
+#include "prompts/NoteDialog.h"
+#include "session/PackageSession.h"
 
 namespace viewer {
 

@@ -1,7 +1,7 @@
 // Whether the open package is saved, and what other programs did to it.
 #pragma once
 
-#include "package/PackageNews.h"
+#include "session/PackageNews.h"
 
 #include <memory>
 #include <optional>

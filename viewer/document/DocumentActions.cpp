@@ -2,7 +2,7 @@
 
 #include "common/SystemError.h"
 #include "package/Paths.h"
-#include "window/FileDialog.h"
+#include "prompts/FileDialog.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // The buttons that the bar shows beside the news of a package.
 #pragma once
 
-#include "package/PackageNews.h"
+#include "session/PackageNews.h"
 #include "window/NewsBar.h"
 
 #include <vector>

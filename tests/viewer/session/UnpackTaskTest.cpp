@@ -1,8 +1,8 @@
-#include "package/UnpackTask.h"
+#include "session/UnpackTask.h"
 
 #include "common/Handles.h"
 #include "package/Paths.h"
-#include "package/SessionStore.h"
+#include "session/SessionStore.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>

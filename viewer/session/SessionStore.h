@@ -1,7 +1,7 @@
 // The folder in which the viewer unpacks packages and keeps unsaved work.
 #pragma once
 
-#include "package/PackageSession.h"
+#include "session/PackageSession.h"
 
 #include <future>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "package/UnpackTask.h"
+#include "session/UnpackTask.h"
 
 namespace viewer {
 

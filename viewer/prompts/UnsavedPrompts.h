@@ -1,7 +1,7 @@
 // Prompts about unsaved changes.
 #pragma once
 
-#include "package/FolderComparison.h"
+#include "session/FolderComparison.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "package/SessionStore.h"
+#include "session/SessionStore.h"
 
 #include "common/Handles.h"
 #include "package/Paths.h"

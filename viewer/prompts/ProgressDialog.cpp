@@ -1,4 +1,4 @@
-#include "window/ProgressDialog.h"
+#include "prompts/ProgressDialog.h"
 
 #include "package/Paths.h"
 #include "resources/resource.h"

@@ -1,8 +1,8 @@
-#include "window/UnsavedPrompts.h"
+#include "prompts/UnsavedPrompts.h"
 
 #include "package/Paths.h"
 #include "package/ValueText.h"
-#include "window/TaskPrompt.h"
+#include "prompts/TaskPrompt.h"
 
 namespace viewer {
 

@@ -1,4 +1,4 @@
-#include "window/NoteDialog.h"
+#include "prompts/NoteDialog.h"
 
 #include "package/Paths.h"
 #include "resources/resource.h"

@@ -1,4 +1,4 @@
-#include "package/PackageNews.h"
+#include "session/PackageNews.h"
 
 #include "package/Paths.h"
 #include "package/ValueText.h"

@@ -1,7 +1,7 @@
-#include "package/PackageSession.h"
+#include "session/PackageSession.h"
 
 #include "common/Paths.h"
-#include "package/SessionStore.h"
+#include "session/SessionStore.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "package/PackageWatch.h"
+#include "session/PackageWatch.h"
 
 #include "common/Handles.h"
 #include "mxovpackage.h"

@@ -1,4 +1,4 @@
-#include "window/TaskPrompt.h"
+#include "prompts/TaskPrompt.h"
 
 namespace viewer {
 

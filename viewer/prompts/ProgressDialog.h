@@ -1,7 +1,7 @@
 // The small window that shows how far a long unpacking is, with Cancel.
 #pragma once
 
-#include "package/UnpackTask.h"
+#include "session/UnpackTask.h"
 
 namespace viewer {
 

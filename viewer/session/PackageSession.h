@@ -1,8 +1,8 @@
 // The folder of its own into which one opened package is unpacked.
 #pragma once
 
-#include "package/FolderComparison.h"
-#include "package/SessionFile.h"
+#include "session/FolderComparison.h"
+#include "session/SessionFile.h"
 
 #include <string>
 #include <vector>

@@ -1,10 +1,10 @@
-#include "package/FolderComparison.h"
+#include "session/FolderComparison.h"
 
 #include "common/Handles.h"
 #include "mxovpackage.h"
 #include "package/Paths.h"
+#include "prompts/UnsavedPrompts.h"
 #include "TempFolder.h"
-#include "window/UnsavedPrompts.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "mxovpackage.h"
-#include "package/PackageSession.h"
+#include "session/PackageSession.h"
 
 #include <atomic>
 #include <mutex>

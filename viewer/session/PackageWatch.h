@@ -1,7 +1,7 @@
 // Watches an open package for what other programs do to its folder and its file.
 #pragma once
 
-#include "package/PackageSession.h"
+#include "session/PackageSession.h"
 
 #include <atomic>
 #include <future>

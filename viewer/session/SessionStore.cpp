@@ -1,9 +1,9 @@
-#include "package/SessionStore.h"
+#include "session/SessionStore.h"
 
 #include "common/Handles.h"
 #include "common/SystemError.h"
 #include "package/Paths.h"
-#include "package/SessionFile.h"
+#include "session/SessionFile.h"
 
 #include <filesystem>
 

@@ -1,8 +1,8 @@
-#include "window/AttachPrompt.h"
+#include "prompts/AttachPrompt.h"
 
 #include "package/Paths.h"
-#include "window/TaskPrompt.h"
-#include "window/UnsavedPrompts.h"
+#include "prompts/TaskPrompt.h"
+#include "prompts/UnsavedPrompts.h"
 
 namespace viewer {
 

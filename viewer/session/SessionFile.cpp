@@ -1,4 +1,4 @@
-#include "package/SessionFile.h"
+#include "session/SessionFile.h"
 
 #include "mxovshare.h"
 

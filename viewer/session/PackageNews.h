@@ -1,7 +1,7 @@
 // News for the user about an open package that other programs changed.
 #pragma once
 
-#include "package/PackageWatch.h"
+#include "session/PackageWatch.h"
 
 #include <string>
 #include <vector>

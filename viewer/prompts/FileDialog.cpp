@@ -1,4 +1,4 @@
-#include "window/FileDialog.h"
+#include "prompts/FileDialog.h"
 
 #include "common/ComPtr.h"
 #include "common/Handles.h"

@@ -1,4 +1,4 @@
-#include "package/PackageNews.h"
+#include "session/PackageNews.h"
 
 #include <gtest/gtest.h>
 

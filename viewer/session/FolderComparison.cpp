@@ -1,4 +1,4 @@
-#include "package/FolderComparison.h"
+#include "session/FolderComparison.h"
 
 #include "common/InformationFile.h"
 #include "common/Paths.h"

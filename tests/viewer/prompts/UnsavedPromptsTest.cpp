@@ -1,4 +1,4 @@
-#include "window/UnsavedPrompts.h"
+#include "prompts/UnsavedPrompts.h"
 
 #include <gtest/gtest.h>
 
