@@ -7,6 +7,7 @@
 #include "mxovpackage.h"
 #include "text/SystemText.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 #include <map>
@@ -35,15 +36,22 @@ void Explain(const wchar_t* text) {
 }
 
 // As a host does before it shows anything; from then on a number means the section that has it.
-void ReadSections(const std::wstring& information) {
-    INIFile::GetSectionNamesFromINI(L"", information);
+std::vector<std::wstring> ReadSections(const std::wstring& information) {
+    return INIFile::GetSectionNamesFromINI(L"", information);
+}
+
+// Whether a key is seen to have a value. An edit of a file that could not be read yet is refused, which the
+// user is told once.
+bool HasValue(const std::wstring& section, const wchar_t* key, const std::wstring& value,
+              const std::wstring& information) {
+    return INIFile::GetKeyValueFromINI(section, key, information) == value;
 }
 
 // FOLDER SECTION KEY VALUE
 bool Edit(const Words& words) {
     ReadSections(InformationOf(words[1]));
     INIFile::AddRecordToINI(words[2], words[3], words[4], InformationOf(words[1]));
-    return true;
+    return HasValue(words[2], words[3].c_str(), words[4], InformationOf(words[1]));
 }
 
 // FOLDER SOURCE NAME
@@ -60,19 +68,21 @@ bool Attach(const Words& words) {
     INIFile::AddRecordToINI(section, L"Description", words[3], information);
     INIFile::AddRecordToINI(section, L"Timestamp", L"2024-05-15 07:31:50", information);
     INIFile::AddRecordToINI(section, L"FilePath", path, information);
-    return true;
+    return std::ranges::any_of(ReadSections(information), [&](const std::wstring& name) {
+        return HasValue(name, L"FilePath", path, information);
+    });
 }
 
 // FOLDER SECTION
 bool Remove(const Words& words) {
     const std::wstring information = InformationOf(words[1]);
-    ReadSections(information);
+    const bool isRead = !ReadSections(information).empty();
     const std::wstring path = INIFile::GetKeyValueFromINI(words[2], L"FilePath", information);
     INIFile::RemoveSectionFromINI(words[2], information);
-    if (notices == 0 && !path.empty()) {
+    if (isRead && notices == 0 && !path.empty()) {
         DeleteFileW((words[1] + L"\\" + path).c_str());
     }
-    return true;
+    return isRead;
 }
 
 // FOLDER PACKAGE ANSWER
