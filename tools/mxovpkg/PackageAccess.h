@@ -1,7 +1,7 @@
 // Reading and changing packages, with reports of failures.
 #pragma once
 
-#include <care/Comparison.h>
+#include <care/compare/Comparison.h>
 
 #include <mxovchange.h>
 

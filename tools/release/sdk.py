@@ -19,7 +19,7 @@ def windows_lines(name, data):
 def guide_hosts(root):
     """The samples of the host guide that are whole hosts."""
     with tempfile.TemporaryDirectory() as folder:
-        subprocess.run([root / 'tools/guide-samples', root / 'docs/host-guide.md', folder], check=True)
+        subprocess.run([root / 'tools/release/guide-samples', root / 'docs/host-guide.md', folder], check=True)
         return {f'hosts/cpp/{name}': (pathlib.Path(folder) / name).read_bytes() for name in GUIDE_HOSTS}
 
 

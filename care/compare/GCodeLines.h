@@ -1,7 +1,7 @@
 // Lines of G-code without what a machine ignores. Platform-free.
 #pragma once
 
-#include "care/LineComparison.h"
+#include "care/compare/LineComparison.h"
 
 namespace care {
 

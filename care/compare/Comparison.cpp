@@ -1,7 +1,7 @@
-#include "care/Comparison.h"
+#include "care/compare/Comparison.h"
 
 #include "care/Documents.h"
-#include "care/GCodeLines.h"
+#include "care/compare/GCodeLines.h"
 #include "common/InformationFile.h"
 #include "common/Paths.h"
 

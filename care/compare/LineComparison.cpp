@@ -1,4 +1,4 @@
-#include "care/LineComparison.h"
+#include "care/compare/LineComparison.h"
 
 #include <algorithm>
 

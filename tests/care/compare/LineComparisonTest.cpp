@@ -1,6 +1,6 @@
-#include "care/LineComparison.h"
+#include "care/compare/LineComparison.h"
 
-#include "care/GCodeLines.h"
+#include "care/compare/GCodeLines.h"
 
 #include <gtest/gtest.h>
 

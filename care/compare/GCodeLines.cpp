@@ -1,4 +1,4 @@
-#include "care/GCodeLines.h"
+#include "care/compare/GCodeLines.h"
 
 namespace care {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "care/Information.h"
-#include "care/LineComparison.h"
+#include "care/compare/LineComparison.h"
 
 #include <map>
 #include <optional>
