@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include <unordered_map>
+#include <map>
 #include <vector>
 
 namespace common {
@@ -39,7 +39,7 @@ struct Window {
 // Windows of one thread, like everything that a single-threaded apartment owns. SetWindowSubclass would keep
 // this in properties of the window, which some systems ask another process for with each message: filling a
 // list took thirty times as long.
-inline std::unordered_map<HWND, Window> windows;
+inline std::map<HWND, Window> windows;
 
 inline LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     const auto found = windows.find(window);

@@ -15,6 +15,7 @@ using namespace mxovshare;
 namespace {
 
 constexpr long long kMegabyte = 1 << 20;
+constexpr SYSTEMTIME kOldTime = {2020, 1, 0, 2, 3, 4, 5, 0};
 
 std::string Name(std::size_t number) {
     std::string name(5, 'A');
@@ -47,6 +48,7 @@ class InformationMemory : public testing::Test {
 protected:
     void ExpectLessThanThreeTimes(const std::string& text) {
         const std::wstring file = m_folder.Write(L"mxinfo.ini", text);
+        m_folder.SetTime(L"mxinfo.ini", kOldTime); // a file that may still change is read again
         const auto size = static_cast<long long>(text.size());
         EXPECT_LT(PeakOf([&file] { ReadAll(file); }), 3 * size);
     }
