@@ -77,6 +77,10 @@ inline LRESULT WatchedMessage::PassOn() const noexcept {
         }
         return true;
     } catch (...) {
+        const auto found = watched::windows.find(window);
+        if (found != watched::windows.end() && !found->second.before) {
+            watched::windows.erase(found);
+        }
         return false;
     }
 }
