@@ -3,8 +3,8 @@
 . "$(dirname "${BASH_SOURCE[0]}")/env.sh"
 mkdir -p "$MXOV_BUILD/log"
 
-# How many tests run at the same time. One more than there are processors, since tests of windows also wait.
-tests_at_once=$(($(nproc) + 1))
+# How many tests run at the same time. Tests of windows wait for half of their time.
+tests_at_once=$((2 * $(nproc)))
 
 # A path relative to the current folder.
 short() { echo "${1#"$PWD"/}"; }

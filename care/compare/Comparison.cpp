@@ -1,7 +1,7 @@
 #include "care/compare/Comparison.h"
 
-#include "care/Documents.h"
 #include "care/compare/GCodeLines.h"
+#include "care/Documents.h"
 #include "common/InformationFile.h"
 #include "common/Paths.h"
 

@@ -1,8 +1,8 @@
 // What differs between two packages.
 #pragma once
 
-#include "care/Information.h"
 #include "care/compare/LineComparison.h"
+#include "care/Information.h"
 
 #include <map>
 #include <optional>
