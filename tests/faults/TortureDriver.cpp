@@ -1,6 +1,6 @@
-// Does what it is told, line by line, until its input ends: edits, attaches, removes, saves, opens and locks.
-// Words are separated by tabs. Each line is answered by one: "done" or "failed", the number of messages to
-// the user, the number of questions.
+// Runs commands from standard input until it ends: edits, attaches, removes, saves, opens and locks, one per
+// line. Words are separated by tabs. Each line is answered by one: "done" or "failed", the number of messages
+// to the user, the number of questions.
 #include "common/Handles.h"
 #include "host/MessageBoxes.h"
 #include "ini/IniStore.h"
@@ -30,7 +30,7 @@ std::wstring InformationOf(const std::wstring& folder) {
     return folder + L"\\mxinfo.ini";
 }
 
-// For whoever looks into a failure.
+// Diagnostics for a failed run.
 void Explain(const wchar_t* text) {
     std::fprintf(stderr, "%ls\n", text);
 }
@@ -40,8 +40,8 @@ std::vector<std::wstring> ReadSections(const std::wstring& information) {
     return INIFile::GetSectionNamesFromINI(L"", information);
 }
 
-// Whether a key is seen to have a value. An edit of a file that could not be read yet is refused, which the
-// user is told once.
+// Whether a key reads back as a value. An edit of a file that could not be read yet is refused and reported
+// to the user once.
 bool HasValue(const std::wstring& section, const wchar_t* key, const std::wstring& value,
               const std::wstring& information) {
     return INIFile::GetKeyValueFromINI(section, key, information) == value;

@@ -2,8 +2,8 @@
 """Two processes edit and save one package at random, while programs are killed, files locked, replaced and deleted,
 calls fail and the disk is full. After each step the disk is compared with a plain model.
 
-Each run is drawn from one number, which a failure names; MXOV_TORTURE=NUMBER repeats that run. How the two processes
-meet differs from time to time all the same. MXOV_LONG makes it an hour.
+Each run is drawn from one number, which a failure names; MXOV_TORTURE=NUMBER repeats that run. The
+timing between the two processes still differs from run to run. With MXOV_LONG it runs for an hour.
 """
 import collections
 import os

@@ -24,7 +24,7 @@ def expect(condition, *what):
 
 
 class Action:
-    """What one process is told to do."""
+    """A command for one process and its expected effects."""
 
     def __init__(self, kind, words, effects, about, document=''):
         self.kind, self.words, self.effects, self.about = kind, words, effects, about

@@ -1,4 +1,4 @@
-// Compiled once for all test programs. Sources include what they use all the same.
+// Compiled once for all test programs. Sources still include what they use.
 #pragma once
 
 #include <windows.h>

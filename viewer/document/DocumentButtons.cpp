@@ -66,13 +66,7 @@ SIZE DocumentButtons::SizeOf(HWND button) const {
     wchar_t text[64] = L"";
     GetWindowTextW(button, text, ARRAYSIZE(text));
     RECT area = {};
-    const HDC dc = GetDC(button);
-    {
-        const SavedState saved(dc);
-        SelectObject(dc, m_font);
-        DrawTextW(dc, text, -1, &area, DT_CALCRECT | DT_SINGLELINE);
-    }
-    ReleaseDC(button, dc);
+    DrawTextW(TextContext(button, m_font).Dc(), text, -1, &area, DT_CALCRECT | DT_SINGLELINE);
     const int padding = ScaleFor(button, kPadding);
     return {std::max<LONG>(ScaleFor(button, kLeastWidth), area.right + 2 * padding), area.bottom + padding};
 }

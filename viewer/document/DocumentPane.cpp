@@ -110,14 +110,8 @@ void DocumentPane::Arrange() {
 }
 
 int DocumentPane::FontHeight(HFONT font) const {
-    const HDC dc = GetDC(Handle());
     TEXTMETRICW metrics = {};
-    {
-        const SavedState saved(dc);
-        SelectObject(dc, font);
-        GetTextMetricsW(dc, &metrics);
-    }
-    ReleaseDC(Handle(), dc);
+    GetTextMetricsW(TextContext(Handle(), font).Dc(), &metrics);
     return metrics.tmHeight;
 }
 

@@ -248,16 +248,11 @@ void TextView::MakeFont() {
     m_font.reset(CreateFontW(height, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                              OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
                              FIXED_PITCH | FF_MODERN, L"Consolas"));
-    const HDC dc = GetDC(Handle());
-    {
-        const SavedState saved(dc);
-        SelectObject(dc, m_font.get());
-        TEXTMETRICW metrics = {};
-        GetTextMetricsW(dc, &metrics);
-        GetTextExtentPoint32W(dc, L"0", 1, &m_cell);
-        m_cell = {std::max(1L, m_cell.cx), std::max(1L, metrics.tmHeight)};
-    }
-    ReleaseDC(Handle(), dc);
+    const TextContext context(Handle(), m_font.get());
+    TEXTMETRICW metrics = {};
+    GetTextMetricsW(context.Dc(), &metrics);
+    GetTextExtentPoint32W(context.Dc(), L"0", 1, &m_cell);
+    m_cell = {std::max(1L, m_cell.cx), std::max(1L, metrics.tmHeight)};
 }
 
 // Behind the numbers, in characters from the left edge.

@@ -1,5 +1,7 @@
 #include "window/NewsBar.h"
 
+#include "window/Painting.h"
+
 #include <commctrl.h>
 #include <windowsx.h>
 
@@ -57,25 +59,6 @@ LRESULT CALLBACK LeaveFocus(HWND button, UINT message, WPARAM wParam, LPARAM lPa
     }
     return DefSubclassProc(button, message, wParam, lParam);
 }
-
-// The device context of a window with a font selected, while the object lives.
-class TextContext {
-public:
-    TextContext(HWND window, HFONT font)
-        : m_window(window), m_dc(GetDC(window)), m_oldFont(SelectObject(m_dc, font)) {}
-    ~TextContext() {
-        SelectObject(m_dc, m_oldFont);
-        ReleaseDC(m_window, m_dc);
-    }
-    TextContext(const TextContext&) = delete;
-    TextContext& operator=(const TextContext&) = delete;
-    [[nodiscard]] HDC Dc() const { return m_dc; }
-
-private:
-    HWND m_window;
-    HDC m_dc;
-    HGDIOBJ m_oldFont;
-};
 
 } // namespace
 

@@ -28,6 +28,25 @@ private:
     int m_saved;
 };
 
+/// The device context of a window with a font selected, to measure texts.
+class TextContext {
+public:
+    TextContext(HWND window, HFONT font)
+        : m_window(window), m_dc(GetDC(window)), m_oldFont(SelectObject(m_dc, font)) {}
+    ~TextContext() {
+        SelectObject(m_dc, m_oldFont);
+        ReleaseDC(m_window, m_dc);
+    }
+    TextContext(const TextContext&) = delete;
+    TextContext& operator=(const TextContext&) = delete;
+    [[nodiscard]] HDC Dc() const { return m_dc; }
+
+private:
+    HWND m_window;
+    HDC m_dc;
+    HGDIOBJ m_oldFont;
+};
+
 /// A device context to paint a window with, shown at the end as a whole, so that nothing flickers while the
 /// window is being sized. Lives in WM_PAINT.
 class BufferedPaint {

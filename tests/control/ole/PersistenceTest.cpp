@@ -1,59 +1,11 @@
-// The control's state through its four ways of keeping it.
-#include "ControlObject.h"
+// The control's state in streams, storages and memory.
 #include "MockContainer.h"
 #include "PropertyBag.h"
-
-#include <algorithm>
+#include "SavedControl.h"
 
 namespace {
 
-constexpr SIZEL kExtent = {5432, 6543};
-
-class PersistenceTest : public ControlObjectTest {
-protected:
-    PersistenceTest() : saved(CreateControl()) {
-        SIZEL extent = kExtent;
-        As<IPersistStreamInit>(saved.Get(), IID_IPersistStreamInit)->InitNew();
-        As<IOleObject>(saved.Get(), IID_IOleObject)->SetExtent(DVASPECT_CONTENT, &extent);
-    }
-
-    void TearDown() override {
-        saved.Reset();
-        ControlObjectTest::TearDown();
-    }
-
-    static SIZEL Extent(IUnknown* control) {
-        SIZEL extent = {};
-        As<IOleObject>(control, IID_IOleObject)->GetExtent(DVASPECT_CONTENT, &extent);
-        return extent;
-    }
-
-    static void ExpectSaved(IUnknown* control) {
-        EXPECT_EQ(kExtent.cx, Extent(control).cx);
-        EXPECT_EQ(kExtent.cy, Extent(control).cy);
-    }
-
-    /// The state as bytes.
-    std::vector<BYTE> State() {
-        const auto memory = As<IPersistMemory>(saved.Get(), IID_IPersistMemory);
-        ULONG size = 0;
-        EXPECT_EQ(S_OK, memory->GetSizeMax(&size));
-        std::vector<BYTE> bytes(size);
-        EXPECT_EQ(S_OK, memory->Save(bytes.data(), FALSE, size));
-        return bytes;
-    }
-
-    static HRESULT Load(IUnknown* control, const std::vector<BYTE>& bytes, size_t length) {
-        BYTE buffer[64] = {};
-        std::copy_n(bytes.begin(), length, buffer);
-        return As<IPersistMemory>(control, IID_IPersistMemory)->Load(buffer, static_cast<ULONG>(length));
-    }
-    static HRESULT Load(IUnknown* control, const std::vector<BYTE>& bytes) {
-        return Load(control, bytes, bytes.size());
-    }
-
-    ComPtr<IUnknown> saved;
-};
+using PersistenceTest = SavedControlTest;
 
 /// An empty storage in a file that goes with it.
 ComPtr<IStorage> Storage() {
@@ -165,22 +117,6 @@ TEST_F(PersistenceTest, StorageWithoutTheStateIsRefused) {
     EXPECT_EQ(STG_E_FILENOTFOUND, As<IPersistStorage>(saved.Get(), IID_IPersistStorage)->Load(storage.Get()));
 }
 
-TEST_F(PersistenceTest, PropertyBagRoundTrip) {
-    PropertyBag bag;
-    ASSERT_EQ(S_OK, As<IPersistPropertyBag>(saved.Get(), IID_IPersistPropertyBag)->Save(&bag, TRUE, TRUE));
-    EXPECT_EQ(1U, bag.values.count(L"_Version"));
-    const auto control = CreateControl();
-    ASSERT_EQ(S_OK, As<IPersistPropertyBag>(control.Get(), IID_IPersistPropertyBag)->Load(&bag, nullptr));
-    ExpectSaved(control.Get());
-}
-
-TEST_F(PersistenceTest, EmptyPropertyBagGivesADefaultControl) {
-    PropertyBag bag;
-    const SIZEL initial = Extent(CreateControl().Get());
-    EXPECT_EQ(S_OK, As<IPersistPropertyBag>(saved.Get(), IID_IPersistPropertyBag)->Load(&bag, nullptr));
-    EXPECT_EQ(initial.cx, Extent(saved.Get()).cx);
-}
-
 TEST_F(PersistenceTest, MemoryRoundTrip) {
     const std::vector<BYTE> bytes = State();
     const auto control = CreateControl();
@@ -254,54 +190,6 @@ TEST_F(PersistenceTest, StateOfAnOlderVersionIsLoaded) {
     const auto control = CreateControl();
     EXPECT_EQ(S_OK, Load(control.Get(), bytes));
     ExpectSaved(control.Get());
-}
-
-TEST_F(PersistenceTest, BagThatAnswersInTheTypeAskedIsRead) {
-    // As a form designer keeps properties: typed values, an error log, only what differs from the default.
-    PropertyBag bag;
-    const auto persist = As<IPersistPropertyBag>(saved.Get(), IID_IPersistPropertyBag);
-    ASSERT_EQ(S_OK, persist->Save(&bag, FALSE, FALSE));
-    EXPECT_EQ(S_OK, As<IPersistStreamInit>(saved.Get(), IID_IPersistStreamInit)->IsDirty())
-        << "saved without clearing";
-    ASSERT_EQ(S_OK, persist->Save(&bag, TRUE, FALSE));
-    EXPECT_EQ(S_FALSE, As<IPersistStreamInit>(saved.Get(), IID_IPersistStreamInit)->IsDirty());
-    for (const auto& [name, value] : bag.values) {
-        EXPECT_EQ(VT_I4, value.vt);
-    }
-    PropertyBag standard;
-    const auto unchanged = CreateControl();
-    ASSERT_EQ(S_OK, As<IPersistPropertyBag>(unchanged.Get(), IID_IPersistPropertyBag)->InitNew());
-    ASSERT_EQ(
-        S_OK,
-        As<IPersistPropertyBag>(unchanged.Get(), IID_IPersistPropertyBag)->Save(&standard, TRUE, FALSE));
-    EXPECT_EQ(0U, standard.values.count(L"_ExtentX")) << "the default is left out";
-    const auto control = CreateControl();
-    ASSERT_EQ(S_OK, As<IPersistPropertyBag>(control.Get(), IID_IPersistPropertyBag)->Load(&bag, nullptr));
-    ExpectSaved(control.Get());
-    EXPECT_EQ((std::vector<VARTYPE>{VT_I4, VT_I4, VT_I4}), bag.asked);
-    EXPECT_EQ(E_UNEXPECTED, As<IPersistPropertyBag>(control.Get(), IID_IPersistPropertyBag)->InitNew());
-}
-
-TEST_F(PersistenceTest, BagThatAnswersInTextsOrNonsenseIsRead) {
-    // As pages and documents keep properties: everything is text, and people edit it.
-    PropertyBag bag;
-    const auto write = [&](const wchar_t* name, const std::wstring& text) {
-        Value value(text);
-        bag.Write(name, &value.Get());
-    };
-    write(L"_Version", L"65536");
-    write(L"_ExtentX", std::to_wstring(kExtent.cx));
-    write(L"_ExtentY", std::to_wstring(kExtent.cy));
-    const auto control = CreateControl();
-    const SIZEL initial = Extent(control.Get());
-    const auto persist = As<IPersistPropertyBag>(control.Get(), IID_IPersistPropertyBag);
-    ASSERT_EQ(S_OK, persist->Load(&bag, nullptr));
-    ExpectSaved(control.Get());
-    for (const wchar_t* nonsense : {L"", L"wide", L"99999999999", L"-5"}) {
-        write(L"_ExtentX", nonsense);
-        EXPECT_EQ(S_OK, persist->Load(&bag, nullptr)) << nonsense;
-        EXPECT_EQ(initial.cx, Extent(control.Get()).cx) << nonsense;
-    }
 }
 
 TEST_F(PersistenceTest, TheParameterIsNotPartOfTheState) {

@@ -114,7 +114,7 @@ TEST_F(ReuseCandidatesTest, PacksEverythingAnewWhenTheOldDataIsDamaged) {
     EXPECT_FALSE(IsTakenFrom(ForgeZip({entry})));
 }
 
-// What was unpacked once is not unpacked again after it was copied; damage is noticed all the same.
+// What was unpacked once is not unpacked again after it was copied; damage is still noticed.
 TEST_F(ReuseCandidatesTest, PacksEverythingAnewWhenKnownDataWasDamagedSince) {
     std::string text;
     for (int i = 0; i < 50'000; ++i) {

@@ -11,7 +11,7 @@ namespace {
 
 constexpr wchar_t kHardLinks[] = L"its other hard links";
 
-// Keeps what is lost, and answers as it is told.
+// Records the reported losses; continues or cancels as constructed.
 class LossListener : public RecordingProgress {
 public:
     explicit LossListener(bool continues) : m_continues(continues) {}
