@@ -27,15 +27,16 @@ PATIENCE = 60  # seconds
 class Window:
     """One window at the time of the snapshot."""
 
-    def __init__(self, data):
+    def __init__(self, data, lists):
         self.handle, self.class_name, self.id = data['handle'], data['class'], data['id']
         self.text, self.visible, self.enabled = data['text'], data['visible'], data['enabled']
         self.display = data['display']  # its number on the X display; 0 for what lies inside another
         self.rect = tuple(data['rect'])
-        self.columns = [(column['title'], column['width']) for column in data.get('columns', [])]
-        self.rows = [(*row['texts'], row['image']) for row in data.get('rows', [])]
-        self.selected = [index for index, row in enumerate(data.get('rows', [])) if row['selected']]
-        self.children = [Window(child) for child in data['children']]
+        content = lists.get(str(self.handle), {'columns': [], 'rows': []})
+        self.columns = [(column['title'], column['width']) for column in content['columns']]
+        self.rows = [(*row['texts'], row['image']) for row in content['rows']]
+        self.selected = [index for index, row in enumerate(content['rows']) if row['selected']]
+        self.children = [Window(child, lists) for child in data['children']]
 
     @property
     def top(self):
@@ -65,7 +66,7 @@ class Snapshot:
 
     def __init__(self, data):
         self.focus = data['focus']
-        self.frame, *self.others = [Window(window) for window in data['windows']]
+        self.frame, *self.others = [Window(window, data['lists']) for window in data['windows']]
 
     def item(self, number):
         """A control of the embedded dialog by its number."""

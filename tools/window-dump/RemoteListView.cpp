@@ -4,23 +4,25 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace {
 
 constexpr UINT kPatience = 10000; // milliseconds
 constexpr int kMostCharacters = 1024;
+constexpr int kRowsAtOnce = 100;
 
-// Memory in the process of a window, where its messages find their structures: one structure, then a text.
+/// Memory in the process of a window, where its messages find their structures.
 class RemoteMemory {
 public:
-    explicit RemoteMemory(HWND window) {
+    RemoteMemory(HWND window, SIZE_T bytes) {
         DWORD process = 0;
         GetWindowThreadProcessId(window, &process);
         m_process.reset(
             OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, process));
         if (m_process) {
-            m_memory = VirtualAllocEx(m_process.get(), nullptr, kBytes, MEM_COMMIT, PAGE_READWRITE);
+            m_memory = VirtualAllocEx(m_process.get(), nullptr, bytes, MEM_COMMIT, PAGE_READWRITE);
         }
         if (!m_memory) {
             throw std::runtime_error("the memory of the other process cannot be used");
@@ -30,92 +32,95 @@ public:
     RemoteMemory(const RemoteMemory&) = delete;
     RemoteMemory& operator=(const RemoteMemory&) = delete;
 
-    [[nodiscard]] void* Structure() const { return m_memory; }
-    [[nodiscard]] wchar_t* Text() const {
-        return reinterpret_cast<wchar_t*>(static_cast<BYTE*>(m_memory) + kStructureBytes);
-    }
+    [[nodiscard]] void* Address() const { return m_memory; }
 
-    template <class T>
-    void Write(const T& value) const {
-        static_assert(sizeof(T) <= kStructureBytes);
-        const wchar_t empty = L'\0';
-        if (!WriteProcessMemory(m_process.get(), Structure(), &value, sizeof value, nullptr) ||
-            !WriteProcessMemory(m_process.get(), Text(), &empty, sizeof empty, nullptr)) {
+    void Write(const void* from, SIZE_T bytes) const {
+        if (!WriteProcessMemory(m_process.get(), m_memory, from, bytes, nullptr)) {
             throw std::runtime_error("the memory of the other process cannot be written");
         }
     }
 
-    template <class T>
-    void Read(T& value, const void* from) const {
-        if (!ReadProcessMemory(m_process.get(), from, &value, sizeof value, nullptr)) {
+    void Read(void* to, const void* from, SIZE_T bytes) const {
+        if (!ReadProcessMemory(m_process.get(), from, to, bytes, nullptr)) {
             throw std::runtime_error("the memory of the other process cannot be read");
         }
     }
 
-    [[nodiscard]] std::wstring ReadText(const wchar_t* from) const {
-        struct {
-            wchar_t text[kMostCharacters + 1];
-        } buffer = {};
-        if (!ReadProcessMemory(m_process.get(), from, buffer.text, kMostCharacters * sizeof(wchar_t),
-                               nullptr)) {
-            throw std::runtime_error("the text of the other process cannot be read");
-        }
-        return buffer.text;
-    }
-
 private:
-    static constexpr SIZE_T kStructureBytes = 256;
-    static constexpr SIZE_T kBytes = kStructureBytes + kMostCharacters * sizeof(wchar_t);
-
     common::UniqueHandle m_process;
     void* m_memory = nullptr;
 };
 
-LRESULT AskWith(HWND list, UINT message, int index, const RemoteMemory& memory) {
-    return Ask(list, message, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(memory.Structure()));
+/// The structure of a message, its text, and the message's first parameter.
+template <class T>
+struct Question {
+    WPARAM wParam = 0;
+    T structure = {};
+    wchar_t text[kMostCharacters + 1] = {};
+};
+
+/// Sends the message once for each question and fills in the answers. All are transferred at once: each
+/// transfer stops the other process.
+template <class T>
+void AskAll(HWND list, UINT message, std::vector<Question<T>>& questions) {
+    if (questions.empty()) {
+        return;
+    }
+    const SIZE_T bytes = questions.size() * sizeof(Question<T>);
+    const RemoteMemory memory(list, bytes);
+    auto* const there = static_cast<Question<T>*>(memory.Address());
+    for (std::size_t i = 0; i < questions.size(); ++i) {
+        questions[i].structure.pszText = there[i].text;
+        questions[i].structure.cchTextMax = kMostCharacters;
+    }
+    memory.Write(questions.data(), bytes);
+    for (std::size_t i = 0; i < questions.size(); ++i) {
+        if (!Ask(list, message, questions[i].wParam, reinterpret_cast<LPARAM>(&there[i].structure))) {
+            throw std::runtime_error("a column or an item cannot be read");
+        }
+    }
+    memory.Read(questions.data(), there, bytes);
+    for (std::size_t i = 0; i < questions.size(); ++i) {
+        const wchar_t* const text = questions[i].structure.pszText;
+        if (text != there[i].text) { // a list view may answer with a text of its own
+            memory.Read(questions[i].text, text, kMostCharacters * sizeof(wchar_t));
+        }
+    }
 }
 
-std::vector<ListColumn> ReadColumns(HWND list, const RemoteMemory& memory) {
+std::vector<ListColumn> ReadColumns(HWND list) {
     const auto header = reinterpret_cast<HWND>(Ask(list, LVM_GETHEADER));
-    const auto count = static_cast<int>(Ask(header, HDM_GETITEMCOUNT));
+    std::vector<Question<LVCOLUMNW>> questions(static_cast<std::size_t>(Ask(header, HDM_GETITEMCOUNT)));
+    for (std::size_t i = 0; i < questions.size(); ++i) {
+        questions[i].wParam = i;
+        questions[i].structure.mask = LVCF_TEXT | LVCF_WIDTH;
+    }
+    AskAll(list, LVM_GETCOLUMNW, questions);
     std::vector<ListColumn> columns;
-    for (int i = 0; i < count; ++i) {
-        LVCOLUMNW column = {};
-        column.mask = LVCF_TEXT | LVCF_WIDTH;
-        column.pszText = memory.Text();
-        column.cchTextMax = kMostCharacters;
-        memory.Write(column);
-        if (!AskWith(list, LVM_GETCOLUMNW, i, memory)) {
-            throw std::runtime_error("a column cannot be read");
-        }
-        memory.Read(column, memory.Structure());
-        columns.push_back({memory.ReadText(column.pszText), column.cx});
+    for (const auto& question : questions) {
+        columns.push_back({question.text, question.structure.cx});
     }
     return columns;
 }
 
-ListRow ReadRow(HWND list, int index, std::size_t columns, const RemoteMemory& memory) {
-    ListRow row;
-    for (std::size_t column = 0; column < columns; ++column) {
-        LVITEMW item = {};
-        item.mask = column == 0 ? LVIF_TEXT | LVIF_IMAGE | LVIF_STATE : LVIF_TEXT;
-        item.iItem = index;
-        item.iSubItem = static_cast<int>(column);
-        item.stateMask = LVIS_SELECTED;
-        item.pszText = memory.Text();
-        item.cchTextMax = kMostCharacters;
-        memory.Write(item);
-        if (!AskWith(list, LVM_GETITEMW, 0, memory)) {
-            throw std::runtime_error("an item cannot be read");
-        }
-        memory.Read(item, memory.Structure());
-        row.texts.push_back(memory.ReadText(item.pszText));
-        if (column == 0) {
-            row.image = item.iImage;
-            row.selected = (item.state & LVIS_SELECTED) != 0;
+void AppendRows(HWND list, int first, int end, int columns, std::vector<ListRow>& rows) {
+    std::vector<Question<LVITEMW>> questions;
+    for (int row = first; row < end; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            LVITEMW& item = questions.emplace_back().structure;
+            item.mask = column == 0 ? LVIF_TEXT | LVIF_IMAGE | LVIF_STATE : LVIF_TEXT;
+            item.iItem = row;
+            item.iSubItem = column;
+            item.stateMask = LVIS_SELECTED;
         }
     }
-    return row;
+    AskAll(list, LVM_GETITEMW, questions);
+    for (const auto& [wParam, item, text] : questions) {
+        if (item.iSubItem == 0) {
+            rows.push_back({{}, item.iImage, (item.state & LVIS_SELECTED) != 0});
+        }
+        rows.back().texts.push_back(text);
+    }
 }
 
 } // namespace
@@ -129,13 +134,13 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 ListContent ReadListView(HWND list) {
-    const RemoteMemory memory(list);
     ListContent content;
     content.extendedStyle = static_cast<unsigned long>(Ask(list, LVM_GETEXTENDEDLISTVIEWSTYLE));
-    content.columns = ReadColumns(list, memory);
+    content.columns = ReadColumns(list);
     const auto count = static_cast<int>(Ask(list, LVM_GETITEMCOUNT));
-    for (int i = 0; i < count; ++i) {
-        content.rows.push_back(ReadRow(list, i, content.columns.size(), memory));
+    for (int first = 0; first < count; first += kRowsAtOnce) {
+        AppendRows(list, first, std::min(first + kRowsAtOnce, count),
+                   static_cast<int>(content.columns.size()), content.rows);
     }
     return content;
 }

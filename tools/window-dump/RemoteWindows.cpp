@@ -2,16 +2,25 @@
 
 #include "RemoteListView.h"
 
+#include <set>
+
 std::wstring ClassName(HWND window) {
     wchar_t name[256] = L"";
     GetClassNameW(window, name, ARRAYSIZE(name));
     return name;
 }
 
-std::wstring Text(HWND window) {
+std::wstring Text(HWND window, const std::wstring& className) {
+    // A message costs a change to the other process and back: not for windows whose text the system keeps.
+    static const std::set<std::wstring> kept = {L"#32770", L"Button", L"Static", L"SysHeader32",
+                                                L"SysListView32"};
     static wchar_t text[0x10000];
     *text = L'\0';
-    Ask(window, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text));
+    if (kept.contains(className)) {
+        InternalGetWindowText(window, text, ARRAYSIZE(text));
+    } else {
+        Ask(window, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text));
+    }
     return text;
 }
 
@@ -51,4 +60,11 @@ std::vector<HWND> TopLevelWindows(HWND frame) {
         },
         reinterpret_cast<LPARAM>(&windows));
     return windows;
+}
+
+HWND FocusOfThread(HWND window) {
+    GUITHREADINFO thread = {};
+    thread.cbSize = sizeof thread;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &thread);
+    return thread.hwndFocus;
 }

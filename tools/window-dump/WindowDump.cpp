@@ -11,6 +11,7 @@
 #include "FileClipboard.h"
 #include "RemoteListView.h"
 #include "RemoteWindows.h"
+#include "WindowsJson.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -22,7 +23,6 @@
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
-#include <utility>
 
 using common::JsonArray;
 using common::JsonString;
@@ -34,82 +34,6 @@ constexpr wchar_t kFrameClass[] = L"MXOVViewerFrame";
 constexpr int kFirstSection = 1000;
 constexpr int kFirstList = 1004;
 constexpr int kSections = 4;
-
-std::string Number(HWND window) {
-    return std::to_string(reinterpret_cast<UINT_PTR>(window));
-}
-
-std::string ListJson(const ListContent& list) {
-    return ",\"extendedStyle\":" + std::to_string(list.extendedStyle) + ",\"columns\":" +
-           JsonArray(list.columns,
-                     [](const ListColumn& column) {
-                         return "{\"title\":" + JsonString(column.title) +
-                                ",\"width\":" + std::to_string(column.width) + "}";
-                     }) +
-           ",\"rows\":" + JsonArray(list.rows, [](const ListRow& row) {
-               return "{\"texts\":" + JsonArray(row.texts, JsonString) +
-                      ",\"image\":" + std::to_string(row.image) + ",\"selected\":" + JsonTruth(row.selected) +
-                      "}";
-           });
-}
-
-std::string RectangleJson(const RECT& area) {
-    return JsonArray(std::vector<LONG>{area.left, area.top, area.right, area.bottom},
-                     [](LONG value) { return std::to_string(value); });
-}
-
-// The number of a top-level window on the X display; 0 when it has none.
-std::string DisplayNumber(HWND window) {
-    return std::to_string(reinterpret_cast<UINT_PTR>(GetPropW(window, L"__wine_x11_whole_window")));
-}
-
-std::string WindowJson(HWND window) {
-    RECT area = {};
-    GetWindowRect(window, &area);
-    const std::wstring className = ClassName(window);
-    std::string json = "{\"handle\":" + Number(window) + ",\"class\":" + JsonString(className) +
-                       ",\"id\":" + std::to_string(GetDlgCtrlID(window)) +
-                       ",\"text\":" + JsonString(Text(window)) +
-                       ",\"visible\":" + JsonTruth(IsWindowVisible(window)) +
-                       ",\"enabled\":" + JsonTruth(IsWindowEnabled(window)) +
-                       ",\"display\":" + DisplayNumber(window) + ",\"rect\":" + RectangleJson(area);
-    if (className == L"SysListView32") {
-        json += ListJson(ReadListView(window));
-    }
-    return json + ",\"children\":" + JsonArray(Children(window), WindowJson) + "}";
-}
-
-HWND FocusOfThread(HWND window) {
-    GUITHREADINFO thread = {};
-    thread.cbSize = sizeof thread;
-    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &thread);
-    return thread.hwndFocus;
-}
-
-std::string WindowsJson(HWND frame) {
-    return "{\"focus\":" + Number(FocusOfThread(frame)) +
-           ",\"windows\":" + JsonArray(TopLevelWindows(frame), WindowJson) + "}";
-}
-
-// The windows change while they are read one after the other: two readings that are alike are of one moment.
-void PrintWindows(HWND frame) {
-    constexpr int kMostReadings = 10; // of something that changes all the time
-    std::string shown = WindowsJson(frame);
-    for (int i = 1; i < kMostReadings; ++i) {
-        const std::string before = std::exchange(shown, WindowsJson(frame));
-        if (shown == before) {
-            break;
-        }
-    }
-    std::printf("%s\n", shown.c_str());
-}
-
-std::string TopLevelJson(HWND window) {
-    RECT area = {};
-    GetWindowRect(window, &area);
-    return "{\"text\":" + JsonString(window ? Text(window) : L"") + ",\"display\":" + DisplayNumber(window) +
-           ",\"enabled\":" + JsonTruth(IsWindowEnabled(window)) + ",\"rect\":" + RectangleJson(area) + "}";
-}
 
 // The top-level window of any program that is in front at a point of the screen, its borders included.
 HWND WindowAt(POINT point) {
@@ -165,7 +89,7 @@ void PrintLine(const std::vector<std::wstring>& cells, const char* end) {
 // A line for each document, led by its section.
 void PrintSection(HWND box, HWND list) {
     const ListContent content = ReadListView(list);
-    const std::wstring title = Text(box) + (IsWindowVisible(list) ? L"" : L" (hidden)");
+    const std::wstring title = Text(box, ClassName(box)) + (IsWindowVisible(list) ? L"" : L" (hidden)");
     for (const ListRow& row : content.rows) {
         std::vector<std::wstring> cells = {title};
         cells.insert(cells.end(), row.texts.begin(), row.texts.end());
@@ -245,7 +169,7 @@ int Run(const std::vector<std::string>& words) {
             throw std::runtime_error("no viewer is open");
         }
         if (command == "windows") {
-            PrintWindows(frame);
+            std::printf("%s\n", WindowsJson(frame).c_str());
         } else if (command == "press") {
             PressButton(frame, NumberIn(words[1]));
         } else if (command == "insert") {
