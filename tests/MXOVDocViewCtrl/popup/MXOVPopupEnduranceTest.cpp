@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int kWarmUp = 20;
-constexpr int kShortCycles = 60;
+constexpr int kShortCycles = 30;
 constexpr int kLongCycles = 200;
 constexpr int kTemplateShare = 10; // one cycle of the template alone for so many of the popup
 constexpr int kHistoryEntries = 20;

@@ -71,9 +71,14 @@ TEST_F(MXOVPopupSavingTest, FillingWritesNothing) {
 }
 
 TEST_F(MXOVPopupSavingTest, TypedTextSurvives) {
+    std::wstring longText;
+    // In lines: the system's edit box takes seconds to wrap one of 40 000 characters.
+    for (int line = 0; line < 400; ++line) {
+        longText += std::wstring(98, L'm') + L"\r\n";
+    }
     const std::wstring texts[] = {
         L"two\r\nlines\r\n",    L"\"quoted\"",         L"  blanks at both ends  ", L"[x]",
-        L"; = not an INI line", L"\u65e5\u672c\u8a9e", L"\U0001F527 wrench",       std::wstring(40000, L'm')};
+        L"; = not an INI line", L"\u65e5\u672c\u8a9e", L"\U0001F527 wrench",       longText};
     for (const std::wstring& text : texts) {
         additionalRecords[0].description.clear();
         Fill(DocumentCategory::AdditionalDocument);

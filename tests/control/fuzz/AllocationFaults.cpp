@@ -278,6 +278,13 @@ void CreateWithFaults(const ControlModule& module, uint64_t& faults) {
     }
 }
 
+/// A load into a visible control allocates where one into a hidden control does, and takes ten times as long:
+/// the short run fails every third of its allocations.
+uint64_t Stride(const Method& method, uint64_t number) {
+    constexpr uint64_t kEach = 10;
+    return method.active && number > kEach && !std::getenv("MXOV_LONG") ? 3 : 1;
+}
+
 } // namespace
 
 std::string FailAllocations(Plant plant) {
@@ -297,12 +304,12 @@ std::string FailAllocations(Plant plant) {
         const int64_t before = outstanding;
         uint64_t number = 1;
         while (CallWithFault(method, number, plant)) {
-            ++number;
+            number += Stride(method, number);
+            ++faults;
         }
-        faults += number - 1;
         const int64_t left = outstanding - before;
         std::printf("%s%s: %llu allocations, %lld blocks left\n", method.name,
-                    method.active ? " (active)" : "", static_cast<unsigned long long>(number - 1),
+                    method.active ? " (active)" : "", static_cast<unsigned long long>(allocation),
                     static_cast<long long>(left));
         std::fflush(stdout);
         if (left > 0) {

@@ -122,7 +122,7 @@ std::string RunCycles(uint64_t count, Plant plant) {
     const ControlModule module;
     for (uint64_t cycle = 0; cycle < kWarmUpCycles; ++cycle) {
         BeginStep("warm-up", cycle);
-        OneCycle(package, Plant::kNone);
+        OneCycle(package, plant);
     }
     const std::int64_t platform = PlatformBytes(module.Handle());
     std::printf("platform: %lld bytes for each popup\n", static_cast<long long>(platform));

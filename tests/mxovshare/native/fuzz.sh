@@ -3,7 +3,7 @@
 # finds is written into the corpus folder's parent.
 set -euo pipefail
 program=$1 largest=$2 corpus=$3 seeds=$4
-seconds=4
+seconds=2
 [ -z "${MXOV_LONG:-}" ] || seconds=20
 mkdir -p "$corpus"
 exec "$program" -max_total_time="$seconds" -max_len="$largest" -seed=1 -print_final_stats=1 \
