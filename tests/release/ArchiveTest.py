@@ -58,6 +58,12 @@ class ArchiveTest(ReleaseCase):
         self.assertIn('RUNTIME LIBRARY EXCEPTION', licences['licences/gcc-mingw-w64.txt'].upper())
         self.assertIn('winpthreads', licences['licences/mingw-w64.txt'])
 
+    def test_the_manual_page_is_made_from_the_page_of_the_command_line(self):
+        page = self.delivered()['docs/mxovpkg.1'].decode('ascii')
+        self.assertIn(f'"mxov {VERSION}"', page)
+        self.assertIn('.SH EXIT CODES\n', page)
+        self.assertNotIn('\r', page)
+
     def test_it_is_small(self):
         self.assertLess((self.out / ARCHIVE).stat().st_size, 4 * 1024 * 1024)
 

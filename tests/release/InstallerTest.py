@@ -10,6 +10,7 @@ import unittest
 import zipfile
 
 from releasecase import MOMENT, ROOT, VERSION, ReleaseCase
+from viewerdriver import Viewer
 from wineprogram import query_registry, run_wine, windows_path
 
 sys.path.insert(0, str(ROOT / 'tools/release'))
@@ -161,12 +162,35 @@ class InstallerTest(ReleaseCase):
         self.assertEqual(sorted(rows.items() ^ registered(registry(), other).items(), key=str), [])
         self.assertGreater(len(rows), 30)
 
+    def test_the_installed_viewer_opens_the_installed_sample(self):
+        self.install()
+        with Viewer(windows_path(USER_FOLDER / 'samples/bracket.mxov'), program=USER_FOLDER / 'viewer.exe') as viewer:
+            shown = viewer.wait_for_package('bracket.mxov')
+            self.assertEqual([len(shown_list.rows) for shown_list in shown.lists()], [1, 3, 3, 3])
+            self.assertEqual(viewer.close(), 0)
+
+    def test_a_feature_can_be_removed(self):
+        self.install()
+        self.msiexec('/i', 'REMOVE=CommandLine')
+        self.assertEqual(set(self.delivered()) - set(self.installed(USER_FOLDER)), {'docs/mxovpkg.1', 'mxovpkg.exe'})
+        self.assertNotIn(windows_name(USER_FOLDER), query_registry(r'HKCU\Environment', '/v', 'PATH'))
+
+    def test_every_feature_and_property_is_documented(self):
+        page = (ROOT / 'docs/installing.md').read_text(encoding='utf-8')
+        table = subprocess.run(['msiinfo', 'export', self.package, 'Feature'], capture_output=True, text=True, check=True)
+        features = {line.split('\t')[0] for line in table.stdout.splitlines()[3:]}
+        self.assertEqual(set(re.findall(r'^\| `(\w+)` \|', page, re.MULTILINE)), features)
+        used = set(re.findall(r"'([A-Z]+)=", pathlib.Path(__file__).read_text(encoding='utf-8')))
+        used.add('INSTALLDIR')
+        rows = ''.join(re.findall(r'^\| (`[A-Z]+=.*?) \|', page, re.MULTILINE))
+        self.assertEqual(set(re.findall(r'([A-Z]+)=', rows)), used)
+
     def test_the_control_alone_can_be_chosen(self):
         self.install('ADDLOCAL=Control')
         names = set(self.installed(USER_FOLDER))
         self.assertLess({'MXOVDocViewCtrl.ocx', 'mxovshare.dll', 'lang/german/mxovtexts.dll'}, names)
         self.assertEqual(set(self.delivered()) - names,
-                         {'check-windows.js', 'viewer.exe', 'mxovpkg.exe', 'samples/bracket.mxov', 'samples/legacy.mxov'})
+                         {'check-windows.js', 'docs/mxovpkg.1', 'viewer.exe', 'mxovpkg.exe', 'samples/bracket.mxov', 'samples/legacy.mxov'})
         self.assertFalse(START_MENU.exists())
         self.assertEqual(query_registry(r'HKCU\Software\Classes\.mxov'), '')
 

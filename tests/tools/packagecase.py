@@ -12,6 +12,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
 
 from wineprogram import windows_path  # noqa: E402,F401
 
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 PROGRAM = pathlib.Path(os.environ['MXOV_BUILD']) / 'bin' / 'mxovpkg.exe'
 WINE_LINE = re.compile(r'^[0-9a-f]{4}:(?:err|warn|fixme):.*\n', re.MULTILINE)
 

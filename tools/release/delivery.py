@@ -1,6 +1,8 @@
 """What is delivered: each file's name in the archive, and its bytes."""
 import pathlib
 
+import manual
+
 LANGUAGES = ('french', 'german', 'japanese', 'portuguese-brazilian')
 HELP_LANGUAGES = ('english', 'portuguese-brazilian')
 PRODUCT = frozenset({
@@ -35,8 +37,9 @@ def texts(root, version, components):
     readme = (root / 'tools/release/README.txt').read_text(encoding='utf-8').replace('@VERSION@', version)
     licences = {f'licences/{component.name}.txt': windows_text(component.copyright) for component in components}
     script = (root / 'tools/release/check-windows.js').read_text(encoding='ascii')  # a mark would stop the script engine
+    page = manual.manual((root / 'docs/mxovpkg.md').read_text(encoding='utf-8'), version)
     return {'README.txt': windows_text(readme), 'check-windows.js': script.replace('\n', '\r\n').encode('ascii'),
-            'LICENSE.txt': windows_text((root / 'LICENSE').read_text(encoding='utf-8')), **licences}
+            'LICENSE.txt': windows_text((root / 'LICENSE').read_text(encoding='utf-8')), 'docs/mxovpkg.1': page, **licences}
 
 
 def built_version(build):
