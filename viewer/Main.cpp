@@ -45,7 +45,7 @@ std::vector<std::wstring> Arguments() {
 }
 
 int RunWindow(const CommandLine& line, int show) {
-    SessionStore sessions(SessionStore::UserFolder());
+    SessionStore sessions(SessionStore::UserFolder(), SessionStore::EarlierFolders());
     sessions.RemoveLeftovers();
     MainWindow window(sessions);
     if (const std::wstring error = window.Create(); !error.empty()) {

@@ -5,7 +5,7 @@ import pathlib
 import unittest
 import zipfile
 
-from viewercase import LIBRARY, SAVE, ViewerCase, information, session_entries
+from viewercase import EARLIER_SESSIONS, LIBRARY, SAVE, SESSIONS, ViewerCase, information, session_entries
 from viewerdriver import PATIENCE, PROGRAM, Viewer
 from wineprogram import windows_path
 
@@ -60,6 +60,20 @@ class RecoveryTest(ViewerCase):
         viewer = self.restart_and_answer('alt+d')
         viewer.wait('the window is empty', lambda s: s.frame.text == PROGRAM and not s.others)
         self.wait_for_sessions(viewer, 0)
+        self.finish(viewer)
+
+    def test_what_an_earlier_version_left_in_the_temporary_folder_is_offered_once(self):
+        self.crash_with_changes()
+        SESSIONS.rename(EARLIER_SESSIONS)
+        viewer = self.restart_and_answer('alt+c')
+        shown = viewer.wait_for_package('bracket.mxov')
+        self.assertEqual(self.rows(shown)[3], 'note.txt')
+        self.save(viewer)
+        self.check_package(self.sample, 'ReferanceFiles/note.txt')
+        self.finish(viewer)
+        self.assertFalse(EARLIER_SESSIONS.exists())
+        viewer = self.use(Viewer())
+        viewer.wait('the window is empty', lambda s: s.frame.text == PROGRAM and not s.others)
         self.finish(viewer)
 
     def replace_package(self):

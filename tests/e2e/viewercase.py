@@ -20,7 +20,9 @@ from viewerdriver import BUILD, PATIENCE, ROOT, Viewer  # noqa: E402
 from wineprogram import change_registry, forget_registry, query_registry, run_wine, windows_path  # noqa: E402
 
 PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
-SESSIONS = next(PREFIX.glob('drive_c/users/*/AppData/Local')) / 'MXOVViewer'
+LOCAL_DATA = next(PREFIX.glob('drive_c/users/*/AppData/Local'))
+TEMPORARY = next(path for path in (LOCAL_DATA / 'Temp', LOCAL_DATA.parents[1] / 'Temp') if path.is_dir())
+SESSIONS, EARLIER_SESSIONS = LOCAL_DATA / 'MXOVViewer', TEMPORARY / 'MXOVViewer'
 HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
 LIST_HEADER, ROW_HEIGHT = 18, 17
 SAVE, ADD, DELETE, UPDATE = 1039, 1040, 1041, 1042
@@ -106,7 +108,8 @@ class ViewerCase(unittest.TestCase):
         self.sample = shutil.copy2(BUILD / 'bin/bracket.mxov', self.folder)
         self.legacy = shutil.copy2(BUILD / 'bin/legacy.mxov', self.folder)
         # What a failed test left by ending its viewer.
-        shutil.rmtree(SESSIONS, ignore_errors=True)
+        for sessions in (SESSIONS, EARLIER_SESSIONS):
+            shutil.rmtree(sessions, ignore_errors=True)
 
     def open_sample(self, program='viewer.exe'):
         viewer = self.use(Viewer(windows_path(self.sample), program=program))

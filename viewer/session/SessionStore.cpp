@@ -1,6 +1,7 @@
 #include "session/SessionStore.h"
 
 #include "common/Handles.h"
+#include "common/Paths.h"
 #include "common/SystemError.h"
 #include "package/Paths.h"
 #include "session/SessionFile.h"
@@ -14,6 +15,7 @@ namespace viewer {
 namespace {
 
 constexpr int kMostSessions = 10000;
+constexpr wchar_t kFolderName[] = L"MXOVViewer";
 
 // Listed to the end, because a folder that is being listed cannot be removed.
 std::vector<std::wstring> SessionFiles(const std::wstring& folder) {
@@ -41,19 +43,35 @@ bool MakeFolder(const std::wstring& folder) {
     return CreateDirectoryW(folder.c_str(), nullptr) || GetLastError() == ERROR_ALREADY_EXISTS;
 }
 
+// The folders with `first` before them, and in no other place.
+std::vector<std::wstring> WithFirst(const std::wstring& first, std::vector<std::wstring> folders) {
+    std::erase_if(folders,
+                  [&first](const std::wstring& folder) { return common::IsSamePath(folder, first); });
+    folders.insert(folders.begin(), first);
+    return folders;
+}
+
+std::wstring TemporaryFolder() {
+    wchar_t path[MAX_PATH + 1] = L"";
+    GetTempPathW(ARRAYSIZE(path), path);
+    return std::wstring(path) + kFolderName;
+}
+
 } // namespace
 
 std::wstring SessionStore::UserFolder() {
     wchar_t* path = nullptr;
     const HRESULT found = SHGetKnownFolderPath(FOLDERID_LocalAppData, KF_FLAG_CREATE, nullptr, &path);
     const common::UniqueTaskString owned(path);
-    if (SUCCEEDED(found)) {
-        return std::wstring(path) + L"\\MXOVViewer";
-    }
-    wchar_t temporary[MAX_PATH + 1] = L"";
-    GetTempPathW(ARRAYSIZE(temporary), temporary);
-    return std::wstring(temporary) + L"MXOVViewer";
+    return SUCCEEDED(found) ? std::wstring(path) + L"\\" + kFolderName : TemporaryFolder();
 }
+
+std::vector<std::wstring> SessionStore::EarlierFolders() {
+    return {TemporaryFolder()};
+}
+
+SessionStore::SessionStore(std::wstring folder, std::vector<std::wstring> earlier)
+    : m_folder(std::move(folder)), m_folders(WithFirst(m_folder, std::move(earlier))) {}
 
 std::unique_ptr<PackageSession> SessionStore::Create(const std::wstring& packageFile, std::wstring& error) {
     for (int number = 1; number <= kMostSessions; ++number) {
@@ -81,18 +99,8 @@ std::unique_ptr<PackageSession> SessionStore::Create(const std::wstring& package
 std::vector<std::unique_ptr<PackageSession>> SessionStore::TakeOver() noexcept {
     std::vector<std::unique_ptr<PackageSession>> sessions;
     try {
-        for (const std::wstring& path : SessionFiles(m_folder)) {
-            SessionFile file = SessionFile::Open(path);
-            if (!file) {
-                continue; // of a running viewer
-            }
-            const SessionFile::Content content = file.Read();
-            std::unique_ptr<PackageSession> session(new PackageSession(
-                *this, content.packageFile, path.substr(0, path.rfind(L'.')), std::move(file)));
-            session->m_stamp = content.stamp;
-            if (content.isUnpacked && FolderExists(session->Folder())) {
-                sessions.push_back(std::move(session));
-            }
+        for (const std::wstring& folder : m_folders) {
+            TakeOverFrom(folder, sessions);
         }
     } catch (...) {
         // The next start retries.
@@ -104,14 +112,36 @@ std::vector<std::unique_ptr<PackageSession>> SessionStore::TakeOver() noexcept {
     return sessions;
 }
 
+void SessionStore::TakeOverFrom(const std::wstring& folder,
+                                std::vector<std::unique_ptr<PackageSession>>& sessions) {
+    for (const std::wstring& path : SessionFiles(folder)) {
+        SessionFile file = SessionFile::Open(path);
+        if (!file) {
+            continue; // of a running viewer
+        }
+        const SessionFile::Content content = file.Read();
+        std::unique_ptr<PackageSession> session(new PackageSession(
+            *this, content.packageFile, path.substr(0, path.rfind(L'.')), std::move(file)));
+        session->m_stamp = content.stamp;
+        if (content.isUnpacked && FolderExists(session->Folder())) {
+            sessions.push_back(std::move(session));
+        }
+    }
+}
+
 void SessionStore::RemoveLeftovers() noexcept {
-    RunInBackground([sessions = m_folder] { RemoveFinished(sessions); });
+    RunInBackground([this] {
+        for (const std::wstring& folder : m_folders) {
+            RemoveFinished(folder);
+            RemoveDirectoryW(folder.c_str()); // when it is empty
+        }
+    });
 }
 
 void SessionStore::Remove(const std::wstring& folder) noexcept {
-    RunInBackground([folder, sessions = m_folder] {
+    RunInBackground([folder] {
         RemoveFolder(folder);
-        RemoveDirectoryW(sessions.c_str()); // when it is empty
+        RemoveDirectoryW(ParentFolder(folder).c_str()); // when it is empty
     });
 }
 

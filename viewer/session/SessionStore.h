@@ -17,8 +17,12 @@ public:
     /// The folder among the user's local application data.
     [[nodiscard]] static std::wstring UserFolder();
 
-    /// `folder` is created when it is needed.
-    explicit SessionStore(std::wstring folder) : m_folder(std::move(folder)) {}
+    /// The folders that earlier versions used.
+    [[nodiscard]] static std::vector<std::wstring> EarlierFolders();
+
+    /// `folder` is created when it is needed. What was left in the `earlier` folders is taken over and
+    /// removed too.
+    explicit SessionStore(std::wstring folder, std::vector<std::wstring> earlier = {});
 
     /// Waits for the removals.
     ~SessionStore() { WaitForRemovals(); }
@@ -45,11 +49,13 @@ public:
     void WaitForRemovals() noexcept;
 
 private:
+    void TakeOverFrom(const std::wstring& folder, std::vector<std::unique_ptr<PackageSession>>& sessions);
     template <class Work>
     void RunInBackground(Work work) noexcept;
 
-    const std::wstring m_folder; // without a separator at the end
-    std::mutex m_lock;           // guards the next one: sessions also end on the thread that unpacks
+    const std::wstring m_folder;               // without a separator at the end
+    const std::vector<std::wstring> m_folders; // with the earlier ones
+    std::mutex m_lock; // guards the next one: sessions also end on the thread that unpacks
     std::vector<std::future<void>> m_removals;
 };
 

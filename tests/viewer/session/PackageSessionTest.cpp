@@ -166,6 +166,49 @@ TEST_F(PackageSessionTest, EndingASessionDoesNotWaitForTheRemoval) {
     EXPECT_FALSE(FolderExists(folder));
 }
 
+TEST_F(PackageSessionTest, WhatAnEarlierVersionLeftElsewhereIsTakenOverAndRemoved) {
+    const std::wstring earlier = m_temporary / L"earlier\\MXOVViewer";
+    CreateDirectoryW((m_temporary / L"earlier").c_str(), nullptr);
+    SessionStore former(earlier);
+    auto session = former.Create(L"C:\\a.mxov", m_error);
+    ASSERT_TRUE(session && CreateDirectoryW(session->Folder().c_str(), nullptr));
+    session->Record(L"7-9");
+    session->Keep();
+    session.reset();
+    m_temporary.Write(L"earlier\\MXOVViewer\\111-1\\finished.txt", "x");
+
+    SessionStore store(m_temporary / L"MXOVViewer", {earlier});
+    store.RemoveLeftovers();
+    auto left = store.TakeOver();
+    ASSERT_EQ(left.size(), 1u);
+    EXPECT_EQ(left[0]->PackageFile(), L"C:\\a.mxov");
+    EXPECT_EQ(left[0]->Stamp(), L"7-9");
+    EXPECT_TRUE(left[0]->Folder().starts_with(earlier));
+    const auto next = store.Create(L"C:\\b.mxov", m_error);
+    ASSERT_TRUE(next) << m_error.c_str();
+    EXPECT_TRUE(next->Folder().starts_with(m_temporary / L"MXOVViewer"));
+    left.clear();
+    store.WaitForRemovals();
+    EXPECT_FALSE(FolderExists(earlier));
+    EXPECT_TRUE(store.TakeOver().empty());
+}
+
+TEST_F(PackageSessionTest, AnEarlierFolderThatIsTheStoresOwnCountsOnce) {
+    SessionStore store(m_temporary / L"MXOVViewer", {m_temporary / L"mxovviewer"});
+    auto session = store.Create(L"C:\\a.mxov", m_error);
+    ASSERT_TRUE(session && CreateDirectoryW(session->Folder().c_str(), nullptr));
+    session->Record(L"7-9");
+    session->Keep();
+    session.reset();
+    EXPECT_EQ(store.TakeOver().size(), 1u);
+}
+
+TEST(SessionStore, EarlierVersionsUsedTheTemporaryFolder) {
+    wchar_t temporary[MAX_PATH + 1] = L"";
+    GetTempPathW(ARRAYSIZE(temporary), temporary);
+    EXPECT_EQ(SessionStore::EarlierFolders(), (std::vector{std::wstring(temporary) + L"MXOVViewer"}));
+}
+
 TEST(SessionStore, TheUsersFolderIsNotATemporaryOne) {
     wchar_t temporary[MAX_PATH + 1] = L"";
     GetTempPathW(ARRAYSIZE(temporary), temporary);
