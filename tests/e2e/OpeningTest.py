@@ -104,11 +104,12 @@ class OpeningTest(ViewerCase):
         self.refuse(hostile, 'outside.txt')
         self.assertEqual(list(PREFIX.glob('drive_c/users/*/**/outside.txt')), [])
 
-    def large_package(self):
-        """A package of so many files that unpacking it takes a while."""
+    def large_package(self, size=0):
+        """A package of so many files that unpacking it takes a while, and of a first one with so many bytes."""
         path = self.folder / 'large.mxov'
         with zipfile.ZipFile(path, 'w') as archive:
             archive.writestr('mxinfo.ini', '[FILEINFO]\nMaxtlreVersion=Package Writer 2024\n')
+            archive.writestr('GCode/first.nc', bytes(size))
             for number in range(30000):
                 archive.writestr(f'GCode/{number % 300}/op{number}.nc', f'N{number} G0 X0 Y0\n')
         return path
@@ -126,6 +127,18 @@ class OpeningTest(ViewerCase):
         self.assertEqual([item.rows for item in shown.lists()], [item.rows for item in before.lists()])
         self.wait_for_sessions(viewer, len(sessions))
         self.assertEqual(session_entries(), sessions)
+        self.finish(viewer)
+
+    def test_a_hundred_megabytes_named_at_the_start_show_the_window_and_cancel_leaves_it_empty(self):
+        viewer = self.use(Viewer(windows_path(self.large_package(100_000_000))))
+        shown = viewer.wait('the progress', lambda s: 'Opening large.mxov' in s.texts())
+        self.assertTrue(shown.frame.visible and shown.frame.enabled)
+        self.assertEqual(shown.frame.text, PROGRAM)
+        viewer.photograph('e2e-progress-at-the-start')
+        viewer.click(*shown.dialog().find(text='Cancel').middle)
+        shown = viewer.wait('the window is empty', lambda s: s.frame.text == PROGRAM and not s.others)
+        self.assertFalse(shown.item(ADD).visible)
+        self.wait_for_sessions(viewer, 0)
         self.finish(viewer)
 
     def test_closing_while_a_package_is_being_opened(self):
