@@ -8,12 +8,6 @@
 
 namespace viewer {
 
-namespace {
-
-constexpr std::chrono::seconds kEndPatience{2}; // for the thread at its end
-
-} // namespace
-
 // The part that the thread shares with the object, and outlives it when the thread has to be left to itself.
 class DocumentReader::Worker {
 public:
@@ -91,19 +85,10 @@ private:
 };
 
 DocumentReader::DocumentReader(HWND notify, UINT message)
-    : m_worker(std::make_shared<Worker>(notify, message)) {
-    std::packaged_task<void()> task([worker = m_worker] { worker->Run(); });
-    m_ended = task.get_future();
-    m_thread = std::thread(std::move(task));
-}
+    : m_worker(std::make_shared<Worker>(notify, message)), m_thread([worker = m_worker] { worker->Run(); }) {}
 
 DocumentReader::~DocumentReader() {
     m_worker->Stop();
-    if (m_ended.wait_for(kEndPatience) == std::future_status::ready) {
-        m_thread.join();
-    } else {
-        m_thread.detach();
-    }
 }
 
 void DocumentReader::Read(const std::wstring& folder, DocumentRow row) {

@@ -2,12 +2,11 @@
 #pragma once
 
 #include "document/DocumentContent.h"
+#include "session/BackgroundThread.h"
 
-#include <future>
 #include <memory>
 #include <optional>
 #include <string>
-#include <thread>
 
 namespace viewer {
 
@@ -36,8 +35,7 @@ private:
     class Worker;
 
     std::shared_ptr<Worker> m_worker;
-    std::future<void> m_ended;
-    std::thread m_thread;
+    BackgroundThread m_thread;
 };
 
 } // namespace viewer

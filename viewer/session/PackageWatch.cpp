@@ -14,7 +14,6 @@ namespace {
 constexpr DWORD kQuietTime = 150;  // milliseconds without a change before a look
 constexpr int kMostDelays = 10;    // then it looks although changes continue
 constexpr DWORD kLookAgain = 2000; // milliseconds until a file is asked whose folder reports nothing
-constexpr std::chrono::seconds kPatience{2}; // for the thread at its end
 
 using UniqueNotification = common::UniqueOf<HANDLE, &FindCloseChangeNotification>;
 
@@ -145,19 +144,11 @@ bool PackageWatch::Worker::WaitOnce(const std::vector<HANDLE>& handles, DWORD mi
 }
 
 PackageWatch::PackageWatch(const PackageSession& session, HWND notify, UINT message)
-    : m_worker(std::make_shared<Worker>(session, notify, message)) {
-    std::packaged_task<void()> task([worker = m_worker] { worker->Run(); });
-    m_ended = task.get_future();
-    m_thread = std::thread(std::move(task));
-}
+    : m_worker(std::make_shared<Worker>(session, notify, message)),
+      m_thread([worker = m_worker] { worker->Run(); }) {}
 
 PackageWatch::~PackageWatch() {
     m_worker->Stop();
-    if (m_ended.wait_for(kPatience) == std::future_status::ready) {
-        m_thread.join();
-    } else {
-        m_thread.detach();
-    }
 }
 
 void PackageWatch::Update(const PackageSession& session) {

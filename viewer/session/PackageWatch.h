@@ -1,15 +1,14 @@
 // Watches an open package for what other programs do to its folder and its file.
 #pragma once
 
+#include "session/BackgroundThread.h"
 #include "session/PackageSession.h"
 
 #include <atomic>
-#include <future>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <windows.h>
@@ -47,8 +46,7 @@ private:
     class Worker;
 
     std::shared_ptr<Worker> m_worker;
-    std::future<void> m_ended;
-    std::thread m_thread;
+    BackgroundThread m_thread;
 };
 
 } // namespace viewer
