@@ -16,9 +16,9 @@ ARCHIVE = f'mxov-{VERSION}-win64.zip'
 MOMENT = '1700000000'
 
 
-def make(out, build=BUILD, **environment):
-    """Runs the packing step of a release; returns how it ended."""
-    return subprocess.run([ROOT / 'tools/release/make', build, out], capture_output=True, text=True, check=False,
+def make(out, build=BUILD, folder=None, **environment):
+    """Runs the packing step of a release in a folder; returns how it ended."""
+    return subprocess.run([ROOT / 'tools/release/make', build, out], capture_output=True, text=True, check=False, cwd=folder,
                           env={**os.environ, 'SOURCE_DATE_EPOCH': MOMENT, **environment})
 
 

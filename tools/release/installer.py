@@ -13,15 +13,18 @@ from delivery import Refused
 SOURCE = pathlib.Path(__file__).resolve().parent / 'installer.wxs'
 ICON = SOURCE.parents[2] / 'viewer/resources/viewer.ico'
 NAMES = uuid.UUID('{6b0f5f6a-0e58-4e0e-a1a6-6a8f3a0c5d11}')
-MACHINE_FOLDER = "'UseMachineFolder', 'ALLUSERS AND NOT INSTALLDIR', 750"
+# Where the files go unless the caller names a folder: action, its value, when, and its place in the sequences.
+FOLDERS = (('TakeUserFolder', '[USERFOLDER]', 'USERFOLDER AND NOT ALLUSERS AND NOT INSTALLDIR', 720),
+           ('TakeMachineFolder', '[MACHINEFOLDER]', 'MACHINEFOLDER AND ALLUSERS AND NOT INSTALLDIR', 730),
+           ('UseMachineFolder', '[ProgramFiles64Folder]MXOV Document Manager\\', 'ALLUSERS AND NOT INSTALLDIR', 750))
 # What wixl cannot express, or gets wrong: rows for "the hive of the user or of the machine", the folder for the machine, and the
 # search path. It also writes sequences with actions of one's own in an order that changes from run to run.
 COMPLETION = (
     'UPDATE `Registry` SET `Root` = -1 WHERE `Root` = 4',
-    "INSERT INTO `CustomAction` (`Action`, `Type`, `Source`, `Target`) "
-    "VALUES ('UseMachineFolder', 51, 'INSTALLDIR', '[ProgramFiles64Folder]MXOV Document Manager\\')",
-    *(f'INSERT INTO `{sequence}` (`Action`, `Condition`, `Sequence`) VALUES ({MACHINE_FOLDER})'
-      for sequence in ('InstallExecuteSequence', 'InstallUISequence')),
+    *(f"INSERT INTO `CustomAction` (`Action`, `Type`, `Source`, `Target`) VALUES ('{action}', 51, 'INSTALLDIR', '{folder}')"
+      for action, folder, _, _ in FOLDERS),
+    *(f"INSERT INTO `{sequence}` (`Action`, `Condition`, `Sequence`) VALUES ('{action}', '{condition}', {place})"
+      for action, _, condition, place in FOLDERS for sequence in ('InstallExecuteSequence', 'InstallUISequence')),
     *(f"UPDATE `Component` SET `Condition` = 'NOT ALLUSERS' WHERE `Component` = '{name}'"
       for name in ('UserPath', 'UserPrograms')),
     "UPDATE `Component` SET `Condition` = 'ALLUSERS' WHERE `Component` = 'MachinePath'",
@@ -37,8 +40,8 @@ SUMMARY = uuid.UUID('{f29f85e0-4ff9-1068-ab91-08002b27b3d9}').bytes_le
 REVISION, CREATED, SAVED = 9, 12, 13
 
 
-def run(*words):
-    ended = subprocess.run(list(map(str, words)), capture_output=True, text=True, check=False)
+def run(*words, folder=None):
+    ended = subprocess.run(list(map(str, words)), capture_output=True, text=True, check=False, cwd=folder)
     if ended.returncode != 0 or 'CRITICAL' in ended.stderr:
         raise Refused(f'{words[0]}: {ended.stderr.strip()}')
 
@@ -117,13 +120,13 @@ def installer(version, files, kit, moment):
     content = hashlib.sha256(b''.join(parts) + SOURCE.read_bytes()).hexdigest()
     with tempfile.TemporaryDirectory() as folder:
         folder = pathlib.Path(folder)
-        # wixl finds files beside its source only.
+        # wixl finds files in the current folder, then beside its source.
         stage({SOURCE.name: SOURCE.read_bytes(), ICON.name: ICON.read_bytes(),
                'sdk.wxs': kit_source(kit), **{f'sdk/{name}': data for name, data in kit.items()},
                **{f'files/{name}': data for name, data in files.items()}}, folder, moment)
         database = folder / 'mxov.msi'
         run('wixl', '-a', 'x64', '-o', database, '-D', f'Version={version}',
-            '-D', f'ProductCode={identifier("product", version, content)}', folder / SOURCE.name, folder / 'sdk.wxs')
+            '-D', f'ProductCode={identifier("product", version, content)}', SOURCE.name, 'sdk.wxs', folder=folder)
         for query in COMPLETION:
             run('msibuild', database, '-q', query)
         (folder / 'Environment.idt').write_bytes(SEARCH_PATH.replace('\n', '\r\n').encode())
