@@ -57,7 +57,7 @@ inline bool IsOfficeLock(std::wstring_view name) noexcept {
 [[nodiscard]] MXOVSHARE_API bool IsOfficeLockOf(std::wstring_view lock, std::wstring_view document) noexcept;
 
 /// Packs every file below `folder` into a new package `file`, replacing an old one in one step when complete.
-/// The locks that office programs leave beside open documents are left out.
+/// The locks that office programs leave beside open documents are left out; marks of the web are not packed.
 MXOVSHARE_API PackageResult CreatePackage(const std::wstring& folder, const std::wstring& file,
                                           PackageProgress* progress = nullptr) noexcept;
 
@@ -65,8 +65,8 @@ MXOVSHARE_API PackageResult CreatePackage(const std::wstring& folder, const std:
 MXOVSHARE_API PackageResult ListPackage(const std::wstring& file,
                                         std::vector<PackageEntry>& entries) noexcept;
 
-/// Unpacks a package into `folder`, which must not exist or be empty. On failure or cancel nothing is left
-/// behind.
+/// Unpacks a package into `folder`, which must not exist or be empty. Every file gets the mark of the web
+/// that the package has. On failure or cancel nothing is left behind.
 MXOVSHARE_API PackageResult UnpackPackage(const std::wstring& file, const std::wstring& folder,
                                           PackageProgress* progress = nullptr) noexcept;
 

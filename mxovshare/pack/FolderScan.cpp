@@ -7,6 +7,7 @@
 #include "files/FileFailure.h"
 #include "files/FolderPath.h"
 #include "files/FolderSearch.h"
+#include "files/WebMark.h"
 #include "mxovpackage.h"
 #include "pack/FileTimes.h"
 #include "text/CaseFold.h"
@@ -28,8 +29,10 @@ bool IsLink(const WIN32_FIND_DATAW& data) {
            (data.dwReserved0 == IO_REPARSE_TAG_SYMLINK || data.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
 }
 
-bool IsLock(const WIN32_FIND_DATAW& data) {
-    return (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 && IsOfficeLock(data.cFileName);
+// Locks of office programs, and marks of the web.
+bool IsLeftOut(const WIN32_FIND_DATAW& data) {
+    return (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 &&
+           (IsOfficeLock(data.cFileName) || IsWebMark(data.cFileName));
 }
 
 class Scanner {
@@ -61,7 +64,7 @@ private:
         bool isEmpty = true;
         for (FolderSearch found(folder.path); found; found.Next()) {
             const WIN32_FIND_DATAW& data = *found;
-            if (!IsLock(data)) {
+            if (!IsLeftOut(data)) {
                 isEmpty = false;
                 Take(folder, data);
             }

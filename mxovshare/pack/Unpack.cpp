@@ -78,8 +78,9 @@ bool IsEmptyFolder(const std::wstring& path) {
 
 class Unpacker {
 public:
-    Unpacker(const std::wstring& file, const std::wstring& folder)
-        : m_source(file), m_entries(ReadZipDirectory(m_source)), m_folder(FolderPath(folder)) {}
+    Unpacker(const std::wstring& file, const std::wstring& folder, WebMark::StreamProbe hasStreams)
+        : m_source(file), m_entries(ReadZipDirectory(m_source)), m_mark(file, hasStreams),
+          m_folder(FolderPath(folder)) {}
 
     void Run(PackageProgress* progress, const std::function<void()>& onUnpacked) {
         PrepareFolder();
@@ -169,6 +170,7 @@ private:
             meter.Advance(piece.size());
         });
         VerifiedEntryCache::Instance().Add(entry, packed);
+        m_mark.CopyTo(path);
         const FILETIME modified = ToFileTime(entry.modified);
         // With the attributes, since Wine 10 takes "hidden" from a file whose time alone is set.
         FILE_BASIC_INFO information = {};
@@ -179,6 +181,7 @@ private:
 
     DiskSource m_source;
     std::vector<ZipEntry> m_entries;
+    WebMark m_mark; // of the package
     std::wstring m_folder;
     std::wstring m_lastFolder;
     CreatedFiles m_created;
@@ -187,8 +190,8 @@ private:
 } // namespace
 
 void UnpackInto(const std::wstring& file, const std::wstring& folder, PackageProgress* progress,
-                const std::function<void()>& onUnpacked) {
-    Unpacker(file, folder).Run(progress, onUnpacked);
+                const std::function<void()>& onUnpacked, WebMark::StreamProbe hasStreams) {
+    Unpacker(file, folder, hasStreams).Run(progress, onUnpacked);
 }
 
 } // namespace mxovshare

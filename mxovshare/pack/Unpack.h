@@ -1,6 +1,7 @@
 // Unpacking a package into a folder.
 #pragma once
 
+#include "files/WebMark.h"
 #include "mxovpackage.h"
 
 #include <functional>
@@ -9,9 +10,10 @@
 namespace mxovshare {
 
 /// Unpacks the package `file` into `folder`, which must not exist or be empty; missing folders above it are
-/// created. `onUnpacked` is called at the end. Throws FileFailure, PackageError, Cancelled or what
-/// `onUnpacked` throws after removing everything that it had created.
+/// created. Every file gets the mark of the web that the package has. `onUnpacked` is called at the end.
+/// Throws FileFailure, PackageError, Cancelled or what `onUnpacked` throws after removing everything that it
+/// had created.
 void UnpackInto(const std::wstring& file, const std::wstring& folder, PackageProgress* progress,
-                const std::function<void()>& onUnpacked);
+                const std::function<void()>& onUnpacked, WebMark::StreamProbe hasStreams = HasStreams);
 
 } // namespace mxovshare

@@ -5,6 +5,7 @@
 #include "files/DiskFile.h"
 #include "files/FolderPath.h"
 #include "files/FolderSearch.h"
+#include "files/WebMark.h"
 #include "package/PackageErrors.h"
 #include "package/UnpackedFolders.h"
 #include "zip/Checksum.h"
@@ -23,6 +24,9 @@ void ListBelow(const std::wstring& folder, const std::wstring& below, std::vecto
         const std::wstring name = below + search->cFileName;
         if ((search->dwFileAttributes & kFolderOrLink) == FILE_ATTRIBUTE_DIRECTORY) {
             ListBelow(folder, name + L"\\", files);
+            continue;
+        }
+        if (IsWebMark(name)) {
             continue;
         }
         PackageEntry& file = files.emplace_back();
