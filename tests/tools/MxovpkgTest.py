@@ -13,7 +13,9 @@ import unittest
 import zipfile
 
 from packagecase import PackageCase, windows_path
+from wineprogram import change_registry
 
+POLICIES = r'HKCU\Software\Policies\MXOVDocView'
 DOCUMENTATION = pathlib.Path(__file__).resolve().parents[2] / 'docs' / 'package-format.md'
 
 INFORMATION = '''[FILEINFO]
@@ -92,6 +94,28 @@ class MxovpkgTest(PackageCase):
                          ['mxinfo.ini', 'empty folder\\', 'NC\\10 \u56f3\u9762 \U0001f527.nc', 'noise.bin',
                           '\u0427\u0435\u0440\u0442\u0435\u0436\\empty.pdf'])
         self.assertEqual(lines[-1], '4 files, 1 empty folder, 303512 bytes')
+
+    def make_programs(self):
+        for name in ('mxinfo.ini', 'Tools/setup.exe', 'a.js', 'b.lnk', 'c.msi', 'note.txt'):
+            self.write(f'folder/{name}', b'x')
+        self.succeed('create', 'folder', 'p.mxov')
+
+    def test_extract_warns_about_programs(self):
+        self.make_programs()
+        code, output, errors = self.run_program('extract', 'p.mxov', 'out')
+        self.assertEqual((code, output), (0, 'extracted to out: 6 files, 6 bytes\n'))
+        self.assertEqual(errors, 'warning: p.mxov holds programs: a.js, b.lnk, c.msi and 1 more\n')
+        self.assertEqual(self.tree('out'), self.tree('folder'))
+
+    def test_a_policy_refuses_to_extract_programs(self):
+        self.make_programs()
+        self.addCleanup(change_registry, 'delete', POLICIES, '/f')
+        change_registry('add', POLICIES, '/v', 'RefusePrograms', '/t', 'REG_DWORD', '/d', '1', '/f')
+        self.assertEqual(self.fail_with(1, 'extract', 'p.mxov', 'out'),
+                         'mxovpkg: p.mxov holds programs, which your administrator does not allow: '
+                         'a.js, b.lnk, c.msi and 1 more\n')
+        self.assertFalse((self.work / 'out').exists())
+        self.succeed('list', 'p.mxov')
 
     def test_packages_satisfy_other_tools(self):
         self.make_documents()

@@ -6,6 +6,8 @@
 #include "output/Report.h"
 #include "PackageAccess.h"
 
+#include <common/Policies.h>
+#include <common/Programs.h>
 #include <package/ItemText.h>
 
 using namespace docview;
@@ -62,10 +64,19 @@ int Create(const Arguments& arguments) {
 int Extract(const Arguments& arguments) {
     const std::wstring& file = arguments[0];
     const std::wstring& folder = arguments[1];
-    PackageResult result;
-    {
+    std::vector<PackageEntry> entries;
+    PackageResult result = mxovshare::ListPackage(file, entries);
+    const std::wstring programs = common::ProgramNames(entries);
+    if (!programs.empty() && common::IsRefusingPrograms()) {
+        PrintFailure(file + L" holds programs, which your administrator does not allow: " + programs);
+        return kFailed;
+    }
+    if (result.ok) {
         Progress progress(L"Unpacking");
         result = mxovshare::UnpackPackage(file, folder, &progress);
+    }
+    if (result.ok && !programs.empty()) {
+        PrintWarning(file + L" holds programs: " + programs);
     }
     return Finish(result, L"extracted to " + folder, file);
 }

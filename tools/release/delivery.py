@@ -9,6 +9,7 @@ PRODUCT = frozenset({
     'MXOVDocViewCtrl.manifest', 'MXOVDocViewCtrl.ocx', 'mxovpkg.exe', 'mxovshare.dll', 'viewer.exe',
     *(f'lang/{language}/mxovtexts.dll' for language in LANGUAGES),
     *(f'plugins/etc/mx/lang/{language}/Orvando.chm' for language in HELP_LANGUAGES)})
+POLICIES = pathlib.Path(__file__).resolve().parent / 'policies'
 SAMPLES = frozenset({'bracket.mxov', 'legacy.mxov'})
 
 
@@ -33,12 +34,14 @@ def product_files(folder):
 
 
 def texts(root, version, components):
-    """The pages and licences beside the product."""
+    """The pages, licences and templates for group policy beside the product."""
     readme = (root / 'tools/release/README.txt').read_text(encoding='utf-8').replace('@VERSION@', version)
     licences = {f'licences/{component.name}.txt': windows_text(component.copyright) for component in components}
     script = (root / 'tools/release/check-windows.js').read_text(encoding='ascii')  # a mark would stop the script engine
     page = manual.manual((root / 'docs/mxovpkg.md').read_text(encoding='utf-8'), version)
-    return {'README.txt': windows_text(readme), 'check-windows.js': script.replace('\n', '\r\n').encode('ascii'),
+    templates = {f'policies/{path.relative_to(POLICIES).as_posix()}': path.read_bytes().replace(b'\n', b'\r\n')
+                 for path in sorted(POLICIES.rglob('*.adm?'))}
+    return {**templates, 'README.txt': windows_text(readme), 'check-windows.js': script.replace('\n', '\r\n').encode('ascii'),
             'LICENSE.txt': windows_text((root / 'LICENSE').read_text(encoding='utf-8')), 'docs/mxovpkg.1': page, **licences}
 
 

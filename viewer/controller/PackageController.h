@@ -48,7 +48,7 @@ public:
     /// Whether the package holds changes that are not in its file.
     [[nodiscard]] bool IsUnsaved() const { return m_status.IsUnsaved(); }
 
-    /// What other programs did to the package; empty text for nothing.
+    /// What other programs did to the package, else that it holds programs; empty text for nothing.
     [[nodiscard]] const PackageNews& News() const { return m_status.News(); }
 
     /// Opens a package in place of the open one, which is closed only when the other is unpacked. Shows

@@ -32,6 +32,9 @@ bool PackageStatus::Update(const PackageSession* session, bool hasChanges) {
     const bool isCurrent = session && IsCurrent(*session);
     const bool unsaved = session && (hasChanges || (isCurrent && !m_state->changes.empty()));
     PackageNews news = isCurrent ? FindNews(*m_state, session->PackageFile()) : PackageNews();
+    if (session && news.text.empty()) {
+        news = FindPrograms(session->Entries());
+    }
     if (unsaved == m_unsaved && news == m_news) {
         return false;
     }

@@ -30,7 +30,7 @@ public:
     /// Whether the package holds changes that are not in its file.
     [[nodiscard]] bool IsUnsaved() const { return m_unsaved; }
 
-    /// What other programs did to the package; empty text for nothing.
+    /// What other programs did to the package, else that it holds programs; empty text for nothing.
     [[nodiscard]] const PackageNews& News() const { return m_news; }
 
     /// Whether the package file was not there at the last look.

@@ -1,5 +1,6 @@
 #include "session/PackageNews.h"
 
+#include "common/Programs.h"
 #include "package/Paths.h"
 #include "package/ValueText.h"
 
@@ -45,6 +46,14 @@ PackageNews FindNews(const PackageState& state, const std::wstring& packageFile)
         return {};
     }
     return {ChangesText(changes), {NewsAction::Save}};
+}
+
+PackageNews FindPrograms(const std::vector<mxovshare::PackageEntry>& entries) {
+    const std::wstring names = common::ProgramNames(entries);
+    if (names.empty()) {
+        return {};
+    }
+    return {L"This package holds programs: " + names + L". Open them only if you trust their origin.", {}};
 }
 
 bool IsSavedElsewhere(const PackageState& state) {

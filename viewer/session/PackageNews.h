@@ -19,6 +19,9 @@ struct PackageNews {
 /// The most important news in the state of a package.
 [[nodiscard]] PackageNews FindNews(const PackageState& state, const std::wstring& packageFile);
 
+/// That a package with these entries holds programs, and which; nothing when it holds none.
+[[nodiscard]] PackageNews FindPrograms(const std::vector<mxovshare::PackageEntry>& entries);
+
 /// Whether somebody else replaced or changed the package file since it was opened or saved here.
 [[nodiscard]] bool IsSavedElsewhere(const PackageState& state);
 

@@ -2,6 +2,7 @@
 
 #include "common/Handles.h"
 #include "common/Paths.h"
+#include "common/Policies.h"
 #include "common/SystemError.h"
 #include "package/Paths.h"
 #include "session/SessionFile.h"
@@ -57,17 +58,28 @@ std::wstring TemporaryFolder() {
     return std::wstring(path) + kFolderName;
 }
 
-} // namespace
-
-std::wstring SessionStore::UserFolder() {
+// Among the user's local application data.
+std::wstring LocalFolder() {
     wchar_t* path = nullptr;
     const HRESULT found = SHGetKnownFolderPath(FOLDERID_LocalAppData, KF_FLAG_CREATE, nullptr, &path);
     const common::UniqueTaskString owned(path);
     return SUCCEEDED(found) ? std::wstring(path) + L"\\" + kFolderName : TemporaryFolder();
 }
 
+} // namespace
+
+std::wstring SessionStore::UserFolder() {
+    const std::wstring chosen = common::UnpackFolderPolicy();
+    if (chosen.empty()) {
+        return LocalFolder();
+    }
+    std::error_code ignored; // a folder that cannot be created is reported at the first package
+    std::filesystem::create_directories(chosen, ignored);
+    return (std::filesystem::path(chosen) / kFolderName).wstring();
+}
+
 std::vector<std::wstring> SessionStore::EarlierFolders() {
-    return {TemporaryFolder()};
+    return {LocalFolder(), TemporaryFolder()};
 }
 
 SessionStore::SessionStore(std::wstring folder, std::vector<std::wstring> earlier)

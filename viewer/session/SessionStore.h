@@ -14,10 +14,10 @@ namespace viewer {
 /// Creates sessions, takes over what earlier viewers left, and removes folders without making anybody wait.
 class SessionStore {
 public:
-    /// The folder among the user's local application data.
+    /// The folder among the user's local application data, or where an administrator has packages unpacked.
     [[nodiscard]] static std::wstring UserFolder();
 
-    /// The folders that earlier versions used.
+    /// The folders that earlier versions used, or viewers under other policies.
     [[nodiscard]] static std::vector<std::wstring> EarlierFolders();
 
     /// `folder` is created when it is needed. What was left in the `earlier` folders is taken over and

@@ -1,6 +1,40 @@
 #include "session/UnpackTask.h"
 
+#include "common/Policies.h"
+#include "common/Programs.h"
+#include "package/Paths.h"
+
 namespace viewer {
+
+namespace {
+
+using mxovshare::PackageResult;
+
+// Fails for a package that holds programs, where those are refused.
+PackageResult CheckPrograms(const std::wstring& packageFile) {
+    std::vector<mxovshare::PackageEntry> entries;
+    PackageResult result = mxovshare::ListPackage(packageFile, entries);
+    const std::wstring programs = common::ProgramNames(entries);
+    if (result.ok && !programs.empty()) {
+        result.ok = false;
+        result.message =
+            FileName(packageFile) + L" holds programs, which your administrator does not allow: " + programs;
+    }
+    return result;
+}
+
+PackageResult Unpack(const std::wstring& packageFile, const std::wstring& folder,
+                     mxovshare::PackageProgress& progress) {
+    if (common::IsRefusingPrograms()) {
+        PackageResult refused = CheckPrograms(packageFile);
+        if (!refused.ok) {
+            return refused;
+        }
+    }
+    return mxovshare::UnpackPackage(packageFile, folder, &progress);
+}
+
+} // namespace
 
 UnpackTask::UnpackTask(std::unique_ptr<PackageSession> session, HWND notify, UINT message)
     : m_session(std::move(session)), m_thread([this, notify, message] { Run(notify, message); }) {}
@@ -29,7 +63,11 @@ bool UnpackTask::OnProgress(const std::wstring& name, std::uint64_t done, std::u
 }
 
 void UnpackTask::Run(HWND notify, UINT message) noexcept {
-    m_result = mxovshare::UnpackPackage(m_session->PackageFile(), m_session->Folder(), this);
+    try {
+        m_result = Unpack(m_session->PackageFile(), m_session->Folder(), *this);
+    } catch (...) {
+        m_result.ok = false; // out of memory: without a text
+    }
     PostMessageW(notify, message, 0, 0);
 }
 

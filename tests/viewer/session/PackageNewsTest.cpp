@@ -38,6 +38,19 @@ TEST(PackageNews, NamesTheDocumentThatWasChangedAddedOrRemoved) {
     EXPECT_EQ(TextOf(state), L"setup.html was removed by another program.");
 }
 
+TEST(PackageNews, ProgramsInThePackageAreNamed) {
+    std::vector<mxovshare::PackageEntry> entries(2);
+    entries[0].name = L"mxinfo.ini";
+    entries[1].name = L"GCode\\a.nc";
+    EXPECT_EQ(FindPrograms(entries), PackageNews());
+    entries[1].name = L"Tools\\setup.exe";
+    EXPECT_EQ(
+        FindPrograms(entries),
+        (PackageNews{L"This package holds programs: Tools\\setup.exe. Open them only if you trust their "
+                     L"origin.",
+                     Actions{}}));
+}
+
 TEST(PackageNews, CountsSeveralDocumentsButNotWhatTheControlDoes) {
     PackageState state = Untouched();
     state.changes = {{L"mxinfo.ini", FileChangeKind::Changed},

@@ -1,7 +1,9 @@
 #include "session/SessionStore.h"
 
 #include "common/Handles.h"
+#include "common/Policies.h"
 #include "package/Paths.h"
+#include "PolicyValue.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -206,7 +208,20 @@ TEST_F(PackageSessionTest, AnEarlierFolderThatIsTheStoresOwnCountsOnce) {
 TEST(SessionStore, EarlierVersionsUsedTheTemporaryFolder) {
     wchar_t temporary[MAX_PATH + 1] = L"";
     GetTempPathW(ARRAYSIZE(temporary), temporary);
-    EXPECT_EQ(SessionStore::EarlierFolders(), (std::vector{std::wstring(temporary) + L"MXOVViewer"}));
+    EXPECT_EQ(SessionStore::EarlierFolders(),
+              (std::vector{SessionStore::UserFolder(), std::wstring(temporary) + L"MXOVViewer"}));
+}
+
+TEST(SessionStore, APolicyStatesWherePackagesAreUnpacked) {
+    const TempFolder folder;
+    const std::wstring usual = SessionStore::UserFolder();
+    {
+        const PolicyValue policy(common::kUnpackFolderPolicy, folder / L"a\\b");
+        EXPECT_EQ(SessionStore::UserFolder(), folder / L"a\\b\\MXOVViewer");
+        EXPECT_TRUE(FolderExists(folder / L"a\\b"));
+        EXPECT_EQ(SessionStore::EarlierFolders().front(), usual) << "what was left there is offered still";
+    }
+    EXPECT_EQ(SessionStore::UserFolder(), usual);
 }
 
 TEST(SessionStore, TheUsersFolderIsNotATemporaryOne) {

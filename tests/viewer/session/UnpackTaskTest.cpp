@@ -2,6 +2,7 @@
 
 #include "common/Handles.h"
 #include "package/Paths.h"
+#include "PolicyValue.h"
 #include "session/SessionStore.h"
 #include "TempFolder.h"
 
@@ -69,6 +70,26 @@ TEST(UnpackTask, AFileThatIsNoPackageLeavesNothing) {
     EXPECT_FALSE(result.cancelled);
     EXPECT_NE(result.message.find(L"letter.mxov"), std::wstring::npos);
     EXPECT_EQ(GetFileAttributesW(session->Folder().c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST(UnpackTask, APolicyRefusesPackagesThatHoldPrograms) {
+    const TempFolder folder;
+    SessionStore store(folder / L"sessions");
+    folder.WriteSized(L"source\\Tools\\setup.exe", 10);
+    const std::wstring package = MakePackage(folder);
+    const common::UniqueWindow window = MessageWindow();
+    {
+        const PolicyValue policy(common::kRefuseProgramsPolicy, 1);
+        UnpackTask task(NewSession(store, package), window.get(), kFinished);
+        ASSERT_TRUE(WaitForMessage(window.get()));
+        const auto [result, session] = task.Finish();
+        EXPECT_FALSE(result.ok || result.cancelled);
+        EXPECT_NE(result.message.find(L"Tools\\setup.exe"), std::wstring::npos);
+        EXPECT_FALSE(FolderExists(session->Folder()));
+    }
+    UnpackTask task(NewSession(store, package), window.get(), kFinished);
+    ASSERT_TRUE(WaitForMessage(window.get()));
+    EXPECT_TRUE(task.Finish().first.ok);
 }
 
 TEST(UnpackTask, EndingItEarlyLeavesNothing) {

@@ -1,0 +1,57 @@
+// Files that the system runs when they are opened.
+#pragma once
+
+#include "Paths.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace common {
+
+/// Whether the system runs, loads or installs a file of this name: programs, scripts, links to programs.
+[[nodiscard]] inline bool IsProgramName(std::wstring_view name) noexcept {
+    constexpr std::wstring_view kExtensions[] = {L".appref-ms", L".bat",    L".cmd",
+                                                 L".com",       L".cpl",    L".dll",
+                                                 L".exe",       L".gadget", L".hta",
+                                                 L".inf",       L".jar",    L".js",
+                                                 L".jse",       L".lnk",    L".msc",
+                                                 L".msi",       L".msix",   L".msp",
+                                                 L".ocx",       L".pif",    L".ps1",
+                                                 L".psm1",      L".reg",    L".scf",
+                                                 L".scr",       L".sct",    L".settingcontent-ms",
+                                                 L".sys",       L".url",    L".vb",
+                                                 L".vbe",       L".vbs",    L".ws",
+                                                 L".wsc",       L".wsf",    L".wsh"};
+    const std::size_t dot = name.find_last_of(L".\\/");
+    return dot != std::wstring_view::npos &&
+           std::ranges::any_of(kExtensions, [extension = name.substr(dot)](std::wstring_view program) {
+               return IsSamePath(extension, program);
+           });
+}
+
+/// A name as part of a sentence: long ones without their middle.
+[[nodiscard]] inline std::wstring ShortName(std::wstring_view name) {
+    constexpr std::size_t kLongest = 60;
+    constexpr std::size_t kEnd = 20;
+    return name.size() <= kLongest ? std::wstring(name)
+                                   : std::wstring(name.substr(0, kLongest - kEnd)) + L"\u2026" +
+                                         std::wstring(name.substr(name.size() - kEnd));
+}
+
+/// The programs among the entries of a package, such as "a.exe, b.js, c.lnk and 3 more"; empty for none. Each
+/// entry has a `name`, relative to the package.
+template <class Entries>
+[[nodiscard]] std::wstring ProgramNames(const Entries& entries) {
+    constexpr std::size_t kMostNames = 3;
+    std::wstring names;
+    std::size_t count = 0;
+    for (const auto& entry : entries) {
+        if (!entry.isFolder && IsProgramName(entry.name) && ++count <= kMostNames) {
+            names += (count > 1 ? L", " : L"") + ShortName(entry.name);
+        }
+    }
+    return count > kMostNames ? names + L" and " + std::to_wstring(count - kMostNames) + L" more" : names;
+}
+
+} // namespace common
