@@ -68,6 +68,26 @@ TEST_F(SectionPaintTest, LineRunsAlongTheTopEdgeOnly) {
     EXPECT_EQ(picture.Count({0, 20, 300, 150}, BoxParent::kFace), 300 * 130) << "the body shows the parent";
 }
 
+TEST_F(SectionPaintTest, LineBeginsAtTheCornerWhereverTheLastOneEnded) {
+    WNDCLASSW kind = {};
+    ASSERT_TRUE(GetClassInfoW(nullptr, L"Button", &kind));
+    kind.style = (kind.style & ~static_cast<UINT>(CS_PARENTDC)) | CS_OWNDC; // keeps the place of its pen
+    kind.hInstance = GetModuleHandleW(nullptr);
+    kind.lpszClassName = L"OwnDcButton";
+    ASSERT_TRUE(RegisterClassW(&kind));
+    const HWND window =
+        CreateWindowExW(0, kind.lpszClassName, L"", WS_CHILD | WS_VISIBLE | BS_GROUPBOX, kPlace.left,
+                        kPlace.top, kPlace.right - kPlace.left, kPlace.bottom - kPlace.top, parent.Window(),
+                        nullptr, kind.hInstance, nullptr);
+    ASSERT_TRUE(box.SubclassWindow(window));
+    const HDC dc = GetDC(window);
+    MoveToEx(dc, 100, 50, nullptr);
+    ReleaseDC(window, dc);
+    EXPECT_EQ(Look().Count({0, 0, 300, 1}, kLine), 300);
+    box.DestroyWindow();
+    UnregisterClassW(kind.lpszClassName, kind.hInstance);
+}
+
 TEST_F(SectionPaintTest, TitleIsWrittenInItsColourOnWhite) {
     Bind();
     const Picture picture = Look();

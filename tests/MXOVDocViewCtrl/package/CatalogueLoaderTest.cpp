@@ -240,6 +240,24 @@ TEST(CatalogueLoader, LeavesOutFilesThatVanishedSinceTheFolderWasListed) {
     EXPECT_EQ(SortedNames(CatalogueLoader(source, folder).Load()), (std::vector<std::wstring>{L"there.nc"}));
 }
 
+TEST(CatalogueLoader, KeepsTheOrderInWhichAFolderIsListed) {
+    FakeCatalogueSource source;
+    source.sections = {{L"FILEINFO", {{L"GCode", L"NC\\a"}, {L"SetupSheets", L"S\\a"}}}};
+    source.folders[L"C:\\P\\NC"] = {L"b.nc", L"c.nc", L"a.nc"};
+    source.folders[L"C:\\P\\\\S"] = {L"b.html", L"c.html", L"a.html"};
+    for (const auto& [folder, names] : source.folders) {
+        for (const std::wstring& name : names) {
+            source.files[folder + L"\\" + name] = {.exists = true};
+        }
+    }
+    const std::wstring folder = L"C:\\P\\";
+    std::vector<std::wstring> names;
+    for (const CatalogueItem& item : CatalogueLoader(source, folder).Load()) {
+        names.push_back(item.record.fileName);
+    }
+    EXPECT_EQ(names, (std::vector<std::wstring>{L"b.html", L"c.html", L"a.html", L"b.nc", L"c.nc", L"a.nc"}));
+}
+
 TEST(CatalogueLoader, AsksOnceForEveryDocumentThatExists) {
     FakeCatalogueSource source;
     source.sections = {

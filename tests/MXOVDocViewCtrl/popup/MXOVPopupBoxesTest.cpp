@@ -1,6 +1,8 @@
 // The popup's group boxes, and what its painting leaves to be painted.
 #include "PopupFixture.h"
 
+#include "EraseCount.h"
+
 using namespace docview;
 
 namespace {
@@ -54,4 +56,15 @@ TEST_F(MXOVPopupBoxesTest, PaintingThePopupInvalidatesTheHistory) {
     EXPECT_FALSE(GetUpdateRect(Popup(), nullptr, FALSE));
     EXPECT_TRUE(GetUpdateRect(Item(IDC_HISTORY), nullptr, FALSE));
     EXPECT_FALSE(GetUpdateRect(Item(IDC_DESCRIPTION), nullptr, FALSE));
+}
+
+TEST_F(MXOVPopupBoxesTest, PaintingThePopupErasesTheHistory) {
+    Show(DocumentCategory::PartAssembly);
+    RedrawWindow(Popup(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    RedrawWindow(Item(IDC_HISTORY), nullptr, nullptr, RDW_VALIDATE | RDW_NOERASE);
+    const EraseCount history(Item(IDC_HISTORY));
+    RedrawWindow(Popup(), nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
+    SendMessageW(Popup(), WM_PAINT, 0, 0);
+    GetUpdateRect(Item(IDC_HISTORY), nullptr, TRUE);
+    EXPECT_EQ(history.count, 1);
 }

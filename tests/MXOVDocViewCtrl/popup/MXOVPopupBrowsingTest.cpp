@@ -39,6 +39,23 @@ protected:
         return offered;
     }
 
+    /// Presses "..." and, when `prepare` has run under the file dialog, the left button outside the popup.
+    /// Whether the popup has closed then.
+    bool ClosesMeanwhile(const std::function<void()>& prepare) {
+        bool closed = false;
+        Browse([&](HWND dialog) {
+            if (!closed) {
+                prepare();
+                RealMouse mouse;
+                const bool reached = mouse.Reach(m_owner.Other(), {5, 5});
+                mouse.Click();
+                closed = reached && PumpUntil([&] { return !Popup(); });
+            }
+            FileDialogDriver::Cancel(dialog);
+        });
+        return closed;
+    }
+
 private:
     static std::wstring ItemText(HWND box) {
         wchar_t text[200] = L"";
@@ -115,6 +132,11 @@ TEST_F(MXOVPopupBrowsingTest, APressElsewhereMeanwhileLeavesThePopup) {
     ASSERT_TRUE(mouse.Reach(m_owner.Other(), {5, 5}));
     mouse.Click();
     EXPECT_TRUE(PumpUntil([&] { return !Popup(); })) << "afterwards it closes it";
+}
+
+TEST_F(MXOVPopupBrowsingTest, APopupThatIsFilledMeanwhileClosesAtAPressElsewhere) {
+    Show(DocumentCategory::PartAssembly);
+    EXPECT_TRUE(ClosesMeanwhile([&] { Fill(DocumentCategory::AdditionalDocument); }));
 }
 
 TEST_F(MXOVPopupBrowsingTest, AChosenPathIsReportedOnceMoreOnClosing) {

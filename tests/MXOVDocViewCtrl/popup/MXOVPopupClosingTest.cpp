@@ -27,8 +27,9 @@ protected:
 
     /// Hands a mouse message of the test's own to the hooks of this thread, in place of a real movement: a
     /// caption is the window manager's, and it keeps what happens there.
-    bool PassToHooks(WPARAM message, POINT screen) {
-        substitute = {message, screen, false};
+    /// `code` and whether there is a record are the system's to choose.
+    bool PassToHooks(WPARAM message, POINT screen, int code = HC_ACTION, bool hasRecord = true) {
+        substitute = {code, message, screen, hasRecord, false};
         RealMouse mouse; // has hooks of its own
         const HHOOK hook = SetWindowsHookExW(WH_MOUSE, Substitute, nullptr, GetCurrentThreadId());
         mouse.MoveTo(m_owner.Other(), {5, 5});
@@ -45,8 +46,10 @@ protected:
 
 private:
     struct Substitution {
+        int code;
         WPARAM message;
         POINT screen;
+        bool hasRecord;
         bool passed;
     };
 
@@ -57,7 +60,8 @@ private:
         substitute.passed = true;
         MOUSEHOOKSTRUCT record = *reinterpret_cast<const MOUSEHOOKSTRUCT*>(info);
         record.pt = substitute.screen;
-        return CallNextHookEx(nullptr, code, substitute.message, reinterpret_cast<LPARAM>(&record));
+        return CallNextHookEx(nullptr, substitute.code, substitute.message,
+                              substitute.hasRecord ? reinterpret_cast<LPARAM>(&record) : 0);
     }
 
     static inline Substitution substitute{};
@@ -155,6 +159,7 @@ TEST_F(MXOVPopupClosingTest, RightAndBottomEdgesAreOutside) {
 
 TEST_F(MXOVPopupClosingTest, TheCallGoesOnToOlderHooks) {
     const HHOOK older = SetWindowsHookExW(WH_MOUSE, OlderHook::Count, nullptr, GetCurrentThreadId());
+    OlderHook::presses = 0;
     Show(DocumentCategory::PartAssembly);
     ASSERT_TRUE(PassToHooks(WM_LBUTTONDOWN, OnScreen({10, 10})));
     EXPECT_EQ(OlderHook::presses, 1) << "inside";
@@ -163,6 +168,22 @@ TEST_F(MXOVPopupClosingTest, TheCallGoesOnToOlderHooks) {
     EXPECT_EQ(OlderHook::presses, 2) << "outside";
     ASSERT_TRUE(PassToHooks(WM_LBUTTONDOWN, {5, 5}));
     EXPECT_EQ(OlderHook::presses, 3) << "without a popup";
+    UnhookWindowsHookEx(older);
+}
+
+TEST_F(MXOVPopupClosingTest, APressThatStaysInTheQueueClosesItToo) {
+    Show(DocumentCategory::PartAssembly);
+    ASSERT_TRUE(PassToHooks(WM_LBUTTONDOWN, {5, 5}, HC_NOREMOVE));
+    EXPECT_FALSE(Popup());
+}
+
+TEST_F(MXOVPopupClosingTest, ACallWithoutARecordOnlyGoesOn) {
+    const HHOOK older = SetWindowsHookExW(WH_MOUSE, OlderHook::Count, nullptr, GetCurrentThreadId());
+    Show(DocumentCategory::PartAssembly);
+    const int before = OlderHook::presses;
+    ASSERT_TRUE(PassToHooks(WM_LBUTTONDOWN, {5, 5}, HC_NOREMOVE, false));
+    EXPECT_TRUE(Popup());
+    EXPECT_EQ(OlderHook::presses, before + 1);
     UnhookWindowsHookEx(older);
 }
 

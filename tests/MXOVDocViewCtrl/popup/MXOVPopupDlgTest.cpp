@@ -106,6 +106,14 @@ TEST_F(MXOVPopupDlgTest, LabelsComeFromTheHostAndFitRightAligned) {
     EXPECT_EQ(Text(IDC_PROPERTIES_BOX), L"Document Properties");
 }
 
+TEST_F(MXOVPopupDlgTest, FillingAgainKeepsTheStylesOfTheHistory) {
+    Fill(DocumentCategory::PartAssembly);
+    SendMessageW(Item(IDC_HISTORY), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_GRIDLINES);
+    Fill(DocumentCategory::PartAssembly);
+    const LRESULT styles = SendMessageW(Item(IDC_HISTORY), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0);
+    EXPECT_EQ(styles & (LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT), LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT);
+}
+
 TEST_F(MXOVPopupDlgTest, ThreeLinesOfADescriptionAndFourEntriesAreSeenAtOnce) {
     additionalRecords[0].description = L"First line\r\nSecond line\r\nThird line";
     Show(DocumentCategory::AdditionalDocument);
