@@ -54,7 +54,8 @@ class ProgramsTest(ViewerCase):
         self.set_policy('HKLM', '/v', 'RefusePrograms', '/t', 'REG_DWORD', '/d', '1')
         viewer = self.use(Viewer(windows_path(self.sample)))
         shown = viewer.wait('the message', lambda s: 'your administrator does not allow' in s.texts())
-        self.assertIn(r'Tools\setup.exe, Tools\report.hta, macro.js and 2 more.', shown.texts())
+        self.assertIn('It holds programs, which your administrator does not allow: '
+                      r'Tools\setup.exe, Tools\report.hta, macro.js and 2 more.', shown.texts())
         viewer.photograph('e2e-programs-refused')
         viewer.press('Return')
         viewer.wait('the window is empty', lambda s: s.frame.text == PROGRAM and not s.others)

@@ -2,7 +2,6 @@
 
 #include "common/Policies.h"
 #include "common/Programs.h"
-#include "package/Paths.h"
 
 namespace viewer {
 
@@ -17,8 +16,7 @@ PackageResult CheckPrograms(const std::wstring& packageFile) {
     const std::wstring programs = common::ProgramNames(entries);
     if (result.ok && !programs.empty()) {
         result.ok = false;
-        result.message =
-            FileName(packageFile) + L" holds programs, which your administrator does not allow: " + programs;
+        result.message = L"it holds programs, which your administrator does not allow: " + programs;
     }
     return result;
 }
