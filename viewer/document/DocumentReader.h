@@ -1,8 +1,8 @@
 // Finds and reads documents on a thread of its own.
 #pragma once
 
+#include "common/BackgroundThread.h"
 #include "document/DocumentContent.h"
-#include "session/BackgroundThread.h"
 
 #include <memory>
 #include <optional>
@@ -35,7 +35,7 @@ private:
     class Worker;
 
     std::shared_ptr<Worker> m_worker;
-    BackgroundThread m_thread;
+    common::BackgroundThread m_thread;
 };
 
 } // namespace viewer

@@ -1,7 +1,7 @@
 // Watches an open package for what other programs do to its folder and its file.
 #pragma once
 
-#include "session/BackgroundThread.h"
+#include "common/BackgroundThread.h"
 #include "session/PackageSession.h"
 
 #include <atomic>
@@ -46,7 +46,7 @@ private:
     class Worker;
 
     std::shared_ptr<Worker> m_worker;
-    BackgroundThread m_thread;
+    common::BackgroundThread m_thread;
 };
 
 } // namespace viewer

@@ -7,7 +7,7 @@
 #include <thread>
 #include <utility>
 
-namespace viewer {
+namespace common {
 
 class BackgroundThread {
 public:
@@ -35,4 +35,4 @@ private:
     std::thread m_thread;
 };
 
-} // namespace viewer
+} // namespace common
