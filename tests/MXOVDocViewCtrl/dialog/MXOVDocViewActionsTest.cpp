@@ -1,7 +1,9 @@
 // What "+" and a double click do.
 #include "ActionsFixture.h"
 
+#include "common/ComPtr.h"
 #include "FileDialogCalls.h"
+#include "ImportHook.h"
 #include "package/RecordLists.h"
 #include "RealMouse.h"
 #include "shell/HostText.h"
@@ -11,6 +13,7 @@
 #include <commctrl.h>
 #include <mxovshare.h>
 #include <ole2.h>
+#include <shobjidl.h>
 
 using namespace docview;
 
@@ -56,6 +59,38 @@ std::thread LockBeyond(HWND dialog, const std::wstring& path, DWORD duration) {
         CloseHandle(lock);
     });
 }
+HRESULT STDMETHODCALLTYPE NoState(IFileDialogCustomize* /*dialog*/, DWORD /*id*/, BOOL* checked) {
+    *checked = FALSE;
+    return E_FAIL;
+}
+
+/// Keeps all file dialogs of this process from reporting the state of a check box.
+class UnreadableCheckBoxes {
+public:
+    UnreadableCheckBoxes() {
+        common::ComPtr<IFileDialogCustomize> dialog;
+        if (SUCCEEDED(CoCreateInstance(CLSID_FileOpenDialog, nullptr, CLSCTX_INPROC_SERVER,
+                                       IID_IFileDialogCustomize, dialog.ReceiveVoid()))) {
+            constexpr std::size_t kGetCheckButtonState = 17; // its place in the dialog's table
+            m_method = &(*reinterpret_cast<void***>(dialog.Get()))[kGetCheckButtonState];
+            m_real = ExchangePointer(m_method, reinterpret_cast<void*>(NoState));
+        }
+    }
+    ~UnreadableCheckBoxes() {
+        if (m_method) {
+            ExchangePointer(m_method, m_real);
+        }
+    }
+    UnreadableCheckBoxes(const UnreadableCheckBoxes&) = delete;
+    UnreadableCheckBoxes& operator=(const UnreadableCheckBoxes&) = delete;
+
+    [[nodiscard]] bool Works() const { return m_method != nullptr; }
+
+private:
+    void** m_method = nullptr;
+    void* m_real = nullptr;
+};
+
 using MXOVDocViewActionsTest = ActionsFixture;
 
 TEST_F(MXOVDocViewActionsTest, DoubleClickOpensDocumentsOfTheThreeLists) {
@@ -141,6 +176,20 @@ TEST_F(MXOVDocViewActionsTest, AddsALinkedDocument) {
     }
     EXPECT_TRUE(IsEnabled(IDC_SAVE));
     EXPECT_FALSE(Exists(L"ReferanceFiles"));
+}
+
+TEST_F(MXOVDocViewActionsTest, LinksADocumentWhoseCheckBoxCannotBeRead) {
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\n");
+    Load();
+    const std::wstring path = m_elsewhere.Write(L"notes.txt", "x");
+    const UnreadableCheckBoxes unreadable;
+    ASSERT_TRUE(unreadable.Works());
+    Add(path, false);
+    ASSERT_EQ(additionalRecords.size(), 1U);
+    EXPECT_EQ(additionalRecords[0].isReferenced, 1);
+    EXPECT_EQ(Rows(IDC_ADDITIONAL_LIST)[0].image, 0);
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_1", L"IsReferencedFile"), L"YES");
+    EXPECT_EQ(Stored(L"REFERANCE_FILE_1", L"FilePath"), path);
 }
 
 TEST_F(MXOVDocViewActionsTest, AddsBelowTheLargestNumberAndOverwritesNothing) {

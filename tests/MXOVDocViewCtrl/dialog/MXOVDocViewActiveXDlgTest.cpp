@@ -1,4 +1,5 @@
 #include "DialogFixture.h"
+#include "EraseCount.h"
 
 #include "GdiObjectCount.h"
 
@@ -136,6 +137,20 @@ TEST_F(MXOVDocViewActiveXDlgTest, InvalidatesBoxesAndListsAfterPainting) {
         EXPECT_TRUE(GetUpdateRect(Item(kBoxes[i]), nullptr, FALSE)) << kBoxes[i];
     }
     EXPECT_FALSE(GetUpdateRect(Item(IDC_SAVE), nullptr, FALSE));
+}
+
+TEST_F(MXOVDocViewActiveXDlgTest, ErasesBoxesAndListsAfterPainting) {
+    m_dialog.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    for (int i = 0; i < 4; ++i) {
+        for (const HWND window : {Item(kBoxes[i]), Item(kLists[i])}) {
+            RedrawWindow(window, nullptr, nullptr, RDW_VALIDATE | RDW_NOERASE);
+            const EraseCount erased(window);
+            m_dialog.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
+            m_dialog.SendMessage(WM_PAINT);
+            GetUpdateRect(window, nullptr, TRUE);
+            EXPECT_EQ(erased.count, 1) << GetDlgCtrlID(window);
+        }
+    }
 }
 
 TEST_F(MXOVDocViewActiveXDlgTest, KeepsContextMenusInsideToItself) {

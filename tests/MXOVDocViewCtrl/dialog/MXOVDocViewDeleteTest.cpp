@@ -16,6 +16,17 @@ BOOL WINAPI RecordDelete(LPCWSTR path) {
     return TRUE;
 }
 
+/// How a list arranged its icons.
+std::vector<WPARAM> arranged;
+
+LRESULT CALLBACK WatchArranging(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*number*/,
+                                DWORD_PTR /*data*/) {
+    if (message == LVM_ARRANGE) {
+        arranged.push_back(wParam);
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
 using MXOVDocViewDeleteTest = ActionsFixture;
 
 TEST_F(MXOVDocViewDeleteTest, DeleteRemovesSectionCopyItemAndRecord) {
@@ -49,6 +60,16 @@ TEST_F(MXOVDocViewDeleteTest, DeleteTakesTheSectionBeforeTheCopy) {
     ASSERT_TRUE(hook.Real());
     RemoveAdditional(0);
     EXPECT_EQ(deleted, (std::vector<std::wstring>{m_package / L"ReferanceFiles\\plan.txt"}));
+}
+
+TEST_F(MXOVDocViewDeleteTest, DeleteArrangesTheIcons) {
+    Describe("[REFERANCE_FILE_1]\nFilePath=C:\\a\\one\n[REFERANCE_FILE_2]\nFilePath=C:\\a\\two\n");
+    Load();
+    arranged.clear();
+    ASSERT_TRUE(SetWindowSubclass(Item(IDC_ADDITIONAL_LIST), WatchArranging, 0, 0));
+    RemoveAdditional(0);
+    RemoveWindowSubclass(Item(IDC_ADDITIONAL_LIST), WatchArranging, 0);
+    EXPECT_EQ(arranged, std::vector<WPARAM>{LVA_DEFAULT});
 }
 
 TEST_F(MXOVDocViewDeleteTest, DeleteLeavesTheFileOfALinkedDocument) {
