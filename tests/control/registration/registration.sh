@@ -15,7 +15,7 @@ check() { # WHAT CONDITION...
 registry() { # FILE: the whole registry as text, but for what Wine's desktop writes about the display when it comes up
     wine regedit /E "$work/$1.hive" >/dev/null 2>&1
     iconv -f UTF-16 -t UTF-8 "$work/$1.hive" | tr -d '\r' |
-        sed '/^\[HKEY_LOCAL_MACHINE\\System\\CurrentControlSet\\Control\\Video\\/,/^$/d' >"$work/$1"
+        sed -E '/^\[HKEY_LOCAL_MACHINE\\System\\(CurrentControlSet|ControlSet[0-9]+)\\Control\\Video\\/,/^$/d' >"$work/$1"
 }
 value() { # KEY NAME EXPECTED; name "" is the default value
     local name=(/v "$2")
