@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Where the properties of a document come up, and the columns of the lists, at every size of the screen's dots."""
+import subprocess
 import unittest
 
 from viewercase import ViewerCase, properties_of
-from viewerdriver import LISTS
+from viewerdriver import LISTS, Viewer
 from wineprogram import change_registry
 
 SCREEN = (0, 0, 1280, 1024)
@@ -65,8 +66,17 @@ class PlacementTest(ViewerCase):
         self.finish(viewer)
 
     def set_dots_per_inch(self, dots):
-        change_registry('add', DESKTOP, '/v', 'LogPixels', '/t', 'REG_DWORD', '/d', str(dots), '/f')
+        self.addCleanup(self.log_off)
         self.addCleanup(change_registry, 'delete', DESKTOP, '/v', 'LogPixels', '/f')
+        change_registry('add', DESKTOP, '/v', 'LogPixels', '/t', 'REG_DWORD', '/d', str(dots), '/f')
+        self.log_off()
+
+    @staticmethod
+    def log_off():
+        """Programs that are aware of the system's dots see those of the time when the user logged on."""
+        subprocess.run(['wineserver', '-k'], check=True)
+        subprocess.run(['wineserver', '-p'], check=True)
+        Viewer.reader.cache_clear()  # it ended with the server
 
     def check_columns(self, percent):
         self.set_dots_per_inch(96 * percent // 100)
