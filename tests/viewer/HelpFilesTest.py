@@ -77,7 +77,7 @@ class HelpFilesTest(unittest.TestCase):
     def test_pages_are_those_of_the_documentation(self):
         for file in self.each():
             source = ROOT / 'docs/help' / file.language
-            self.assertEqual(sorted(page.name for page in source.iterdir()), sorted(PAGES))
+            self.assertEqual(sorted(page.name for page in source.glob('*.html')), sorted(PAGES))
             for page in PAGES:
                 text = file.text(f'{file.language}/{page}')
                 self.assertIn(f'charset={CODE_PAGE}"', text)
