@@ -10,7 +10,7 @@ namespace mxovshare {
 namespace {
 
 constexpr std::wstring_view kStream = L":Zone.Identifier";
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr DWORD kShareWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::size_t kLongestMark = 4096; // bytes; the system writes some hundred
 
 std::wstring StreamOf(const std::wstring& file) {
@@ -20,7 +20,7 @@ std::wstring StreamOf(const std::wstring& file) {
 // Empty for a file without a mark.
 std::string ReadMark(const std::wstring& file) {
     const common::UniqueHandle stream = common::OwnFile(
-        CreateFileW(StreamOf(file).c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+        CreateFileW(StreamOf(file).c_str(), GENERIC_READ, kShareWithAll, nullptr, OPEN_EXISTING, 0, nullptr));
     if (!stream) {
         return {};
     }
@@ -37,8 +37,8 @@ std::string ReadMark(const std::wstring& file) {
 
 bool HasStreams(const std::wstring& path) {
     const common::UniqueHandle file =
-        common::OwnFile(CreateFileW(common::LongPath(path).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
-                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+        common::OwnFile(CreateFileW(common::LongPath(path).c_str(), FILE_READ_ATTRIBUTES, kShareWithAll,
+                                    nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
     DWORD flags = 0;
     return file &&
            GetVolumeInformationByHandleW(file.get(), nullptr, 0, nullptr, nullptr, &flags, nullptr, 0) &&
@@ -60,8 +60,8 @@ void WebMark::CopyTo(const std::wstring& file) const {
     if (m_bytes.empty() || !m_hasStreams(file)) {
         return;
     }
-    const common::UniqueHandle stream = common::OwnFile(
-        CreateFileW(StreamOf(file).c_str(), GENERIC_WRITE, kShareAll, nullptr, CREATE_ALWAYS, 0, nullptr));
+    const common::UniqueHandle stream = common::OwnFile(CreateFileW(
+        StreamOf(file).c_str(), GENERIC_WRITE, kShareWithAll, nullptr, CREATE_ALWAYS, 0, nullptr));
     const auto size = static_cast<DWORD>(m_bytes.size());
     DWORD written = 0;
     if (!stream || !WriteFile(stream.get(), m_bytes.data(), size, &written, nullptr) || written != size) {

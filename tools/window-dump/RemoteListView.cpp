@@ -97,6 +97,7 @@ std::vector<ListColumn> ReadColumns(HWND list) {
     }
     AskAll(list, LVM_GETCOLUMNW, questions);
     std::vector<ListColumn> columns;
+    columns.reserve(questions.size());
     for (const auto& question : questions) {
         columns.push_back({question.text, question.structure.cx});
     }

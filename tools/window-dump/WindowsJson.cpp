@@ -88,9 +88,9 @@ private:
 std::string ListsJson(const std::vector<HWND>& lists) {
     std::string json;
     for (const HWND list : lists) {
-        json += (json.empty() ? "" : ",") + ListJson(list);
+        json.append(json.empty() ? "{" : ",").append(ListJson(list));
     }
-    return "{" + json + "}";
+    return json.empty() ? "{}" : json.append("}");
 }
 
 } // namespace
@@ -103,7 +103,7 @@ std::string WindowsJson(HWND frame) {
         const std::string before = std::exchange(outline, Outline(frame)).Json();
         // The windows change while they are read one after the other.
         if (outline.Json() == before || i == kMostReadings) {
-            return before + ",\"lists\":" + lists + "}";
+            return std::string(before).append(",\"lists\":").append(lists).append("}");
         }
     }
 }

@@ -247,7 +247,7 @@ TEST(CatalogueLoader, KeepsTheOrderInWhichAFolderIsListed) {
     source.folders[L"C:\\P\\\\S"] = {L"b.html", L"c.html", L"a.html"};
     for (const auto& [folder, names] : source.folders) {
         for (const std::wstring& name : names) {
-            source.files[folder + L"\\" + name] = {.exists = true};
+            source.files[std::wstring(folder).append(L"\\").append(name)] = {.exists = true};
         }
     }
     const std::wstring folder = L"C:\\P\\";
