@@ -44,11 +44,16 @@ bool MakeFolder(const std::wstring& folder) {
     return CreateDirectoryW(folder.c_str(), nullptr) || GetLastError() == ERROR_ALREADY_EXISTS;
 }
 
+// Whether a file could not be created because its folder is not there.
+bool IsGone(DWORD reason) {
+    return reason == ERROR_PATH_NOT_FOUND || reason == ERROR_FILE_NOT_FOUND;
+}
+
 // The folders with `first` before them, and in no other place.
-std::vector<std::wstring> WithFirst(const std::wstring& first, std::vector<std::wstring> folders) {
+std::vector<std::wstring> WithFirst(std::wstring first, std::vector<std::wstring> folders) {
     std::erase_if(folders,
                   [&first](const std::wstring& folder) { return common::IsSamePath(folder, first); });
-    folders.insert(folders.begin(), first);
+    folders.insert(folders.begin(), std::move(first));
     return folders;
 }
 
@@ -83,28 +88,29 @@ std::vector<std::wstring> SessionStore::EarlierFolders() {
 }
 
 SessionStore::SessionStore(std::wstring folder, std::vector<std::wstring> earlier)
-    : m_folder(std::move(folder)), m_folders(WithFirst(m_folder, std::move(earlier))) {}
+    : m_folders(WithFirst(std::move(folder), std::move(earlier))) {}
 
 std::unique_ptr<PackageSession> SessionStore::Create(const std::wstring& packageFile, std::wstring& error) {
+    const std::wstring& store = m_folders.front();
     for (int number = 1; number <= kMostSessions; ++number) {
         const std::wstring folder =
-            m_folder + L"\\" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(number);
+            store + L"\\" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(number);
         if (GetFileAttributesW(folder.c_str()) != INVALID_FILE_ATTRIBUTES) {
             continue;
         }
-        SessionFile file = MakeFolder(m_folder) ? SessionFile::Create(folder, packageFile) : SessionFile();
+        SessionFile file = MakeFolder(store) ? SessionFile::Create(folder, packageFile) : SessionFile();
         if (file) {
             return std::unique_ptr<PackageSession>(
                 new PackageSession(*this, packageFile, folder, std::move(file)));
         }
-        // The folder itself goes when the last session in it is removed.
+        // Whoever removes the last session of the folder removes the folder, perhaps at this moment.
         const DWORD reason = GetLastError();
-        if (reason != ERROR_FILE_EXISTS && (reason != ERROR_PATH_NOT_FOUND || !MakeFolder(m_folder))) {
-            error = L"The folder " + m_folder + L" cannot be used: " + common::SystemErrorText(reason) + L".";
+        if (reason != ERROR_FILE_EXISTS && !(IsGone(reason) && MakeFolder(store))) {
+            error = L"The folder " + store + L" cannot be used: " + common::SystemErrorText(reason) + L".";
             return nullptr;
         }
     }
-    error = L"The folder " + m_folder + L" is full of abandoned packages.";
+    error = L"The folder " + store + L" is full of abandoned packages.";
     return nullptr;
 }
 

@@ -53,8 +53,7 @@ private:
     template <class Work>
     void RunInBackground(Work work) noexcept;
 
-    const std::wstring m_folder;               // without a separator at the end
-    const std::vector<std::wstring> m_folders; // with the earlier ones
+    const std::vector<std::wstring> m_folders; // its own and the earlier ones, without a separator at the end
     std::mutex m_lock; // guards the next one: sessions also end on the thread that unpacks
     std::vector<std::future<void>> m_removals;
 };

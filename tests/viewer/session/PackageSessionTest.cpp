@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 using namespace viewer;
 
 namespace {
@@ -59,6 +62,20 @@ TEST_F(PackageSessionTest, NothingIsLeftAtItsEnd) {
     session.reset();
     m_store.WaitForRemovals();
     EXPECT_EQ(m_temporary.EntryCount(), 0);
+}
+
+TEST_F(PackageSessionTest, AFolderThatAnotherViewerRemovesAtThatMomentIsMadeAgain) {
+    std::atomic<bool> isDone = false;
+    std::thread other([this, &isDone] {
+        while (!isDone) {
+            RemoveDirectoryW((m_temporary / L"MXOVViewer").c_str());
+        }
+    });
+    for (int count = 0; count < 300; ++count) {
+        EXPECT_TRUE(m_store.Create(L"C:\\a.mxov", m_error)) << m_error.c_str();
+    }
+    isDone = true;
+    other.join();
 }
 
 TEST_F(PackageSessionTest, LeftoversAreRemovedButNotWhatACrashLeftOrAnotherViewerUses) {

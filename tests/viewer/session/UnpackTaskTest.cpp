@@ -34,7 +34,9 @@ bool WaitForMessage(HWND window) {
 
 std::unique_ptr<PackageSession> NewSession(SessionStore& store, const std::wstring& package) {
     std::wstring error;
-    return store.Create(package, error);
+    std::unique_ptr<PackageSession> session = store.Create(package, error);
+    EXPECT_TRUE(session) << error.c_str();
+    return session;
 }
 
 // A package with two files of known size.
