@@ -75,8 +75,9 @@ MXOVSHARE_API PackageResult VerifyPackage(const std::wstring& file,
                                           PackageProgress* progress = nullptr) noexcept;
 
 /// Reads the package's information file ("mxinfo.ini", else "Private\mxinfo.ini") without unpacking anything.
-/// A package without one has no sections; the call succeeds.
-MXOVSHARE_API PackageResult ReadInformation(const std::wstring& file,
+/// `path` is a package file, or the folder of an unpacked one. A package without an information file has no
+/// sections; the call succeeds.
+MXOVSHARE_API PackageResult ReadInformation(const std::wstring& path,
                                             std::vector<InformationSection>& sections) noexcept;
 
 /// Lists the files below a folder with their sizes and last writes. Links are not followed; checksums are not

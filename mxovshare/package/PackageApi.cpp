@@ -46,17 +46,4 @@ PackageResult VerifyPackage(const std::wstring& file, PackageProgress* progress)
     });
 }
 
-PackageResult ReadInformation(const std::wstring& file, std::vector<InformationSection>& sections) noexcept {
-    return RunForResult(file, [&] {
-        sections.clear();
-        const DiskSource source(file);
-        const std::vector<ZipEntry> entries = ReadZipDirectory(source);
-        const ZipEntry* entry = FindInformation(entries);
-        if (entry == nullptr) {
-            return;
-        }
-        sections = SectionsOf(ReadInformationFile(source, *entry));
-    });
-}
-
 } // namespace mxovshare

@@ -53,6 +53,16 @@ PackageEntry DescribeItem(const FolderItem& item, ProgressMeter& meter) {
     return Describe(entry);
 }
 
+std::vector<InformationSection> InformationOfFolder(const std::wstring& folder) {
+    for (const wchar_t* name : {common::kInformationFile, common::kPrivateInformationFile}) {
+        const std::wstring path = JoinPath(folder, name);
+        if (GetFileAttributesW(common::LongPath(path).c_str()) != INVALID_FILE_ATTRIBUTES) {
+            return SectionsOf(ReadFileUpTo(path, kLargestInformation));
+        }
+    }
+    return {};
+}
+
 void ReadFolder(const std::wstring& folder, std::vector<PackageEntry>& entries,
                 std::vector<InformationSection>& sections, PackageProgress* progress) {
     const std::vector<FolderItem> items = ScanFolder(folder, {});
@@ -65,13 +75,14 @@ void ReadFolder(const std::wstring& folder, std::vector<PackageEntry>& entries,
         meter.Begin(item.path);
         entries.push_back(DescribeItem(item, meter));
     }
-    for (const wchar_t* name : {common::kInformationFile, common::kPrivateInformationFile}) {
-        const std::wstring path = JoinPath(folder, name);
-        if (GetFileAttributesW(common::LongPath(path).c_str()) != INVALID_FILE_ATTRIBUTES) {
-            sections = SectionsOf(ReadFileUpTo(path, kLargestInformation));
-            return;
-        }
-    }
+    sections = InformationOfFolder(folder);
+}
+
+std::vector<InformationSection> InformationOf(const ByteSource& source,
+                                              const std::vector<ZipEntry>& directory) {
+    const ZipEntry* information = FindInformation(directory);
+    return information != nullptr ? SectionsOf(ReadInformationFile(source, *information))
+                                  : std::vector<InformationSection>();
 }
 
 void ReadPackageFile(const std::wstring& file, std::vector<PackageEntry>& entries,
@@ -81,9 +92,7 @@ void ReadPackageFile(const std::wstring& file, std::vector<PackageEntry>& entrie
     for (const ZipEntry& entry : directory) {
         entries.push_back(Describe(entry));
     }
-    if (const ZipEntry* information = FindInformation(directory)) {
-        sections = SectionsOf(ReadInformationFile(source, *information));
-    }
+    sections = InformationOf(source, directory);
 }
 
 class PackageFiles {
@@ -112,6 +121,18 @@ private:
 };
 
 } // namespace
+
+PackageResult ReadInformation(const std::wstring& path, std::vector<InformationSection>& sections) noexcept {
+    return RunForResult(path, [&] {
+        sections.clear();
+        if (IsContentFolder(path)) {
+            sections = InformationOfFolder(path);
+        } else {
+            const DiskSource source(path);
+            sections = InformationOf(source, ReadZipDirectory(source));
+        }
+    });
+}
 
 PackageResult ReadContent(const std::wstring& path, std::vector<PackageEntry>& entries,
                           std::vector<InformationSection>& sections, PackageProgress* progress) noexcept {

@@ -46,6 +46,21 @@ TEST(FolderListing, AFolderThatCannotBeListedIsNamed) {
     EXPECT_TRUE(files.empty());
 }
 
+TEST(FolderListing, TheInformationFileIsReadInItsFolder) {
+    const TempFolder folder;
+    std::vector<InformationSection> sections(1);
+    EXPECT_TRUE(ReadInformation(folder.Path(), sections).ok);
+    EXPECT_TRUE(sections.empty());
+    folder.Write(L"Private\\mxinfo.ini", "[FILEINFO]\r\nThumbnail=a.bmp\r\n");
+    EXPECT_TRUE(ReadInformation(folder.Path(), sections).ok);
+    ASSERT_EQ(sections.size(), 1u);
+    EXPECT_EQ(sections[0].name, L"FILEINFO");
+    folder.Write(L"mxinfo.ini", "[OTHER]\r\nKey=1\r\n");
+    EXPECT_TRUE(ReadInformation(folder.Path(), sections).ok);
+    ASSERT_EQ(sections.size(), 1u);
+    EXPECT_EQ(sections[0].name, L"OTHER");
+}
+
 TEST(FolderListing, AChecksumIsThatOfThePackageEntry) {
     const TempFolder folder;
     const std::wstring content = folder.WriteSized(L"source\\large.bin", 300000);
