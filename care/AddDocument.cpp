@@ -3,8 +3,6 @@
 #include "common/Paths.h"
 
 #include <package/CatalogueLoader.h>
-#include <package/DiskCatalogueSource.h>
-#include <package/ItemText.h>
 #include <package/PackageInformation.h>
 
 #include <algorithm>
@@ -15,23 +13,13 @@ namespace care {
 
 namespace {
 
-constexpr wchar_t kNoDescription[] = L"-"; // as the control adds documents
 constexpr wchar_t kUsualGCode[] = L"GCode\\";
 constexpr wchar_t kUsualSheets[] = L"SetupSheets\\";
-
-std::wstring TimeOf(const std::wstring& path) {
-    const FileStatus status = DiskCatalogueSource({}).Status(common::LongPath(path));
-    if (!status.exists || status.isFolder) {
-        throw Refusal{L"cannot add \"" + path + L"\": " +
-                      (status.exists ? L"it is a folder" : L"it does not exist")};
-    }
-    return FormatFileTime(status.lastWrite);
-}
 
 class DocumentAdder {
 public:
     DocumentAdder(PackageEditor& editor, const NewDocument& document)
-        : m_editor(editor), m_document(document), m_time(TimeOf(document.path)) {}
+        : m_editor(editor), m_document(document), m_time(DateOfFile(document.path)) {}
 
     std::wstring Add() {
         switch (m_document.kind) {

@@ -17,6 +17,13 @@ struct Document {
 /// The keys of a document in the order in which the format has them.
 std::vector<mxovshare::InformationChange> KeysOf(const Document& document);
 
+/// The description of a document that nobody has described, as the control adds it.
+inline constexpr wchar_t kNoDescription[] = L"-";
+
+/// The last write of a file that becomes a document, as the format has it. Throws Refusal for what is no
+/// file.
+std::wstring DateOfFile(const std::wstring& path);
+
 /// How a file becomes a document.
 enum class DocumentKind {
     Copy, ///< an additional document inside the package
@@ -42,6 +49,9 @@ std::wstring AddDocument(PackageEditor& editor, const NewDocument& document);
 /// name. A copy that another document shows stays. Returns its path. Throws Refusal when none or several
 /// match.
 std::wstring RemoveDocument(PackageEditor& editor, const std::wstring& word);
+
+/// Removes the part, which the format holds as a path only.
+void RemovePart(PackageEditor& editor);
 
 /// The folder of a list of files separated by ";", which is that of its first entry, with its separator;
 /// `usual` when the list is empty.

@@ -48,13 +48,19 @@ bool IsPersonal(std::wstring path) {
            });
 }
 
+// Why a path may not be followed, given what is allowed of links.
+const wchar_t* FaultOf(const std::wstring& path, bool isLink, OtherComputers others) {
+    return isLink && others == OtherComputers::Asked && IsNetworkPath(path) ? nullptr : PathFault(path);
+}
+
 class FaultSearch {
 public:
     FaultSearch(const std::vector<mxovshare::PackageEntry>& entries, const Sections& sections,
                 const CatalogueSource& source, const std::wstring& folder, const FILETIME& now,
-                const FindingSink& take)
+                OtherComputers others, const FindingSink& take)
         : m_entries(entries), m_sections(sections), m_source(source), m_folder(folder),
-          m_tomorrow(DayAfter(now)), m_items(CatalogueLoader(source, folder).Load()), m_take(take) {}
+          m_tomorrow(DayAfter(now)), m_others(others), m_items(CatalogueLoader(source, folder).Load()),
+          m_take(take) {}
 
     void Find() {
         FindMissing();
@@ -64,18 +70,38 @@ public:
         CheckHistory();
         CheckDates();
         CheckVersion();
-        FindErrors(m_sections, m_source, m_take);
+        FindErrors(m_sections, m_source, m_others, m_take);
     }
 
 private:
-    void Add(Severity severity, const wchar_t* code, const std::wstring& section,
-             const std::wstring& document, const std::wstring& message, const wchar_t* cure) {
+    // Where a finding was made: a key of a section of the information file.
+    struct Place {
+        std::wstring section;
+        std::wstring key;
+    };
+
+    void Add(Severity severity, const wchar_t* code, const Place& place, const std::wstring& document,
+             const std::wstring& message, const wchar_t* cure) {
         m_take({.severity = severity,
                 .code = code,
-                .section = section,
+                .section = place.section,
+                .key = place.key,
                 .document = document,
                 .message = message,
                 .cure = cure});
+    }
+
+    static Place PlaceOf(const DocumentRecord& record) {
+        return {record.sectionName, record.isAdditional != 0 ? inikey::kFilePath : inikey::kCadPath};
+    }
+
+    const wchar_t* LinkFault(const std::wstring& path) const { return FaultOf(path, true, m_others); }
+
+    // One of a computer that does not answer may exist.
+    std::wstring MissingText(const std::wstring& path) const {
+        return L"linked document \"" + path +
+               (m_source.Status(path).noAnswer ? L"\" cannot be looked up: its computer does not answer"
+                                               : L"\" does not exist");
     }
 
     bool IsMissing(const std::wstring& path) const {
@@ -85,19 +111,19 @@ private:
     void FindMissing() {
         for (const CatalogueItem& item : m_items) {
             const DocumentRecord& record = item.record;
-            if (item.image == kMissingImage && PathFault(record.filePath) == nullptr) {
-                Add(Severity::Warning, finding::kLinkMissing, record.sectionName, record.filePath,
-                    L"linked document \"" + record.filePath + L"\" does not exist", L"relink or remove it");
+            if (item.image == kMissingImage && LinkFault(record.filePath) == nullptr) {
+                Add(Severity::Warning, finding::kLinkMissing, PlaceOf(record), record.filePath,
+                    MissingText(record.filePath), L"relink or remove it");
             }
             if (record.isAdditional != 0 && record.isReferenced == 0 && IsMissing(record.filePath)) {
-                Add(Severity::Warning, finding::kCopyMissing, record.sectionName, record.filePath,
+                Add(Severity::Warning, finding::kCopyMissing, PlaceOf(record), record.filePath,
                     L"document \"" + record.filePath + L"\" is not in the package", L"add or remove it");
             }
         }
         const std::wstring thumbnail = FileInfo(inikey::kThumbnail);
         if (IsMissing(thumbnail)) {
-            Add(Severity::Warning, finding::kPreviewMissing, inikey::kFileInfo, thumbnail,
-                L"preview \"" + thumbnail + L"\" is not in the package", L"set Thumbnail");
+            Add(Severity::Warning, finding::kPreviewMissing, {inikey::kFileInfo, inikey::kThumbnail},
+                thumbnail, L"preview \"" + thumbnail + L"\" is not in the package", L"set Thumbnail");
         }
         if (m_sections.empty()) {
             Add(Severity::Warning, finding::kNoInformation, {}, {},
@@ -109,18 +135,18 @@ private:
     void FindOtherLinks() {
         for (const CatalogueItem& item : m_items) {
             const DocumentRecord& record = item.record;
-            if (record.isReferenced == 0 || PathFault(record.filePath) != nullptr) {
+            if (record.isReferenced == 0 || LinkFault(record.filePath) != nullptr) {
                 continue;
             }
             const FileStatus status = m_source.Status(record.filePath);
             if (status.exists && IsDate(record.timestamp) &&
                 FormatFileTime(status.lastWrite) > record.timestamp) {
-                Add(Severity::Warning, finding::kLinkNewer, record.sectionName, record.filePath,
+                Add(Severity::Warning, finding::kLinkNewer, PlaceOf(record), record.filePath,
                     L"linked document \"" + record.filePath + L"\" was changed after " + record.timestamp,
                     L"check it and set its date");
             }
             if (IsPersonal(record.filePath)) {
-                Add(Severity::Warning, finding::kPersonalFolder, record.sectionName, record.filePath,
+                Add(Severity::Warning, finding::kPersonalFolder, PlaceOf(record), record.filePath,
                     L"linked document \"" + record.filePath + L"\" is in a personal or temporary folder",
                     L"copy it into the package");
             }
@@ -160,7 +186,7 @@ private:
             }
             const auto [first, isNew] = sections.emplace(record.filePath, record.sectionName);
             if (!isNew) {
-                Add(Severity::Warning, finding::kShared, record.sectionName, record.filePath,
+                Add(Severity::Warning, finding::kShared, PlaceOf(record), record.filePath,
                     std::wstring(first->second) + L" and " + record.sectionName + L" both show \"" +
                         record.filePath + L"\"",
                     L"remove one of them");
@@ -176,7 +202,7 @@ private:
                 continue;
             }
             if (time < last) {
-                Add(Severity::Warning, finding::kHistoryOrder, section.name, {},
+                Add(Severity::Warning, finding::kHistoryOrder, {section.name, inikey::kTime}, {},
                     section.name + L" of " + time + L" follows an entry of " + last, L"");
             }
             last = std::max(last, time);
@@ -188,7 +214,7 @@ private:
             for (const wchar_t* key : {inikey::kTime, inikey::kTimestamp, inikey::kCadTime}) {
                 const std::wstring time = ValueOf(section, key);
                 if (IsDate(time) && time > m_tomorrow) {
-                    Add(Severity::Warning, finding::kFuture, section.name, {},
+                    Add(Severity::Warning, finding::kFuture, {section.name, key}, {},
                         section.name + L"/" + key + L" is in the future: " + time, L"set it");
                 }
             }
@@ -198,7 +224,7 @@ private:
     void CheckVersion() {
         const std::wstring version = FileInfo(inikey::kVersion);
         if (!m_sections.empty() && !IsRecentVersion(version)) {
-            Add(Severity::Note, finding::kOldVersion, inikey::kFileInfo, {},
+            Add(Severity::Note, finding::kOldVersion, {inikey::kFileInfo, inikey::kVersion}, {},
                 L"the version \"" + version + L"\" is before 2021: additional documents are not shown",
                 L"set MaxtlreVersion");
         }
@@ -211,6 +237,7 @@ private:
     const CatalogueSource& m_source;
     const std::wstring& m_folder;
     std::wstring m_tomorrow;
+    OtherComputers m_others;
     std::vector<CatalogueItem> m_items;
     const FindingSink& m_take;
 };
@@ -226,32 +253,35 @@ const wchar_t* PathFault(const std::wstring& path) {
 
 void FindFaults(const std::vector<mxovshare::PackageEntry>& entries, const Sections& sections,
                 const CatalogueSource& source, const std::wstring& folder, const FILETIME& now,
-                const FindingSink& take) {
-    FaultSearch(entries, sections, source, folder, now, take).Find();
+                OtherComputers others, const FindingSink& take) {
+    FaultSearch(entries, sections, source, folder, now, others, take).Find();
 }
 
-void FindErrors(const Sections& sections, const CatalogueSource& source, const FindingSink& take) {
-    const auto check = [&take](const std::wstring& section, const std::wstring& name,
-                               const std::wstring& path) {
-        if (const wchar_t* fault = PathFault(path)) {
+void FindErrors(const Sections& sections, const CatalogueSource& source, OtherComputers others,
+                const FindingSink& take) {
+    const auto check = [&](const std::wstring& section, const std::wstring& key, const std::wstring& path,
+                           bool isLink) {
+        if (const wchar_t* fault = FaultOf(path, isLink, others)) {
+            const bool isDocument = key == inikey::kFilePath;
             take({.severity = Severity::Error,
                   .code = IsNetworkPath(path) ? finding::kOtherComputer : finding::kLeavesFolder,
                   .section = section,
+                  .key = key,
                   .document = path,
-                  .message = name + L" \"" + path + L"\" " + fault,
+                  .message = (isDocument ? section : key) + L" \"" + path + L"\" " + fault,
                   .cure = L"relink or remove it"});
         }
     };
     for (const wchar_t* key : {inikey::kCadPath, inikey::kSetupSheets, inikey::kThumbnail}) {
-        check(inikey::kFileInfo, key, source.Value(inikey::kFileInfo, key));
+        check(inikey::kFileInfo, key, source.Value(inikey::kFileInfo, key), key == inikey::kCadPath);
     }
     std::wistringstream list(source.Value(inikey::kFileInfo, inikey::kGCode));
     for (std::wstring path; std::getline(list, path, L';');) {
-        check(inikey::kFileInfo, inikey::kGCode, path);
+        check(inikey::kFileInfo, inikey::kGCode, path, false);
     }
     for (const Section& section : sections) {
         if (IsAdditional(section)) {
-            check(section.name, section.name, ValueOf(section, inikey::kFilePath));
+            check(section.name, inikey::kFilePath, ValueOf(section, inikey::kFilePath), !IsCopy(section));
         }
     }
 }

@@ -12,6 +12,12 @@ namespace care {
 using Section = mxovshare::InformationSection;
 using Sections = std::vector<Section>;
 
+/// A package, as its directory and its information file show it.
+struct PackageContent {
+    std::vector<mxovshare::PackageEntry> entries;
+    Sections sections;
+};
+
 /// The value of a key; empty without one. Names compare without regard to case.
 std::wstring ValueOf(const Section& section, std::wstring_view key);
 std::wstring ValueOf(const Sections& sections, std::wstring_view section, std::wstring_view key);

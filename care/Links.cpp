@@ -6,7 +6,6 @@
 #include <package/PackagePath.h>
 
 #include <algorithm>
-#include <optional>
 
 using namespace docview;
 
@@ -40,6 +39,12 @@ std::optional<std::wstring> Below(const std::wstring& path, const std::wstring& 
         return {};
     }
     return rest;
+}
+
+// The part before the last separator; empty without one.
+std::wstring FolderOfFile(const std::wstring& path) {
+    const std::size_t end = path.find_last_of(kSeparators);
+    return path.substr(0, end == std::wstring::npos ? 0 : end);
 }
 
 void AddLink(std::vector<Link>& links, Link link) {
@@ -76,6 +81,22 @@ std::vector<Relinked> Relink(const Sections& sections, const std::wstring& from,
         }
     }
     return relinked;
+}
+
+// The folder that moved is the one above all that the two paths have in common at their ends.
+std::optional<std::wstring> MovedWith(const std::wstring& other, const std::wstring& from,
+                                      const std::wstring& to) {
+    std::wstring oldFolder = from;
+    std::wstring newFolder = to;
+    while (!oldFolder.empty() && common::IsSamePath(LastName(oldFolder), LastName(newFolder))) {
+        oldFolder = FolderOfFile(oldFolder);
+        newFolder = FolderOfFile(newFolder);
+    }
+    if (oldFolder == from || oldFolder.empty() || newFolder.empty()) {
+        return {};
+    }
+    const auto rest = Below(other, oldFolder);
+    return rest ? std::optional(newFolder + *rest) : std::nullopt;
 }
 
 bool IsFullPath(std::wstring_view path) {

@@ -3,6 +3,8 @@
 
 #include "care/Information.h"
 
+#include <optional>
+
 namespace care {
 
 /// A key of the information file that holds a path to a file outside the package.
@@ -25,6 +27,11 @@ struct Relinked {
 /// The links to `from` or below it, with `to` in its place. Both are full paths; case, kind and number of
 /// separators at the end of `from` do not matter.
 std::vector<Relinked> Relink(const Sections& sections, const std::wstring& from, const std::wstring& to);
+
+/// Where the file `other` lies now if it moved together with `from`, which is `to` now; none unless it lay
+/// below the folder that moved.
+std::optional<std::wstring> MovedWith(const std::wstring& other, const std::wstring& from,
+                                      const std::wstring& to);
 
 /// Whether a path begins with a drive and its root, or with the name of another computer.
 bool IsFullPath(std::wstring_view path);

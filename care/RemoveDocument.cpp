@@ -84,12 +84,6 @@ void RemoveAdditional(PackageEditor& editor, const Removable& document) {
     }
 }
 
-void RemovePart(PackageEditor& editor) {
-    for (const wchar_t* key : {inikey::kCadPath, inikey::kCadTime, inikey::kCadDescription}) {
-        editor.SetKey(inikey::kFileInfo, key, {});
-    }
-}
-
 // The list keeps naming the folder while files are left in it.
 void RemoveFromList(PackageEditor& editor, const Removable& document) {
     const std::wstring folder = FolderOfList(editor.FileInfo(document.key), {});
@@ -109,6 +103,12 @@ void RemoveFromList(PackageEditor& editor, const Removable& document) {
 }
 
 } // namespace
+
+void RemovePart(PackageEditor& editor) {
+    for (const wchar_t* key : {inikey::kCadPath, inikey::kCadTime, inikey::kCadDescription}) {
+        editor.SetKey(inikey::kFileInfo, key, {});
+    }
+}
 
 std::wstring RemoveDocument(PackageEditor& editor, const std::wstring& word) {
     const Removable document = Find(editor, word);

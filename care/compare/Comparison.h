@@ -30,12 +30,6 @@ struct ValueChange {
     std::optional<std::wstring> after;
 };
 
-/// Two packages, as their directories and information files show them.
-struct PackageContent {
-    std::vector<mxovshare::PackageEntry> entries;
-    Sections sections;
-};
-
 struct Comparison {
     std::vector<FileChange> files;
     std::vector<ValueChange> values; ///< without those of the history

@@ -169,7 +169,7 @@ int Check(const Arguments& arguments) {
     Counts counts = {};
     const auto findEach = [&](const care::FindingSink& take) {
         care::FindFaults(view.entries, view.sections, source, ArchiveCatalogueSource::kFolder, now,
-                         [&](const Finding& finding) {
+                         care::OtherComputers::Refused, [&](const Finding& finding) {
                              ++CountOf(counts, finding.severity);
                              take(finding);
                          });
@@ -183,7 +183,8 @@ int Check(const Arguments& arguments) {
         return ExitCodeOf(counts, isStrict);
     }
     std::size_t errors = 0;
-    care::FindErrors(view.sections, source, [&errors](const Finding&) { ++errors; });
+    care::FindErrors(view.sections, source, care::OtherComputers::Refused,
+                     [&errors](const Finding&) { ++errors; });
     PrintLine(file + L": " + std::to_wstring(view.entries.size()) +
               (view.entries.size() == 1 ? L" entry" : L" entries") + L", " +
               (errors == 0 ? std::wstring(L"all sound") : Count(errors, L"fault")));
