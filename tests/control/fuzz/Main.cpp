@@ -1,10 +1,9 @@
 // control_fuzz RUN [COUNT] [SEED] [crash|leak|hang] [PATIENCE]: hammers the registered control. Prints "done"
 // and ends with 0 when nothing was found, with 3 when something was; a crash ends it with 99, a step that
 // takes longer than PATIENCE seconds with 98.
+#include "CrashReport.h"
 #include "Fuzz.h"
 #include "Progress.h"
-
-#include <windows.h>
 
 #include <ole2.h>
 
@@ -24,17 +23,8 @@ constexpr UINT kCrashed = 99;
 constexpr unsigned kPatience = 60; // seconds; the longest step of a sound run takes a few
 
 LONG WINAPI ReportCrash(EXCEPTION_POINTERS* info) {
-    const auto* address = static_cast<const BYTE*>(info->ExceptionRecord->ExceptionAddress);
-    HMODULE module = nullptr;
-    char name[MAX_PATH] = "?";
-    if (GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                               GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                           reinterpret_cast<LPCSTR>(address), &module)) {
-        GetModuleFileNameA(module, name, MAX_PATH);
-    }
-    std::printf("crashed: code %08lx at %s + %llx in %s\n", info->ExceptionRecord->ExceptionCode, name,
-                static_cast<unsigned long long>(address - reinterpret_cast<BYTE*>(module)),
-                Words(doing).c_str());
+    crash::Print(stdout, *info);
+    std::printf("  in %s\n", Words(doing).c_str());
     std::fflush(stdout);
     TerminateProcess(GetCurrentProcess(), kCrashed);
     return EXCEPTION_EXECUTE_HANDLER;
