@@ -1,19 +1,18 @@
 #include "ByteSource.h"
 
 #include <algorithm>
-#include <vector>
+#include <memory>
 
 namespace mxovshare {
 
 void ReadPieces(const ByteSource& source, std::uint64_t offset, std::uint64_t size,
                 const std::function<void(Bytes)>& take) {
     constexpr std::uint64_t kPiece = std::uint64_t{256} << 10;
-    // Fresh memory for each call takes longer than reading a small file.
-    thread_local std::vector<std::uint8_t> buffer;
-    buffer.resize(std::max(buffer.size(), static_cast<std::size_t>(std::min(kPiece, size))));
+    const auto length = static_cast<std::size_t>(std::min(kPiece, size));
+    const auto buffer = std::make_unique_for_overwrite<std::uint8_t[]>(length);
     while (size > 0) {
-        const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(size, buffer.size()));
-        const std::span<std::uint8_t> piece = std::span(buffer).first(count);
+        const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(size, length));
+        const std::span<std::uint8_t> piece = {buffer.get(), count};
         source.Read(offset, piece);
         take(piece);
         offset += count;

@@ -18,8 +18,7 @@ public:
     virtual void Read(std::uint64_t offset, std::span<std::uint8_t> to) const = 0;
 };
 
-/// Reads `size` bytes from `offset` on and passes them to `take`, which must not call this function, in
-/// pieces that fit the processor's cache.
+/// Reads `size` bytes from `offset` on and passes them to `take` in pieces that fit the processor's cache.
 void ReadPieces(const ByteSource& source, std::uint64_t offset, std::uint64_t size,
                 const std::function<void(Bytes)>& take);
 
