@@ -68,7 +68,7 @@ int Extract(const Arguments& arguments) {
     PackageResult result = mxovshare::ListPackage(file, entries);
     const std::wstring programs = common::ProgramNames(entries);
     if (!programs.empty() && common::IsRefusingPrograms()) {
-        PrintFailure(file + L" holds programs, which your administrator does not allow: " + programs);
+        PrintFailure(file + common::RefusalOf(programs));
         return kFailed;
     }
     if (result.ok) {

@@ -4,16 +4,19 @@ namespace viewer {
 
 void PackageStatus::Start(const PackageSession& session, HWND notify, UINT message) {
     m_state.reset();
+    m_programs = FindPrograms(session.Entries());
     m_watch = std::make_unique<PackageWatch>(session, notify, message);
 }
 
 void PackageStatus::Stop() {
     m_watch.reset();
     m_state.reset();
+    m_programs = {};
 }
 
 void PackageStatus::LookAgain(const PackageSession& session) {
     m_state.reset();
+    m_programs = FindPrograms(session.Entries());
     if (m_watch) {
         m_watch->Update(session);
     }
@@ -33,7 +36,7 @@ bool PackageStatus::Update(const PackageSession* session, bool hasChanges) {
     const bool unsaved = session && (hasChanges || (isCurrent && !m_state->changes.empty()));
     PackageNews news = isCurrent ? FindNews(*m_state, session->PackageFile()) : PackageNews();
     if (session && news.text.empty()) {
-        news = FindPrograms(session->Entries());
+        news = m_programs;
     }
     if (unsaved == m_unsaved && news == m_news) {
         return false;

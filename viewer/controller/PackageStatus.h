@@ -41,6 +41,7 @@ private:
 
     bool m_unsaved = false;
     PackageNews m_news;
+    PackageNews m_programs;              // that the package holds
     std::optional<PackageState> m_state; // as the watch saw it last
     std::unique_ptr<PackageWatch> m_watch;
 };

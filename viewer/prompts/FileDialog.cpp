@@ -41,6 +41,20 @@ common::ComPtr<Dialog> Create(const CLSID& classId) {
     return dialog;
 }
 
+// `offerPackages`: for a package, else for a document.
+std::optional<std::wstring> AskWhereToSave(HWND owner, const std::wstring& name, const wchar_t* title,
+                                           bool offerPackages) {
+    const auto dialog = Create<IFileSaveDialog>(CLSID_FileSaveDialog);
+    if (!dialog) {
+        return std::nullopt;
+    }
+    if (offerPackages) {
+        OfferPackages(*dialog.Get());
+    }
+    dialog->SetFileName(name.c_str());
+    return Ask(*dialog.Get(), owner, title, FOS_OVERWRITEPROMPT);
+}
+
 } // namespace
 
 std::optional<std::wstring> AskForPackage(HWND owner) {
@@ -53,13 +67,7 @@ std::optional<std::wstring> AskForPackage(HWND owner) {
 }
 
 std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name, const wchar_t* title) {
-    const auto dialog = Create<IFileSaveDialog>(CLSID_FileSaveDialog);
-    if (!dialog) {
-        return std::nullopt;
-    }
-    OfferPackages(*dialog.Get());
-    dialog->SetFileName(name.c_str());
-    return Ask(*dialog.Get(), owner, title, FOS_OVERWRITEPROMPT);
+    return AskWhereToSave(owner, name, title, true);
 }
 
 std::optional<std::wstring> AskForDocument(HWND owner, const std::wstring& name) {
@@ -72,12 +80,7 @@ std::optional<std::wstring> AskForDocument(HWND owner, const std::wstring& name)
 }
 
 std::optional<std::wstring> AskForDocumentCopy(HWND owner, const std::wstring& name) {
-    const auto dialog = Create<IFileSaveDialog>(CLSID_FileSaveDialog);
-    if (!dialog) {
-        return std::nullopt;
-    }
-    dialog->SetFileName(name.c_str());
-    return Ask(*dialog.Get(), owner, L"Save document as", FOS_OVERWRITEPROMPT);
+    return AskWhereToSave(owner, name, L"Save document as", false);
 }
 
 } // namespace viewer

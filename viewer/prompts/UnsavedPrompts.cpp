@@ -8,26 +8,15 @@ namespace viewer {
 
 namespace {
 
-std::wstring Remark(FileChangeKind kind) {
-    switch (kind) {
-    case FileChangeKind::Added:
-        return L" (new)";
-    case FileChangeKind::Removed:
-        return L" (removed)";
-    default:
-        return {};
+// Their names, each with the text for its kind.
+std::vector<std::wstring> LinesOf(const std::vector<FileChange>& changes, const wchar_t* added,
+                                  const wchar_t* removed) {
+    std::vector<std::wstring> lines;
+    lines.reserve(changes.size());
+    for (const FileChange& change : changes) {
+        lines.push_back(change.name + TextFor(change.kind, L"", added, removed));
     }
-}
-
-std::wstring Presence(FileChangeKind kind) {
-    switch (kind) {
-    case FileChangeKind::Added:
-        return L" (only here)";
-    case FileChangeKind::Removed:
-        return L" (only in the file)";
-    default:
-        return {};
-    }
+    return lines;
 }
 
 // The beginning of a sentence about `count` documents.
@@ -63,12 +52,7 @@ std::wstring ShortList(const std::vector<std::wstring>& lines) {
 }
 
 std::wstring ListOfChanges(const std::vector<FileChange>& changes) {
-    std::vector<std::wstring> lines;
-    lines.reserve(changes.size());
-    for (const FileChange& change : changes) {
-        lines.push_back(change.name + Remark(change.kind));
-    }
-    return ShortList(lines);
+    return ShortList(LinesOf(changes, L" (new)", L" (removed)"));
 }
 
 ChangesAnswer AskAboutChanges(HWND owner, const std::wstring& packageFile,
@@ -84,13 +68,9 @@ ChangesAnswer AskAboutChanges(HWND owner, const std::wstring& packageFile,
 }
 
 void ShowComparison(HWND owner, const std::wstring& packageFile, const std::vector<FileChange>& changes) {
-    std::vector<std::wstring> lines;
-    lines.reserve(changes.size());
-    for (const FileChange& change : changes) {
-        lines.push_back(change.name + Presence(change.kind));
-    }
-    const std::wstring content =
-        changes.empty() ? L"Only the history or the descriptions differ." : ShortList(lines);
+    const std::wstring content = changes.empty()
+                                     ? L"Only the history or the descriptions differ."
+                                     : ShortList(LinesOf(changes, L" (only here)", L" (only in the file)"));
     ShowTaskPrompt(owner, L"What is open here differs from the file " + FileName(packageFile), content,
                    {L"&Close"}, TD_INFORMATION_ICON);
 }

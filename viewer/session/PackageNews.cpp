@@ -8,20 +8,10 @@ namespace viewer {
 
 namespace {
 
-const wchar_t* Verb(FileChangeKind kind) {
-    switch (kind) {
-    case FileChangeKind::Added:
-        return L" was added";
-    case FileChangeKind::Removed:
-        return L" was removed";
-    default:
-        return L" was changed";
-    }
-}
-
 std::wstring ChangesText(const std::vector<FileChange>& changes) {
     const std::wstring what = changes.size() == 1
-                                  ? FileName(changes[0].name) + Verb(changes[0].kind)
+                                  ? FileName(changes[0].name) + TextFor(changes[0].kind, L" was changed",
+                                                                        L" was added", L" was removed")
                                   : std::to_wstring(changes.size()) + L" documents were changed";
     return what + L" by another program.";
 }

@@ -16,7 +16,7 @@ PackageResult CheckPrograms(const std::wstring& packageFile) {
     const std::wstring programs = common::ProgramNames(entries);
     if (result.ok && !programs.empty()) {
         result.ok = false;
-        result.message = L"it holds programs, which your administrator does not allow: " + programs;
+        result.message = L"it" + common::RefusalOf(programs);
     }
     return result;
 }

@@ -59,6 +59,7 @@ std::thread LockBeyond(HWND dialog, const std::wstring& path, DWORD duration) {
         CloseHandle(lock);
     });
 }
+
 HRESULT STDMETHODCALLTYPE NoState(IFileDialogCustomize* /*dialog*/, DWORD /*id*/, BOOL* checked) {
     *checked = FALSE;
     return E_FAIL;
