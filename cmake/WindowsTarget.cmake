@@ -48,3 +48,22 @@ function(mxov_deliver target)
         COMMAND ${CMAKE_STRIP} --preserve-dates --strip-debug --strip-unneeded $<TARGET_FILE:${target}>
         VERBATIM)
 endfunction()
+
+# The languages other than English, as the folders of their texts and help files are named.
+set(MXOV_LANGUAGES german french japanese portuguese-brazilian)
+
+# A resource-only module with the texts of a language, lang/<language>/NAME.dll beside the file that `owner` builds:
+# mxov_satellite(OWNER NAME LANGUAGE SCRIPT)
+function(mxov_satellite owner name language script)
+    set(target ${name}_${language})
+    add_library(${target} MODULE ${script})
+    target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR}/resources)
+    target_link_options(${target} PRIVATE -nostdlib -Wl,--entry=0)
+    mxov_fix_address(${target})
+    set_target_properties(${target} PROPERTIES
+        LINKER_LANGUAGE C
+        LIBRARY_OUTPUT_DIRECTORY ${MXOV_BIN}/lang/${language}
+        OUTPUT_NAME ${name}
+        PREFIX "")
+    add_dependencies(${owner} ${target})
+endfunction()

@@ -39,19 +39,35 @@ namespace common {
                                          std::wstring(name.substr(name.size() - kEnd));
 }
 
-/// The programs among the entries of a package, such as "a.exe, b.js, c.lnk and 3 more"; empty for none. Each
-/// entry has a `name`, relative to the package.
+struct FoundPrograms {
+    std::wstring names;   ///< of the first three, separated by commas
+    std::size_t more = 0; ///< how many there are besides
+};
+
+/// The programs among the entries of a package. Each entry has a `name`, relative to the package.
 template <class Entries>
-[[nodiscard]] std::wstring ProgramNames(const Entries& entries) {
+[[nodiscard]] FoundPrograms FindPrograms(const Entries& entries) {
     constexpr std::size_t kMostNames = 3;
-    std::wstring names;
+    FoundPrograms found;
     std::size_t count = 0;
     for (const auto& entry : entries) {
-        if (!entry.isFolder && IsProgramName(entry.name) && ++count <= kMostNames) {
-            names += (count > 1 ? L", " : L"") + ShortName(entry.name);
+        if (entry.isFolder || !IsProgramName(entry.name)) {
+            continue;
+        }
+        if (++count > kMostNames) {
+            ++found.more;
+        } else {
+            found.names += (count > 1 ? L", " : L"") + ShortName(entry.name);
         }
     }
-    return count > kMostNames ? names + L" and " + std::to_wstring(count - kMostNames) + L" more" : names;
+    return found;
+}
+
+/// The same as a text, such as "a.exe, b.js, c.lnk and 3 more"; empty for none.
+template <class Entries>
+[[nodiscard]] std::wstring ProgramNames(const Entries& entries) {
+    const FoundPrograms found = FindPrograms(entries);
+    return found.more > 0 ? found.names + L" and " + std::to_wstring(found.more) + L" more" : found.names;
 }
 
 } // namespace common

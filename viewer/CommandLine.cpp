@@ -2,6 +2,7 @@
 
 #include "common/LongPath.h"
 #include "package/Paths.h"
+#include "texts/Texts.h"
 
 #include <string_view>
 
@@ -18,22 +19,23 @@ bool IsOption(std::wstring_view argument) {
 } // namespace
 
 std::wstring UsageText() {
-    return L"viewer.exe [--language NAME] [PACKAGE]\n\n"
-           L"PACKAGE is the machining package (*.mxov) to open.\n"
-           L"--language NAME sets the language of the document lists, such as English.\n"
-           L"--help shows this text.";
+    return Text(IDS_USAGE);
+}
+
+std::wstring ErrorText(const CommandLine& line) {
+    return line.error ? Text(line.error, {line.wrongOption}) : std::wstring();
 }
 
 CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
     CommandLine line;
     bool optionsEnded = false;
-    for (std::size_t i = 0; i < arguments.size() && line.error.empty(); ++i) {
+    for (std::size_t i = 0; i < arguments.size() && line.error == 0; ++i) {
         const std::wstring& argument = arguments[i];
         if (optionsEnded || !IsOption(argument)) {
             if (!line.package.empty()) {
-                line.error = L"Only one package can be opened at a time.";
+                line.error = IDS_ONE_PACKAGE_ONLY;
             } else if (argument.empty()) {
-                line.error = L"The name of the package is empty.";
+                line.error = IDS_EMPTY_NAME;
             } else {
                 line.package = common::FullPath(argument);
             }
@@ -46,9 +48,10 @@ CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments) {
         } else if (argument.starts_with(std::wstring(kLanguageOption) + L"=")) {
             line.language = argument.substr(kLanguageOption.size() + 1);
         } else if (argument == kLanguageOption) {
-            line.error = L"--language needs a name.";
+            line.error = IDS_LANGUAGE_WITHOUT_NAME;
         } else {
-            line.error = L"Unknown option: " + argument;
+            line.error = IDS_UNKNOWN_OPTION;
+            line.wrongOption = argument;
         }
     }
     return line;

@@ -5,6 +5,7 @@
 #include "package/Paths.h"
 #include "resources/resource.h"
 #include "shell/HelpLauncher.h"
+#include "texts/Texts.h"
 
 #include <vector>
 
@@ -39,29 +40,25 @@ std::wstring ShowHelpTopics() {
     const docview::HelpTarget help =
         docview::FindHelp(common::ModuleFolder(nullptr), mxovshare::OVApplication::mxLanguageName);
     if (!FileExists(help.file)) {
-        return L"The help file is missing:\n\n" + help.file;
+        return Text(IDS_HELP_MISSING, {help.file});
     }
     if (!engine.Call(nullptr, help.file.c_str(), kShowTopic, help.topic)) {
-        return L"The help cannot be shown on this computer.";
+        return Text(IDS_HELP_FAILED);
     }
     return {};
 }
 
 void ShowAbout(HWND owner, const std::wstring& control) {
-    const std::wstring text =
-        L"MXOV Viewer " MXOV_VIEWER_VERSION L"\n\nOpens machining packages and shows their documents.\n\n" +
-        PartText(control) + PartText(common::ModulePath(GetModuleHandleW(L"mxovshare.dll"))) +
-        L"\nFree under the MIT licence. It contains zlib (zlib licence), the run-time library of GCC (GPL 3 "
-        L"with "
-        L"the exception for it) and mingw-w64 (public domain, MIT and similar); a release brings all texts "
-        L"in its "
-        L"folder \u201clicences\u201d.";
+    const std::wstring parts =
+        PartText(control) + PartText(common::ModulePath(GetModuleHandleW(L"mxovshare.dll")));
+    const std::wstring text = Text(IDS_ABOUT, {L"" MXOV_VIEWER_VERSION, parts});
+    const std::wstring title = Text(IDS_ABOUT_TITLE);
     MSGBOXPARAMSW box = {};
     box.cbSize = sizeof box;
     box.hwndOwner = owner;
     box.hInstance = GetModuleHandleW(nullptr);
     box.lpszText = text.c_str();
-    box.lpszCaption = L"About MXOV Viewer";
+    box.lpszCaption = title.c_str();
     box.dwStyle = MB_OK | MB_USERICON;
     box.lpszIcon = MAKEINTRESOURCEW(IDI_VIEWER);
     MessageBoxIndirectW(&box);

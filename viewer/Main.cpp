@@ -3,6 +3,7 @@
 #include "MainWindow.h"
 #include "mxovlanguage.h"
 #include "session/SessionStore.h"
+#include "texts/Texts.h"
 
 #include <commctrl.h>
 #include <ole2.h>
@@ -68,14 +69,15 @@ int RunWindow(const CommandLine& line, int show) {
 
 int Run(int show) {
     const CommandLine line = ParseCommandLine(Arguments());
-    if (line.help || !line.error.empty()) {
-        const std::wstring text = line.help ? UsageText() : line.error + L"\n\n" + UsageText();
+    if (!line.language.empty()) {
+        mxovshare::UseLanguage(line.language);
+        UseTexts(line.language);
+    }
+    if (line.help || line.error) {
+        const std::wstring text = line.help ? UsageText() : ErrorText(line) + L"\n\n" + UsageText();
         MessageBoxW(nullptr, text.c_str(), MainWindow::kProgramName,
                     MB_OK | (line.help ? MB_ICONINFORMATION : MB_ICONWARNING));
         return line.help ? kDone : kWrongUsage;
-    }
-    if (!line.language.empty()) {
-        mxovshare::UseLanguage(line.language);
     }
     constexpr INITCOMMONCONTROLSEX kControls = {sizeof kControls, ICC_STANDARD_CLASSES | ICC_BAR_CLASSES |
                                                                       ICC_PROGRESS_CLASS |

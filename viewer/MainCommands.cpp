@@ -12,6 +12,7 @@
 #include "prompts/FileDialog.h"
 #include "prompts/TaskPrompt.h"
 #include "resources/resource.h"
+#include "texts/Texts.h"
 #include "window/DroppedFiles.h"
 
 namespace viewer {
@@ -88,14 +89,14 @@ void MainCommands::ShowPackageProperties() {
         ShowTaskPrompt(
             m_view.Frame(), FileName(session->PackageFile()),
             PropertiesText(session->FolderWithSeparator(), session->PackageFile(), session->Entries()),
-            {L"&Close"}, TD_INFORMATION_ICON);
+            {Text(IDS_CLOSE)}, TD_INFORMATION_ICON);
     }
 }
 
 void MainCommands::Paste() {
     const std::vector<std::wstring> files = PastedFiles(m_view.Frame());
     if (files.empty()) {
-        m_view.ShowNote(L"There are no files to paste");
+        m_view.ShowNote(Text(IDS_NOTHING_TO_PASTE));
     } else {
         m_packages.TakeFiles(files, std::nullopt);
     }

@@ -1,6 +1,7 @@
 #include "MainPages.h"
 
 #include "resources/resource.h"
+#include "texts/Texts.h"
 #include "window/Painting.h"
 
 #include <algorithm>
@@ -12,7 +13,7 @@ namespace viewer {
 namespace {
 
 constexpr wchar_t kPagesClass[] = L"MXOVPages";
-constexpr const wchar_t* kTitles[] = {L"Picture", L"History", L"Document"};
+constexpr UINT kTitles[] = {IDS_PAGE_PICTURE, IDS_PAGE_HISTORY, IDS_PAGE_DOCUMENT};
 
 bool IsReturn(const MSG& message) {
     return message.message == WM_KEYDOWN && message.wParam == VK_RETURN;
@@ -29,7 +30,7 @@ bool MainPages::Create(HWND parent, int id) {
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     windowClass.lpszClassName = kPagesClass;
-    return Window::Create(windowClass, WS_EX_CONTROLPARENT, L"Package",
+    return Window::Create(windowClass, WS_EX_CONTROLPARENT, Text(IDS_PACKAGE).c_str(),
                           WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN, parent, id);
 }
 
@@ -94,11 +95,12 @@ LRESULT MainPages::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 bool MainPages::CreateTabs() {
     m_font = MakeMessageFont();
-    m_tabs = CreateWindowExW(0, WC_TABCONTROLW, L"Pages", WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0, 0, 0,
-                             Handle(), reinterpret_cast<HMENU>(IDC_TABS), GetModuleHandleW(nullptr), nullptr);
+    m_tabs = CreateWindowExW(0, WC_TABCONTROLW, Text(IDS_PAGES).c_str(),
+                             WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0, 0, 0, Handle(),
+                             reinterpret_cast<HMENU>(IDC_TABS), GetModuleHandleW(nullptr), nullptr);
     SendMessageW(m_tabs, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
     for (int i = 0; i < static_cast<int>(std::size(kTitles)); ++i) {
-        std::wstring title = kTitles[i];
+        std::wstring title = Text(kTitles[i]);
         TCITEMW item = {};
         item.mask = TCIF_TEXT;
         item.pszText = title.data();

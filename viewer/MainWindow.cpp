@@ -6,6 +6,7 @@
 #include "package/PackageSummary.h"
 #include "package/Paths.h"
 #include "resources/resource.h"
+#include "texts/Texts.h"
 #include "window/DroppedFiles.h"
 #include "window/NewsButtons.h"
 #include "window/WindowPlacement.h"
@@ -35,8 +36,9 @@ std::wstring MainWindow::Create() {
     windowClass.lpszClassName = kFrameClass;
     if (!Window::Create(windowClass, WS_EX_ACCEPTFILES, kProgramName, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                         nullptr)) {
-        return L"The window cannot be created: " + common::SystemErrorText(GetLastError()) + L".";
+        return Text(IDS_NO_WINDOW, {common::SystemErrorText(GetLastError())});
     }
+    TranslateMenu(GetMenu(Handle()));
     m_accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_MAIN));
     if (std::wstring error = m_control.Create(Handle(), IDC_CONTROL); !error.empty()) {
         return error;
@@ -245,7 +247,7 @@ void MainWindow::OnTimer(UINT_PTR timer) {
 
 void MainWindow::ShowPackageStatus() {
     const PackageSession* session = m_packages.Session();
-    ShowStatus(session ? session->PackageFile() : L"Ready");
+    ShowStatus(session ? session->PackageFile() : Text(IDS_READY));
 }
 
 void MainWindow::ShowStatus(const std::wstring& text) {

@@ -1,9 +1,6 @@
 #include "mxovlanguage.h"
 
-#include "common/Handles.h"
 #include "common/Language.h"
-#include "common/LongPath.h"
-#include "common/Paths.h"
 
 #include <string>
 
@@ -20,24 +17,13 @@ HINSTANCE OwnModule() {
     return module;
 }
 
-// Empty when there is no such module. A name that is no plain folder name has none.
-common::UniqueModule LoadTexts(const std::wstring& name) {
-    if (name.empty() || name.find_first_of(L"\\/:.") != std::wstring::npos) {
-        return {};
-    }
-    const std::wstring path =
-        common::ModuleFolder(OwnModule()) + L"\\lang\\" + common::LanguageFolder(name) + L"\\" + kModuleName;
-    constexpr DWORD kOnlyResources = LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE;
-    return common::UniqueModule(LoadLibraryExW(common::LongPath(path).c_str(), nullptr, kOnlyResources));
-}
-
 } // namespace
 
 bool UseLanguage(const std::wstring& name) noexcept {
     try {
         static common::UniqueModule current;
         std::wstring newName = name;
-        common::UniqueModule texts = LoadTexts(name);
+        common::UniqueModule texts = common::LoadLanguageModule(OwnModule(), name, kModuleName);
         OVApplication::hMXOVResInstance = texts ? texts.get() : OwnModule();
         OVApplication::mxLanguageName.swap(newName);
         current.swap(texts);

@@ -24,6 +24,21 @@ TEXTS = {
                    'Gerenciador de documentos MXOV'),
 }
 TEXTS['Klingon'] = TEXTS['English']
+# Of the viewer itself: the keys of its commands to open and of About, the titles of the dialogs for opening and for a note, the
+# button there, the history's label, the documents, what About says, and the status of nothing to save.
+VIEWER = {
+    'English': (('alt+f', 'o'), ('alt+h', 'a'), 'Open package', 'Save with note', 'Cancel', 'Remarks of the selected entry',
+                'Documents', 'Opens machining packages', 'There is nothing to save'),
+    'German': (('alt+d', 'f'), ('alt+h', 'i'), 'Paket öffnen', 'Mit Notiz speichern', 'Abbrechen',
+               'Bemerkungen zum ausgewählten Eintrag', 'Dokumente', 'Öffnet Bearbeitungspakete', 'Es gibt nichts zu speichern'),
+    'French': (('alt+f', 'o'), ('alt+e', 'p'), 'Ouvrir un paquet', 'Enregistrer avec une note', 'Annuler',
+               "Remarques de l'entrée sélectionnée", 'Documents', "Ouvre les paquets d'usinage", "Il n'y a rien à enregistrer"),
+    'Japanese': (('alt+f', 'o'), ('alt+h', 'a'), 'パッケージを開く', 'メモを付けて保存', 'キャンセル', '選択した項目の備考',
+                 'ドキュメント', '加工パッケージを開き', '保存するものはありません'),
+    'Portuguese': (('alt+a', 'a'), ('alt+u', 's'), 'Abrir pacote', 'Salvar com nota', 'Cancelar',
+                   'Observações da entrada selecionada', 'Documentos', 'Abre pacotes de usinagem', 'Não há nada para salvar'),
+}
+VIEWER['Klingon'] = VIEWER['English']
 
 
 def centre(window):
@@ -47,6 +62,7 @@ class LanguageTest(ViewerCase):
         viewer, shown = self.open_in(language)
         for view in shown.lists():
             self.assertEqual([title for title, _ in view.columns], list(columns))
+        self.check_viewer(viewer, language)
         left, top, _, _ = shown.lists()[3].rect
         viewer.double_click(left + 40, top + 60)
         shown = viewer.wait('the missing link is told', lambda s: other(s, text=TITLE))
@@ -60,6 +76,31 @@ class LanguageTest(ViewerCase):
         self.assertIn(question, '\n'.join(window.text for window in other(shown, text=TITLE).walk()))
         viewer.press('alt+n')
         self.assertEqual(viewer.process.wait(60), 0)
+
+    def check_viewer(self, viewer, language):
+        """The viewer's own menu, dialogs, pages and status bar."""
+        open_keys, about_keys, open_title, note_title, cancel, remarks, documents, about, nothing_to_save = VIEWER[language]
+        shown = viewer.snapshot()
+        self.assertTrue(shown.frame.find(class_name='MXOVHistoryPane').find(text=remarks))
+        self.assertEqual(shown.frame.find(class_name='AtlAxWin').text, documents)
+        viewer.press(open_keys[0])
+        viewer.photograph(f'e2e-viewer-menu-{language}')
+        viewer.press(open_keys[1])
+        viewer.wait('the dialog for opening', lambda s: other(s, text=open_title))
+        viewer.press('Escape')
+        viewer.wait_for_no_dialog('it is cancelled')
+        viewer.press('ctrl+shift+s')
+        shown = viewer.wait('the dialog for a note', lambda s: other(s, text=note_title))
+        self.assertTrue(other(shown, text=note_title).find(text=cancel))
+        viewer.photograph(f'e2e-viewer-note-{language}')
+        viewer.press('Escape')
+        viewer.wait_for_no_dialog('it is cancelled')
+        viewer.press(*about_keys)
+        viewer.wait('About', lambda s: about in s.texts())
+        viewer.press('Return')
+        viewer.wait_for_no_dialog('it is read')
+        viewer.press('ctrl+s')
+        viewer.wait('the status', lambda s: s.frame.find(class_name='msctls_statusbar32').text == nothing_to_save)
 
     def check_popup(self, viewer, language, x, y):
         """Shows the properties of the document at (x, y) and its help, and changes its description."""

@@ -15,6 +15,7 @@ from wineprogram import query_registry, run_wine, windows_path
 
 sys.path.insert(0, str(ROOT / 'tools/release'))
 import installer  # noqa: E402
+from delivery import LANGUAGES  # noqa: E402
 
 DRIVE = pathlib.Path(os.environ['WINEPREFIX']) / 'drive_c'
 USER = next(path for path in (DRIVE / 'users').iterdir() if path.name != 'Public')
@@ -210,7 +211,8 @@ class InstallerTest(ReleaseCase):
         names = set(self.installed(USER_FOLDER))
         self.assertLess({'MXOVDocViewCtrl.ocx', 'mxovshare.dll', 'lang/german/mxovtexts.dll'}, names)
         self.assertEqual(set(self.delivered()) - names,
-                         {'check-windows.js', 'docs/mxovpkg.1', 'viewer.exe', 'mxovpkg.exe', 'samples/bracket.mxov', 'samples/legacy.mxov'})
+                         {'check-windows.js', 'docs/mxovpkg.1', 'viewer.exe', 'mxovpkg.exe', 'samples/bracket.mxov', 'samples/legacy.mxov',
+                          *(f'lang/{language}/viewertexts.dll' for language in LANGUAGES)})
         self.assertFalse(START_MENU.exists())
         self.assertEqual(query_registry(r'HKCU\Software\Classes\.mxov'), '')
 

@@ -12,7 +12,7 @@ TEST(CommandLine, NothingAsksForNothing) {
     EXPECT_EQ(line.package, L"");
     EXPECT_EQ(line.language, L"");
     EXPECT_FALSE(line.help);
-    EXPECT_EQ(line.error, L"");
+    EXPECT_EQ(ErrorText(line), L"");
 }
 
 TEST(CommandLine, APackageBecomesAFullPath) {
@@ -29,7 +29,7 @@ TEST(CommandLine, TheLanguageIsTheNextWordOrFollowsASign) {
         const CommandLine line = ParseCommandLine(arguments);
         EXPECT_EQ(line.language, L"German");
         EXPECT_EQ(line.package, L"C:\\x.mxov");
-        EXPECT_EQ(line.error, L"");
+        EXPECT_EQ(ErrorText(line), L"");
     }
 }
 
@@ -42,10 +42,10 @@ TEST(CommandLine, HelpIsAsked) {
 }
 
 TEST(CommandLine, WhatCannotBeUnderstoodIsNamed) {
-    EXPECT_NE(ParseCommandLine({L"--colour"}).error.find(L"--colour"), std::wstring::npos);
-    EXPECT_NE(ParseCommandLine({L"--language"}).error, L"");
-    EXPECT_NE(ParseCommandLine({L"a.mxov", L"b.mxov"}).error, L"");
-    EXPECT_NE(ParseCommandLine({L""}).error, L"");
+    EXPECT_NE(ErrorText(ParseCommandLine({L"--colour"})).find(L"--colour"), std::wstring::npos);
+    EXPECT_NE(ErrorText(ParseCommandLine({L"--language"})), L"");
+    EXPECT_NE(ErrorText(ParseCommandLine({L"a.mxov", L"b.mxov"})), L"");
+    EXPECT_NE(ErrorText(ParseCommandLine({L""})), L"");
 }
 
 TEST(CommandLine, UsageNamesEveryOption) {

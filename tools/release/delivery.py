@@ -7,7 +7,7 @@ LANGUAGES = ('french', 'german', 'japanese', 'portuguese-brazilian')
 HELP_LANGUAGES = ('english', 'portuguese-brazilian')
 PRODUCT = frozenset({
     'MXOVDocViewCtrl.manifest', 'MXOVDocViewCtrl.ocx', 'mxovpkg.exe', 'mxovshare.dll', 'viewer.exe',
-    *(f'lang/{language}/mxovtexts.dll' for language in LANGUAGES),
+    *(f'lang/{language}/{module}.dll' for language in LANGUAGES for module in ('mxovtexts', 'viewertexts')),
     *(f'plugins/etc/mx/lang/{language}/Orvando.chm' for language in HELP_LANGUAGES)})
 POLICIES = pathlib.Path(__file__).resolve().parent / 'policies'
 SAMPLES = frozenset({'bracket.mxov', 'legacy.mxov'})

@@ -4,6 +4,7 @@
 #include "common/Paths.h"
 #include "common/SystemError.h"
 #include "package/Paths.h"
+#include "texts/Texts.h"
 
 namespace viewer {
 
@@ -19,11 +20,6 @@ std::wstring RegisteredFile() {
         return {};
     }
     return common::FullPath(file);
-}
-
-std::wstring MissingText(const std::wstring& file) {
-    return L"A file that the viewer needs is missing:\n\n" + file +
-           L"\n\nUnpack all files of the viewer into one folder and start it there.";
 }
 
 } // namespace
@@ -47,7 +43,7 @@ std::wstring ControlActivation::Activate(const std::wstring& folder) {
     for (const std::wstring& file : {m_file, manifest}) {
         if (!FileExists(file)) {
             m_file = registered;
-            return registered.empty() ? MissingText(file) : std::wstring();
+            return registered.empty() ? Text(IDS_FILE_MISSING, {file}) : std::wstring();
         }
     }
     return ActivateManifest(manifest);
@@ -59,7 +55,7 @@ std::wstring ControlActivation::ActivateManifest(const std::wstring& manifest) {
     description.lpSource = manifest.c_str();
     m_context = CreateActCtxW(&description);
     if (m_context == INVALID_HANDLE_VALUE || !ActivateActCtx(m_context, &m_cookie)) {
-        return manifest + L" cannot be used: " + common::SystemErrorText(GetLastError()) + L".";
+        return Text(IDS_MANIFEST_UNUSABLE, {manifest, common::SystemErrorText(GetLastError())});
     }
     return {};
 }

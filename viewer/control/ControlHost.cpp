@@ -4,6 +4,7 @@
 #include "common/Paths.h"
 #include "control/ControlParts.h"
 #include "package/Paths.h"
+#include "texts/Texts.h"
 
 #include <commctrl.h>
 #include <ole2.h>
@@ -65,7 +66,7 @@ std::wstring ControlHost::Create(HWND parent, int id) {
     }
     const ContainerLibrary library = LoadContainerLibrary();
     if (!library.initialise || !library.getControl || !library.initialise()) {
-        return L"The system's control container (atl.dll) cannot be used.";
+        return Text(IDS_NO_CONTAINER);
     }
     m_container = CreateWindowExW(
         0, kContainerClass, ControlActivation::kClassId, WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0, 0, 0,
@@ -76,8 +77,7 @@ std::wstring ControlHost::Create(HWND parent, int id) {
     }
     if (!m_control) {
         Destroy();
-        return L"The document control cannot be created from this file:\n\n" + m_activation.File() +
-               L"\n\nThe viewer needs the files of one version, side by side in one folder.";
+        return Text(IDS_NO_CONTROL, {m_activation.File()});
     }
     m_naturalSize = MeasureControl();
     NameParts();
@@ -197,15 +197,15 @@ HWND ControlHost::ControlWindow() const {
 // Screen readers say what a window's text is: a list is named after its section, a button with a picture
 // after what it does.
 void ControlHost::NameParts() const {
-    SetWindowTextW(m_container, L"Documents");
+    SetWindowTextW(m_container, Text(IDS_DOCUMENTS).c_str());
     const HWND content = Content();
     for (int section = 0; section < part::kSectionCount; ++section) {
         wchar_t title[128] = L"";
         GetDlgItemTextW(content, part::kFirstSection + section, title, ARRAYSIZE(title));
         SetDlgItemTextW(content, part::kFirstList + section, title);
     }
-    SetDlgItemTextW(content, part::kAddButton, L"Add a document");
-    SetDlgItemTextW(content, part::kRemoveButton, L"Remove the document");
+    SetDlgItemTextW(content, part::kAddButton, Text(IDS_ADD_DOCUMENT).c_str());
+    SetDlgItemTextW(content, part::kRemoveButton, Text(IDS_REMOVE_DOCUMENT).c_str());
 }
 
 // Until its first draw, the control's dialog has the size of its template.

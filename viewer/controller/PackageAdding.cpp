@@ -5,6 +5,7 @@
 #include "package/PackageInformation.h"
 #include "prompts/AttachPrompt.h"
 #include "session/PackageSession.h"
+#include "texts/Texts.h"
 
 namespace viewer {
 
@@ -31,7 +32,7 @@ bool PackageAdding::Resolve(const AddedDocument& document) {
         return ResolveShared(document);
     case AddedDocument::State::NotCopied:
         ShowFailure(m_repair.Undo(document));
-        ShowFailure(document.name + L" cannot be copied into the package.");
+        ShowFailure(Text(IDS_NOT_COPIED, {document.name}));
         return false;
     default:
         return true;

@@ -6,6 +6,7 @@
 #include "package/Paths.h"
 #include "prompts/AttachPrompt.h"
 #include "session/PackageSession.h"
+#include "texts/Texts.h"
 
 namespace viewer {
 
@@ -30,12 +31,11 @@ void PackageAttaching::Run(const std::vector<std::wstring>& files, std::optional
 
 bool PackageAttaching::CanAttach(const std::vector<std::wstring>& files) {
     if (!TakesDocuments(m_session.FolderWithSeparator())) {
-        m_view.ShowError(FileName(m_session.PackageFile()) +
-                         L" was written by an older program and takes no additional documents.");
+        m_view.ShowError(Text(IDS_OLD_PACKAGE, {FileName(m_session.PackageFile())}));
         return false;
     }
     if (files.size() == 1 && FolderExists(files.front())) {
-        m_view.ShowError(FileName(files.front()) + L" is a folder; only files can be attached.");
+        m_view.ShowError(Text(IDS_FOLDER_NOT_ATTACHED, {FileName(files.front())}));
         return false;
     }
     return true;

@@ -5,6 +5,7 @@
 #include "package/Paths.h"
 #include "prompts/FileDialog.h"
 #include "prompts/UnsavedPrompts.h"
+#include "texts/Texts.h"
 
 namespace viewer {
 
@@ -74,11 +75,12 @@ bool PackageClosing::ResolveOutsideChanges(bool declined) {
 }
 
 bool PackageClosing::SaveCopy() {
-    const std::optional<std::wstring> path = AskForCopy(m_owner, FileName(m_session.PackageFile()));
+    const std::optional<std::wstring> path =
+        AskForCopy(m_owner, FileName(m_session.PackageFile()), IDS_SAVE_A_COPY);
     if (!path) {
         return false;
     }
-    mxovshare::Utils::ReGenerateOrvandoFile(m_session.FolderWithSeparator(), *path, L"Saved as a copy");
+    mxovshare::Utils::ReGenerateOrvandoFile(m_session.FolderWithSeparator(), *path, Text(IDS_SAVED_AS_COPY));
     return !mxovshare::TakeSaveFailure(m_session.Folder());
 }
 

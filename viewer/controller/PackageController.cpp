@@ -11,6 +11,7 @@
 #include "controller/PackageSaving.h"
 #include "package/Paths.h"
 #include "package/Sentence.h"
+#include "texts/Texts.h"
 
 #include <algorithm>
 
@@ -31,7 +32,7 @@ void PackageController::Open(const std::wstring& path) {
     std::wstring error;
     std::unique_ptr<PackageSession> session = m_sessions.Create(path, error);
     if (!session) {
-        m_view.ShowError(FileName(path) + L" cannot be opened.\n\n" + error);
+        m_view.ShowError(Text(IDS_CANNOT_OPEN, {FileName(path), error}));
         return;
     }
     // The open package is saved before it is unpacked again, and must not change in between.
@@ -44,17 +45,17 @@ void PackageController::Open(const std::wstring& path) {
         m_control.Enable(false);
     }
     m_opening.Start(std::move(session), m_view.Frame(), kUnpacked);
-    m_view.ShowStatus(L"Opening " + path);
+    m_view.ShowStatus(Text(IDS_OPENING, {path}));
 }
 
 bool PackageController::CanOpen(const std::wstring& path) {
     if (FolderExists(path)) {
-        m_view.ShowError(FileName(path) + L" is a folder, not a machining package.");
+        m_view.ShowError(Text(IDS_FOLDER_IS_NO_PACKAGE, {FileName(path)}));
         return false;
     }
     if (!FileExists(path)) {
         m_recent.Remove(path);
-        m_view.ShowError(L"The package cannot be found:\n\n" + path);
+        m_view.ShowError(Text(IDS_PACKAGE_NOT_FOUND, {path}));
         return false;
     }
     return true;
@@ -99,7 +100,7 @@ void PackageController::Save() {
         return;
     }
     if (!m_status.IsFileGone() && !m_control.HasChanges() && m_session->Changes().empty()) {
-        m_view.ShowNote(L"There is nothing to save");
+        m_view.ShowNote(Text(IDS_NOTHING_TO_SAVE));
     } else {
         Save(&PackageSaving::Save);
     }
@@ -131,7 +132,7 @@ void PackageController::Save(bool (PackageSaving::*way)()) {
     OnControlChanged();
     m_view.OnPackageChanged();
     if (saved && !m_control.HasChanges()) {
-        m_view.ShowNote(L"Saved");
+        m_view.ShowNote(Text(IDS_SAVED));
     }
 }
 
@@ -218,7 +219,7 @@ void PackageController::OnUnpacked() {
     session.reset();
     m_view.OnPackageChanged();
     if (!result.cancelled) {
-        m_view.ShowError(name + L" cannot be opened as a machining package.\n\n" + Sentence(result.message));
+        m_view.ShowError(Text(IDS_NO_PACKAGE, {name, Sentence(result.message)}));
     }
 }
 

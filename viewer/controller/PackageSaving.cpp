@@ -7,6 +7,7 @@
 #include "prompts/FileDialog.h"
 #include "prompts/NoteDialog.h"
 #include "session/PackageSession.h"
+#include "texts/Texts.h"
 
 namespace viewer {
 
@@ -28,12 +29,12 @@ bool PackageSaving::SaveWithNote() {
 bool PackageSaving::SaveAs() {
     CloseProperties(m_view.Frame());
     const std::optional<std::wstring> path =
-        AskForCopy(m_view.Frame(), FileName(m_session.PackageFile()), L"Save package as");
+        AskForCopy(m_view.Frame(), FileName(m_session.PackageFile()), IDS_SAVE_PACKAGE_AS);
     if (!path) {
         return false;
     }
     const std::wstring folder = m_session.FolderWithSeparator();
-    mxovshare::Utils::ReGenerateOrvandoFile(folder, *path, L"Saved as " + FileName(*path));
+    mxovshare::Utils::ReGenerateOrvandoFile(folder, *path, Text(IDS_SAVED_AS, {FileName(*path)}));
     if (mxovshare::TakeSaveFailure(m_session.Folder())) {
         return false;
     }

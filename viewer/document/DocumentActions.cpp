@@ -3,6 +3,7 @@
 #include "common/SystemError.h"
 #include "package/Paths.h"
 #include "prompts/FileDialog.h"
+#include "texts/Texts.h"
 
 #include <algorithm>
 
@@ -12,10 +13,6 @@
 namespace viewer {
 
 namespace {
-
-std::wstring Failure(const std::wstring& what, DWORD error) {
-    return what + L": " + common::SystemErrorText(error) + L".";
-}
 
 bool Execute(HWND owner, const std::wstring& file, const wchar_t* parameters) {
     SHELLEXECUTEINFOW info = {};
@@ -44,8 +41,9 @@ std::wstring OpenDocument(HWND owner, const std::wstring& path) {
         return {};
     }
     const DWORD error = GetLastError();
-    return error == ERROR_NO_ASSOCIATION ? L"There is no program for " + FileName(path) + L"."
-                                         : Failure(FileName(path) + L" cannot be opened", error);
+    return error == ERROR_NO_ASSOCIATION
+               ? Text(IDS_NO_PROGRAM, {FileName(path)})
+               : Text(IDS_OPEN_FAILED, {FileName(path), common::SystemErrorText(error)});
 }
 
 std::wstring OpenDocumentWith(HWND owner, const std::wstring& path) {
@@ -53,26 +51,26 @@ std::wstring OpenDocumentWith(HWND owner, const std::wstring& path) {
     const HRESULT result = SHOpenWithDialog(owner, &info);
     return SUCCEEDED(result) || result == HRESULT_FROM_WIN32(ERROR_CANCELLED)
                ? std::wstring()
-               : L"The programs for " + FileName(path) + L" cannot be listed on this computer.";
+               : Text(IDS_NO_PROGRAM_LIST, {FileName(path)});
 }
 
 std::wstring SaveDocumentAs(HWND owner, const std::wstring& path) {
     const std::optional<std::wstring> target = AskForDocumentCopy(owner, FileName(path));
     return !target || CopyFileW(path.c_str(), target->c_str(), FALSE)
                ? std::wstring()
-               : Failure(FileName(path) + L" cannot be saved as " + *target, GetLastError());
+               : Text(IDS_SAVE_AS_FAILED, {FileName(path), *target, common::SystemErrorText(GetLastError())});
 }
 
 std::wstring ShowInFolder(HWND owner, const std::wstring& path) {
     const std::wstring parameters = L"/select,\"" + path + L"\"";
     return Execute(owner, L"explorer.exe", parameters.c_str())
                ? std::wstring()
-               : Failure(L"The folder of " + FileName(path) + L" cannot be shown", GetLastError());
+               : Text(IDS_SHOW_FAILED, {FileName(path), common::SystemErrorText(GetLastError())});
 }
 
 std::wstring CopyPath(HWND owner, const std::wstring& path) {
     if (!OpenClipboard(owner)) {
-        return Failure(L"The clipboard cannot be used", GetLastError());
+        return Text(IDS_NO_CLIPBOARD, {common::SystemErrorText(GetLastError())});
     }
     EmptyClipboard();
     const HGLOBAL memory = TextMemory(path);
@@ -82,7 +80,7 @@ std::wstring CopyPath(HWND owner, const std::wstring& path) {
     if (!copied) {
         GlobalFree(memory);
     }
-    return copied ? std::wstring() : Failure(L"The path cannot be copied", error);
+    return copied ? std::wstring() : Text(IDS_COPY_PATH_FAILED, {common::SystemErrorText(error)});
 }
 
 } // namespace viewer

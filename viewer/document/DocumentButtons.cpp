@@ -28,7 +28,7 @@ void DocumentButtons::Create(HWND parent, HFONT font) {
     m_font = font;
     for (const auto& [number, text] : DocumentCommands()) {
         const HWND button = CreateWindowExW(
-            0, L"BUTTON", text, WS_CHILD | WS_TABSTOP | BS_PUSHBUTTON, 0, 0, 0, 0, parent,
+            0, L"BUTTON", text.c_str(), WS_CHILD | WS_TABSTOP | BS_PUSHBUTTON, 0, 0, 0, 0, parent,
             reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)), GetModuleHandleW(nullptr), nullptr);
         SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
         m_buttons.push_back(button);

@@ -3,18 +3,17 @@
 #include "common/Handles.h"
 #include "document/DocumentActions.h"
 #include "resources/resource.h"
+#include "texts/Texts.h"
 
 namespace viewer {
 
 std::vector<DocumentCommand> DocumentCommands() {
-    return {
-        {IDM_DOCUMENT_OPEN, L"&Open"},
-        {IDM_DOCUMENT_FIND, L"&Find..."},
-        {IDM_DOCUMENT_SAVE, L"Save &as..."},
-        {IDM_DOCUMENT_SHOW, L"Show in fol&der"},
-        {IDM_DOCUMENT_OPEN_WITH, L"Open &with..."},
-        {IDM_DOCUMENT_COPY_PATH, L"Copy &path"},
-    };
+    std::vector<DocumentCommand> commands;
+    for (const int number : {IDM_DOCUMENT_OPEN, IDM_DOCUMENT_FIND, IDM_DOCUMENT_SAVE, IDM_DOCUMENT_SHOW,
+                             IDM_DOCUMENT_OPEN_WITH, IDM_DOCUMENT_COPY_PATH}) {
+        commands.push_back({number, Text(static_cast<UINT>(number))});
+    }
+    return commands;
 }
 
 bool IsOffered(int command, const DocumentDetails& document) {
@@ -32,7 +31,7 @@ int ChooseDocumentCommand(HWND window, POINT place, const DocumentDetails& docum
     const common::UniqueOf<HMENU, &DestroyMenu> menu(CreatePopupMenu());
     for (const auto& [number, text] : DocumentCommands()) {
         if (IsOffered(number, document)) {
-            AppendMenuW(menu.get(), MF_STRING, static_cast<UINT_PTR>(number), text);
+            AppendMenuW(menu.get(), MF_STRING, static_cast<UINT_PTR>(number), text.c_str());
         }
     }
     return TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY, place.x, place.y, 0, window, nullptr);

@@ -9,7 +9,7 @@ namespace viewer {
 
 struct DocumentCommand {
     int number;
-    const wchar_t* text; ///< with the mark of its key
+    std::wstring text; ///< with the mark of its key
 };
 
 /// All commands in their order.

@@ -2,6 +2,7 @@
 
 #include "document/DocumentCommands.h"
 #include "package/ValueText.h"
+#include "texts/Texts.h"
 #include "window/Painting.h"
 
 #include <windowsx.h>
@@ -17,8 +18,6 @@ namespace {
 using ContentKind = DocumentContent::Kind;
 
 constexpr wchar_t kDocumentClass[] = L"MXOVDocumentPane";
-constexpr wchar_t kNoPreviewOfKind[] = L"Files of this kind are shown by their own program.";
-constexpr wchar_t kNoDocument[] = L"Select a document to see what is in it.";
 constexpr int kTextId = 100;
 constexpr int kPageMargin = 16; // at 96 dots per inch, as the others
 constexpr int kPageGap = 6;
@@ -30,7 +29,7 @@ bool DocumentPane::Create(HWND parent, int id) {
     windowClass.style = CS_HREDRAW | CS_VREDRAW;
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.lpszClassName = kDocumentClass;
-    return Window::Create(windowClass, WS_EX_CONTROLPARENT, kNoDocument,
+    return Window::Create(windowClass, WS_EX_CONTROLPARENT, Text(IDS_SELECT_DOCUMENT).c_str(),
                           WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN, parent, id);
 }
 
@@ -45,8 +44,9 @@ void DocumentPane::Show(std::unique_ptr<DocumentContent> content) {
     LoadDocumentIcon();
     m_buttons.Show(Details());
     Arrange();
-    SetWindowTextW(Handle(),
-                   m_content ? (m_content->details.name + L"\n" + FactsText()).c_str() : kNoDocument);
+    const std::wstring name =
+        m_content ? m_content->details.name + L"\n" + FactsText() : Text(IDS_SELECT_DOCUMENT);
+    SetWindowTextW(Handle(), name.c_str());
     InvalidateRect(Handle(), nullptr, FALSE);
 }
 
@@ -138,7 +138,7 @@ void DocumentPane::OnContextMenu(POINT place) {
 void DocumentPane::Paint(HDC dc, const RECT& area) const {
     Fill(dc, area, colour::kBackground);
     if (!m_content) {
-        WriteCentred(dc, m_textFont.get(), colour::kText, kNoDocument, area);
+        WriteCentred(dc, m_textFont.get(), colour::kText, Text(IDS_SELECT_DOCUMENT), area);
         return;
     }
     constexpr UINT kLine = DT_SINGLELINE | DT_END_ELLIPSIS;
@@ -159,8 +159,8 @@ void DocumentPane::PaintContent(HDC dc) const {
         DrawPicture(dc, m_content->picture.get(), m_body);
         break;
     case ContentKind::Missing:
-        WriteCentred(dc, m_textFont.get(), colour::kText,
-                     L"The file cannot be found:\n\n" + m_content->details.path, m_body);
+        WriteCentred(dc, m_textFont.get(), colour::kText, Text(IDS_FILE_NOT_FOUND, {m_content->details.path}),
+                     m_body);
         break;
     case ContentKind::Other:
         PaintIcon(dc);
@@ -175,19 +175,20 @@ void DocumentPane::PaintIcon(HDC dc) const {
     const int left = (m_body.left + m_body.right - side) / 2;
     const int middle = (m_body.top + m_body.bottom) / 2;
     DrawIconEx(dc, left, middle - side - Scale(kPageMargin), m_icon.get(), side, side, 0, nullptr, DI_NORMAL);
-    WriteCentred(dc, m_textFont.get(), colour::kText, m_kindText + kNoPreviewOfKind, m_body);
+    WriteCentred(dc, m_textFont.get(), colour::kText, m_kindText + Text(IDS_KIND_WITHOUT_PREVIEW), m_body);
 }
 
 std::wstring DocumentPane::FactsText() const {
     const DocumentDetails& document = m_content->details;
     if (!document.exists) {
-        return document.isLink ? L"Linked, not found" : L"Not found in the package";
+        return Text(document.isLink ? IDS_LINK_NOT_FOUND : IDS_COPY_NOT_FOUND);
     }
-    std::wstring facts = ByteSizeText(document.size) + L", " + LocalTimeText(document.modified);
+    std::wstring facts =
+        Text(IDS_SIZE_AND_TIME, {ByteSizeText(document.size), LocalTimeText(document.modified)});
     if (document.isLink) {
-        facts += L", linked";
+        facts = Text(IDS_LINKED, {facts});
     }
-    return m_content->isCut ? facts + L". The first megabyte is shown." : facts;
+    return m_content->isCut ? Text(IDS_CUT_TEXT, {facts}) : facts;
 }
 
 } // namespace viewer

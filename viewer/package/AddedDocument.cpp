@@ -7,6 +7,7 @@
 #include "package/ItemText.h"
 #include "package/PackageInformation.h"
 #include "package/Paths.h"
+#include "texts/Texts.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -79,7 +80,7 @@ std::wstring AddedDocumentRepair::KeepBoth(const AddedDocument& document) const 
     const std::wstring copies = m_folder + docview::kCopiesFolder;
     const std::wstring name = FreeCopyName(copies, document.name);
     if (!MoveFileW((copies + document.name).c_str(), (copies + name).c_str())) {
-        return document.name + L" cannot be kept: " + common::SystemErrorText(GetLastError()) + L".";
+        return Text(IDS_KEEP_FAILED, {document.name, common::SystemErrorText(GetLastError())});
     }
     INIFile::AddRecordToINI(document.section, inikey::kFilePath, docview::kCopiesFolder + name,
                             m_information);
@@ -121,8 +122,7 @@ std::vector<std::wstring> AddedDocumentRepair::SharersOf(const std::wstring& sec
 std::wstring AddedDocumentRepair::Restore(const std::wstring& name) const {
     const std::wstring target = m_folder + docview::kCopiesFolder + name;
     if (m_kept.empty() || !CopyFileW((m_kept + L"\\" + name).c_str(), target.c_str(), FALSE)) {
-        return L"The former " + name + L" cannot be restored: " + common::SystemErrorText(GetLastError()) +
-               L".";
+        return Text(IDS_RESTORE_FAILED, {name, common::SystemErrorText(GetLastError())});
     }
     return {};
 }

@@ -7,6 +7,7 @@
 #include "package/ItemText.h"
 #include "package/PackageInformation.h"
 #include "package/Paths.h"
+#include "texts/Texts.h"
 
 #include <windows.h>
 
@@ -67,13 +68,13 @@ std::wstring AttachDocuments(const std::wstring& folder, const std::vector<std::
     std::wstring refused;
     for (const std::wstring& file : files) {
         if (FolderExists(file)) {
-            refused += FileName(file) + L" is a folder; only files can be attached.\n";
+            refused += Text(IDS_FOLDER_NOT_ATTACHED, {FileName(file)}) + L"\n";
             continue;
         }
         const std::wstring stored = mode == AttachMode::Link ? file : CopyIntoPackage(folder, file);
         if (stored.empty()) {
             refused +=
-                FileName(file) + L" cannot be copied: " + common::SystemErrorText(GetLastError()) + L".\n";
+                Text(IDS_COPY_FAILED, {FileName(file), common::SystemErrorText(GetLastError())}) + L"\n";
             continue;
         }
         WriteSection(information, stored, mode, LastWriteOf(file));

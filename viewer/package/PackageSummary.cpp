@@ -4,6 +4,7 @@
 #include "mxovshare.h"
 #include "package/Paths.h"
 #include "package/ValueText.h"
+#include "texts/Texts.h"
 
 #include <algorithm>
 
@@ -67,10 +68,10 @@ HistoryEntry LastPackedEntry(const std::wstring& packageFile) {
 std::wstring EntryText(const HistoryEntry& entry) {
     std::wstring line = entry.operation;
     if (!entry.by.empty()) {
-        line += L" by " + entry.by;
+        line = Text(IDS_ENTRY_BY, {line, entry.by});
     }
     if (!entry.time.empty()) {
-        line += L", " + entry.time;
+        line = Text(IDS_ENTRY_TIME, {line, entry.time});
     }
     return line;
 }
@@ -105,7 +106,8 @@ std::wstring CountsText(const std::vector<mxovshare::PackageEntry>& entries) {
     if (files == 0) {
         return {};
     }
-    return std::to_wstring(files) + (files == 1 ? L" file, " : L" files, ") + ByteSizeText(bytes);
+    return files == 1 ? Text(IDS_ONE_FILE, {ByteSizeText(bytes)})
+                      : Text(IDS_FILES, {std::to_wstring(files), ByteSizeText(bytes)});
 }
 
 std::wstring PropertiesText(const std::wstring& folder, const std::wstring& packageFile,
@@ -114,14 +116,13 @@ std::wstring PropertiesText(const std::wstring& folder, const std::wstring& pack
     WIN32_FILE_ATTRIBUTE_DATA file = {};
     GetFileAttributesExW(packageFile.c_str(), GetFileExInfoStandard, &file);
     const std::uint64_t size = (std::uint64_t{file.nFileSizeHigh} << 32) | file.nFileSizeLow;
-    std::wstring text =
-        L"Path: " + packageFile + L"\nSize: " + ByteSizeText(size) + L"\nContent: " + CountsText(entries);
-    text += L"\nSaved: " + LocalTimeText(file.ftLastWriteTime);
+    std::wstring text = Text(IDS_PROPERTIES, {packageFile, ByteSizeText(size), CountsText(entries),
+                                              LocalTimeText(file.ftLastWriteTime)});
     if (!summary.version.empty()) {
-        text += L"\nWritten by: " + summary.version;
+        text += L"\n" + Text(IDS_WRITTEN_BY, {summary.version});
     }
     if (!summary.lastChange.empty()) {
-        text += L"\nLast entry of the history: " + summary.lastChange;
+        text += L"\n" + Text(IDS_LAST_ENTRY, {summary.lastChange});
     }
     return text;
 }

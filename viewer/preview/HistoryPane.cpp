@@ -1,5 +1,6 @@
 #include "preview/HistoryPane.h"
 
+#include "texts/Texts.h"
 #include "window/Painting.h"
 
 #include <algorithm>
@@ -22,16 +23,16 @@ constexpr int kLabelHeight = 18;
 constexpr int kLeastRemarks = 120; // width of the column
 
 struct Column {
-    const wchar_t* title;
+    UINT title;
     std::wstring HistoryLine::*text;
     int width;
 };
 
 constexpr Column kColumns[] = {
-    {L"Time", &HistoryLine::time, 130},
-    {L"Operation", &HistoryLine::operation, 80},
-    {L"By", &HistoryLine::by, 100},
-    {L"Remarks", &HistoryLine::remarks, 0}, // the rest
+    {IDS_COLUMN_TIME, &HistoryLine::time, 130},
+    {IDS_COLUMN_OPERATION, &HistoryLine::operation, 80},
+    {IDS_COLUMN_BY, &HistoryLine::by, 100},
+    {IDS_COLUMN_REMARKS, &HistoryLine::remarks, 0}, // the rest
 };
 
 } // namespace
@@ -40,7 +41,7 @@ bool HistoryPane::Create(HWND parent, int id) {
     WNDCLASSEXW windowClass = {};
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.lpszClassName = kHistoryClass;
-    return Window::Create(windowClass, WS_EX_CONTROLPARENT, L"History",
+    return Window::Create(windowClass, WS_EX_CONTROLPARENT, Text(IDS_PAGE_HISTORY).c_str(),
                           WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN, parent, id);
 }
 
@@ -94,21 +95,21 @@ LRESULT HistoryPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool HistoryPane::CreateParts() {
-    const auto create = [this](const wchar_t* className, const wchar_t* name, DWORD style, int id) {
+    const auto create = [this](const wchar_t* className, const std::wstring& name, DWORD style, int id) {
         const HWND part = CreateWindowExW(
-            WS_EX_CLIENTEDGE, className, name, WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 0, 0, 0, 0,
+            WS_EX_CLIENTEDGE, className, name.c_str(), WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 0, 0, 0, 0,
             Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
         SendMessageW(part, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
         return part;
     };
     m_font = MakeMessageFont();
     m_list =
-        create(WC_LISTVIEWW, L"History",
+        create(WC_LISTVIEWW, Text(IDS_PAGE_HISTORY),
                LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER, kListId);
-    m_label = CreateWindowExW(0, L"STATIC", L"Remarks of the selected entry", WS_CHILD | WS_VISIBLE, 0, 0, 0,
-                              0, Handle(), nullptr, GetModuleHandleW(nullptr), nullptr);
+    m_label = CreateWindowExW(0, L"STATIC", Text(IDS_REMARKS_OF_ENTRY).c_str(), WS_CHILD | WS_VISIBLE, 0, 0,
+                              0, 0, Handle(), nullptr, GetModuleHandleW(nullptr), nullptr);
     SendMessageW(m_label, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
-    m_remarks = create(L"EDIT", L"", ES_MULTILINE | ES_READONLY, kRemarksId);
+    m_remarks = create(L"EDIT", {}, ES_MULTILINE | ES_READONLY, kRemarksId);
     ListView_SetExtendedListViewStyle(m_list, LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
     AddColumns();
     return m_list && m_remarks;
@@ -116,7 +117,7 @@ bool HistoryPane::CreateParts() {
 
 void HistoryPane::AddColumns() {
     for (int i = 0; i < static_cast<int>(std::size(kColumns)); ++i) {
-        std::wstring title = kColumns[i].title;
+        std::wstring title = Text(kColumns[i].title);
         LVCOLUMNW column = {};
         column.mask = LVCF_TEXT;
         column.pszText = title.data();

@@ -2,6 +2,7 @@
 
 #include "preview/PreviewImage.h"
 #include "resources/resource.h"
+#include "texts/Texts.h"
 #include "window/Painting.h"
 
 namespace viewer {
@@ -9,8 +10,6 @@ namespace viewer {
 namespace {
 
 constexpr wchar_t kPaneClass[] = L"MXOVPreviewPane";
-constexpr wchar_t kInvitation[] = L"Drop a machining package here,\nor choose File > Open (Ctrl+O).";
-constexpr wchar_t kNoPreview[] = L"This package has no preview picture.";
 constexpr COLORREF kCard = RGB(255, 255, 255);
 constexpr COLORREF kCardEdge = RGB(208, 213, 220);
 constexpr int kMargin = 24;
@@ -23,7 +22,8 @@ bool PreviewPane::Create(HWND parent, int id) {
     windowClass.style = CS_HREDRAW | CS_VREDRAW;
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.lpszClassName = kPaneClass;
-    return Window::Create(windowClass, 0, kInvitation, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, parent, id);
+    return Window::Create(windowClass, 0, Text(IDS_INVITATION).c_str(),
+                          WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, parent, id);
 }
 
 void PreviewPane::Show(PackageSummary summary) {
@@ -32,7 +32,7 @@ void PreviewPane::Show(PackageSummary summary) {
     m_picture = LoadPreview(m_summary.previewFile);
     std::wstring text = m_summary.name;
     for (const std::wstring& line :
-         {m_summary.version, m_summary.lastChange, std::wstring(m_picture ? L"" : kNoPreview)}) {
+         {m_summary.version, m_summary.lastChange, m_picture ? std::wstring() : Text(IDS_NO_PICTURE)}) {
         if (!line.empty()) {
             text += L"\n" + line;
         }
@@ -45,7 +45,7 @@ void PreviewPane::Clear() {
     m_hasPackage = false;
     m_summary = {};
     m_picture.reset();
-    SetWindowTextW(Handle(), kInvitation);
+    SetWindowTextW(Handle(), Text(IDS_INVITATION).c_str());
     InvalidateRect(Handle(), nullptr, FALSE);
 }
 
@@ -102,7 +102,7 @@ void PreviewPane::PaintInvitation(HDC dc, const RECT& area) const {
     const int left = (area.left + area.right - side) / 2;
     DrawIconEx(dc, left, middle - side - Scale(kMargin), m_packageIcon.get(), side, side, 0, nullptr,
                DI_NORMAL);
-    WriteCentred(dc, m_textFont.get(), colour::kText, kInvitation, area);
+    WriteCentred(dc, m_textFont.get(), colour::kText, Text(IDS_INVITATION), area);
 }
 
 void PreviewPane::PaintPackage(HDC dc, const RECT& area) const {
@@ -130,7 +130,7 @@ void PreviewPane::PaintPicture(HDC dc, const RECT& area) const {
     if (m_picture) {
         DrawPicture(dc, m_picture.get(), card);
     } else if (card.right > card.left && card.bottom > card.top) {
-        WriteCentred(dc, m_textFont.get(), colour::kText, kNoPreview, card);
+        WriteCentred(dc, m_textFont.get(), colour::kText, Text(IDS_NO_PICTURE), card);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "package/Paths.h"
 #include "prompts/TaskPrompt.h"
 #include "prompts/UnsavedPrompts.h"
+#include "texts/Texts.h"
 
 namespace viewer {
 
@@ -13,24 +14,24 @@ std::optional<AttachMode> AskHowToAttach(HWND owner, const std::wstring& package
     for (const std::wstring& file : files) {
         names.push_back(FileName(file));
     }
-    const std::wstring what =
-        files.size() == 1 ? L"a document" : std::to_wstring(files.size()) + L" documents";
+    const std::wstring package = FileName(packageFile);
+    const std::wstring question = files.size() == 1
+                                      ? Text(IDS_ATTACH_ONE, {package})
+                                      : Text(IDS_ATTACH_MANY, {std::to_wstring(files.size()), package});
     using Answer = std::optional<AttachMode>;
-    return AskUser<Answer>(
-        owner, L"Attach " + what + L" to " + FileName(packageFile) + L"?",
-        ShortList(names) + L"\nA link points at the file where it lies now. A copy becomes part "
-                           L"of the package.",
-        {{L"&Link", AttachMode::Link}, {L"&Copy", AttachMode::Copy}, {L"Cancel", std::nullopt}}, std::nullopt,
-        TD_INFORMATION_ICON);
+    return AskUser<Answer>(owner, question, ShortList(names) + L"\n" + Text(IDS_ATTACH_HOW),
+                           {{Text(IDS_LINK), AttachMode::Link},
+                            {Text(IDS_COPY), AttachMode::Copy},
+                            {Text(IDS_CANCEL), std::nullopt}},
+                           std::nullopt, TD_INFORMATION_ICON);
 }
 
 SharedNameAnswer AskAboutSharedName(HWND owner, const std::wstring& name) {
     using enum SharedNameAnswer;
-    return AskUser<SharedNameAnswer>(owner, name + L" is already in the package",
-                                     L"You can keep both under different names, or replace the document in "
-                                     L"the package.",
-                                     {{L"&Keep both", KeepBoth}, {L"&Replace", Replace}, {L"Cancel", Cancel}},
-                                     Cancel, TD_INFORMATION_ICON);
+    return AskUser<SharedNameAnswer>(
+        owner, Text(IDS_SHARED_NAME, {name}), Text(IDS_SHARED_NAME_HOW),
+        {{Text(IDS_KEEP_BOTH), KeepBoth}, {Text(IDS_REPLACE), Replace}, {Text(IDS_CANCEL), Cancel}}, Cancel,
+        TD_INFORMATION_ICON);
 }
 
 } // namespace viewer

@@ -2,6 +2,7 @@
 
 #include "common/ComPtr.h"
 #include "common/Handles.h"
+#include "texts/Texts.h"
 
 #include <shobjidl.h>
 
@@ -10,18 +11,18 @@ namespace viewer {
 namespace {
 
 void OfferPackages(IFileDialog& dialog) {
-    const COMDLG_FILTERSPEC filters[] = {{L"Machining packages (*.mxov)", L"*.mxov"},
-                                         {L"All files (*.*)", L"*.*"}};
+    const std::wstring packages = Text(IDS_PACKAGE_FILES);
+    const std::wstring all = Text(IDS_ALL_FILES);
+    const COMDLG_FILTERSPEC filters[] = {{packages.c_str(), L"*.mxov"}, {all.c_str(), L"*.*"}};
     dialog.SetFileTypes(ARRAYSIZE(filters), filters);
     dialog.SetDefaultExtension(L"mxov");
 }
 
-std::optional<std::wstring> Ask(IFileDialog& dialog, HWND owner, const wchar_t* title,
-                                FILEOPENDIALOGOPTIONS more) {
+std::optional<std::wstring> Ask(IFileDialog& dialog, HWND owner, UINT title, FILEOPENDIALOGOPTIONS more) {
     FILEOPENDIALOGOPTIONS options = 0;
     dialog.GetOptions(&options);
     dialog.SetOptions(options | FOS_FORCEFILESYSTEM | FOS_PATHMUSTEXIST | more);
-    dialog.SetTitle(title);
+    dialog.SetTitle(Text(title).c_str());
     common::ComPtr<IShellItem> item;
     if (FAILED(dialog.Show(owner)) || FAILED(dialog.GetResult(item.Receive()))) {
         return std::nullopt;
@@ -42,7 +43,7 @@ common::ComPtr<Dialog> Create(const CLSID& classId) {
 }
 
 // `offerPackages`: for a package, else for a document.
-std::optional<std::wstring> AskWhereToSave(HWND owner, const std::wstring& name, const wchar_t* title,
+std::optional<std::wstring> AskWhereToSave(HWND owner, const std::wstring& name, UINT title,
                                            bool offerPackages) {
     const auto dialog = Create<IFileSaveDialog>(CLSID_FileSaveDialog);
     if (!dialog) {
@@ -63,10 +64,10 @@ std::optional<std::wstring> AskForPackage(HWND owner) {
         return std::nullopt;
     }
     OfferPackages(*dialog.Get());
-    return Ask(*dialog.Get(), owner, L"Open package", FOS_FILEMUSTEXIST);
+    return Ask(*dialog.Get(), owner, IDS_OPEN_PACKAGE, FOS_FILEMUSTEXIST);
 }
 
-std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name, const wchar_t* title) {
+std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name, UINT title) {
     return AskWhereToSave(owner, name, title, true);
 }
 
@@ -76,11 +77,11 @@ std::optional<std::wstring> AskForDocument(HWND owner, const std::wstring& name)
         return std::nullopt;
     }
     dialog->SetFileName(name.c_str());
-    return Ask(*dialog.Get(), owner, L"Find document", FOS_FILEMUSTEXIST);
+    return Ask(*dialog.Get(), owner, IDS_FIND_DOCUMENT, FOS_FILEMUSTEXIST);
 }
 
 std::optional<std::wstring> AskForDocumentCopy(HWND owner, const std::wstring& name) {
-    return AskWhereToSave(owner, name, L"Save document as", false);
+    return AskWhereToSave(owner, name, IDS_SAVE_DOCUMENT_AS, false);
 }
 
 } // namespace viewer

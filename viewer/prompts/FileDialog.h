@@ -11,9 +11,9 @@ namespace viewer {
 /// Asks for a package to open; nothing when the user cancels.
 [[nodiscard]] std::optional<std::wstring> AskForPackage(HWND owner);
 
-/// Asks where to save a package, offering `name`; nothing when the user cancels.
-[[nodiscard]] std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name,
-                                                     const wchar_t* title = L"Save a copy");
+/// Asks where to save a package, offering `name`; nothing when the user cancels. `title` is the number of a
+/// text.
+[[nodiscard]] std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name, UINT title);
 
 /// Asks for the file that a document is to be found in, beginning with `name`; nothing when the user cancels.
 [[nodiscard]] std::optional<std::wstring> AskForDocument(HWND owner, const std::wstring& name);

@@ -2,6 +2,7 @@
 
 #include "package/Paths.h"
 #include "resources/resource.h"
+#include "texts/Texts.h"
 #include "window/Window.h"
 
 namespace viewer {
@@ -12,7 +13,10 @@ constexpr int kMostNote = 1000; // characters
 
 struct Note {
     std::wstring question;
-    std::wstring text;
+    std::wstring title = Text(IDS_NOTE_TITLE);
+    std::wstring save = Text(IDS_SAVE);
+    std::wstring cancel = Text(IDS_CANCEL);
+    std::wstring text = {}; // that the user writes
 };
 
 std::wstring TextOf(HWND field) {
@@ -23,6 +27,9 @@ std::wstring TextOf(HWND field) {
 
 void Prepare(HWND dialog, const Note& note) {
     CentreOn(dialog, GetParent(dialog));
+    SetWindowTextW(dialog, note.title.c_str());
+    SetDlgItemTextW(dialog, IDOK, note.save.c_str());
+    SetDlgItemTextW(dialog, IDCANCEL, note.cancel.c_str());
     SetDlgItemTextW(dialog, IDC_NOTE_QUESTION, note.question.c_str());
     SendDlgItemMessageW(dialog, IDC_NOTE_TEXT, EM_SETLIMITTEXT, kMostNote, 0);
 }
@@ -49,7 +56,7 @@ INT_PTR CALLBACK NoteProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM 
 } // namespace
 
 std::optional<std::wstring> AskForNote(HWND owner, const std::wstring& packageFile) {
-    Note note = {L"What is new in " + FileName(packageFile) + L"? The note appears in its history.", {}};
+    Note note = {Text(IDS_NOTE_QUESTION, {FileName(packageFile)})};
     const INT_PTR answer = DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_NOTE), owner,
                                            NoteProcedure, reinterpret_cast<LPARAM>(&note));
     return answer == IDOK ? std::optional(std::move(note.text)) : std::nullopt;

@@ -2,6 +2,7 @@
 
 #include "package/Paths.h"
 #include "resources/resource.h"
+#include "texts/Texts.h"
 #include "window/Window.h"
 
 #include <commctrl.h>
@@ -17,7 +18,9 @@ constexpr int kBarSteps = 1000;
 ProgressDialog::ProgressDialog(HWND owner, UnpackTask& task) : m_task(task) {
     m_dialog = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_PROGRESS), owner, Procedure,
                                   reinterpret_cast<LPARAM>(this));
-    SetDlgItemTextW(m_dialog, IDC_PROGRESS_PACKAGE, (L"Opening " + FileName(task.PackageFile())).c_str());
+    SetDlgItemTextW(m_dialog, IDC_PROGRESS_PACKAGE,
+                    Text(IDS_OPENING, {FileName(task.PackageFile())}).c_str());
+    SetDlgItemTextW(m_dialog, IDCANCEL, Text(IDS_CANCEL).c_str());
     SendDlgItemMessageW(m_dialog, IDC_PROGRESS_BAR, PBM_SETRANGE32, 0, kBarSteps);
     CentreOn(m_dialog, owner);
     Update();

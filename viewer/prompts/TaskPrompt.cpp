@@ -3,12 +3,12 @@
 namespace viewer {
 
 int ShowTaskPrompt(HWND owner, const std::wstring& instruction, const std::wstring& content,
-                   const std::vector<const wchar_t*>& buttons, const wchar_t* icon) {
+                   const std::vector<std::wstring>& buttons, const wchar_t* icon) {
     constexpr int kFirstButton = 100;
     std::vector<TASKDIALOG_BUTTON> described;
     described.reserve(buttons.size());
-    for (const wchar_t* text : buttons) {
-        described.push_back({kFirstButton + static_cast<int>(described.size()), text});
+    for (const std::wstring& text : buttons) {
+        described.push_back({kFirstButton + static_cast<int>(described.size()), text.c_str()});
     }
     TASKDIALOGCONFIG prompt = {};
     prompt.cbSize = sizeof prompt;

@@ -14,14 +14,14 @@ namespace viewer {
 /// Shows a question. Returns the index of the chosen button, of which the first is the default; -1 when the
 /// user closes the question.
 int ShowTaskPrompt(HWND owner, const std::wstring& instruction, const std::wstring& content,
-                   const std::vector<const wchar_t*>& buttons, const wchar_t* icon);
+                   const std::vector<std::wstring>& buttons, const wchar_t* icon);
 
 /// Asks the user for one of these answers; closing the question counts as `cancelled`.
 template <class Answer>
 [[nodiscard]] Answer AskUser(HWND owner, const std::wstring& instruction, const std::wstring& content,
-                             const std::vector<std::pair<const wchar_t*, Answer>>& answers, Answer cancelled,
+                             const std::vector<std::pair<std::wstring, Answer>>& answers, Answer cancelled,
                              const wchar_t* icon = TD_WARNING_ICON) {
-    std::vector<const wchar_t*> buttons;
+    std::vector<std::wstring> buttons;
     buttons.reserve(answers.size());
     for (const auto& [text, answer] : answers) {
         buttons.push_back(text);

@@ -3,27 +3,31 @@
 #include "package/Paths.h"
 #include "package/ValueText.h"
 #include "prompts/TaskPrompt.h"
+#include "texts/Texts.h"
 
 namespace viewer {
 
 namespace {
 
-// Their names, each with the text for its kind.
-std::vector<std::wstring> LinesOf(const std::vector<FileChange>& changes, const wchar_t* added,
-                                  const wchar_t* removed) {
+// The name of a changed file, in the text of this number when it is new or removed.
+std::wstring LineOf(const FileChange& change, UINT added, UINT removed) {
+    switch (change.kind) {
+    case FileChangeKind::Added:
+        return Text(added, {change.name});
+    case FileChangeKind::Removed:
+        return Text(removed, {change.name});
+    default:
+        return change.name;
+    }
+}
+
+std::wstring ListOf(const std::vector<FileChange>& changes, UINT added, UINT removed) {
     std::vector<std::wstring> lines;
     lines.reserve(changes.size());
     for (const FileChange& change : changes) {
-        lines.push_back(change.name + TextFor(change.kind, L"", added, removed));
+        lines.push_back(LineOf(change, added, removed));
     }
-    return lines;
-}
-
-// The beginning of a sentence about `count` documents.
-std::wstring Documents(const std::wstring& packageFile, std::size_t count, const wchar_t* verbForOne,
-                       const wchar_t* verbForMany) {
-    return (count == 1 ? L"A document of " : L"Documents of ") + FileName(packageFile) + L" " +
-           (count == 1 ? verbForOne : verbForMany);
+    return ShortList(lines);
 }
 
 } // namespace
@@ -31,10 +35,9 @@ std::wstring Documents(const std::wstring& packageFile, std::size_t count, const
 RecoveryAnswer AskToRecover(HWND owner, const std::wstring& packageFile, const FILETIME& changed) {
     using enum RecoveryAnswer;
     return AskUser<RecoveryAnswer>(
-        owner, L"There are unsaved changes to " + FileName(packageFile),
-        L"The viewer did not end properly. Your changes, last made on " + LocalTimeText(changed) +
-            L", are not in the package file:\n\n" + packageFile + L"\n\nDo you want to continue with them?",
-        {{L"&Continue", Continue}, {L"&Discard", Discard}, {L"Ask &later", Later}}, Later);
+        owner, Text(IDS_RECOVER, {FileName(packageFile)}),
+        Text(IDS_RECOVER_HOW, {LocalTimeText(changed), packageFile}),
+        {{Text(IDS_CONTINUE), Continue}, {Text(IDS_DISCARD), Discard}, {Text(IDS_ASK_LATER), Later}}, Later);
 }
 
 std::wstring ShortList(const std::vector<std::wstring>& lines) {
@@ -46,56 +49,50 @@ std::wstring ShortList(const std::vector<std::wstring>& lines) {
         list += lines[i] + L"\n";
     }
     if (shown < lines.size()) {
-        list += L"and " + std::to_wstring(lines.size() - shown) + L" more\n";
+        list += Text(IDS_AND_MORE, {std::to_wstring(lines.size() - shown)}) + L"\n";
     }
     return list;
 }
 
 std::wstring ListOfChanges(const std::vector<FileChange>& changes) {
-    return ShortList(LinesOf(changes, L" (new)", L" (removed)"));
+    return ListOf(changes, IDS_FILE_NEW, IDS_FILE_REMOVED);
 }
 
 ChangesAnswer AskAboutChanges(HWND owner, const std::wstring& packageFile,
                               const std::vector<FileChange>& changes, bool declined) {
     using enum ChangesAnswer;
-    const std::wstring question =
-        declined ? L"Do you want to save the package after all, with your other changes too?"
-                 : L"Do you want to save the package with these changes?";
+    const UINT what = changes.size() == 1 ? IDS_CHANGED_ONE : IDS_CHANGED_MANY;
     return AskUser<ChangesAnswer>(
-        owner, Documents(packageFile, changes.size(), L"was", L"were") + L" changed by another program",
-        ListOfChanges(changes) + L"\n" + question,
-        {{L"&Save", Save}, {L"&Discard", Discard}, {L"&Go on working", GoOn}}, GoOn);
+        owner, Text(what, {FileName(packageFile)}),
+        ListOfChanges(changes) + L"\n" + Text(declined ? IDS_SAVE_AFTER_ALL : IDS_SAVE_THESE),
+        {{Text(IDS_SAVE), Save}, {Text(IDS_DISCARD), Discard}, {Text(IDS_GO_ON), GoOn}}, GoOn);
 }
 
 void ShowComparison(HWND owner, const std::wstring& packageFile, const std::vector<FileChange>& changes) {
-    const std::wstring content = changes.empty()
-                                     ? L"Only the history or the descriptions differ."
-                                     : ShortList(LinesOf(changes, L" (only here)", L" (only in the file)"));
-    ShowTaskPrompt(owner, L"What is open here differs from the file " + FileName(packageFile), content,
-                   {L"&Close"}, TD_INFORMATION_ICON);
+    const std::wstring content =
+        changes.empty() ? Text(IDS_SAME_DOCUMENTS) : ListOf(changes, IDS_ONLY_HERE, IDS_ONLY_IN_FILE);
+    ShowTaskPrompt(owner, Text(IDS_DIFFERS, {FileName(packageFile)}), content, {Text(IDS_CLOSE)},
+                   TD_INFORMATION_ICON);
 }
 
 OpenAnswer AskAboutOpenDocuments(HWND owner, const std::wstring& packageFile,
                                  const std::vector<std::wstring>& names) {
     using enum OpenAnswer;
+    const UINT what = names.size() == 1 ? IDS_OPEN_ONE : IDS_OPEN_MANY;
     return AskUser<OpenAnswer>(
-        owner, Documents(packageFile, names.size(), L"is", L"are") + L" still open in another program",
-        ShortList(names) + L"\nSave and close it there first, then try again. What is saved there "
-                           L"after the package is closed is lost.",
-        {{L"&Try again", TryAgain}, {L"&Close anyway", Close}, {L"&Go on working", GoOn}}, GoOn);
+        owner, Text(what, {FileName(packageFile)}), ShortList(names) + L"\n" + Text(IDS_OPEN_HOW),
+        {{Text(IDS_TRY_AGAIN), TryAgain}, {Text(IDS_CLOSE_ANYWAY), Close}, {Text(IDS_GO_ON), GoOn}}, GoOn);
 }
 
 FailedSaveAnswer AskAboutFailedSave(HWND owner, const std::wstring& packageFile) {
     using enum FailedSaveAnswer;
-    return AskUser<FailedSaveAnswer>(
-        owner, L"Your changes to " + FileName(packageFile) + L" are not saved",
-        L"You can save them in another place, or keep them: the viewer then offers them at its "
-        L"next start.",
-        {{L"&Go on working", GoOn},
-         {L"Save a &copy...", SaveCopy},
-         {L"&Keep for later", Keep},
-         {L"&Discard", Discard}},
-        GoOn);
+    return AskUser<FailedSaveAnswer>(owner, Text(IDS_NOT_SAVED, {FileName(packageFile)}),
+                                     Text(IDS_NOT_SAVED_HOW),
+                                     {{Text(IDS_GO_ON), GoOn},
+                                      {Text(IDS_SAVE_COPY), SaveCopy},
+                                      {Text(IDS_KEEP), Keep},
+                                      {Text(IDS_DISCARD), Discard}},
+                                     GoOn);
 }
 
 } // namespace viewer

@@ -1,33 +1,43 @@
 #include "session/PackageNews.h"
 
-#include "common/Programs.h"
 #include "package/Paths.h"
+#include "package/ProgramsText.h"
 #include "package/ValueText.h"
+#include "texts/Texts.h"
 
 namespace viewer {
 
 namespace {
 
+UINT NumberOf(FileChangeKind kind) {
+    switch (kind) {
+    case FileChangeKind::Added:
+        return IDS_DOCUMENT_ADDED;
+    case FileChangeKind::Removed:
+        return IDS_DOCUMENT_REMOVED;
+    default:
+        return IDS_DOCUMENT_CHANGED;
+    }
+}
+
 std::wstring ChangesText(const std::vector<FileChange>& changes) {
-    const std::wstring what = changes.size() == 1
-                                  ? FileName(changes[0].name) + TextFor(changes[0].kind, L" was changed",
-                                                                        L" was added", L" was removed")
-                                  : std::to_wstring(changes.size()) + L" documents were changed";
-    return what + L" by another program.";
+    return changes.size() == 1 ? Text(NumberOf(changes[0].kind), {FileName(changes[0].name)})
+                               : Text(IDS_DOCUMENTS_CHANGED, {std::to_wstring(changes.size())});
 }
 
 } // namespace
 
 PackageNews FindNews(const PackageState& state, const std::wstring& packageFile) {
     if (!state.folderFound) {
-        return {L"The folder " + ParentFolder(packageFile) + L" is offline.", {}};
+        return {Text(IDS_FOLDER_OFFLINE, {ParentFolder(packageFile)}), {}};
     }
     if (state.stamp.empty()) {
-        return {FileName(packageFile) + L" was moved or deleted by another program.", {NewsAction::Save}};
+        return {Text(IDS_FILE_GONE, {FileName(packageFile)}), {NewsAction::Save}};
     }
     if (IsSavedElsewhere(state)) {
-        const std::wstring who = state.savedBy.empty() ? L"Another program" : state.savedBy;
-        return {who + L" saved this package at " + LocalClockText(state.savedAt) + L".",
+        const std::wstring clock = LocalClockText(state.savedAt);
+        return {state.savedBy.empty() ? Text(IDS_SAVED_BY_PROGRAM, {clock})
+                                      : Text(IDS_SAVED_BY, {state.savedBy, clock}),
                 {NewsAction::Reload, NewsAction::Compare}};
     }
     std::vector<FileChange> changes = state.changes;
@@ -39,11 +49,11 @@ PackageNews FindNews(const PackageState& state, const std::wstring& packageFile)
 }
 
 PackageNews FindPrograms(const std::vector<mxovshare::PackageEntry>& entries) {
-    const std::wstring names = common::ProgramNames(entries);
+    const std::wstring names = ProgramsText(entries);
     if (names.empty()) {
         return {};
     }
-    return {L"This package holds programs: " + names + L". Open them only if you trust their origin.", {}};
+    return {Text(IDS_HOLDS_PROGRAMS, {names}), {}};
 }
 
 bool IsSavedElsewhere(const PackageState& state) {

@@ -6,6 +6,7 @@
 #include "common/SystemError.h"
 #include "package/Paths.h"
 #include "session/SessionFile.h"
+#include "texts/Texts.h"
 
 #include <filesystem>
 
@@ -106,11 +107,11 @@ std::unique_ptr<PackageSession> SessionStore::Create(const std::wstring& package
         // Whoever removes the last session of the folder removes the folder, perhaps at this moment.
         const DWORD reason = GetLastError();
         if (reason != ERROR_FILE_EXISTS && !(IsGone(reason) && MakeFolder(store))) {
-            error = L"The folder " + store + L" cannot be used: " + common::SystemErrorText(reason) + L".";
+            error = Text(IDS_STORE_UNUSABLE, {store, common::SystemErrorText(reason)});
             return nullptr;
         }
     }
-    error = L"The folder " + store + L" is full of abandoned packages.";
+    error = Text(IDS_STORE_FULL, {store});
     return nullptr;
 }
 

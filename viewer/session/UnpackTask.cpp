@@ -1,7 +1,8 @@
 #include "session/UnpackTask.h"
 
 #include "common/Policies.h"
-#include "common/Programs.h"
+#include "package/ProgramsText.h"
+#include "texts/Texts.h"
 
 namespace viewer {
 
@@ -13,10 +14,10 @@ using mxovshare::PackageResult;
 PackageResult CheckPrograms(const std::wstring& packageFile) {
     std::vector<mxovshare::PackageEntry> entries;
     PackageResult result = mxovshare::ListPackage(packageFile, entries);
-    const std::wstring programs = common::ProgramNames(entries);
+    const std::wstring programs = ProgramsText(entries);
     if (result.ok && !programs.empty()) {
         result.ok = false;
-        result.message = L"it" + common::RefusalOf(programs);
+        result.message = Text(IDS_PROGRAMS_REFUSED, {programs});
     }
     return result;
 }

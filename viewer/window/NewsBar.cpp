@@ -76,8 +76,8 @@ void NewsBar::Show(const std::wstring& text, const std::vector<Button>& buttons)
     SetWindowTextW(Handle(), text.c_str());
     for (const Button& button : buttons) {
         const HWND window =
-            CreateWindowExW(0, L"BUTTON", button.text, WS_CHILD | WS_VISIBLE | BS_PUSHBUTTON, 0, 0, 0, 0,
-                            Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(button.command)),
+            CreateWindowExW(0, L"BUTTON", button.text.c_str(), WS_CHILD | WS_VISIBLE | BS_PUSHBUTTON, 0, 0, 0,
+                            0, Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(button.command)),
                             GetModuleHandleW(nullptr), nullptr);
         if (window) {
             SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);

@@ -13,7 +13,7 @@ class NewsBar : public Window {
 public:
     struct Button {
         int command; ///< sent to the parent when the button is clicked
-        const wchar_t* text;
+        std::wstring text;
     };
 
     /// Creates the bar, hidden.

@@ -1,6 +1,7 @@
 #include "window/NewsButtons.h"
 
 #include "resources/resource.h"
+#include "texts/Texts.h"
 
 #include <algorithm>
 #include <iterator>
@@ -12,11 +13,11 @@ namespace {
 NewsBar::Button ButtonOf(NewsAction action) {
     switch (action) {
     case NewsAction::Save:
-        return {IDM_FILE_SAVE, L"Save"};
+        return {IDM_FILE_SAVE, Text(IDS_NEWS_SAVE)};
     case NewsAction::Reload:
-        return {IDM_VIEW_REFRESH, L"Reload"};
+        return {IDM_VIEW_REFRESH, Text(IDS_NEWS_RELOAD)};
     default:
-        return {IDM_PACKAGE_COMPARE, L"Compare"};
+        return {IDM_PACKAGE_COMPARE, Text(IDS_NEWS_COMPARE)};
     }
 }
 

@@ -1,6 +1,7 @@
 #include "window/RecentMenu.h"
 
 #include "resources/resource.h"
+#include "texts/Texts.h"
 
 #include <shlwapi.h>
 
@@ -37,7 +38,7 @@ void FillRecentMenu(HMENU menu, const std::vector<std::wstring>& paths, bool ena
                     RecentText(i, paths[i]).c_str());
     }
     if (paths.empty()) {
-        AppendMenuW(menu, MF_GRAYED, IDM_RECENT_NONE, L"(none)");
+        AppendMenuW(menu, MF_GRAYED, IDM_RECENT_NONE, Text(IDM_RECENT_NONE).c_str());
     }
 }
 
