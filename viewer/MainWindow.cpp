@@ -122,6 +122,10 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_TIMER:
         OnTimer(wParam);
         return 0;
+    case WM_SYSCOLORCHANGE:
+    case WM_SETTINGCHANGE:
+        OnLookChanged(message, wParam, lParam);
+        return Default(message, wParam, lParam);
     case WM_QUERYENDSESSION:
         m_packages.CancelOpening();
         return m_packages.Close();
@@ -178,6 +182,15 @@ void MainWindow::OnActivate(bool active, HWND other) {
     } else {
         SetFocus(Handle());
     }
+}
+
+// The control repaints with the frame; its parts are its own matter.
+void MainWindow::OnLookChanged(UINT message, WPARAM wParam, LPARAM lParam) {
+    for (const HWND part : {m_pages.Handle(), m_news.Handle(), GetDlgItem(Handle(), IDC_STATUS)}) {
+        SendMessageW(part, message, wParam, lParam);
+        PassToDescendants(part, message, wParam, lParam);
+    }
+    RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void MainWindow::OnClose() {

@@ -58,6 +58,7 @@ private:
     void OnDropFiles(HDROP drop);
     void OnActivate(bool active, HWND other);
     void OnTimer(UINT_PTR timer);
+    void OnLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
     void OnClose();
     bool OnOwnMessage(UINT message, WPARAM wParam, LPARAM lParam);
 

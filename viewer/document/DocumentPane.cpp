@@ -4,6 +4,7 @@
 #include "package/ValueText.h"
 #include "texts/Texts.h"
 #include "window/Painting.h"
+#include "window/Palette.h"
 
 #include <windowsx.h>
 
@@ -136,21 +137,22 @@ void DocumentPane::OnContextMenu(POINT place) {
 }
 
 void DocumentPane::Paint(HDC dc, const RECT& area) const {
-    Fill(dc, area, colour::kBackground);
+    const Palette palette = CurrentPalette();
+    Fill(dc, area, palette.page);
     if (!m_content) {
-        WriteCentred(dc, m_textFont.get(), colour::kText, Text(IDS_SELECT_DOCUMENT), area);
+        WriteCentred(dc, m_textFont.get(), palette.text, Text(IDS_SELECT_DOCUMENT), area);
         return;
     }
     constexpr UINT kLine = DT_SINGLELINE | DT_END_ELLIPSIS;
     RECT line = area;
     InflateRect(&line, -Scale(kPageMargin), -Scale(kPageMargin));
-    line.top += Write(dc, m_headingFont.get(), colour::kHeading, m_content->details.name, line, kLine);
+    line.top += Write(dc, m_headingFont.get(), palette.text, m_content->details.name, line, kLine);
     line.top += Scale(kPageGap);
-    Write(dc, m_textFont.get(), colour::kText, FactsText(), line, kLine);
-    PaintContent(dc);
+    Write(dc, m_textFont.get(), palette.text, FactsText(), line, kLine);
+    PaintContent(dc, palette);
 }
 
-void DocumentPane::PaintContent(HDC dc) const {
+void DocumentPane::PaintContent(HDC dc, const Palette& palette) const {
     if (m_body.right <= m_body.left || m_body.bottom <= m_body.top) {
         return;
     }
@@ -159,23 +161,23 @@ void DocumentPane::PaintContent(HDC dc) const {
         DrawPicture(dc, m_content->picture.get(), m_body);
         break;
     case ContentKind::Missing:
-        WriteCentred(dc, m_textFont.get(), colour::kText, Text(IDS_FILE_NOT_FOUND, {m_content->details.path}),
+        WriteCentred(dc, m_textFont.get(), palette.text, Text(IDS_FILE_NOT_FOUND, {m_content->details.path}),
                      m_body);
         break;
     case ContentKind::Other:
-        PaintIcon(dc);
+        PaintIcon(dc, palette);
         break;
     case ContentKind::Text:
         break;
     }
 }
 
-void DocumentPane::PaintIcon(HDC dc) const {
+void DocumentPane::PaintIcon(HDC dc, const Palette& palette) const {
     const int side = GetSystemMetrics(SM_CXICON);
     const int left = (m_body.left + m_body.right - side) / 2;
     const int middle = (m_body.top + m_body.bottom) / 2;
     DrawIconEx(dc, left, middle - side - Scale(kPageMargin), m_icon.get(), side, side, 0, nullptr, DI_NORMAL);
-    WriteCentred(dc, m_textFont.get(), colour::kText, m_kindText + Text(IDS_KIND_WITHOUT_PREVIEW), m_body);
+    WriteCentred(dc, m_textFont.get(), palette.text, m_kindText + Text(IDS_KIND_WITHOUT_PREVIEW), m_body);
 }
 
 std::wstring DocumentPane::FactsText() const {

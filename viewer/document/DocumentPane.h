@@ -10,6 +10,8 @@
 
 namespace viewer {
 
+struct Palette;
+
 class DocumentPane : public Window {
 public:
     /// Creates the page, hidden.
@@ -31,8 +33,8 @@ private:
     void OnCommand(int command);
     void OnContextMenu(POINT place);
     void Paint(HDC dc, const RECT& area) const;
-    void PaintContent(HDC dc) const;
-    void PaintIcon(HDC dc) const;
+    void PaintContent(HDC dc, const Palette& palette) const;
+    void PaintIcon(HDC dc, const Palette& palette) const;
     [[nodiscard]] std::wstring FactsText() const;
     [[nodiscard]] int FontHeight(HFONT font) const;
     [[nodiscard]] bool Has(DocumentContent::Kind kind) const { return m_content && m_content->kind == kind; }

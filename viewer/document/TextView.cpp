@@ -1,6 +1,7 @@
 #include "document/TextView.h"
 
 #include "window/Painting.h"
+#include "window/Palette.h"
 
 #include <windowsx.h>
 
@@ -12,30 +13,17 @@ namespace viewer {
 namespace {
 
 constexpr wchar_t kTextClass[] = L"MXOVTextView";
-constexpr COLORREF kComment = RGB(0, 128, 0);
-constexpr COLORREF kTool = RGB(176, 48, 0);
-constexpr COLORREF kBlockNumber = RGB(128, 128, 128);
 constexpr int kMostNameCharacters = 30000; // of the text, as the window's own
 constexpr int kLinesPerNotch = 3;          // of the wheel
 
-bool IsHighContrast() {
-    HIGHCONTRASTW contrast = {};
-    contrast.cbSize = sizeof contrast;
-    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
-           (contrast.dwFlags & HCF_HIGHCONTRASTON);
-}
-
-COLORREF ColourOf(Tint tint) {
-    if (IsHighContrast()) {
-        return GetSysColor(COLOR_WINDOWTEXT);
-    }
+COLORREF ColourOf(Tint tint, const Palette& palette) {
     switch (tint) {
     case Tint::Comment:
-        return kComment;
+        return palette.comment;
     case Tint::Tool:
-        return kTool;
+        return palette.tool;
     default:
-        return kBlockNumber;
+        return palette.blockNumber;
     }
 }
 
@@ -116,9 +104,10 @@ LRESULT TextView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void TextView::Paint(HDC dc, const RECT& area) const {
-    Fill(dc, area, GetSysColor(COLOR_WINDOW));
+    const Palette palette = CurrentPalette();
+    Fill(dc, area, palette.card);
     const int left = ColumnOfText() * m_cell.cx;
-    Fill(dc, {0, 0, left - m_cell.cx, area.bottom}, GetSysColor(COLOR_BTNFACE));
+    Fill(dc, {0, 0, left - m_cell.cx, area.bottom}, palette.page);
     const SavedState saved(dc);
     SelectObject(dc, m_font.get());
     SetBkMode(dc, TRANSPARENT);
@@ -132,7 +121,7 @@ void TextView::Paint(HDC dc, const RECT& area) const {
         SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
         ExtTextOutW(dc, left - (static_cast<int>(number.size()) + 2) * m_cell.cx + m_cell.cx / 2, top, 0,
                     nullptr, number.c_str(), static_cast<UINT>(number.size()), nullptr);
-        PaintLine(dc, {left, top, area.right, top + m_cell.cy}, m_lines[i]);
+        PaintLine(dc, {left, top, area.right, top + m_cell.cy}, m_lines[i], palette);
     }
     if (GetFocus() == Handle()) {
         DrawFocusRect(dc, &area);
@@ -140,16 +129,16 @@ void TextView::Paint(HDC dc, const RECT& area) const {
 }
 
 // The tinted parts and what is between them.
-void TextView::PaintLine(HDC dc, const RECT& area, const TextLine& line) const {
+void TextView::PaintLine(HDC dc, const RECT& area, const TextLine& line, const Palette& palette) const {
     const std::wstring_view text = line.text;
-    const COLORREF plain = GetSysColor(COLOR_WINDOWTEXT);
     std::size_t done = 0;
     for (const TintedPart& part : line.tints) {
-        PaintPart(dc, area, text.substr(done, part.begin - done), done, plain);
-        PaintPart(dc, area, text.substr(part.begin, part.end - part.begin), part.begin, ColourOf(part.tint));
+        PaintPart(dc, area, text.substr(done, part.begin - done), done, palette.cardText);
+        PaintPart(dc, area, text.substr(part.begin, part.end - part.begin), part.begin,
+                  ColourOf(part.tint, palette));
         done = part.end;
     }
-    PaintPart(dc, area, text.substr(done), done, plain);
+    PaintPart(dc, area, text.substr(done), done, palette.cardText);
 }
 
 // Only what is visible is drawn, each character in its cell.

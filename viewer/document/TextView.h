@@ -7,6 +7,8 @@
 
 namespace viewer {
 
+struct Palette;
+
 class TextView : public Window {
 public:
     /// Creates the view, hidden.
@@ -20,7 +22,7 @@ protected:
 
 private:
     void Paint(HDC dc, const RECT& area) const;
-    void PaintLine(HDC dc, const RECT& area, const TextLine& line) const;
+    void PaintLine(HDC dc, const RECT& area, const TextLine& line, const Palette& palette) const;
     void PaintPart(HDC dc, const RECT& area, std::wstring_view text, std::size_t column,
                    COLORREF colour) const;
     void OnScroll(int bar, int request);

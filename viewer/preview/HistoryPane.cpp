@@ -2,6 +2,7 @@
 
 #include "texts/Texts.h"
 #include "window/Painting.h"
+#include "window/Palette.h"
 
 #include <algorithm>
 #include <iterator>
@@ -66,14 +67,15 @@ LRESULT HistoryPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_ERASEBKGND: {
         RECT area = {};
         GetClientRect(Handle(), &area);
-        Fill(reinterpret_cast<HDC>(wParam), area, colour::kBackground);
+        Fill(reinterpret_cast<HDC>(wParam), area, CurrentPalette().page);
         return TRUE;
     }
     case WM_CTLCOLORSTATIC:
         if (reinterpret_cast<HWND>(lParam) == m_label) {
-            SetTextColor(reinterpret_cast<HDC>(wParam), colour::kText);
+            const Palette palette = CurrentPalette();
+            SetTextColor(reinterpret_cast<HDC>(wParam), palette.text);
             SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
-            SetDCBrushColor(reinterpret_cast<HDC>(wParam), colour::kBackground);
+            SetDCBrushColor(reinterpret_cast<HDC>(wParam), palette.page);
             return reinterpret_cast<LRESULT>(GetStockObject(DC_BRUSH));
         }
         return Default(message, wParam, lParam);

@@ -4,14 +4,13 @@
 #include "resources/resource.h"
 #include "texts/Texts.h"
 #include "window/Painting.h"
+#include "window/Palette.h"
 
 namespace viewer {
 
 namespace {
 
 constexpr wchar_t kPaneClass[] = L"MXOVPreviewPane";
-constexpr COLORREF kCard = RGB(255, 255, 255);
-constexpr COLORREF kCardEdge = RGB(208, 213, 220);
 constexpr int kMargin = 24;
 constexpr int kIconSide = 48;
 
@@ -83,54 +82,55 @@ void PreviewPane::MakeFonts() {
 }
 
 void PreviewPane::Paint(HDC dc, const RECT& area) const {
-    Fill(dc, area, colour::kBackground);
+    const Palette palette = CurrentPalette();
+    Fill(dc, area, palette.page);
     RECT inner = area;
     InflateRect(&inner, -Scale(kMargin), -Scale(kMargin));
     if (inner.right <= inner.left || inner.bottom <= inner.top) {
         return;
     }
     if (m_hasPackage) {
-        PaintPackage(dc, inner);
+        PaintPackage(dc, inner, palette);
     } else {
-        PaintInvitation(dc, inner);
+        PaintInvitation(dc, inner, palette);
     }
 }
 
-void PreviewPane::PaintInvitation(HDC dc, const RECT& area) const {
+void PreviewPane::PaintInvitation(HDC dc, const RECT& area, const Palette& palette) const {
     const int side = Scale(kIconSide);
     const int middle = (area.top + area.bottom) / 2;
     const int left = (area.left + area.right - side) / 2;
     DrawIconEx(dc, left, middle - side - Scale(kMargin), m_packageIcon.get(), side, side, 0, nullptr,
                DI_NORMAL);
-    WriteCentred(dc, m_textFont.get(), colour::kText, Text(IDS_INVITATION), area);
+    WriteCentred(dc, m_textFont.get(), palette.text, Text(IDS_INVITATION), area);
 }
 
-void PreviewPane::PaintPackage(HDC dc, const RECT& area) const {
+void PreviewPane::PaintPackage(HDC dc, const RECT& area, const Palette& palette) const {
     constexpr UINT kLine = DT_SINGLELINE | DT_END_ELLIPSIS;
     RECT rest = area;
-    rest.top += Write(dc, m_headingFont.get(), colour::kHeading, m_summary.name, rest, kLine);
+    rest.top += Write(dc, m_headingFont.get(), palette.text, m_summary.name, rest, kLine);
     for (const std::wstring& line : {m_summary.version, m_summary.lastChange}) {
         if (!line.empty()) {
-            rest.top += Scale(4) + Write(dc, m_textFont.get(), colour::kText, line,
+            rest.top += Scale(4) + Write(dc, m_textFont.get(), palette.text, line,
                                          {rest.left, rest.top + Scale(4), rest.right, rest.bottom}, kLine);
         }
     }
     rest.top += Scale(kMargin) / 2;
     if (rest.bottom > rest.top) {
-        PaintPicture(dc, rest);
+        PaintPicture(dc, rest, palette);
     }
 }
 
-void PreviewPane::PaintPicture(HDC dc, const RECT& area) const {
-    Fill(dc, area, kCardEdge);
+void PreviewPane::PaintPicture(HDC dc, const RECT& area, const Palette& palette) const {
+    Fill(dc, area, palette.cardEdge);
     RECT card = area;
     InflateRect(&card, -1, -1);
-    Fill(dc, card, kCard);
+    Fill(dc, card, palette.card);
     InflateRect(&card, -Scale(kMargin) / 2, -Scale(kMargin) / 2);
     if (m_picture) {
         DrawPicture(dc, m_picture.get(), card);
     } else if (card.right > card.left && card.bottom > card.top) {
-        WriteCentred(dc, m_textFont.get(), colour::kText, Text(IDS_NO_PICTURE), card);
+        WriteCentred(dc, m_textFont.get(), palette.cardText, Text(IDS_NO_PICTURE), card);
     }
 }
 

@@ -7,6 +7,8 @@
 
 namespace viewer {
 
+struct Palette;
+
 class PreviewPane : public Window {
 public:
     bool Create(HWND parent, int id);
@@ -22,9 +24,9 @@ protected:
 
 private:
     void Paint(HDC dc, const RECT& area) const;
-    void PaintInvitation(HDC dc, const RECT& area) const;
-    void PaintPackage(HDC dc, const RECT& area) const;
-    void PaintPicture(HDC dc, const RECT& area) const;
+    void PaintInvitation(HDC dc, const RECT& area, const Palette& palette) const;
+    void PaintPackage(HDC dc, const RECT& area, const Palette& palette) const;
+    void PaintPicture(HDC dc, const RECT& area, const Palette& palette) const;
     void LoadPackageIcon();
     void MakeFonts();
 

@@ -9,12 +9,6 @@
 
 namespace viewer {
 
-namespace colour {
-inline constexpr COLORREF kBackground = RGB(246, 247, 249);
-inline constexpr COLORREF kHeading = RGB(0, 102, 178);
-inline constexpr COLORREF kText = RGB(84, 92, 104);
-} // namespace colour
-
 /// The current objects and colours of a device context, put back at the end.
 class SavedState {
 public:

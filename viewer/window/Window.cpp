@@ -28,6 +28,13 @@ int Window::Scale(int length) const {
     return MulDiv(length, static_cast<int>(GetDpiForWindow(m_window)), USER_DEFAULT_SCREEN_DPI);
 }
 
+LRESULT Window::Default(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_SYSCOLORCHANGE || message == WM_THEMECHANGED || message == WM_SETTINGCHANGE) {
+        InvalidateRect(m_window, nullptr, TRUE);
+    }
+    return DefWindowProcW(m_window, message, wParam, lParam);
+}
+
 LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (message == WM_NCCREATE) {
         auto* self = static_cast<Window*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
@@ -50,6 +57,16 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
         self->m_window = nullptr;
     }
     return result;
+}
+
+void PassToDescendants(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    MSG passed = {nullptr, message, wParam, lParam, 0, {}};
+    const auto pass = [](HWND descendant, LPARAM data) -> BOOL {
+        const MSG& change = *reinterpret_cast<const MSG*>(data);
+        SendMessageW(descendant, change.message, change.wParam, change.lParam);
+        return TRUE;
+    };
+    EnumChildWindows(window, pass, reinterpret_cast<LPARAM>(&passed));
 }
 
 void CentreOn(HWND dialog, HWND owner) {

@@ -27,15 +27,18 @@ protected:
     /// Handles a message; what it does not know goes to `Default`.
     virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
 
-    LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam) {
-        return DefWindowProcW(m_window, message, wParam, lParam);
-    }
+    /// What the system does with a message; when its colours or its look have changed, the window repaints.
+    LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
     HWND m_window = nullptr;
 };
+
+/// Sends a message that the system sends to top-level windows alone, such as a change of its colours, to all
+/// windows inside.
+void PassToDescendants(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 /// Moves a dialog to the middle of its owner.
 void CentreOn(HWND dialog, HWND owner);
