@@ -25,7 +25,7 @@ class CatalogueTest(ViewerCase):
         sections = information(self.sample)
         last = sections[self.history()[-1]]
         self.assertEqual(pane.text.split('\n'), ['bracket', sections['FILEINFO']['MaxtlreVersion'],
-                                                 f"{last['Operation']} by {last['By']}, {last['Time']}"])
+                                                 f"{last['Operation']} by {last['By']}, {last['Time'].rpartition(':')[0]}"])
         viewer.photograph('e2e-catalogue')
         self.finish(viewer)
 

@@ -40,6 +40,8 @@ class HistoryTest(ViewerCase):
         self.assertEqual(entries(shown), expected)
         self.assertEqual(len(expected), 4)
         self.assertEqual(remarks(shown), expected[0][3])
+        self.assertEqual([title for title, _ in shown.frame.find(class_name=PANE).find(class_name=LIST).columns],
+                         ['Time (local)', 'Operation', 'By', 'Remarks'])
         viewer.photograph('e2e-history')
         viewer.press('Tab', 'Down', 'Down')
         viewer.wait('the remarks of the third', lambda s: remarks(s) == expected[2][3])

@@ -80,7 +80,7 @@ class LookInsideTest(DocumentOpeningCase):
         name = 'inspection-plan.pdf'
         shown = self.select(viewer, 3, 1)
         self.assertIsNone(text_of(shown))
-        self.assertRegex(page(shown).text, r'^inspection-plan\.pdf\n[\d.,]+ (KB|bytes), .*20\d\d')
+        self.assertRegex(page(shown).text, r'^inspection-plan\.pdf\n[\d.,]+ (KB|bytes), .*20\d\d.* \(local time\)')
         self.assertEqual(list(buttons(shown)), ['Open', 'Save as...', 'Show in folder', 'Open with...', 'Copy path'])
         viewer.photograph('e2e-document-other')
         self.press_button(viewer, 'Open')

@@ -53,7 +53,8 @@ class PackageMenuTest(ViewerCase):
         viewer, _ = self.open_sample()
         viewer.press('alt+f', 'p')
         shown = viewer.wait('the properties', lambda s: 'Written by' in s.texts())
-        for part in (windows_path(self.sample), 'Maxtrel Orvando 2024', 'Released by M. Keller', '9 files'):
+        for part in (windows_path(self.sample), 'Maxtrel Orvando 2024', 'Released by M. Keller', '9 files', '(local time)',
+                     'document lists are UTC'):
             self.assertIn(part, shown.texts())
         viewer.photograph('e2e-package-properties')
         viewer.press('Return')

@@ -65,13 +65,22 @@ HistoryEntry LastPackedEntry(const std::wstring& packageFile) {
     return entry;
 }
 
+// A time as the library writes it, such as "2024-02-03 04:05:06"; another text stays as it is.
+std::wstring WithoutSeconds(const std::wstring& time) {
+    constexpr std::wstring_view kForm = L"0000-00-00 00:00:00";
+    const bool hasForm = std::ranges::equal(time, kForm, [](wchar_t character, wchar_t form) {
+        return form == L'0' ? character >= L'0' && character <= L'9' : character == form;
+    });
+    return hasForm ? time.substr(0, time.rfind(L':')) : time;
+}
+
 std::wstring EntryText(const HistoryEntry& entry) {
     std::wstring line = entry.operation;
     if (!entry.by.empty()) {
         line = Text(IDS_ENTRY_BY, {line, entry.by});
     }
     if (!entry.time.empty()) {
-        line = Text(IDS_ENTRY_TIME, {line, entry.time});
+        line = Text(IDS_ENTRY_TIME, {line, WithoutSeconds(entry.time)});
     }
     return line;
 }
@@ -124,7 +133,7 @@ std::wstring PropertiesText(const std::wstring& folder, const std::wstring& pack
     if (!summary.lastChange.empty()) {
         text += L"\n" + Text(IDS_LAST_ENTRY, {summary.lastChange});
     }
-    return text;
+    return text + L"\n\n" + Text(IDS_ZONES);
 }
 
 } // namespace viewer

@@ -16,7 +16,7 @@ TEST(PackageSummary, ComesFromTheInformationFile) {
     EXPECT_EQ(summary.name, L"bracket");
     EXPECT_EQ(summary.version, L"Package Writer 2024");
     EXPECT_EQ(summary.previewFile, folder / L"Preview\\part.bmp");
-    EXPECT_EQ(summary.lastChange, L"Saved by Lathe, 2024-02-03 04:05:06");
+    EXPECT_EQ(summary.lastChange, L"Saved by Lathe, 2024-02-03 04:05");
 }
 
 TEST(PackageSummary, TheInformationFileMayBePrivate) {
@@ -36,4 +36,22 @@ TEST(PackageSummary, AHistoryEntryShowsWhatItHas) {
     const TempFolder folder;
     folder.Write(L"mxinfo.ini", "[FILE_HISTORY_1]\r\nOperation=Created\r\n");
     EXPECT_EQ(ReadPackageSummary(folder.PathWithSeparator(), L"C:\\x.mxov").lastChange, L"Created");
+}
+
+TEST(PackageSummary, ATimeOfAnotherFormStaysAsItIs) {
+    const TempFolder folder;
+    for (const std::string time : {"yesterday", "2024-02-03", "3.2.2024 04:05:06", "2024-02-03 04:05:0x"}) {
+        folder.Write(L"mxinfo.ini", "[FILE_HISTORY_1]\r\nOperation=Saved\r\nTime=" + time + "\r\n");
+        EXPECT_EQ(ReadPackageSummary(folder.PathWithSeparator(), L"C:\\x.mxov").lastChange,
+                  L"Saved, " + std::wstring(time.begin(), time.end()));
+    }
+}
+
+TEST(PackageSummary, PropertiesNameTheZonesOfTheirTimes) {
+    const TempFolder folder;
+    const std::wstring file = folder.Write(L"x.mxov", "package");
+    const std::wstring text = PropertiesText(folder.PathWithSeparator(), file, {});
+    EXPECT_NE(text.find(L"Path: " + file), std::wstring::npos);
+    EXPECT_NE(text.find(L"(local time)"), std::wstring::npos);
+    EXPECT_NE(text.find(L"document lists are UTC"), std::wstring::npos);
 }
