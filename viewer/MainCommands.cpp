@@ -130,7 +130,9 @@ void MainCommands::FindDocumentFile() {
 }
 
 void MainCommands::FocusNextPane() {
-    if (!m_control.HasFocus() || !m_pages.TakeFocus()) {
+    if (m_control.HasFocus()) {
+        m_pages.TakeFocus();
+    } else {
         SetFocus(m_view.Frame());
     }
 }

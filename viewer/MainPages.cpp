@@ -42,8 +42,9 @@ void MainPages::ShowPackage(PackageSummary summary, std::vector<HistoryLine> his
     }
 }
 
-void MainPages::Clear() {
+void MainPages::ShowStart(const std::vector<std::wstring>& recent) {
     m_preview.Clear();
+    m_start.ShowRecent(recent);
     m_document.Show(nullptr);
     TabCtrl_SetCurSel(m_tabs, 0);
     ShowWindow(m_tabs, SW_HIDE);
@@ -58,8 +59,12 @@ void MainPages::Select(Page page) {
     ShowSelected();
 }
 
-bool MainPages::TakeFocus() {
-    return HasTabs() && SetFocus(m_tabs);
+void MainPages::TakeFocus() {
+    if (HasTabs()) {
+        SetFocus(m_tabs);
+    } else {
+        m_start.TakeFocus();
+    }
 }
 
 bool MainPages::PreTranslate(MSG& message) {
@@ -70,14 +75,15 @@ bool MainPages::PreTranslate(MSG& message) {
         SendMessageW(message.hwnd, BM_CLICK, 0, 0);
         return true;
     }
-    return IsDialogMessageW(Handle(), &message) != FALSE;
+    return !m_start.WantsKey(message) && IsDialogMessageW(Handle(), &message);
 }
 
 LRESULT MainPages::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_CREATE:
-        return CreateTabs() && m_preview.Create(Handle(), IDC_PREVIEW) &&
-                       m_history.Create(Handle(), IDC_HISTORY) && m_document.Create(Handle(), IDC_DOCUMENT)
+        return CreateTabs() && m_start.Create(Handle(), IDC_START) &&
+                       m_preview.Create(Handle(), IDC_PREVIEW) && m_history.Create(Handle(), IDC_HISTORY) &&
+                       m_document.Create(Handle(), IDC_DOCUMENT)
                    ? 0
                    : -1;
     case WM_SIZE:
@@ -120,6 +126,7 @@ void MainPages::Arrange() {
         top = std::min(inside.top, area.bottom);
     }
     MoveWindow(m_tabs, 0, 0, area.right, top, TRUE);
+    MoveWindow(m_start.Handle(), 0, 0, area.right, area.bottom, TRUE);
     for (const HWND page : Pages()) {
         MoveWindow(page, 0, top, area.right, std::max(0L, area.bottom - top), TRUE);
     }
@@ -128,8 +135,10 @@ void MainPages::Arrange() {
 void MainPages::ShowSelected() {
     const std::array<HWND, 3> pages = Pages();
     for (int i = 0; i < static_cast<int>(pages.size()); ++i) {
-        ShowWindow(pages[static_cast<std::size_t>(i)], i == TabCtrl_GetCurSel(m_tabs) ? SW_SHOWNA : SW_HIDE);
+        const bool shown = HasTabs() && i == TabCtrl_GetCurSel(m_tabs);
+        ShowWindow(pages[static_cast<std::size_t>(i)], shown ? SW_SHOWNA : SW_HIDE);
     }
+    ShowWindow(m_start.Handle(), HasTabs() ? SW_HIDE : SW_SHOWNA);
 }
 
 // In the order of their tabs.

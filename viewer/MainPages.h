@@ -4,6 +4,7 @@
 #include "document/DocumentPane.h"
 #include "preview/HistoryPane.h"
 #include "preview/PreviewPane.h"
+#include "start/StartPane.h"
 
 #include <array>
 
@@ -18,8 +19,8 @@ public:
     /// Shows a package on its pages; its picture comes to the front unless there are tabs already.
     void ShowPackage(PackageSummary summary, std::vector<HistoryLine> history);
 
-    /// Shows the invitation to open a package, without tabs.
-    void Clear();
+    /// Shows the page of a window without a package, with the recent ones and without tabs.
+    void ShowStart(const std::vector<std::wstring>& recent);
 
     /// Shows a document on its page; null for none.
     void ShowDocument(std::unique_ptr<DocumentContent> content) { m_document.Show(std::move(content)); }
@@ -30,8 +31,8 @@ public:
     /// Brings a page to the front, with the tabs.
     void Select(Page page);
 
-    /// Sets the focus to the tabs. False while there are none.
-    bool TakeFocus();
+    /// Sets the focus to the tabs, without a package to the page for opening one.
+    void TakeFocus();
 
     /// Handles the keys that move the focus inside; true when it has handled this one.
     [[nodiscard]] bool PreTranslate(MSG& message);
@@ -48,6 +49,7 @@ private:
 
     HWND m_tabs = nullptr; // child, destroyed with the window
     common::UniqueFont m_font;
+    StartPane m_start;
     PreviewPane m_preview;
     HistoryPane m_history;
     DocumentPane m_document;

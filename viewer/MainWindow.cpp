@@ -117,6 +117,8 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SETFOCUS:
         if (m_control.IsShown()) {
             m_control.SetFocus();
+        } else {
+            m_pages.TakeFocus();
         }
         return 0;
     case WM_TIMER:
@@ -208,15 +210,15 @@ void MainWindow::OnClose() {
 
 void MainWindow::OnPackageChanged() {
     const PackageSession* session = m_packages.Session();
-    ShowControl(session != nullptr);
     ShowTitle();
     m_selection.Refresh(session);
     if (!session) {
-        m_pages.Clear();
+        m_pages.ShowStart(m_packages.Recent().Items());
     } else {
         m_pages.ShowPackage(ReadPackageSummary(session->FolderWithSeparator(), session->PackageFile()),
                             ReadHistory(session->FolderWithSeparator()));
     }
+    ShowControl(session != nullptr);
     ShowPackageStatus();
 }
 

@@ -88,8 +88,12 @@ void AskAll(HWND list, UINT message, std::vector<Question<T>>& questions) {
     }
 }
 
+// None in a list of icons.
 std::vector<ListColumn> ReadColumns(HWND list) {
     const auto header = reinterpret_cast<HWND>(Ask(list, LVM_GETHEADER));
+    if (!header) {
+        return {};
+    }
     std::vector<Question<LVCOLUMNW>> questions(static_cast<std::size_t>(Ask(header, HDM_GETITEMCOUNT)));
     for (std::size_t i = 0; i < questions.size(); ++i) {
         questions[i].wParam = i;
@@ -139,9 +143,9 @@ ListContent ReadListView(HWND list) {
     content.extendedStyle = static_cast<unsigned long>(Ask(list, LVM_GETEXTENDEDLISTVIEWSTYLE));
     content.columns = ReadColumns(list);
     const auto count = static_cast<int>(Ask(list, LVM_GETITEMCOUNT));
+    const int columns = std::max(1, static_cast<int>(content.columns.size()));
     for (int first = 0; first < count; first += kRowsAtOnce) {
-        AppendRows(list, first, std::min(first + kRowsAtOnce, count),
-                   static_cast<int>(content.columns.size()), content.rows);
+        AppendRows(list, first, std::min(first + kRowsAtOnce, count), columns, content.rows);
     }
     return content;
 }

@@ -55,6 +55,7 @@ bool PackageController::CanOpen(const std::wstring& path) {
     }
     if (!FileExists(path)) {
         m_recent.Remove(path);
+        m_view.OnPackageChanged();
         m_view.ShowError(Text(IDS_PACKAGE_NOT_FOUND, {path}));
         return false;
     }

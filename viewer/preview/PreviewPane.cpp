@@ -1,7 +1,6 @@
 #include "preview/PreviewPane.h"
 
 #include "preview/PreviewImage.h"
-#include "resources/resource.h"
 #include "texts/Texts.h"
 #include "window/Painting.h"
 #include "window/Palette.h"
@@ -12,7 +11,6 @@ namespace {
 
 constexpr wchar_t kPaneClass[] = L"MXOVPreviewPane";
 constexpr int kMargin = 24;
-constexpr int kIconSide = 48;
 
 } // namespace
 
@@ -21,12 +19,11 @@ bool PreviewPane::Create(HWND parent, int id) {
     windowClass.style = CS_HREDRAW | CS_VREDRAW;
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.lpszClassName = kPaneClass;
-    return Window::Create(windowClass, 0, Text(IDS_INVITATION).c_str(),
-                          WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, parent, id);
+    return Window::Create(windowClass, 0, Text(IDS_PAGE_PICTURE).c_str(), WS_CHILD | WS_CLIPSIBLINGS, parent,
+                          id);
 }
 
 void PreviewPane::Show(PackageSummary summary) {
-    m_hasPackage = true;
     m_summary = std::move(summary);
     m_picture = LoadPreview(m_summary.previewFile);
     std::wstring text = m_summary.name;
@@ -41,17 +38,15 @@ void PreviewPane::Show(PackageSummary summary) {
 }
 
 void PreviewPane::Clear() {
-    m_hasPackage = false;
     m_summary = {};
     m_picture.reset();
-    SetWindowTextW(Handle(), Text(IDS_INVITATION).c_str());
+    SetWindowTextW(Handle(), Text(IDS_PAGE_PICTURE).c_str());
     InvalidateRect(Handle(), nullptr, FALSE);
 }
 
 LRESULT PreviewPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_CREATE:
-        LoadPackageIcon();
         MakeFonts();
         break;
     case WM_SETTINGCHANGE:
@@ -70,12 +65,6 @@ LRESULT PreviewPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return Default(message, wParam, lParam);
 }
 
-void PreviewPane::LoadPackageIcon() {
-    const int side = Scale(kIconSide);
-    m_packageIcon.reset(static_cast<HICON>(LoadImageW(
-        GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_PACKAGE), IMAGE_ICON, side, side, LR_DEFAULTCOLOR)));
-}
-
 void PreviewPane::MakeFonts() {
     m_textFont = MakeMessageFont();
     m_headingFont = MakeHeadingFont();
@@ -89,20 +78,7 @@ void PreviewPane::Paint(HDC dc, const RECT& area) const {
     if (inner.right <= inner.left || inner.bottom <= inner.top) {
         return;
     }
-    if (m_hasPackage) {
-        PaintPackage(dc, inner, palette);
-    } else {
-        PaintInvitation(dc, inner, palette);
-    }
-}
-
-void PreviewPane::PaintInvitation(HDC dc, const RECT& area, const Palette& palette) const {
-    const int side = Scale(kIconSide);
-    const int middle = (area.top + area.bottom) / 2;
-    const int left = (area.left + area.right - side) / 2;
-    DrawIconEx(dc, left, middle - side - Scale(kMargin), m_packageIcon.get(), side, side, 0, nullptr,
-               DI_NORMAL);
-    WriteCentred(dc, m_textFont.get(), palette.text, Text(IDS_INVITATION), area);
+    PaintPackage(dc, inner, palette);
 }
 
 void PreviewPane::PaintPackage(HDC dc, const RECT& area, const Palette& palette) const {

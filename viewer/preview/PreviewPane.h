@@ -11,12 +11,13 @@ struct Palette;
 
 class PreviewPane : public Window {
 public:
+    /// Creates the page, hidden.
     bool Create(HWND parent, int id);
 
     /// Shows a package.
     void Show(PackageSummary summary);
 
-    /// Shows the invitation to open a package.
+    /// Forgets the package.
     void Clear();
 
 protected:
@@ -24,16 +25,12 @@ protected:
 
 private:
     void Paint(HDC dc, const RECT& area) const;
-    void PaintInvitation(HDC dc, const RECT& area, const Palette& palette) const;
     void PaintPackage(HDC dc, const RECT& area, const Palette& palette) const;
     void PaintPicture(HDC dc, const RECT& area, const Palette& palette) const;
-    void LoadPackageIcon();
     void MakeFonts();
 
-    bool m_hasPackage = false;
     PackageSummary m_summary;
     common::UniqueBitmap m_picture;
-    common::UniqueIcon m_packageIcon;
     common::UniqueFont m_headingFont;
     common::UniqueFont m_textFont;
 };

@@ -20,6 +20,7 @@
 #define IDC_NOTE_QUESTION 210
 #define IDC_NOTE_TEXT 211
 #define IDC_TABS 212
+#define IDC_START 213
 
 #define IDM_FILE_OPEN 300
 #define IDM_FILE_CLOSE 301

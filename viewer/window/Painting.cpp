@@ -1,6 +1,8 @@
 #include "window/Painting.h"
 
 #include <algorithm>
+#include <numeric>
+#include <vector>
 
 namespace viewer {
 
@@ -62,6 +64,20 @@ void WriteCentred(HDC dc, HFONT font, COLORREF colour, const std::wstring& text,
     RECT place = area;
     place.top += std::max(0L, (area.bottom - area.top - (needed.bottom - needed.top)) / 2);
     Write(dc, font, colour, text, place, DT_CENTER | DT_WORDBREAK);
+}
+
+void WriteOnAxis(HDC dc, HFONT font, COLORREF colour, const std::wstring& line, int axis, int top) {
+    const SavedState saved(dc);
+    SelectObject(dc, font);
+    SetTextColor(dc, colour);
+    SetBkMode(dc, TRANSPARENT);
+    const int length = static_cast<int>(line.size());
+    std::vector<INT> widths(line.size()); // at first up to the end of each character
+    SIZE size = {};
+    GetTextExtentExPointW(dc, line.c_str(), length, 0, nullptr, widths.data(), &size);
+    std::adjacent_difference(widths.begin(), widths.end(), widths.begin());
+    ExtTextOutW(dc, axis - static_cast<int>(size.cx) / 2, top, 0, nullptr, line.c_str(),
+                static_cast<UINT>(length), widths.data());
 }
 
 void DrawPicture(HDC dc, HBITMAP picture, const RECT& area) {

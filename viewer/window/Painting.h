@@ -69,6 +69,10 @@ int Write(HDC dc, HFONT font, COLORREF colour, const std::wstring& text, RECT ar
 /// Writes a text of several lines into the middle of an area.
 void WriteCentred(HDC dc, HFONT font, COLORREF colour, const std::wstring& text, const RECT& area);
 
+/// Writes one line with its middle at `axis`. Each character takes the width that it is measured with, also
+/// where the system would draw a text narrower.
+void WriteOnAxis(HDC dc, HFONT font, COLORREF colour, const std::wstring& line, int axis, int top);
+
 /// Draws a picture in the middle of an area: as large as fits, in its proportions, and not enlarged.
 void DrawPicture(HDC dc, HBITMAP picture, const RECT& area);
 

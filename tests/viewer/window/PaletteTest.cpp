@@ -5,6 +5,7 @@
 #include "PaintedColours.h"
 #include "preview/HistoryPane.h"
 #include "preview/PreviewPane.h"
+#include "start/StartPane.h"
 #include "window/NewsBar.h"
 
 #include <gtest/gtest.h>
@@ -55,12 +56,14 @@ protected:
         m_preview.Create(m_frame.get(), 1);
         m_history.Create(m_frame.get(), 2);
         m_document.Create(m_frame.get(), 3);
+        m_start.Create(m_frame.get(), 5);
         m_news.Create(m_frame.get(), 4);
         m_news.Show(L"The folder is offline.", {});
     }
 
-    [[nodiscard]] std::array<HWND, 4> Panes() const {
-        return {m_preview.Handle(), m_history.Handle(), m_document.Handle(), m_news.Handle()};
+    [[nodiscard]] std::array<HWND, 5> Panes() const {
+        return {m_preview.Handle(), m_history.Handle(), m_document.Handle(), m_start.Handle(),
+                m_news.Handle()};
     }
 
     // The colours of a pane, which is alone on the screen.
@@ -76,16 +79,18 @@ protected:
     PreviewPane m_preview;
     HistoryPane m_history;
     DocumentPane m_document;
+    StartPane m_start;
     NewsBar m_news;
 };
 
 } // namespace
 
 TEST_F(PaletteTest, PanesHaveTheSystemsColoursBeforeAndAfterTheyChange) {
-    const std::array<HWND, 4> panes = Panes();
-    constexpr std::array<COLORREF, 4> kDark = {kDarkPage, kDarkPage, kDarkPage, kDarkBar};
-    const std::array<COLORREF, 4> before = {GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNFACE),
-                                            GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_INFOBK)};
+    const std::array<HWND, 5> panes = Panes();
+    constexpr std::array<COLORREF, 5> kDark = {kDarkPage, kDarkPage, kDarkPage, kDarkPage, kDarkBar};
+    const std::array<COLORREF, 5> before = {GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNFACE),
+                                            GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNFACE),
+                                            GetSysColor(COLOR_INFOBK)};
     for (std::size_t i = 0; i < panes.size(); ++i) {
         std::map<COLORREF, int> colours = ColoursOf(panes[i]);
         EXPECT_GT(colours[before[i]], 1000) << i;

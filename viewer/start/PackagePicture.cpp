@@ -1,0 +1,56 @@
+#include "start/PackagePicture.h"
+
+#include "common/Paths.h"
+#include "document/PictureFile.h"
+#include "mxovchange.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace viewer {
+
+namespace {
+
+using mxovshare::InformationSection;
+using mxovshare::PackageEntry;
+
+constexpr std::uint64_t kMostPictureBytes = 16 << 20;
+
+// As the information file names it; empty when it names none.
+std::wstring NamedPicture(const std::vector<InformationSection>& sections) {
+    const auto section = std::ranges::find(sections, L"FILEINFO", &InformationSection::name);
+    if (section == sections.end()) {
+        return {};
+    }
+    const auto value =
+        std::ranges::find(section->values, L"Thumbnail", [](const auto& pair) { return pair.first; });
+    std::wstring name = value == section->values.end() ? std::wstring() : value->second;
+    std::ranges::replace(name, L'/', L'\\');
+    return name;
+}
+
+} // namespace
+
+common::UniqueBitmap ReadPackagePicture(const std::wstring& packageFile) {
+    std::vector<PackageEntry> entries;
+    std::vector<InformationSection> sections;
+    if (!mxovshare::ReadContent(packageFile, entries, sections).ok) {
+        return {};
+    }
+    const auto entry =
+        std::ranges::find_if(entries, [name = NamedPicture(sections)](const PackageEntry& candidate) {
+            return !candidate.isFolder && common::IsSamePath(candidate.name, name);
+        });
+    common::UniqueBitmap picture;
+    if (entry != entries.end()) {
+        const auto decode = [&picture](const std::wstring&, std::string bytes) {
+            picture = DecodePicture(std::move(bytes));
+        };
+        if (!mxovshare::ReadContentFiles(packageFile, {entry->name}, kMostPictureBytes, decode).ok) {
+            return {};
+        }
+    }
+    return picture;
+}
+
+} // namespace viewer
