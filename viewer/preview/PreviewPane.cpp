@@ -47,8 +47,6 @@ void PreviewPane::Clear() {
 LRESULT PreviewPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_CREATE:
-        MakeFonts();
-        break;
     case WM_SETTINGCHANGE:
         MakeFonts();
         break;
