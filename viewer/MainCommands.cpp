@@ -1,5 +1,6 @@
 #include "MainCommands.h"
 
+#include "care/PackageCare.h"
 #include "control/ControlHost.h"
 #include "control/PropertiesWindow.h"
 #include "controller/PackageController.h"
@@ -7,6 +8,7 @@
 #include "DocumentSelection.h"
 #include "HelpMenu.h"
 #include "MainPages.h"
+#include "package/DocumentDetails.h"
 #include "package/PackageSummary.h"
 #include "package/Paths.h"
 #include "prompts/FileDialog.h"
@@ -30,6 +32,15 @@ void MainCommands::Run(int command) {
         break;
     case IDM_FILE_SAVE_AS:
         m_packages.SaveAs();
+        break;
+    case IDM_FILE_SAVE_PORTABLE:
+        m_care.SavePortableCopy();
+        break;
+    case IDM_FILE_CHECK:
+        m_care.Check();
+        break;
+    case IDM_FILE_COMPARE:
+        m_care.Compare();
         break;
     case IDM_FILE_SHOW_FOLDER:
         ShowPackageFolder();
@@ -104,7 +115,7 @@ void MainCommands::Paste() {
 
 void MainCommands::BrowseForPackage() {
     CloseProperties(m_view.Frame());
-    if (const std::optional<std::wstring> path = AskForPackage(m_view.Frame())) {
+    if (const std::optional<std::wstring> path = AskForPackage(m_view.Frame(), IDS_OPEN_PACKAGE)) {
         m_packages.Open(*path);
     }
 }
@@ -124,7 +135,11 @@ void MainCommands::FindDocumentFile() {
     const DocumentDetails document = *m_pages.Document();
     const DocumentRow row = *m_selection.Row();
     const std::optional<std::wstring> path = AskForDocument(m_view.Frame(), document.name);
-    if (path && m_packages.Relink(document, *path)) {
+    const auto relink = [&](const PackageSession& session) {
+        Relink(session.FolderWithSeparator(), document, *path);
+        return true;
+    };
+    if (path && m_packages.Change(relink)) {
         m_control.SelectRow(row.list, row.row);
     }
 }

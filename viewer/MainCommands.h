@@ -8,6 +8,7 @@ namespace viewer {
 class ControlHost;
 class DocumentSelection;
 class MainPages;
+class PackageCare;
 class PackageController;
 class PackageView;
 
@@ -15,8 +16,9 @@ class MainCommands {
 public:
     /// All of them outlive it.
     MainCommands(PackageView& view, ControlHost& control, MainPages& pages, PackageController& packages,
-                 DocumentSelection& selection)
-        : m_view(view), m_control(control), m_pages(pages), m_packages(packages), m_selection(selection) {}
+                 PackageCare& care, DocumentSelection& selection)
+        : m_view(view), m_control(control), m_pages(pages), m_packages(packages), m_care(care),
+          m_selection(selection) {}
 
     /// Carries out the command of this number.
     void Run(int command);
@@ -34,6 +36,7 @@ private:
     ControlHost& m_control;
     MainPages& m_pages;
     PackageController& m_packages;
+    PackageCare& m_care;
     DocumentSelection& m_selection;
 };
 

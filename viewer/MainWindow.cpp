@@ -69,7 +69,8 @@ bool MainWindow::PreTranslate(MSG& message) {
     if (message.hwnd == Handle()) {
         return false;
     }
-    return m_pages.PreTranslate(message) || m_control.TranslateAccelerator(message) || WrapTabFocus(message);
+    return m_care.PreTranslate(message) || m_pages.PreTranslate(message) ||
+           m_control.TranslateAccelerator(message) || WrapTabFocus(message);
 }
 
 // Whether a window is the frame, inside it, or floats over it as the properties of a document do. Modal
@@ -210,6 +211,7 @@ void MainWindow::OnClose() {
 
 void MainWindow::OnPackageChanged() {
     const PackageSession* session = m_packages.Session();
+    m_care.OnPackageChanged();
     ShowTitle();
     m_selection.Refresh(session);
     if (!session) {

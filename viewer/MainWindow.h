@@ -1,6 +1,7 @@
 // The viewer's window: owns its parts and passes messages between them.
 #pragma once
 
+#include "care/PackageCare.h"
 #include "control/ControlHost.h"
 #include "control/ListColumns.h"
 #include "controller/PackageController.h"
@@ -79,7 +80,8 @@ private:
     ListColumns m_columns{kSettingsKey};
     PackageController m_packages;
     DocumentSelection m_selection{m_control, m_pages};
-    MainCommands m_commands{*this, m_control, m_pages, m_packages, m_selection};
+    PackageCare m_care{*this, m_packages};
+    MainCommands m_commands{*this, m_control, m_pages, m_packages, m_care, m_selection};
 };
 
 } // namespace viewer

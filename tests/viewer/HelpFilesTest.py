@@ -11,7 +11,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(os.environ.get('MXOV_BUILD', ROOT / 'build'))
 CODE_PAGE = 'windows-1252'
 TOPIC = 7018
-PAGES = ('documents.html', 'overview.html', 'properties.html', 'saving.html')
+PAGES = ('care.html', 'documents.html', 'overview.html', 'properties.html', 'saving.html')
 TITLES = {'english': ('The document manager', 0x0409), 'portuguese-brazilian': ('O gerenciador de documentos', 0x0416)}
 
 

@@ -1,6 +1,5 @@
 #include "controller/PackageAttaching.h"
 
-#include "control/ControlHost.h"
 #include "control/PropertiesWindow.h"
 #include "controller/PackageView.h"
 #include "package/Paths.h"
@@ -10,23 +9,22 @@
 
 namespace viewer {
 
-void PackageAttaching::Run(const std::vector<std::wstring>& files, std::optional<AttachMode> mode) {
+bool PackageAttaching::Run(const std::vector<std::wstring>& files, std::optional<AttachMode> mode) {
     if (!CanAttach(files)) {
-        return;
+        return false;
     }
     CloseProperties(m_view.Frame());
     if (!mode) {
         mode = AskHowToAttach(m_view.Frame(), m_session.PackageFile(), files);
     }
     if (!mode) {
-        return;
+        return false;
     }
     const std::wstring refused = AttachDocuments(m_session.FolderWithSeparator(), files, *mode);
-    m_control.LoadFile(m_session.FolderWithSeparator(), m_session.PackageFile()); // shows them
-    m_control.MarkChanged();
     if (!refused.empty()) {
         m_view.ShowError(refused);
     }
+    return true;
 }
 
 bool PackageAttaching::CanAttach(const std::vector<std::wstring>& files) {

@@ -75,15 +75,12 @@ void PackageController::TakeFiles(const std::vector<std::wstring>& files, std::o
 }
 
 void PackageController::Attach(const std::vector<std::wstring>& files, std::optional<AttachMode> mode) {
-    if (IsOpening() || m_prompting) {
+    const auto attach = [&](const PackageSession& session) {
+        return PackageAttaching(m_view, session).Run(files, mode);
+    };
+    if (!Change(attach)) {
         MessageBeep(MB_OK);
-        return;
     }
-    {
-        const common::ScopedFlag prompting(m_prompting);
-        PackageAttaching(m_view, m_control, *m_session).Run(files, mode);
-    }
-    OnControlChanged();
 }
 
 void PackageController::Reload() {
@@ -137,13 +134,19 @@ void PackageController::Save(bool (PackageSaving::*way)()) {
     }
 }
 
-bool PackageController::Relink(const DocumentDetails& document, const std::wstring& path) {
+bool PackageController::Change(const std::function<bool(PackageSession&)>& change) {
     if (!IsReady()) {
         return false;
     }
-    viewer::Relink(m_session->FolderWithSeparator(), document, path);
-    m_control.LoadFile(m_session->FolderWithSeparator(), m_session->PackageFile());
-    m_control.MarkChanged();
+    {
+        const common::ScopedFlag prompting(m_prompting);
+        if (change(*m_session)) {
+            m_control.LoadFile(m_session->FolderWithSeparator(), m_session->PackageFile());
+            m_control.MarkChanged();
+            m_status.LookAgain(*m_session);
+        }
+    }
+    OnControlChanged();
     return true;
 }
 

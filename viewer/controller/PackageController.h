@@ -6,11 +6,11 @@
 #include "controller/PackageStatus.h"
 #include "controller/PackageView.h"
 #include "package/Attachment.h"
-#include "package/DocumentDetails.h"
 #include "package/RecentPackages.h"
 #include "session/PackageSession.h"
 #include "session/SessionStore.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -75,9 +75,10 @@ public:
     /// Saves to another file, which is then the open package.
     void SaveAs();
 
-    /// Points a linked document of the open package at another file. False when the package cannot be changed
-    /// now.
-    bool Relink(const DocumentDetails& document, const std::wstring& path);
+    /// Lets `change` prompt about the open package and change the files in its folder; it returns whether it
+    /// did. They then count as unsaved changes, and the control shows them. False when the package cannot be
+    /// changed now.
+    bool Change(const std::function<bool(PackageSession&)>& change);
 
     /// Shows how the open package differs from its file, which somebody else saved.
     void Compare();

@@ -1,5 +1,8 @@
 #include "controller/PackageOpening.h"
 
+#include "package/Paths.h"
+#include "texts/Texts.h"
+
 namespace viewer {
 
 namespace {
@@ -25,7 +28,8 @@ void PackageOpening::OnTimer() {
         return;
     }
     if (!m_progress) {
-        m_progress = std::make_unique<ProgressDialog>(m_frame, *m_task);
+        m_progress = std::make_unique<ProgressDialog>(m_frame, *m_task,
+                                                      Text(IDS_OPENING, {FileName(m_task->PackageFile())}));
         SetTimer(m_frame, kTimer, kProgressPeriod, nullptr);
     }
     m_progress->Update();

@@ -58,13 +58,13 @@ std::optional<std::wstring> AskWhereToSave(HWND owner, const std::wstring& name,
 
 } // namespace
 
-std::optional<std::wstring> AskForPackage(HWND owner) {
+std::optional<std::wstring> AskForPackage(HWND owner, UINT title) {
     const auto dialog = Create<IFileOpenDialog>(CLSID_FileOpenDialog);
     if (!dialog) {
         return std::nullopt;
     }
     OfferPackages(*dialog.Get());
-    return Ask(*dialog.Get(), owner, IDS_OPEN_PACKAGE, FOS_FILEMUSTEXIST);
+    return Ask(*dialog.Get(), owner, title, FOS_FILEMUSTEXIST);
 }
 
 std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name, UINT title) {
@@ -78,6 +78,11 @@ std::optional<std::wstring> AskForDocument(HWND owner, const std::wstring& name)
     }
     dialog->SetFileName(name.c_str());
     return Ask(*dialog.Get(), owner, IDS_FIND_DOCUMENT, FOS_FILEMUSTEXIST);
+}
+
+std::optional<std::wstring> AskForFolder(HWND owner, UINT title) {
+    const auto dialog = Create<IFileOpenDialog>(CLSID_FileOpenDialog);
+    return dialog ? Ask(*dialog.Get(), owner, title, FOS_PICKFOLDERS) : std::nullopt;
 }
 
 std::optional<std::wstring> AskForDocumentCopy(HWND owner, const std::wstring& name) {

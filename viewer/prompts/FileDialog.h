@@ -1,4 +1,4 @@
-// The system's dialogs for choosing a file.
+// The system's dialogs for choosing a file or folder.
 #pragma once
 
 #include <windows.h>
@@ -8,15 +8,17 @@
 
 namespace viewer {
 
-/// Asks for a package to open; nothing when the user cancels.
-[[nodiscard]] std::optional<std::wstring> AskForPackage(HWND owner);
+/// Asks for a package; nothing when the user cancels. Titles are numbers of texts.
+[[nodiscard]] std::optional<std::wstring> AskForPackage(HWND owner, UINT title);
 
-/// Asks where to save a package, offering `name`; nothing when the user cancels. `title` is the number of a
-/// text.
+/// Asks where to save a package, offering `name`; nothing when the user cancels.
 [[nodiscard]] std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name, UINT title);
 
 /// Asks for the file that a document is to be found in, beginning with `name`; nothing when the user cancels.
 [[nodiscard]] std::optional<std::wstring> AskForDocument(HWND owner, const std::wstring& name);
+
+/// Asks for a folder; nothing when the user cancels.
+[[nodiscard]] std::optional<std::wstring> AskForFolder(HWND owner, UINT title);
 
 /// Asks where to save a copy of a document, offering `name`; nothing when the user cancels.
 [[nodiscard]] std::optional<std::wstring> AskForDocumentCopy(HWND owner, const std::wstring& name);

@@ -1,6 +1,5 @@
 #include "prompts/ProgressDialog.h"
 
-#include "package/Paths.h"
 #include "resources/resource.h"
 #include "texts/Texts.h"
 #include "window/Window.h"
@@ -15,11 +14,10 @@ constexpr int kBarSteps = 1000;
 
 } // namespace
 
-ProgressDialog::ProgressDialog(HWND owner, UnpackTask& task) : m_task(task) {
+ProgressDialog::ProgressDialog(HWND owner, WorkProgress& work, const std::wstring& title) : m_work(work) {
     m_dialog = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_PROGRESS), owner, Procedure,
                                   reinterpret_cast<LPARAM>(this));
-    SetDlgItemTextW(m_dialog, IDC_PROGRESS_PACKAGE,
-                    Text(IDS_OPENING, {FileName(task.PackageFile())}).c_str());
+    SetDlgItemTextW(m_dialog, IDC_PROGRESS_PACKAGE, title.c_str());
     SetDlgItemTextW(m_dialog, IDCANCEL, Text(IDS_CANCEL).c_str());
     SendDlgItemMessageW(m_dialog, IDC_PROGRESS_BAR, PBM_SETRANGE32, 0, kBarSteps);
     CentreOn(m_dialog, owner);
@@ -32,7 +30,7 @@ ProgressDialog::~ProgressDialog() {
 }
 
 void ProgressDialog::Update() {
-    const UnpackTask::Progress progress = m_task.Current();
+    const WorkProgress::Progress progress = m_work.Current();
     const auto step =
         progress.total == 0 ? 0 : progress.done * 1.0 / static_cast<double>(progress.total) * kBarSteps;
     SendDlgItemMessageW(m_dialog, IDC_PROGRESS_BAR, PBM_SETPOS, static_cast<WPARAM>(step), 0);
@@ -45,7 +43,7 @@ INT_PTR CALLBACK ProgressDialog::Procedure(HWND dialog, UINT message, WPARAM wPa
         return TRUE;
     }
     if (message == WM_COMMAND && LOWORD(wParam) == IDCANCEL) {
-        reinterpret_cast<ProgressDialog*>(GetWindowLongPtrW(dialog, DWLP_USER))->m_task.Cancel();
+        reinterpret_cast<ProgressDialog*>(GetWindowLongPtrW(dialog, DWLP_USER))->m_work.Cancel();
         EnableWindow(GetDlgItem(dialog, IDCANCEL), FALSE);
         return TRUE;
     }

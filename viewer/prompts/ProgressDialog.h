@@ -1,19 +1,21 @@
-// The small window that shows how far a long unpacking is, with Cancel.
+// The small window that shows how far long work is, with Cancel.
 #pragma once
 
-#include "session/UnpackTask.h"
+#include "session/WorkProgress.h"
+
+#include <string>
 
 namespace viewer {
 
 class ProgressDialog {
 public:
-    /// Shows progress of the task beside its owner window. Cancel cancels the task.
-    ProgressDialog(HWND owner, UnpackTask& task);
+    /// Shows the progress of work, named by `title`, over its owner window. Cancel cancels the work.
+    ProgressDialog(HWND owner, WorkProgress& work, const std::wstring& title);
     ~ProgressDialog();
     ProgressDialog(const ProgressDialog&) = delete;
     ProgressDialog& operator=(const ProgressDialog&) = delete;
 
-    /// Shows where the task is now.
+    /// Shows where the work is now.
     void Update();
 
     /// Handles the dialog's keyboard; true when the message was for it.
@@ -23,7 +25,7 @@ private:
     static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
     HWND m_dialog = nullptr;
-    UnpackTask& m_task;
+    WorkProgress& m_work;
 };
 
 } // namespace viewer

@@ -50,7 +50,11 @@ void PackageSession::Accept(const std::wstring& name) {
     };
     const auto file = std::ranges::find_if(files, hasName);
     const auto entry = std::ranges::find_if(m_entries, hasName);
-    if (file != files.end() && entry != m_entries.end()) {
+    if (file == files.end()) {
+        std::erase_if(m_entries, hasName);
+    } else if (entry == m_entries.end()) {
+        m_entries.push_back(*file);
+    } else {
         entry->size = file->size;
         entry->modified = file->modified;
     }

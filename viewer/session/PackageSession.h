@@ -52,7 +52,7 @@ public:
     [[nodiscard]] const std::vector<mxovshare::PackageEntry>& Entries() const { return m_entries; }
 
     /// Counts a file of the folder, relative to it, as unchanged from now on. Called when the viewer itself
-    /// has changed it; the control then counts as changed.
+    /// has changed, added or removed it; the control then counts as changed.
     void Accept(const std::wstring& name);
 
     /// How the files of the folder differ from those entries.

@@ -45,20 +45,9 @@ UnpackTask::~UnpackTask() {
     }
 }
 
-UnpackTask::Progress UnpackTask::Current() const {
-    const std::lock_guard guard(m_lock);
-    return m_progress;
-}
-
 std::pair<mxovshare::PackageResult, std::unique_ptr<PackageSession>> UnpackTask::Finish() {
     m_thread.join();
     return {std::move(m_result), std::move(m_session)};
-}
-
-bool UnpackTask::OnProgress(const std::wstring& name, std::uint64_t done, std::uint64_t total) {
-    const std::lock_guard guard(m_lock);
-    m_progress = {name, done, total};
-    return !m_cancel;
 }
 
 void UnpackTask::Run(HWND notify, UINT message) noexcept {

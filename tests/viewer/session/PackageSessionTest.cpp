@@ -158,6 +158,25 @@ TEST_F(PackageSessionTest, TellsWhatChangedSinceTheFolderAgreedWithThePackage) {
     EXPECT_EQ(mxovshare::StampOfFolder(left[0]->Folder()), L"2");
 }
 
+TEST_F(PackageSessionTest, WhatTheViewerItselfChangedIsAccepted) {
+    const TempFolder content;
+    content.Write(L"mxinfo.ini", "[FILEINFO]\r\n");
+    content.Write(L"old.txt", "old");
+    const std::wstring package = m_temporary / L"a.mxov";
+    ASSERT_TRUE(mxovshare::CreatePackage(content.Path(), package).ok);
+    const auto session = m_store.Create(package, m_error);
+    ASSERT_TRUE(session && mxovshare::UnpackPackage(package, session->Folder()).ok);
+    session->Record(L"1");
+    ASSERT_TRUE(MoveFileW((session->FolderWithSeparator() + L"old.txt").c_str(),
+                          (session->FolderWithSeparator() + L"new.txt").c_str()));
+    EXPECT_EQ(session->Changes().size(), 2u);
+    session->Accept(L"new.txt");
+    ASSERT_EQ(session->Changes().size(), 1u);
+    EXPECT_EQ(session->Changes()[0].name, L"old.txt");
+    session->Accept(L"old.txt");
+    EXPECT_TRUE(session->Changes().empty());
+}
+
 TEST_F(PackageSessionTest, WithoutAFolderItNamesTheFolder) {
     SessionStore store(m_temporary / L"none\\none");
     EXPECT_EQ(store.Create(L"C:\\a.mxov", m_error), nullptr);

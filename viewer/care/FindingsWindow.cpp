@@ -1,0 +1,187 @@
+#include "care/FindingsWindow.h"
+
+#include "package/Paths.h"
+#include "package/Sentence.h"
+#include "resources/resource.h"
+#include "texts/Texts.h"
+#include "window/ReportList.h"
+#include "window/Window.h"
+
+#include <algorithm>
+
+namespace viewer {
+
+namespace {
+
+struct CureButton {
+    int id;
+    CureCommand command;
+    UINT text;
+};
+
+constexpr CureButton kCureButtons[] = {
+    {IDC_CURE_FIND, CureCommand::Find, IDS_CURE_FIND},
+    {IDC_CURE_FIND_IN_FOLDER, CureCommand::FindInFolder, IDS_CURE_FIND_IN_FOLDER},
+    {IDC_CURE_COPY, CureCommand::MakeCopy, IDS_CURE_COPY},
+    {IDC_CURE_REMOVE, CureCommand::Remove, IDS_CURE_REMOVE},
+    {IDC_CURE_ATTACH, CureCommand::Attach, IDS_CURE_ATTACH},
+    {IDC_CURE_SET_DATE, CureCommand::SetDate, IDS_CURE_SET_DATE},
+};
+
+// By severity.
+constexpr UINT kSeverities[] = {IDS_ERROR, IDS_WARNING, IDS_NOTE};
+constexpr UINT kOneFinding[] = {IDS_ONE_ERROR, IDS_ONE_WARNING, IDS_ONE_NOTE};
+constexpr UINT kManyFindings[] = {IDS_ERRORS, IDS_WARNINGS, IDS_NOTES};
+
+constexpr int kKindWidth = 90; // of its column, at 96 dots per inch
+constexpr int kDocumentWidth = 170;
+
+std::wstring FindingText(const care::Finding& finding, int column) {
+    switch (column) {
+    case 0:
+        return Text(kSeverities[static_cast<std::size_t>(finding.severity)]);
+    case 1:
+        return finding.document.empty() ? finding.section : FileName(finding.document);
+    default:
+        return Sentence(finding.message);
+    }
+}
+
+std::wstring DetailsOf(const care::Finding& finding) {
+    std::wstring details = Sentence(finding.message);
+    if (!finding.cure.empty()) {
+        details += L" " + Sentence(finding.cure);
+    }
+    return care::CuresOf(finding).empty() ? details + L"\r\n" + Text(IDS_NO_CURE) : details;
+}
+
+} // namespace
+
+std::wstring FindingsSummary(const std::wstring& package, const std::vector<care::Finding>& findings) {
+    if (findings.empty()) {
+        return Text(IDS_NO_FINDINGS, {package});
+    }
+    std::wstring counts;
+    for (std::size_t i = 0; i < std::size(kSeverities); ++i) {
+        const auto count =
+            std::ranges::count(findings, static_cast<care::Severity>(i), &care::Finding::severity);
+        if (count > 0) {
+            counts += counts.empty() ? L"" : L", ";
+            counts += count == 1 ? Text(kOneFinding[i]) : Text(kManyFindings[i], {std::to_wstring(count)});
+        }
+    }
+    return Text(IDS_FINDING_COUNTS, {package, counts});
+}
+
+void FindingsWindow::Show(HWND owner, const std::wstring& package, std::vector<care::Finding> findings) {
+    if (!m_dialog && !CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_FINDINGS), owner,
+                                         Procedure, reinterpret_cast<LPARAM>(this))) {
+        return;
+    }
+    const int selected = SelectedLine(List());
+    m_findings = std::move(findings);
+    SetDlgItemTextW(m_dialog, IDC_FINDINGS_SUMMARY, FindingsSummary(package, m_findings).c_str());
+    FillReport(List(), m_findings.size(), selected < 0 ? 0 : static_cast<std::size_t>(selected));
+    ShowSelected();
+    ShowWindow(m_dialog, SW_SHOW);
+    SetFocus(List());
+}
+
+void FindingsWindow::Close() {
+    if (m_dialog) {
+        DestroyWindow(m_dialog);
+    }
+}
+
+const care::Finding* FindingsWindow::Selected() const {
+    const int row = m_dialog ? SelectedLine(List()) : -1;
+    return row >= 0 && static_cast<std::size_t>(row) < m_findings.size()
+               ? &m_findings[static_cast<std::size_t>(row)]
+               : nullptr;
+}
+
+INT_PTR CALLBACK FindingsWindow::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrW(dialog, DWLP_USER, lParam);
+    }
+    auto* self = reinterpret_cast<FindingsWindow*>(GetWindowLongPtrW(dialog, DWLP_USER));
+    if (!self) {
+        return FALSE;
+    }
+    try {
+        if (message == WM_INITDIALOG) {
+            self->OnInit(dialog);
+            return FALSE; // the focus is set when it is shown
+        }
+        return self->OnMessage(message, wParam, lParam);
+    } catch (...) {
+        return TRUE; // out of memory: the window stays as it is
+    }
+}
+
+INT_PTR FindingsWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_COMMAND:
+        OnCommand(LOWORD(wParam));
+        return TRUE;
+    case WM_NOTIFY:
+        OnNotify(*reinterpret_cast<NMHDR*>(lParam));
+        return TRUE;
+    case WM_NCDESTROY:
+        m_dialog = nullptr;
+        return FALSE;
+    default:
+        return FALSE;
+    }
+}
+
+void FindingsWindow::OnInit(HWND dialog) {
+    m_dialog = dialog;
+    AddReportColumns(List(), {{Text(IDS_COLUMN_KIND), kKindWidth},
+                              {Text(IDS_COLUMN_DOCUMENT), kDocumentWidth},
+                              {Text(IDS_COLUMN_FINDING)}});
+    SetWindowTextW(dialog, Text(IDS_CHECK_TITLE).c_str());
+    SetWindowTextW(List(), Text(IDS_FINDINGS).c_str());
+    SetDlgItemTextW(dialog, IDCANCEL, Text(IDS_CLOSE).c_str());
+    for (const CureButton& button : kCureButtons) {
+        SetDlgItemTextW(dialog, button.id, Text(button.text).c_str());
+    }
+    CentreOn(dialog, GetWindow(dialog, GW_OWNER));
+}
+
+void FindingsWindow::OnCommand(int command) {
+    const auto button = std::ranges::find(kCureButtons, command, &CureButton::id);
+    if (button != std::end(kCureButtons)) {
+        m_cure(button->command);
+    } else if (command == IDCANCEL) {
+        Close();
+    }
+}
+
+void FindingsWindow::OnNotify(NMHDR& header) const {
+    if (header.idFrom != IDC_FINDINGS_LIST) {
+        return;
+    }
+    if (header.code == LVN_GETDISPINFOW) {
+        LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(header).item;
+        AnswerText(item, FindingText(m_findings.at(static_cast<std::size_t>(item.iItem)), item.iSubItem));
+    } else if (header.code == LVN_ITEMCHANGED) {
+        ShowSelected();
+    }
+}
+
+void FindingsWindow::ShowSelected() const {
+    const care::Finding* finding = Selected();
+    SetDlgItemTextW(m_dialog, IDC_FINDINGS_DETAILS, finding ? DetailsOf(*finding).c_str() : L"");
+    const std::vector<care::Cure> cures = finding ? care::CuresOf(*finding) : std::vector<care::Cure>();
+    for (const CureButton& button : kCureButtons) {
+        EnableWindow(GetDlgItem(m_dialog, button.id),
+                     std::ranges::find(cures, CureOf(button.command)) != cures.end());
+    }
+}
+
+HWND FindingsWindow::List() const {
+    return GetDlgItem(m_dialog, IDC_FINDINGS_LIST);
+}
+
+} // namespace viewer
