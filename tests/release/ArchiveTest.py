@@ -109,7 +109,7 @@ class ArchiveTest(ReleaseCase):
 
     def test_every_program_and_library_has_the_projects_version(self):
         checked = {name: data for name, data in self.delivered().items() if name.endswith(('.dll', '.exe', '.ocx'))}
-        self.assertEqual(len(checked), 8)
+        self.assertEqual(len(checked), 12)
         for name, data in checked.items():
             with self.subTest(file=name):
                 self.assertEqual(resource_versions(data), [NUMBERS, NUMBERS])

@@ -128,8 +128,8 @@ TEST_F(StartPaneTest, IconInvitationAndButtonAreOnOneAxis) {
     RECT button = {};
     GetWindowRect(Button(), &button);
     MapWindowPoints(nullptr, m_page.Handle(), reinterpret_cast<POINT*>(&button), 2);
-    const int axis = static_cast<int>(button.left + button.right) / 2;
-    EXPECT_NEAR(axis, kStartWidth / 2, 1);
+    const double axis = static_cast<int>(button.left + button.right) / 2.0;
+    EXPECT_NEAR(axis, kStartWidth / 2.0, 1);
     constexpr int kIcon = 48;
     constexpr int kGap = 12;
     const auto invitationTop = [&] {
@@ -143,8 +143,8 @@ TEST_F(StartPaneTest, IconInvitationAndButtonAreOnOneAxis) {
     const std::pair<int, int> text = ColumnsOf(m_page.Handle(), invitationTop, static_cast<int>(button.top));
     ASSERT_GE(icon.second, 0);
     ASSERT_GE(text.second, 0);
-    EXPECT_NEAR((icon.first + icon.second) / 2, axis, 1);
-    EXPECT_NEAR((text.first + text.second) / 2, axis, 2);
+    EXPECT_NEAR((icon.first + icon.second) / 2.0, axis, 1);
+    EXPECT_NEAR((text.first + text.second) / 2.0, axis, 2);
 }
 
 TEST_F(StartPaneTest, RecentPackagesHaveTheirPictures) {
