@@ -94,10 +94,7 @@ bool PackageController::IsReady() const {
 }
 
 void PackageController::Save() {
-    if (!IsReady()) {
-        return;
-    }
-    if (!m_status.IsFileGone() && !m_control.HasChanges() && m_session->Changes().empty()) {
+    if (IsReady() && !m_status.IsFileGone() && !m_control.HasChanges() && m_session->Changes().empty()) {
         m_view.ShowNote(Text(IDS_NOTHING_TO_SAVE));
     } else {
         Save(&PackageSaving::Save);
@@ -105,18 +102,17 @@ void PackageController::Save() {
 }
 
 void PackageController::SaveWithNote() {
-    if (IsReady()) {
-        Save(&PackageSaving::SaveWithNote);
-    }
+    Save(&PackageSaving::SaveWithNote);
 }
 
 void PackageController::SaveAs() {
-    if (IsReady()) {
-        Save(&PackageSaving::SaveAs);
-    }
+    Save(&PackageSaving::SaveAs);
 }
 
 void PackageController::Save(bool (PackageSaving::*way)()) {
+    if (!IsReady()) {
+        return;
+    }
     const std::wstring file = m_session->PackageFile();
     bool saved = false;
     {

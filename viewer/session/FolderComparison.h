@@ -16,19 +16,6 @@ struct FileChange {
     FileChangeKind kind = FileChangeKind::Changed;
 };
 
-/// The text for a kind of change.
-template <class Text>
-[[nodiscard]] Text TextFor(FileChangeKind kind, Text changed, Text added, Text removed) {
-    switch (kind) {
-    case FileChangeKind::Added:
-        return added;
-    case FileChangeKind::Removed:
-        return removed;
-    default:
-        return changed;
-    }
-}
-
 /// Whether a change is one of the information file, to which every save adds an entry.
 [[nodiscard]] bool IsInformationFile(const FileChange& change);
 
