@@ -7,6 +7,7 @@ import subprocess
 import unittest
 import zipfile
 
+import freepascal
 from releasecase import VERSION, ReleaseCase
 from wineprogram import run_wine, windows_path
 
@@ -67,6 +68,15 @@ class SdkTest(ReleaseCase):
         for name, expected in (('host.js', f'InputParameter: {folder}\n'), ('host.vbs', f'_DMXOVDocView: {folder}\n')):
             script = windows_path(self.kit / 'hosts/script' / name)
             self.assertEqual(run_wine('cscript', '//nologo', script, folder).expect().output, expected)
+
+    def test_the_host_in_pascal(self):
+        units = self.folder / 'units'
+        units.mkdir()
+        program = self.folder / 'pascal.exe'
+        freepascal.build(self.kit / 'hosts/pascal/host.pas', program, units)
+        folder, _ = self.paths()
+        self.assertEqual(run_wine(windows_path(program), folder).expect().output, f'{folder}\n')
+        run_wine(windows_path(program)).expect(2)
 
     def test_the_probe_logs_both_directions(self):
         shutil.copy(self.kit / 'probe/probe.exe', self.unpacked)

@@ -1,4 +1,4 @@
-{ Automation from Free Pascal for 64-bit Windows, with the control registered. Not tried yet.
+{ Automation from Free Pascal for 64-bit Windows, with the control registered. Tested under Wine.
     fpc -Twin64 host.pas
     host FOLDER
   A program without a window has no lists; Lazarus embeds the control through its ActiveX container. }
