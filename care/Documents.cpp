@@ -7,6 +7,8 @@
 #include <package/ItemText.h>
 #include <package/PackageInformation.h>
 
+#include <algorithm>
+
 using namespace docview;
 
 namespace care {
@@ -25,6 +27,16 @@ std::wstring DateOfFile(const std::wstring& path) {
                       (status.exists ? L"it is a folder" : L"it does not exist")};
     }
     return FormatFileTime(status.lastWrite);
+}
+
+std::vector<std::wstring> EntriesOfList(const std::wstring& list) {
+    std::vector<std::wstring> entries;
+    for (std::size_t start = 0; start < list.size();) {
+        const std::size_t end = std::min(list.find(L';', start), list.size());
+        entries.push_back(list.substr(start, end - start));
+        start = end + 1;
+    }
+    return entries;
 }
 
 std::wstring FolderOfList(const std::wstring& list, const std::wstring& usual) {

@@ -53,6 +53,9 @@ std::wstring RemoveDocument(PackageEditor& editor, const std::wstring& word);
 /// Removes the part, which the format holds as a path only.
 void RemovePart(PackageEditor& editor);
 
+/// The entries of a list of files separated by ";", empty ones too; none behind a separator at the end.
+std::vector<std::wstring> EntriesOfList(const std::wstring& list);
+
 /// The folder of a list of files separated by ";", which is that of its first entry, with its separator;
 /// `usual` when the list is empty.
 std::wstring FolderOfList(const std::wstring& list, const std::wstring& usual);

@@ -11,7 +11,6 @@
 #include <array>
 #include <map>
 #include <set>
-#include <sstream>
 
 using namespace docview;
 
@@ -275,8 +274,7 @@ void FindErrors(const Sections& sections, const CatalogueSource& source, OtherCo
     for (const wchar_t* key : {inikey::kCadPath, inikey::kSetupSheets, inikey::kThumbnail}) {
         check(inikey::kFileInfo, key, source.Value(inikey::kFileInfo, key), key == inikey::kCadPath);
     }
-    std::wistringstream list(source.Value(inikey::kFileInfo, inikey::kGCode));
-    for (std::wstring path; std::getline(list, path, L';');) {
+    for (const std::wstring& path : EntriesOfList(source.Value(inikey::kFileInfo, inikey::kGCode))) {
         check(inikey::kFileInfo, inikey::kGCode, path, false);
     }
     for (const Section& section : sections) {

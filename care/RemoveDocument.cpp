@@ -5,7 +5,6 @@
 #include <package/PackageInformation.h>
 
 #include <algorithm>
-#include <sstream>
 
 using namespace docview;
 
@@ -88,8 +87,7 @@ void RemoveAdditional(PackageEditor& editor, const Removable& document) {
 void RemoveFromList(PackageEditor& editor, const Removable& document) {
     const std::wstring folder = FolderOfList(editor.FileInfo(document.key), {});
     std::wstring list;
-    std::wistringstream entries(editor.FileInfo(document.key));
-    for (std::wstring entry; std::getline(entries, entry, L';');) {
+    for (const std::wstring& entry : EntriesOfList(editor.FileInfo(document.key))) {
         if (!entry.empty() && !common::IsSamePath(entry, document.path)) {
             list += (list.empty() ? L"" : L";") + entry;
         }

@@ -1,8 +1,7 @@
 #include "care/FileSearch.h"
 
-#include "common/Handles.h"
-#include "common/LongPath.h"
 #include "common/Paths.h"
+#include "package/Paths.h"
 
 namespace viewer {
 
@@ -32,23 +31,16 @@ private:
     // Notes the hits in a folder and returns its folders.
     std::vector<std::wstring> Look(const std::wstring& folder) {
         std::vector<std::wstring> folders;
-        WIN32_FIND_DATAW data = {};
-        const common::UniqueSearch search =
-            common::OwnSearch(FindFirstFileW(common::LongPath(folder + L"\\*").c_str(), &data));
-        if (!search) {
-            return folders;
-        }
-        do {
-            const std::wstring name = data.cFileName;
-            const bool isLink = (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-            if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-                if (common::IsSamePath(name, m_name) && m_hits.size() < kMostHits) {
-                    m_hits.push_back(folder + L"\\" + name);
+        for (const FolderEntry& entry : EntriesOf(folder)) {
+            const std::wstring path = folder + L"\\" + entry.name;
+            if (!entry.isFolder) {
+                if (common::IsSamePath(entry.name, m_name) && m_hits.size() < kMostHits) {
+                    m_hits.push_back(path);
                 }
-            } else if (name != L"." && name != L".." && !isLink) {
-                folders.push_back(folder + L"\\" + name);
+            } else if (!entry.isLink) {
+                folders.push_back(path);
             }
-        } while (FindNextFileW(search.get(), &data));
+        }
         return folders;
     }
 

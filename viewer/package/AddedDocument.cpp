@@ -10,7 +10,6 @@
 #include "texts/Texts.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include <windows.h>
 
@@ -128,15 +127,13 @@ std::wstring AddedDocumentRepair::Restore(const std::wstring& name) const {
 }
 
 void AddedDocumentRepair::KeepCopies() {
-    std::error_code ignored;
-    for (const auto& entry :
-         std::filesystem::directory_iterator(m_folder + docview::kCopiesFolder, ignored)) {
+    const std::wstring copies = m_folder + docview::kCopiesFolder;
+    for (const FolderEntry& entry : EntriesOf(copies)) {
         if (m_kept.empty()) {
             m_kept = MakeTemporaryFolder();
         }
-        if (!m_kept.empty() && entry.is_regular_file(ignored)) {
-            const std::wstring path = entry.path().wstring();
-            CopyFileW(path.c_str(), (m_kept + L"\\" + FileName(path)).c_str(), TRUE);
+        if (!m_kept.empty() && !entry.isFolder) {
+            CopyFileW((copies + entry.name).c_str(), (m_kept + L"\\" + entry.name).c_str(), TRUE);
         }
     }
 }

@@ -72,6 +72,29 @@ bool FolderExists(const std::wstring& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
+std::vector<FolderEntry> EntriesOf(const std::wstring& folder) {
+    std::vector<FolderEntry> entries;
+    WIN32_FIND_DATAW found = {};
+    const std::wstring pattern = common::LongPath(folder + L"\\*");
+    const common::UniqueSearch search = common::OwnSearch(FindFirstFileW(pattern.c_str(), &found));
+    for (bool more = bool(search); more; more = FindNextFileW(search.get(), &found)) {
+        const std::wstring name = found.cFileName;
+        if (name != L"." && name != L"..") {
+            entries.push_back({name, (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
+                               (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0});
+        }
+    }
+    return entries;
+}
+
+bool MakeFolders(const std::wstring& folder) {
+    if (folder.empty() || FolderExists(folder)) {
+        return !folder.empty();
+    }
+    MakeFolders(ParentFolder(folder));
+    return CreateDirectoryW(folder.c_str(), nullptr) || FolderExists(folder);
+}
+
 bool RemoveFolder(const std::wstring& folder) noexcept {
     try {
         const std::wstring path = common::ExtendedPath(folder);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace viewer {
 
@@ -22,6 +23,19 @@ namespace viewer {
 
 /// Whether a folder of that name exists.
 [[nodiscard]] bool FolderExists(const std::wstring& path);
+
+/// A file or folder in a folder.
+struct FolderEntry {
+    std::wstring name;
+    bool isFolder = false;
+    bool isLink = false; ///< to a file or folder elsewhere
+};
+
+/// The entries of a folder, without "." and ".."; none when it cannot be listed.
+[[nodiscard]] std::vector<FolderEntry> EntriesOf(const std::wstring& folder);
+
+/// Creates a folder, and those above it that do not exist. False when it does not exist afterwards.
+bool MakeFolders(const std::wstring& folder);
 
 /// Deletes a folder with everything in it, read-only files too; links inside are removed, never followed.
 /// False when something of it is left.

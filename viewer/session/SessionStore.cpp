@@ -8,8 +8,6 @@
 #include "session/SessionFile.h"
 #include "texts/Texts.h"
 
-#include <filesystem>
-
 #include <shlobj.h>
 
 namespace viewer {
@@ -22,20 +20,18 @@ constexpr wchar_t kFolderName[] = L"MXOVViewer";
 // Listed to the end, because a folder that is being listed cannot be removed.
 std::vector<std::wstring> SessionFiles(const std::wstring& folder) {
     std::vector<std::wstring> paths;
-    std::error_code ignored;
-    for (const auto& entry : std::filesystem::directory_iterator(folder, ignored)) {
-        if (entry.path().extension() == SessionFile::kExtension) {
-            paths.push_back(entry.path().wstring());
+    for (const FolderEntry& entry : EntriesOf(folder)) {
+        if (entry.name.ends_with(SessionFile::kExtension)) {
+            paths.push_back(folder + L"\\" + entry.name);
         }
     }
     return paths;
 }
 
 void RemoveFinished(const std::wstring& sessions) {
-    std::error_code ignored;
-    for (const auto& entry : std::filesystem::directory_iterator(sessions, ignored)) {
-        const std::wstring path = entry.path().wstring();
-        if (entry.is_directory(ignored) && !FileExists(path + SessionFile::kExtension)) {
+    for (const FolderEntry& entry : EntriesOf(sessions)) {
+        const std::wstring path = sessions + L"\\" + entry.name;
+        if (entry.isFolder && !FileExists(path + SessionFile::kExtension)) {
             RemoveFolder(path);
         }
     }
@@ -79,9 +75,9 @@ std::wstring SessionStore::UserFolder() {
     if (chosen.empty()) {
         return LocalFolder();
     }
-    std::error_code ignored; // a folder that cannot be created is reported at the first package
-    std::filesystem::create_directories(chosen, ignored);
-    return (std::filesystem::path(chosen) / kFolderName).wstring();
+    MakeFolders(chosen); // a folder that cannot be created is reported at the first package
+    const bool isSeparated = chosen.ends_with(L'\\') || chosen.ends_with(L'/');
+    return chosen + (isSeparated ? L"" : L"\\") + kFolderName;
 }
 
 std::vector<std::wstring> SessionStore::EarlierFolders() {

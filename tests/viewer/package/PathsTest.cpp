@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace viewer;
 
 TEST(Paths, NamesAndStems) {
@@ -20,6 +22,31 @@ TEST(Paths, AFolderIsNoFile) {
     EXPECT_FALSE(FileExists(folder.Path()));
     EXPECT_FALSE(FileExists(folder / L"a.txt"));
     EXPECT_TRUE(FileExists(folder.Write(L"a.txt", "")));
+}
+
+TEST(Paths, ListsFilesAndFolders) {
+    const TempFolder folder;
+    folder.Write(L"a.txt", "a");
+    folder.Write(L"inner\\b.txt", "b");
+    std::vector<FolderEntry> entries = EntriesOf(folder.Path());
+    ASSERT_EQ(entries.size(), 2U);
+    std::ranges::sort(entries, {}, &FolderEntry::name);
+    EXPECT_EQ(entries[0].name, L"a.txt");
+    EXPECT_FALSE(entries[0].isFolder);
+    EXPECT_EQ(entries[1].name, L"inner");
+    EXPECT_TRUE(entries[1].isFolder);
+    EXPECT_FALSE(entries[0].isLink || entries[1].isLink);
+    EXPECT_TRUE(EntriesOf(folder / L"missing").empty());
+}
+
+TEST(Paths, CreatesTheFoldersAboveToo) {
+    const TempFolder folder;
+    EXPECT_TRUE(MakeFolders(folder / L"a\\b/c\\"));
+    EXPECT_TRUE(FolderExists(folder / L"a\\b\\c"));
+    EXPECT_TRUE(MakeFolders(folder / L"a\\b"));
+    folder.Write(L"file", "");
+    EXPECT_FALSE(MakeFolders(folder / L"file\\d"));
+    EXPECT_FALSE(MakeFolders(L""));
 }
 
 TEST(Paths, RemovesAFolderWithReadOnlyFilesAndDeepFolders) {
