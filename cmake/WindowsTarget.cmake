@@ -32,15 +32,15 @@ function(mxov_fix_address target)
     target_link_options(${target} PRIVATE -Wl,--disable-auto-image-base -Wl,--image-base,0x2${place}0000)
 endfunction()
 
-# Puts a stripped file into the bin folder; its symbols, and a map that names what was linked in, stay beside the object
-# files. Without --preserve-dates strip writes the current time into the file's header.
+# Puts a stripped file, without what nothing in it refers to, into the bin folder; its symbols, and a map that names what
+# was linked in, stay beside the object files. Without --preserve-dates strip writes the current time into the file's header.
 function(mxov_deliver target)
     mxov_quick_load(${target})
     get_target_property(type ${target} TYPE)
     if(NOT type STREQUAL EXECUTABLE)
         mxov_fix_address(${target})
     endif()
-    target_link_options(${target} PRIVATE -Wl,-Map,${CMAKE_BINARY_DIR}/${target}.map)
+    target_link_options(${target} PRIVATE -Wl,--gc-sections -Wl,-Map,${CMAKE_BINARY_DIR}/${target}.map)
     set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${MXOV_BIN} PREFIX "")
     add_custom_command(TARGET ${target} POST_BUILD
         COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}>
