@@ -11,7 +11,8 @@ Public Sub ShowPackage()
     If folder = "" Then Exit Sub
     If Right$(folder, 1) <> "\" Then folder = folder & "\"
     PackageForm.Documents.LoadFile folder, InputBox("Package file that saving replaces:")
-    PackageForm.Documents.OnSizeChange PackageForm.Width, PackageForm.Height
+    ' In pixels; a form has points, of which 72 are an inch.
+    PackageForm.Documents.OnSizeChange PackageForm.InsideWidth * 96 / 72, PackageForm.InsideHeight * 96 / 72
     PackageForm.Show
     PackageForm.Documents.Close
 End Sub
