@@ -1,76 +1,76 @@
-"""The software bill of materials: an SPDX 2.3 document of the delivered files and of what is linked into them."""
+"""The software bill of materials: a CycloneDX 1.6 document of the delivered files and of what is linked into them."""
 import datetime
 import hashlib
 import json
-import re
+import urllib.parse
+import uuid
 
 MAKER = 'The MXOV Document Manager developers'
-PRODUCT = 'SPDXRef-Package-mxov'
+NAMES = uuid.UUID('{0f1f4a34-7a3e-4c55-9d0e-6a1b8f2d7c90}')
 # Debian's copyright files name many licences; these are the ones of the code that is linked in.
-LICENCES = {'libz-mingw-w64': 'Zlib', 'gcc-mingw-w64': 'GPL-3.0-or-later WITH GCC-exception-3.1'}
+LICENCES = {'libz-mingw-w64': {'license': {'id': 'Zlib'}},
+            'gcc-mingw-w64': {'expression': 'GPL-3.0-or-later WITH GCC-exception-3.1'}}
+OWN = [{'license': {'id': 'MIT'}}]
 
 
-def reference(kind, name):
-    return f'SPDXRef-{kind}-' + re.sub(r'[^A-Za-z0-9.-]', '-', name)
+def hashes(data):
+    return [{'alg': f'SHA-{bits}', 'content': hashlib.new(f'sha{bits}', data).hexdigest()} for bits in (1, 256)]
 
 
-def checksums(data):
-    return [{'algorithm': name.upper(), 'checksumValue': hashlib.new(name, data).hexdigest()}
-            for name in ('sha1', 'sha256')]
+def file_component(name, data, folder=''):
+    """A file; its reference is its path, below the archive that holds it."""
+    path = f'{folder}{name}'
+    licence = {} if name.startswith('licences/') else {'licenses': OWN}
+    return {'type': 'file', 'bom-ref': path, 'name': name, 'hashes': hashes(data), **licence}
 
 
-def delivered_file(name, data):
-    licence = 'NOASSERTION' if name.startswith('licences/') else 'MIT'
-    return {'SPDXID': reference('File', name), 'fileName': f'./{name}', 'checksums': checksums(data),
-            'licenseConcluded': licence, 'licenseInfoInFiles': [licence], 'copyrightText': 'NOASSERTION'}
+def archive_component(name, data, content):
+    """An archive with the files in it; the installer holds those of the archive and of the kit once more."""
+    files = [file_component(inner, content[inner], f'{name}/') for inner in sorted(content)]
+    return {**file_component(name, data), **({'components': files} if files else {})}
 
 
-def product(version, files):
-    sums = sorted(hashlib.sha1(data).hexdigest() for data in files.values())
-    code = hashlib.sha1(''.join(sums).encode()).hexdigest()
-    return {'SPDXID': PRODUCT, 'name': 'mxov', 'versionInfo': version, 'supplier': f'Organization: {MAKER}',
-            'downloadLocation': 'NOASSERTION', 'filesAnalyzed': True,
-            'packageVerificationCode': {'packageVerificationCodeValue': code}, 'licenseConcluded': 'MIT',
-            'licenseDeclared': 'MIT', 'licenseInfoFromFiles': ['MIT', 'NOASSERTION'],
-            'copyrightText': f'Copyright (c) 2026 {MAKER}'}
+def address(package, version, **qualifiers):
+    """The package URL of a package of Debian."""
+    words = f'?{urllib.parse.urlencode(qualifiers)}' if qualifiers else ''
+    return f'pkg:deb/debian/{package}@{urllib.parse.quote(version, safe="~.-")}{words}'
 
 
-def linked_package(component):
-    licence = LICENCES.get(component.name, f'LicenseRef-{component.name}')
-    return {'SPDXID': reference('Package', component.name), 'name': component.name, 'versionInfo': component.version,
-            'supplier': 'Organization: Debian', 'downloadLocation': 'NOASSERTION', 'filesAnalyzed': False,
-            'licenseConcluded': licence, 'licenseDeclared': licence, 'copyrightText': 'NOASSERTION',
-            'externalRefs': [{'referenceCategory': 'PACKAGE-MANAGER', 'referenceType': 'purl',
-                              'referenceLocator': f'pkg:deb/debian/{package}@{version.replace("+", "%2B")}'}
-                             for package, version in component.packages]}
+def linked_component(component):
+    """A source package; inside it the binary packages that the linked files come from."""
+    text = {'license': {'name': component.name, 'text': {'contentType': 'text/plain', 'content': component.copyright}}}
+    url = address(component.name, component.version, arch='source')
+    parts = [{'type': 'library', 'bom-ref': address(*package), 'name': package[0], 'version': package[1],
+              'purl': address(*package)} for package in component.packages]
+    return {'type': 'library', 'bom-ref': url, 'supplier': {'name': 'Debian'}, 'name': component.name,
+            'version': component.version, 'licenses': [LICENCES.get(component.name, text)], 'purl': url, 'components': parts}
 
 
-def relationship(subject, kind, target):
-    return {'spdxElementId': subject, 'relationshipType': kind, 'relatedSpdxElement': target}
-
-
-def relationships(files, components):
-    yield relationship('SPDXRef-DOCUMENT', 'DESCRIBES', PRODUCT)
-    for name in sorted(files):
-        yield relationship(PRODUCT, 'CONTAINS', reference('File', name))
+def dependencies(archives, components):
+    """Which delivered file contains code of which package."""
+    users = {}
     for component in components:
-        for user in component.users:
-            yield relationship(reference('File', user), 'STATIC_LINK', reference('Package', component.name))
+        for archive, (_, content) in archives.items():
+            for user in content.keys() & set(component.users):
+                users.setdefault(f'{archive}/{user}', []).append(address(component.name, component.version, arch='source'))
+    return [{'ref': user, 'dependsOn': sorted(users[user])} for user in sorted(users)]
 
 
-def bill(version, files, components, moment):
-    """The document as bytes. Its namespace is derived from the files, so each delivery has its own."""
+def bill(version, archives, components, moment):
+    """The document as bytes, from {name: (bytes, {name: bytes} of its content)} of what is delivered. Its serial number is
+    derived from the files, so each delivery has its own."""
     document = {
-        'spdxVersion': 'SPDX-2.3', 'dataLicense': 'CC0-1.0', 'SPDXID': 'SPDXRef-DOCUMENT', 'name': f'mxov-{version}',
-        'creationInfo': {
-            'created': datetime.datetime.fromtimestamp(moment, datetime.timezone.utc).strftime('%Y-%m-%dT%H:%M:%SZ'),
-            'creators': [f'Organization: {MAKER}', f'Tool: mxov-release-{version}']},
-        'packages': [product(version, files), *map(linked_package, components)],
-        'files': [delivered_file(name, files[name]) for name in sorted(files)],
-        'hasExtractedLicensingInfos': [
-            {'licenseId': f'LicenseRef-{component.name}', 'extractedText': component.copyright}
-            for component in components if component.name not in LICENCES],
-        'relationships': list(relationships(files, components))}
+        '$schema': 'http://cyclonedx.org/schema/bom-1.6.schema.json', 'bomFormat': 'CycloneDX', 'specVersion': '1.6',
+        'version': 1,
+        'metadata': {
+            'timestamp': datetime.datetime.fromtimestamp(moment, datetime.timezone.utc).strftime('%Y-%m-%dT%H:%M:%SZ'),
+            'tools': {'components': [{'type': 'application', 'name': 'mxov-release', 'version': version}]},
+            'manufacturer': {'name': MAKER},
+            'component': {'type': 'application', 'bom-ref': 'mxov', 'name': 'mxov', 'version': version, 'licenses': OWN,
+                          'copyright': f'Copyright (c) 2026 {MAKER}'}},
+        'components': [*(archive_component(name, *archives[name]) for name in sorted(archives)),
+                       *map(linked_component, components)],
+        'dependencies': [{'ref': 'mxov', 'dependsOn': sorted(archives)}, *dependencies(archives, components)]}
     identity = hashlib.sha256(json.dumps(document, sort_keys=True).encode()).hexdigest()
-    document['documentNamespace'] = f'https://spdx.org/spdxdocs/mxov-{version}-{identity}'
+    document['serialNumber'] = f'urn:uuid:{uuid.uuid5(NAMES, identity)}'
     return (json.dumps(document, indent=1, ensure_ascii=False) + '\n').encode()

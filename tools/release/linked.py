@@ -9,7 +9,7 @@ from delivery import Refused
 # An object file or a member of an archive that was taken in: "/usr/lib/.../libgcc.a(_chkstk.o)", "LOAD /usr/.../crt2.o".
 MEMBER = re.compile(r'^(/[^\s()]+\.a)\(|^LOAD (/[^\s()]+\.o)$', re.MULTILINE)
 MAPS = {'MXOVDocViewCtrl.ocx': 'MXOVDocViewCtrl.map', 'mxovshare.dll': 'mxovshare.map', 'viewer.exe': 'viewer.map',
-        'mxovpkg.exe': 'mxovpkg.map'}
+        'mxovpkg.exe': 'mxovpkg.map', 'probe/probe.exe': 'probe.map'}
 
 
 class Component(typing.NamedTuple):
