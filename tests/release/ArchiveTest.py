@@ -64,6 +64,23 @@ class ArchiveTest(ReleaseCase):
         self.assertIn('.SH EXIT CODES\n', page)
         self.assertNotIn('\r', page)
 
+    def test_the_release_notes_have_the_changes_and_what_was_not_tried(self):
+        notes = (self.out / f'mxov-{VERSION}-notes.md').read_text(encoding='utf-8')
+        self.assertTrue(notes.startswith(f'# MXOV Document Manager {VERSION}\n'))
+        self.assertEqual(notes.count('\n## Added\n'), 1, 'the changes of one version')
+        table = re.search(r'\n## What was tried where\n.*?\n\n(\|.*?)\n\n', notes, re.DOTALL)[1]
+        page = re.search(r'\n\n(\|.*?)\n\n', (ROOT / 'docs/windows.md').read_text(encoding='utf-8'), re.DOTALL)[1]
+        self.assertEqual(table, re.sub(r'\[([^\]]+)\]\([^)]+\)', r'\1', page))
+        self.assertIn('cscript //nologo check-windows.js', notes)
+        self.assertEqual(re.findall(r'\]\((?!https:)', notes), [])
+
+    def test_the_pages_are_the_site(self):
+        folder = f'mxov-{VERSION}-docs'
+        with zipfile.ZipFile(self.out / f'{folder}.zip') as archive:
+            names = {name.removeprefix(f'{folder}/') for name in archive.namelist()}
+        self.assertLessEqual({'index.html', 'host-guide.html', 'windows.html', 'help/english/overview.html', 'images/viewer.png',
+                              *(f'{page.stem}.html' for page in ROOT.glob('docs/*.md'))}, names)
+
     def test_everything_is_small(self):
         self.assertIn(ARCHIVE, {path.name for path in self.out.iterdir()})
         self.assertLess(sum(path.stat().st_size for path in self.out.iterdir()), 4 * 1024 * 1024)

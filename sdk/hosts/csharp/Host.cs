@@ -1,4 +1,4 @@
-// A Windows Forms host of the registered control, for 64-bit .NET Framework or .NET with Windows Forms. Not tried yet.
+// A Windows Forms host of the registered control, for 64-bit .NET Framework or .NET with Windows Forms. Compiled, but never run.
 //   csc /platform:x64 /target:winexe Host.cs
 //   Host.exe FOLDER PACKAGE
 using System;

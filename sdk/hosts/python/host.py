@@ -1,4 +1,4 @@
-"""Automation from Python for Windows, with nothing but its own library and the registered control. Not tried yet.
+"""Automation from Python for Windows, with nothing but its own library and the registered control. Never run yet.
 
     python host.py FOLDER
 
