@@ -44,11 +44,14 @@ std::string InterfaceName(REFIID iid) {
                  {IID_IOleContainer, "IOleContainer"},
                  {IID_IOleControlSite, "IOleControlSite"},
                  {IID_IOleInPlaceFrame, "IOleInPlaceFrame"},
+                 {IID_IOleInPlaceObject, "IOleInPlaceObject"},
                  {IID_IOleInPlaceSite, "IOleInPlaceSite"},
                  {IID_IOleInPlaceSiteEx, "IOleInPlaceSiteEx"},
                  {IID_IOleInPlaceSiteWindowless, "IOleInPlaceSiteWindowless"},
                  {IID_IOleInPlaceUIWindow, "IOleInPlaceUIWindow"},
+                 {IID_IOleObject, "IOleObject"},
                  {IID_IOleWindow, "IOleWindow"},
+                 {IID_IPersistStreamInit, "IPersistStreamInit"},
                  {IID_IServiceProvider, "IServiceProvider"}};
     for (const auto& [known, name] : names) {
         if (known == iid) {

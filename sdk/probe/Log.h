@@ -28,7 +28,7 @@ private:
     HRESULT m_result = E_FAIL;
 };
 
-/// A GUID, or the name of an interface that containers offer.
+/// The name of an interface that a container or the control offers, or its GUID.
 std::string InterfaceName(REFIID iid);
 
 /// "10,20 300x400"

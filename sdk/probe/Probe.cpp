@@ -70,7 +70,7 @@ template <class Interface>
 class Queried {
 public:
     Queried(IUnknown* object, REFIID iid) {
-        CallIntoControl call("QueryInterface");
+        CallIntoControl call("QueryInterface(" + InterfaceName(iid) + ")");
         call.Ended(object->QueryInterface(iid, reinterpret_cast<void**>(&m_object)));
     }
     ~Queried() {

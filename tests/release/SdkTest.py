@@ -49,6 +49,8 @@ class SdkTest(ReleaseCase):
         host = self.build('hosts/c/host.c')
         self.assertEqual(run_wine(host, *self.paths(), '/once').expect().output,
                          'LoadFile 00000000\nfirst G-code file: op10-face-pocket.nc\nunsaved changes: 0\n')
+        folder, package = self.paths()
+        self.assertIn('op10-face-pocket.nc', run_wine(host, folder.rstrip('\\'), package, '/once').expect().output)
         self.assertIn('usage: host', run_wine(host).expect(2).errors)
 
     def test_the_hosts_in_cpp(self):
@@ -82,7 +84,8 @@ class SdkTest(ReleaseCase):
         shutil.copy(self.kit / 'probe/probe.exe', self.unpacked)
         probe = windows_path(self.unpacked / 'probe.exe')
         whole = run_wine(probe, *self.paths()).expect().output
-        for line in ('control beside this program', 'host > control  IOleObject::SetClientSite(site)',
+        for line in ('control beside this program', 'host > control  QueryInterface(IPersistStreamInit)',
+                     'host > control  IOleObject::SetClientSite(site)',
                      'control > host  IOleInPlaceSite::OnInPlaceActivate  00000000',
                      'control > host  IOleInPlaceUIWindow::SetActiveObject(object)', 'host > control  end of LoadFile  00000000',
                      'control > host  IOleControlSite::OnFocus(TRUE)', 'unsaved changes: 0', 'references left: 0'):

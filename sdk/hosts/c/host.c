@@ -137,12 +137,23 @@ static HRESULT Call(DISPID member, VARIANT* arguments, UINT count) {
                             NULL, NULL, NULL);
 }
 
+/* The folder with the separator at its end that the control expects. The caller frees the text. */
+static BSTR FolderText(const wchar_t* folder) {
+    const UINT length = (UINT)lstrlenW(folder);
+    const BOOL ends = length > 0 && folder[length - 1] == L'\\';
+    const BSTR text = SysAllocStringLen(folder, ends ? length : length + 1);
+    if (text && !ends) {
+        text[length] = L'\\';
+    }
+    return text;
+}
+
 static HRESULT LoadPackage(const wchar_t* folder, const wchar_t* package) {
     VARIANT paths[2]; /* the last parameter comes first */
     HRESULT result;
     paths[0].vt = paths[1].vt = VT_BSTR;
     paths[0].bstrVal = SysAllocString(package);
-    paths[1].bstrVal = SysAllocString(folder);
+    paths[1].bstrVal = FolderText(folder);
     result = Call(MXOV_LOAD_FILE, paths, 2);
     VariantClear(&paths[0]);
     VariantClear(&paths[1]);

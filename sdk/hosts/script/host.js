@@ -1,4 +1,4 @@
-// Automation from JScript, with the control registered: cscript host.js FOLDER
+// Automation from JScript, with the control registered: cscript host.js FOLDER\
 // A script has no window and so no lists; it can set and read the control's state, and see that it works.
 var control = new ActiveXObject("MXOVTREETAB.MXOVDocViewCtrlVS2015.13");
 var folder = WScript.Arguments(0);

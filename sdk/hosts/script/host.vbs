@@ -1,4 +1,4 @@
-' Automation from VBScript, with the control registered: cscript host.vbs FOLDER
+' Automation from VBScript, with the control registered: cscript host.vbs FOLDER\
 Option Explicit
 Dim control
 Set control = CreateObject("MXOVTREETAB.MXOVDocViewCtrlVS2015.13")
