@@ -1,15 +1,19 @@
 # Declares tests. Each that needs Wine runs in its own prefix, and on its own display if it shows windows (DESKTOP), so
 # that tests can run in parallel.
 
-# mxov_add_test(NAME [DESKTOP] [CLEAN] [TIMEOUT SECONDS] COMMAND...): CLEAN: the control is not registered.
+# mxov_add_test(NAME [DESKTOP] [CLEAN] [PARALLEL] [TIMEOUT SECONDS] COMMAND...): CLEAN: the control is not registered.
+# PARALLEL: what threads or processes do at the same time is tested, or packing, which uses all processors; others stay on one.
 function(mxov_add_test name)
-    cmake_parse_arguments(arg "DESKTOP;CLEAN" "TIMEOUT" "COMMAND" ${ARGN})
+    cmake_parse_arguments(arg "DESKTOP;CLEAN;PARALLEL" "TIMEOUT" "COMMAND" ${ARGN})
     set(options)
     if(NOT arg_DESKTOP)
         list(APPEND options --no-display)
     endif()
     if(arg_CLEAN)
         list(APPEND options --clean)
+    endif()
+    if(NOT arg_PARALLEL)
+        list(APPEND options --one-processor)
     endif()
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 300)
@@ -18,15 +22,17 @@ function(mxov_add_test name)
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT MXOV_BUILD=${MXOV_BUILD})
 endfunction()
 
-# A test program: mxov_test(NAME [DESKTOP] [SOURCES...] [LIBRARIES...])
+# A test program: mxov_test(NAME [DESKTOP] [PARALLEL] [SOURCES...] [LIBRARIES...])
 function(mxov_test name)
-    cmake_parse_arguments(arg "DESKTOP" "" "SOURCES;LIBRARIES" ${ARGN})
-    set(desktop)
-    if(arg_DESKTOP)
-        set(desktop DESKTOP)
-    endif()
+    cmake_parse_arguments(arg "DESKTOP;PARALLEL" "" "SOURCES;LIBRARIES" ${ARGN})
+    set(options)
+    foreach(option DESKTOP PARALLEL)
+        if(arg_${option})
+            list(APPEND options ${option})
+        endif()
+    endforeach()
     mxov_test_program(${name} SOURCES ${arg_SOURCES} LIBRARIES ${arg_LIBRARIES})
-    mxov_add_test(${name} ${desktop} COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-run $<TARGET_FILE:${name}>)
+    mxov_add_test(${name} ${options} COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-run $<TARGET_FILE:${name}>)
 endfunction()
 
 # The program without a test: mxov_test_program(NAME SOURCES... [LIBRARIES...])

@@ -20,7 +20,7 @@ add_library(ole_test_guids STATIC ${ole_generated}/OleTest_i.c ${ole_generated}/
 target_include_directories(ole_test_guids SYSTEM INTERFACE ${ole_generated})
 
 set_source_files_properties(support/OleTest.rc PROPERTIES OBJECT_DEPENDS ${ole_generated}/OleTest.tlb)
-mxov_test(framework_ole_tests DESKTOP
+mxov_test(framework_ole_tests DESKTOP PARALLEL
     SOURCES
         control/ControlActivationTest.cpp
         control/ControlConnectionTest.cpp
