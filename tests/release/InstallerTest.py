@@ -95,6 +95,8 @@ class InstallerTest(ReleaseCase):
         for folder in ('windows', 'windows/Installer', 'Program Files'):
             own_folder(folder)
         cls.package = cls.out / f'mxov-{VERSION}-win64.msi'
+        # Brings up Wine's desktop, which writes about the display.
+        run_wine('rundll32', 'user32.dll,GetDesktopWindow').expect()
 
     def msiexec(self, action, *words, package=None):
         run_wine('msiexec', action, package or windows_path(self.package), '/qn', *words).expect()

@@ -33,6 +33,8 @@ page='CLSID\{D282CB0E-7C46-48A7-B12A-E3137955F8C1}'
 library='TypeLib\{D14D7A76-F727-49FE-ADA4-641D4B61ED73}'
 progid='MXOVTREETAB.MXOVDocViewCtrlVS2015.13'
 
+# Brings up Wine's desktop, which writes about the display.
+wine rundll32 user32.dll,GetDesktopWindow
 registry before
 check 'regsvr32 succeeds' regsvr "$control"
 check 'type name of the class' value "$clsid" '' 'REG_SZ    MXOVDocView Control'
