@@ -48,8 +48,10 @@ void TempFolder::SetTime(const std::wstring& name, const SYSTEMTIME& utc) const 
 }
 
 std::string TempFolder::Read(const std::wstring& name) const {
-    std::ifstream file(fs::path(*this / name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ifstream file(fs::path(*this / name), std::ios::binary | std::ios::ate);
+    std::string bytes(file ? static_cast<std::size_t>(file.tellg()) : 0, '\0');
+    file.seekg(0).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return bytes;
 }
 
 int TempFolder::EntryCount() const {

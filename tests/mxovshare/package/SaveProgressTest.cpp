@@ -65,11 +65,11 @@ protected:
     void WriteMuch(int files) const {
         std::mt19937 generator(5);
         std::string noise(4'000'000, '\0');
+        // Worth compressing, so that it takes its time on any number of processors.
+        for (char& byte : noise) {
+            byte = static_cast<char>(generator() & 0x3F);
+        }
         for (int i = 0; i < files; ++i) {
-            // Worth compressing, so that it takes its time on any number of processors.
-            for (char& byte : noise) {
-                byte = static_cast<char>(generator() & 0x3F);
-            }
             m_folder.Write(std::to_wstring(i) + L".bin", noise);
         }
     }
