@@ -135,7 +135,7 @@ TEST_F(AllocationFaultTest, SavingReportsItAndLeavesEverythingAsItWas) {
 TEST(PackageMemory, DeepFoldersTakeNoMoreThanTheirNames) {
     const TempFolder work;
     std::vector<ForgedEntry> entries;
-    for (char first = 'a'; first < 'i'; ++first) {
+    for (char first = 'a'; first < 'e'; ++first) {
         std::string name(1, first);
         for (int i = 0; i < 249; ++i) {
             name += "/folders.deep";
