@@ -18,10 +18,10 @@ set(CMAKE_RC_FLAGS "-c 65001")
 set(CMAKE_UNITY_BUILD ${MXOV_UNITY})
 set(MXOV_BIN ${MXOV_BUILD}/bin)
 
-# Makes a library or program quick to load: its stack guard is drawn without loading other libraries, and its
-# sections lie in the file as they do in memory, so that they are mapped and not read.
+# Makes a library or program quick to load: its stack guard is drawn without loading other libraries, its end by an uncaught
+# exception needs no demangler, and its sections lie in the file as they do in memory, so that they are mapped and not read.
 function(mxov_quick_load target)
-    target_sources(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/StackGuard.c)
+    target_sources(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/StackGuard.c ${CMAKE_SOURCE_DIR}/cmake/Terminate.cpp)
     target_link_options(${target} PRIVATE -Wl,--file-alignment,4096)
 endfunction()
 
