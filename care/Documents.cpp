@@ -1,6 +1,7 @@
 #include "care/Documents.h"
 
 #include "common/LongPath.h"
+#include "common/Paths.h"
 
 #include <package/CatalogueLoader.h>
 #include <package/DiskCatalogueSource.h>
@@ -42,6 +43,12 @@ std::vector<std::wstring> EntriesOfList(const std::wstring& list) {
 std::wstring FolderOfList(const std::wstring& list, const std::wstring& usual) {
     const std::wstring first = FirstEntry(list);
     return first.empty() ? usual : first.substr(0, first.rfind(L'\\') + 1);
+}
+
+bool IsInListFolder(const std::wstring& file, const Sections& sections, std::wstring_view key) {
+    const std::wstring list = ValueOf(sections, inikey::kFileInfo, key);
+    return !FirstEntry(list).empty() &&
+           common::IsSamePath(file.substr(0, file.rfind(L'\\') + 1), FolderOfList(list, {}));
 }
 
 } // namespace care

@@ -60,4 +60,7 @@ std::vector<std::wstring> EntriesOfList(const std::wstring& list);
 /// `usual` when the list is empty.
 std::wstring FolderOfList(const std::wstring& list, const std::wstring& usual);
 
+/// Whether a file lies in the folder of the list that FILEINFO has under `key`, so that it is shown there.
+bool IsInListFolder(const std::wstring& file, const Sections& sections, std::wstring_view key);
+
 } // namespace care

@@ -34,12 +34,6 @@ bool HasSameContent(const PackageEntry& left, const PackageEntry& right) {
     return left.size == right.size && left.crc32 == right.crc32;
 }
 
-bool IsInGCodeFolder(const std::wstring& name, const PackageContent& content) {
-    const std::wstring list = ValueOf(content.sections, inikey::kFileInfo, inikey::kGCode);
-    return !FirstEntry(list).empty() &&
-           common::IsSamePath(name.substr(0, name.rfind(L'\\') + 1), FolderOfList(list, {}));
-}
-
 class FileComparison {
 public:
     FileComparison(const PackageContent& left, const PackageContent& right)
@@ -94,7 +88,8 @@ private:
 
     void AddChanged(const PackageEntry& before, const PackageEntry& after) {
         const bool isShort = std::max(before.size, after.size) <= kLargestComparedText;
-        const bool isGCode = IsInGCodeFolder(before.name, m_left) && IsInGCodeFolder(after.name, m_right);
+        const bool isGCode = IsInListFolder(before.name, m_left.sections, inikey::kGCode) &&
+                             IsInListFolder(after.name, m_right.sections, inikey::kGCode);
         m_changes.push_back({.kind = FileChangeKind::Changed,
                              .name = after.name,
                              .oldName = {},

@@ -1,9 +1,9 @@
 #include "care/PackageCare.h"
 
-#include "care/DifferencesDialog.h"
 #include "care/PackageCheck.h"
 #include "care/PortableCopy.h"
 #include "common/Paths.h"
+#include "compare/DifferencesDialog.h"
 #include "control/PropertiesWindow.h"
 #include "controller/PackageController.h"
 #include "package/Paths.h"
@@ -99,28 +99,28 @@ void PackageCare::Compare() {
     m_packages.Change([this](const PackageSession& session) {
         CloseProperties(m_view.Frame());
         if (const std::optional<std::wstring> older = AskForPackage(m_view.Frame(), IDS_CHOOSE_OLDER)) {
-            Compare(session, *older);
+            Compare({.package = *older, .folder = session.Folder()});
         }
         return false;
     });
 }
 
-void PackageCare::Compare(const PackageSession& session, const std::wstring& older) {
-    const std::wstring name = FileName(older);
+void PackageCare::Compare(const ComparedPackages& packages) {
+    const std::wstring name = FileName(packages.package);
     const auto report = std::make_shared<DifferenceReport>();
-    const auto compare = [report, folder = session.Folder(), older](WorkProgress& progress) {
-        *report = CompareUnpacked(older, folder, progress);
+    const auto compare = [report, packages](WorkProgress& progress) {
+        *report = ComparePackages(packages, progress);
     };
     if (!WaitForWork(m_view.Frame(), Text(IDS_COMPARING, {name}), compare) || report->result.cancelled) {
         return;
     }
     if (!report->result.ok) {
         m_view.ShowError(Text(IDS_CANNOT_COMPARE, {name, Sentence(report->result.message)}));
-    } else if (report->lines.empty()) {
+    } else if (report->lines.empty() && report->noise.empty()) {
         ShowTaskPrompt(m_view.Frame(), Text(IDS_SAME_PACKAGE, {name}), {}, {Text(IDS_CLOSE)},
                        TD_INFORMATION_ICON);
     } else {
-        ShowDifferences(m_view.Frame(), Text(IDS_DIFFERS_FROM, {name}), report->lines);
+        ShowDifferences(m_view.Frame(), packages, *report);
     }
 }
 

@@ -5,6 +5,7 @@
 
 namespace viewer {
 
+struct ComparedPackages;
 class PackageController;
 class PackageView;
 
@@ -33,7 +34,7 @@ private:
     void CheckNow(const PackageSession& session);
     void Cure(CureCommand command);
     void SavePortableCopy(const PackageSession& session);
-    void Compare(const PackageSession& session, const std::wstring& older);
+    void Compare(const ComparedPackages& packages);
 
     PackageView& m_view;
     PackageController& m_packages;

@@ -64,11 +64,6 @@ std::string ReadBeginning(const std::wstring& path, std::uint64_t most) {
     return bytes;
 }
 
-// Whether the bytes are no text of any encoding.
-bool IsBinary(const std::string& bytes) {
-    return !bytes.starts_with("\xFF\xFE") && bytes.find('\0') != std::string::npos;
-}
-
 void ReadText(DocumentContent& content, TextKind kind) {
     const std::string bytes = ReadBeginning(content.details.path, kMostText);
     if (IsBinary(bytes) || (bytes.empty() && content.details.size > 0)) {

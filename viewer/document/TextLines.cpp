@@ -9,6 +9,7 @@ namespace viewer {
 namespace {
 
 constexpr std::size_t kTabWidth = 8;
+constexpr std::string_view kUtf16Mark = "\xFF\xFE";
 
 std::wstring FromCodePage(std::string_view bytes, UINT codePage, DWORD flags) {
     const int size = static_cast<int>(bytes.size());
@@ -107,7 +108,6 @@ void TintMarkup(std::vector<TextLine>& lines) {
 } // namespace
 
 std::wstring DecodeText(std::string_view bytes) {
-    constexpr std::string_view kUtf16Mark = "\xFF\xFE";
     constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
     if (bytes.starts_with(kUtf16Mark)) {
         std::wstring text((bytes.size() - 2) / 2, L'\0');
@@ -121,11 +121,16 @@ std::wstring DecodeText(std::string_view bytes) {
     return text.empty() ? FromCodePage(bytes, CP_ACP, 0) : text;
 }
 
+bool IsBinary(std::string_view bytes) {
+    return !bytes.starts_with(kUtf16Mark) && bytes.find('\0') != std::string_view::npos;
+}
+
 std::vector<TextLine> MakeLines(std::wstring_view text, TextKind kind) {
     std::vector<TextLine> lines;
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t end = std::min(text.find_first_of(L"\r\n", begin), text.size());
-        lines.push_back({ExpandTabs(text.substr(begin, end - begin)), {}});
+        lines.push_back(
+            {.text = ExpandTabs(text.substr(begin, end - begin)), .tints = {}, .number = lines.size() + 1});
         begin = end + (text.substr(end).starts_with(L"\r\n") ? 2 : 1);
     }
     if (kind == TextKind::GCode) {

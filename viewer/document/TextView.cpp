@@ -1,7 +1,6 @@
 #include "document/TextView.h"
 
 #include "window/Painting.h"
-#include "window/Palette.h"
 
 #include <windowsx.h>
 
@@ -15,17 +14,6 @@ namespace {
 constexpr wchar_t kTextClass[] = L"MXOVTextView";
 constexpr int kMostNameCharacters = 30000; // of the text, as the window's own
 constexpr int kLinesPerNotch = 3;          // of the wheel
-
-COLORREF ColourOf(Tint tint, const Palette& palette) {
-    switch (tint) {
-    case Tint::Comment:
-        return palette.comment;
-    case Tint::Tool:
-        return palette.tool;
-    default:
-        return palette.blockNumber;
-    }
-}
 
 // What screen readers read.
 std::wstring ReadableText(const std::vector<TextLine>& lines) {
@@ -50,17 +38,33 @@ bool TextView::Create(HWND parent, int id) {
                           WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP | WS_VSCROLL | WS_HSCROLL, parent, id);
 }
 
-void TextView::Show(std::vector<TextLine> lines) {
+void TextView::Show(std::vector<TextLine> lines, std::size_t least) {
     m_lines = std::move(lines);
-    m_longest = 0;
+    m_longest = least;
+    m_hasMarks = false;
+    m_framed = 0;
+    m_frameEnd = 0;
     for (const TextLine& line : m_lines) {
         m_longest = std::max(m_longest, line.text.size());
+        m_hasMarks = m_hasMarks || line.mark != LineMark::None;
     }
     SetWindowTextW(Handle(), ReadableText(m_lines).c_str());
     UpdateScrollBars();
-    ScrollTo(SB_VERT, 0);
-    ScrollTo(SB_HORZ, 0);
-    InvalidateRect(Handle(), nullptr, FALSE);
+    ScrollTo({0, 0});
+}
+
+void TextView::ScrollTo(POINT place) {
+    SetPosition(SB_HORZ, place.x);
+    SetPosition(SB_VERT, place.y);
+}
+
+// What fits stands in the middle; of more, the beginning is shown below some lines of what is before it.
+void TextView::FrameLines(std::size_t first, std::size_t end) {
+    m_framed = first;
+    m_frameEnd = end;
+    const int page = PageLines();
+    const int rest = std::max(page / 4, (page - static_cast<int>(end - first)) / 2);
+    SetPosition(SB_VERT, static_cast<int>(first) - rest);
 }
 
 LRESULT TextView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -103,62 +107,6 @@ LRESULT TextView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-void TextView::Paint(HDC dc, const RECT& area) const {
-    const Palette palette = CurrentPalette();
-    Fill(dc, area, palette.card);
-    const int left = ColumnOfText() * m_cell.cx;
-    Fill(dc, {0, 0, left - m_cell.cx, area.bottom}, palette.page);
-    const SavedState saved(dc);
-    SelectObject(dc, m_font.get());
-    SetBkMode(dc, TRANSPARENT);
-    const auto first = static_cast<std::size_t>(Position(SB_VERT));
-    for (std::size_t i = first; i < m_lines.size(); ++i) {
-        const LONG top = static_cast<LONG>(i - first) * m_cell.cy;
-        if (top >= area.bottom) {
-            break;
-        }
-        const std::wstring number = std::to_wstring(i + 1);
-        SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
-        ExtTextOutW(dc, left - (static_cast<int>(number.size()) + 2) * m_cell.cx + m_cell.cx / 2, top, 0,
-                    nullptr, number.c_str(), static_cast<UINT>(number.size()), nullptr);
-        PaintLine(dc, {left, top, area.right, top + m_cell.cy}, m_lines[i], palette);
-    }
-    if (GetFocus() == Handle()) {
-        DrawFocusRect(dc, &area);
-    }
-}
-
-// The tinted parts and what is between them.
-void TextView::PaintLine(HDC dc, const RECT& area, const TextLine& line, const Palette& palette) const {
-    const std::wstring_view text = line.text;
-    std::size_t done = 0;
-    for (const TintedPart& part : line.tints) {
-        PaintPart(dc, area, text.substr(done, part.begin - done), done, palette.cardText);
-        PaintPart(dc, area, text.substr(part.begin, part.end - part.begin), part.begin,
-                  ColourOf(part.tint, palette));
-        done = part.end;
-    }
-    PaintPart(dc, area, text.substr(done), done, palette.cardText);
-}
-
-// Only what is visible is drawn, each character in its cell.
-void TextView::PaintPart(HDC dc, const RECT& area, std::wstring_view text, std::size_t column,
-                         COLORREF colour) const {
-    const auto first = static_cast<std::size_t>(Position(SB_HORZ));
-    const std::size_t hidden = column < first ? std::min(first - column, text.size()) : 0;
-    const LONG cells = (area.right - area.left) / m_cell.cx + 1;
-    const auto fitting = static_cast<std::size_t>(cells);
-    const std::wstring_view shown = text.substr(hidden, fitting);
-    const auto cell = static_cast<LONG>(column + hidden - first);
-    if (shown.empty() || cell >= cells) {
-        return;
-    }
-    const std::vector<INT> widths(shown.size(), m_cell.cx);
-    SetTextColor(dc, colour);
-    ExtTextOutW(dc, area.left + cell * m_cell.cx, area.top, ETO_CLIPPED, &area, shown.data(),
-                static_cast<UINT>(shown.size()), widths.data());
-}
-
 void TextView::OnScroll(int bar, int request) {
     SCROLLINFO info = {};
     info.cbSize = sizeof info;
@@ -167,19 +115,19 @@ void TextView::OnScroll(int bar, int request) {
     const int page = static_cast<int>(info.nPage);
     switch (request) {
     case SB_LINEUP:
-        return ScrollTo(bar, info.nPos - 1);
+        return OnPosition(bar, info.nPos - 1);
     case SB_LINEDOWN:
-        return ScrollTo(bar, info.nPos + 1);
+        return OnPosition(bar, info.nPos + 1);
     case SB_PAGEUP:
-        return ScrollTo(bar, info.nPos - page);
+        return OnPosition(bar, info.nPos - page);
     case SB_PAGEDOWN:
-        return ScrollTo(bar, info.nPos + page);
+        return OnPosition(bar, info.nPos + page);
     case SB_TOP:
-        return ScrollTo(bar, 0);
+        return OnPosition(bar, 0);
     case SB_BOTTOM:
-        return ScrollTo(bar, info.nMax);
+        return OnPosition(bar, info.nMax);
     case SB_THUMBTRACK:
-        return ScrollTo(bar, info.nTrackPos);
+        return OnPosition(bar, info.nTrackPos);
     default:
         return;
     }
@@ -190,7 +138,7 @@ void TextView::OnWheel(int delta, bool sideways) {
     const int lines = m_wheelRest / WHEEL_DELTA;
     m_wheelRest -= lines * WHEEL_DELTA;
     const int bar = sideways ? SB_HORZ : SB_VERT;
-    ScrollTo(bar, Position(bar) - lines);
+    OnPosition(bar, Position(bar) - lines);
 }
 
 bool TextView::OnKey(WPARAM key) {
@@ -212,8 +160,15 @@ bool TextView::OnKey(WPARAM key) {
     return true;
 }
 
+void TextView::OnPosition(int bar, int position) {
+    SetPosition(bar, position);
+    if (m_scrolled) {
+        m_scrolled();
+    }
+}
+
 // The system keeps the position within the range.
-void TextView::ScrollTo(int bar, int position) {
+void TextView::SetPosition(int bar, int position) {
     SetScrollPos(Handle(), bar, position, TRUE);
     InvalidateRect(Handle(), nullptr, FALSE);
 }
@@ -225,7 +180,7 @@ void TextView::UpdateScrollBars() {
     info.cbSize = sizeof info;
     info.fMask = SIF_RANGE | SIF_PAGE;
     info.nMax = std::max(0, static_cast<int>(m_lines.size()) - 1);
-    info.nPage = static_cast<UINT>(area.bottom / m_cell.cy);
+    info.nPage = static_cast<UINT>(PageLines());
     SetScrollInfo(Handle(), SB_VERT, &info, TRUE);
     info.nMax = static_cast<int>(m_longest);
     info.nPage = static_cast<UINT>(std::max(0L, area.right / m_cell.cx - ColumnOfText()));
@@ -244,10 +199,10 @@ void TextView::MakeFont() {
     m_cell = {std::max(1L, m_cell.cx), std::max(1L, metrics.tmHeight)};
 }
 
-// Behind the numbers, in characters from the left edge.
-int TextView::ColumnOfText() const {
-    constexpr int kLeastDigits = 3;
-    return std::max(kLeastDigits, static_cast<int>(std::to_wstring(m_lines.size()).size())) + 2;
+int TextView::PageLines() const {
+    RECT area = {};
+    GetClientRect(Handle(), &area);
+    return static_cast<int>(area.bottom / m_cell.cy);
 }
 
 } // namespace viewer

@@ -3,6 +3,7 @@
 #include "common/BackgroundThread.h"
 #include "common/Handles.h"
 #include "prompts/ProgressDialog.h"
+#include "window/DisabledWindow.h"
 
 #include <memory>
 
@@ -38,22 +39,6 @@ private:
     std::function<void(WorkProgress&)> m_function;
     WorkProgress m_progress;
     common::UniqueHandle m_ended;
-};
-
-// A window that takes no input.
-class DisabledWindow {
-public:
-    explicit DisabledWindow(HWND window) : m_window(EnableWindow(window, FALSE) ? nullptr : window) {}
-    ~DisabledWindow() {
-        if (m_window) {
-            EnableWindow(m_window, TRUE);
-        }
-    }
-    DisabledWindow(const DisabledWindow&) = delete;
-    DisabledWindow& operator=(const DisabledWindow&) = delete;
-
-private:
-    HWND m_window; // null when it was disabled before
 };
 
 // Passes on the messages that are waiting.

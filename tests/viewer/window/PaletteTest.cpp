@@ -129,6 +129,9 @@ TEST(Palette, HighContrastHasNoTints) {
     for (const COLORREF tint : {palette.comment, palette.tool, palette.blockNumber}) {
         EXPECT_EQ(tint, palette.cardText);
     }
+    for (const COLORREF tint : {palette.removed, palette.added, palette.changed}) {
+        EXPECT_EQ(tint, palette.card);
+    }
     EXPECT_EQ(palette.text, GetSysColor(COLOR_BTNTEXT));
     EXPECT_EQ(palette.cardText, GetSysColor(COLOR_WINDOWTEXT));
 }
@@ -138,4 +141,15 @@ TEST(Palette, WithoutItTheTintsDiffer) {
     EXPECT_NE(palette.comment, palette.cardText);
     EXPECT_NE(palette.tool, palette.comment);
     EXPECT_NE(palette.blockNumber, palette.tool);
+    EXPECT_NE(palette.removed, palette.card);
+    EXPECT_NE(palette.added, palette.removed);
+    EXPECT_NE(palette.changed, palette.added);
+}
+
+TEST(Palette, LinesThatDifferKeepTheBrightnessOfTheSystem) {
+    const COLORREF white = MakePalette(false).removed;
+    EXPECT_GT(GetRValue(white) + GetGValue(white) + GetBValue(white), 3 * 150);
+    const DarkSystemColours dark;
+    const COLORREF black = MakePalette(false).removed;
+    EXPECT_LT(GetRValue(black) + GetGValue(black) + GetBValue(black), 3 * 60);
 }
