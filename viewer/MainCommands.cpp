@@ -61,7 +61,7 @@ void MainCommands::Run(int command) {
         m_packages.Reload();
         break;
     case IDM_PACKAGE_COMPARE:
-        m_packages.Compare();
+        m_care.CompareFile();
         break;
     case IDM_VIEW_NEXT_PANE:
         FocusNextPane();

@@ -99,14 +99,31 @@ void PackageCare::Compare() {
     m_packages.Change([this](const PackageSession& session) {
         CloseProperties(m_view.Frame());
         if (const std::optional<std::wstring> older = AskForPackage(m_view.Frame(), IDS_CHOOSE_OLDER)) {
-            Compare({.package = *older, .folder = session.Folder()});
+            const std::wstring name = FileName(*older);
+            Compare(name, {.before = *older,
+                           .after = session.Folder(),
+                           .beforeTitle = name,
+                           .afterTitle = Text(IDS_OPEN_NOW),
+                           .summary = Text(IDS_DIFFERS_FROM, {name})});
         }
         return false;
     });
 }
 
-void PackageCare::Compare(const ComparedPackages& packages) {
-    const std::wstring name = FileName(packages.package);
+void PackageCare::CompareFile() {
+    m_packages.Change([this](const PackageSession& session) {
+        CloseProperties(m_view.Frame());
+        const std::wstring name = FileName(session.PackageFile());
+        Compare(name, {.before = session.Folder(),
+                       .after = session.PackageFile(),
+                       .beforeTitle = Text(IDS_OPEN_NOW),
+                       .afterTitle = name,
+                       .summary = Text(IDS_FILE_DIFFERS, {name})});
+        return false;
+    });
+}
+
+void PackageCare::Compare(const std::wstring& name, const ComparedPackages& packages) {
     const auto report = std::make_shared<DifferenceReport>();
     const auto compare = [report, packages](WorkProgress& progress) {
         *report = ComparePackages(packages, progress);

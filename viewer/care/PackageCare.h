@@ -24,6 +24,9 @@ public:
     /// Lets the user choose another package and shows how what is open differs from it.
     void Compare();
 
+    /// Shows how the package's file, which somebody else saved, differs from what is open.
+    void CompareFile();
+
     /// Closes the findings of a package that is no longer open. Called when another one may be.
     void OnPackageChanged();
 
@@ -34,7 +37,7 @@ private:
     void CheckNow(const PackageSession& session);
     void Cure(CureCommand command);
     void SavePortableCopy(const PackageSession& session);
-    void Compare(const ComparedPackages& packages);
+    void Compare(const std::wstring& name, const ComparedPackages& packages);
 
     PackageView& m_view;
     PackageController& m_packages;

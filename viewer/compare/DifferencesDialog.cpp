@@ -1,7 +1,6 @@
 #include "compare/DifferencesDialog.h"
 
 #include "compare/TextPairDialog.h"
-#include "package/Paths.h"
 #include "resources/resource.h"
 #include "texts/Texts.h"
 #include "window/ReportList.h"
@@ -11,7 +10,7 @@ namespace viewer {
 
 namespace {
 
-constexpr int kChangeWidth = 160; // of its column, at 96 dots per inch
+constexpr int kChangeWidth = 200; // of its column, at 96 dots per inch
 constexpr int kNameWidth = 180;
 
 class DifferencesDialog {
@@ -43,9 +42,7 @@ private:
         m_dialog = dialog;
         CentreOn(dialog, GetWindow(dialog, GW_OWNER));
         SetWindowTextW(dialog, Text(IDS_COMPARE_TITLE).c_str());
-        const UINT summary = m_report.lines.empty() ? IDS_DIFFERS_IN_NOISE : IDS_DIFFERS_FROM;
-        SetDlgItemTextW(dialog, IDC_DIFFERENCES_SUMMARY,
-                        Text(summary, {FileName(m_packages.package)}).c_str());
+        SetDlgItemTextW(dialog, IDC_DIFFERENCES_SUMMARY, m_packages.summary.c_str());
         AddReportColumns(List(), {{Text(IDS_COLUMN_CHANGE), kChangeWidth},
                                   {Text(IDS_COLUMN_WHAT), kNameWidth},
                                   {Text(IDS_COLUMN_DETAILS)}});

@@ -70,8 +70,8 @@ std::vector<care::FileChange> GCodeOf(const care::Comparison& comparison) {
 DifferenceReport ComparePackages(const ComparedPackages& packages, WorkProgress& progress) {
     DifferenceReport report;
     report.result.ok = true;
-    Side before(packages.package, report.result);
-    Side after(packages.folder, report.result);
+    Side before(packages.before, report.result);
+    Side after(packages.after, report.result);
     const care::PackageContent old = before.Read(progress);
     const care::PackageContent now = after.Read(progress);
     if (!report.result.ok) {
@@ -93,9 +93,8 @@ DifferenceReport ComparePackages(const ComparedPackages& packages, WorkProgress&
 TextPairReport ReadTextPair(const ComparedPackages& packages, const DifferenceLine& line) {
     TextPairReport report;
     report.result.ok = true;
-    const care::Texts before =
-        Side(packages.package, report.result).ReadTexts({line.file}, kLargestShownText);
-    const care::Texts after = Side(packages.folder, report.result).ReadTexts({line.file}, kLargestShownText);
+    const care::Texts before = Side(packages.before, report.result).ReadTexts({line.file}, kLargestShownText);
+    const care::Texts after = Side(packages.after, report.result).ReadTexts({line.file}, kLargestShownText);
     if (!report.result.ok) {
         return report;
     }

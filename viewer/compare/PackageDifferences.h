@@ -7,10 +7,13 @@
 
 namespace viewer {
 
-/// The older side, a package, and what is open, a package that was unpacked into a folder.
+/// Package files, or the folders of unpacked ones.
 struct ComparedPackages {
-    std::wstring package;
-    std::wstring folder;
+    std::wstring before;
+    std::wstring after;
+    std::wstring beforeTitle; ///< above its texts
+    std::wstring afterTitle;
+    std::wstring summary; ///< above the list of differences
 };
 
 struct DifferenceReport {
@@ -20,7 +23,7 @@ struct DifferenceReport {
 };
 
 /// Compares the packages. G-code is compared line by line without numbers, comments and blanks. Reads every
-/// file of the folder.
+/// file of a folder.
 [[nodiscard]] DifferenceReport ComparePackages(const ComparedPackages& packages, WorkProgress& progress);
 
 struct TextPairReport {

@@ -1,7 +1,6 @@
 #include "compare/TextPairDialog.h"
 
 #include "compare/TextPairPane.h"
-#include "package/Paths.h"
 #include "package/Sentence.h"
 #include "prompts/TaskPrompt.h"
 #include "prompts/WorkPrompt.h"
@@ -22,8 +21,8 @@ constexpr int kLeastWidth = 540;
 
 class TextPairDialog {
 public:
-    TextPairDialog(const TextPair& texts, const std::wstring& name, const std::wstring& package)
-        : m_texts(std::make_shared<TextPair>(texts)), m_name(name), m_package(package) {}
+    TextPairDialog(const TextPair& texts, const std::wstring& name, const ComparedPackages& packages)
+        : m_texts(std::make_shared<TextPair>(texts)), m_name(name), m_packages(packages) {}
 
     // Returns once the user has closed the window.
     void Run(HWND owner, bool isPlain) {
@@ -76,7 +75,7 @@ private:
         SetDlgItemTextW(dialog, IDCANCEL, Text(IDS_CLOSE).c_str());
         CheckDlgButton(dialog, IDC_TEXTS_PLAIN, m_isPlain ? BST_CHECKED : BST_UNCHECKED);
         ShowWindow(GetDlgItem(dialog, IDC_TEXTS_PLAIN), m_texts->kind == TextKind::GCode ? SW_SHOW : SW_HIDE);
-        m_pane.Create(dialog, IDC_TEXTS_PANE, m_package, Text(IDS_OPEN_NOW));
+        m_pane.Create(dialog, IDC_TEXTS_PANE, m_packages.beforeTitle, m_packages.afterTitle);
         SetWindowPos(m_pane.Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
         PlaceOver(GetWindow(GetWindow(dialog, GW_OWNER), GW_OWNER));
         ShowArranged();
@@ -189,7 +188,7 @@ private:
 
     std::shared_ptr<const TextPair> m_texts; // shared with the thread that arranges them
     std::wstring m_name;
-    std::wstring m_package;
+    const ComparedPackages& m_packages;
     TextPairPane m_pane;
     HWND m_dialog = nullptr;
     bool m_isPlain = false;
@@ -209,7 +208,7 @@ void ShowTextPair(HWND owner, const ComparedPackages& packages, const Difference
                        {Text(IDS_CLOSE)}, TD_ERROR_ICON);
         return;
     }
-    TextPairDialog(report->texts, line.name, FileName(packages.package)).Run(owner, isPlain);
+    TextPairDialog(report->texts, line.name, packages).Run(owner, isPlain);
 }
 
 } // namespace viewer

@@ -6,7 +6,6 @@
 #include "control/PropertiesWindow.h"
 #include "controller/PackageAttaching.h"
 #include "controller/PackageClosing.h"
-#include "controller/PackageComparison.h"
 #include "controller/PackageRecovery.h"
 #include "controller/PackageSaving.h"
 #include "package/Paths.h"
@@ -144,12 +143,6 @@ bool PackageController::Change(const std::function<bool(PackageSession&)>& chang
     }
     OnControlChanged();
     return true;
-}
-
-void PackageController::Compare() {
-    if (m_session && !m_prompting) {
-        ComparePackage(m_view, *m_session);
-    }
 }
 
 bool PackageController::Close() {

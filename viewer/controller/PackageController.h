@@ -80,9 +80,6 @@ public:
     /// changed now.
     bool Change(const std::function<bool(PackageSession&)>& change);
 
-    /// Shows how the open package differs from its file, which somebody else saved.
-    void Compare();
-
     /// Closes the open package. False when the user keeps it open.
     bool Close();
 

@@ -9,25 +9,16 @@ namespace viewer {
 
 namespace {
 
-// The name of a changed file, in the text of this number when it is new or removed.
-std::wstring LineOf(const FileChange& change, UINT added, UINT removed) {
+// The name of a changed file, with a remark when it is new or removed.
+std::wstring LineOf(const FileChange& change) {
     switch (change.kind) {
     case FileChangeKind::Added:
-        return Text(added, {change.name});
+        return Text(IDS_FILE_NEW, {change.name});
     case FileChangeKind::Removed:
-        return Text(removed, {change.name});
+        return Text(IDS_FILE_REMOVED, {change.name});
     default:
         return change.name;
     }
-}
-
-std::wstring ListOf(const std::vector<FileChange>& changes, UINT added, UINT removed) {
-    std::vector<std::wstring> lines;
-    lines.reserve(changes.size());
-    for (const FileChange& change : changes) {
-        lines.push_back(LineOf(change, added, removed));
-    }
-    return ShortList(lines);
 }
 
 } // namespace
@@ -55,7 +46,12 @@ std::wstring ShortList(const std::vector<std::wstring>& lines) {
 }
 
 std::wstring ListOfChanges(const std::vector<FileChange>& changes) {
-    return ListOf(changes, IDS_FILE_NEW, IDS_FILE_REMOVED);
+    std::vector<std::wstring> lines;
+    lines.reserve(changes.size());
+    for (const FileChange& change : changes) {
+        lines.push_back(LineOf(change));
+    }
+    return ShortList(lines);
 }
 
 ChangesAnswer AskAboutChanges(HWND owner, const std::wstring& packageFile,
@@ -66,13 +62,6 @@ ChangesAnswer AskAboutChanges(HWND owner, const std::wstring& packageFile,
         owner, Text(what, {FileName(packageFile)}),
         ListOfChanges(changes) + L"\n" + Text(declined ? IDS_SAVE_AFTER_ALL : IDS_SAVE_THESE),
         {{Text(IDS_SAVE), Save}, {Text(IDS_DISCARD), Discard}, {Text(IDS_GO_ON), GoOn}}, GoOn);
-}
-
-void ShowComparison(HWND owner, const std::wstring& packageFile, const std::vector<FileChange>& changes) {
-    const std::wstring content =
-        changes.empty() ? Text(IDS_SAME_DOCUMENTS) : ListOf(changes, IDS_ONLY_HERE, IDS_ONLY_IN_FILE);
-    ShowTaskPrompt(owner, Text(IDS_DIFFERS, {FileName(packageFile)}), content, {Text(IDS_CLOSE)},
-                   TD_INFORMATION_ICON);
 }
 
 OpenAnswer AskAboutOpenDocuments(HWND owner, const std::wstring& packageFile,

@@ -28,9 +28,6 @@ enum class ChangesAnswer { Save, Discard, GoOn };
 /// The lines, ended by line feeds; of more than ten the first nine and the number of the others.
 [[nodiscard]] std::wstring ShortList(const std::vector<std::wstring>& lines);
 
-/// Shows how the unpacked documents of a package, given as changes, differ from its file.
-void ShowComparison(HWND owner, const std::wstring& packageFile, const std::vector<FileChange>& changes);
-
 enum class OpenAnswer { TryAgain, Close, GoOn };
 
 /// Asks, before a package is closed, what to do about its files that are open in other programs.

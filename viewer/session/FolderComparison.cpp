@@ -78,11 +78,11 @@ std::vector<FileChange> Compare(const std::wstring& folder, const std::vector<Pa
     return changes;
 }
 
-} // namespace
-
 bool IsInformationFile(const FileChange& change) {
     return common::IsSamePath(FileName(change.name), common::kInformationFile);
 }
+
+} // namespace
 
 bool IsControlChange(const FileChange& change) {
     constexpr std::wstring_view kCopies = L"ReferanceFiles\\";

@@ -16,9 +16,6 @@ struct FileChange {
     FileChangeKind kind = FileChangeKind::Changed;
 };
 
-/// Whether a change is one of the information file, to which every save adds an entry.
-[[nodiscard]] bool IsInformationFile(const FileChange& change);
-
 /// Whether the control itself makes such a change: to the information file, and to copies that it attaches
 /// and removes.
 [[nodiscard]] bool IsControlChange(const FileChange& change);

@@ -11,6 +11,13 @@ using namespace viewer;
 
 namespace {
 
+ComparedPackages Between(const std::wstring& before, const std::wstring& after) {
+    ComparedPackages packages;
+    packages.before = before;
+    packages.after = after;
+    return packages;
+}
+
 // A package file, and the folder of a newer state of it.
 class PackageDifferencesTest : public testing::Test {
 protected:
@@ -40,7 +47,7 @@ protected:
     [[nodiscard]] std::wstring Package() const { return m_folder / L"old.mxov"; }
 
     DifferenceReport CompareWith(const wchar_t* folder) {
-        return ComparePackages({.package = Package(), .folder = m_folder / folder}, m_progress);
+        return ComparePackages(Between(Package(), m_folder / folder), m_progress);
     }
 
     static const DifferenceLine* Find(const std::vector<DifferenceLine>& lines, const wchar_t* kind,
@@ -59,7 +66,7 @@ protected:
     // The new text of a file.
     TextPairReport Read(const wchar_t* file, TextKind kind = TextKind::Plain) {
         const DifferenceLine line = {.kind = {}, .name = file, .details = {}, .file = file, .textKind = kind};
-        return ReadTextPair({.package = Package(), .folder = m_folder / L"new"}, line);
+        return ReadTextPair(Between(Package(), m_folder / L"new"), line);
     }
 
     TempFolder m_folder;
@@ -116,7 +123,7 @@ TEST_F(PackageDifferencesTest, ThePackageItselfDoesNotDiffer) {
 
 TEST_F(PackageDifferencesTest, AFileThatIsNoPackageIsNamed) {
     const DifferenceReport report =
-        ComparePackages({.package = m_folder / L"old\\a.txt", .folder = m_folder / L"new"}, m_progress);
+        ComparePackages(Between(m_folder / L"old\\a.txt", m_folder / L"new"), m_progress);
     EXPECT_FALSE(report.result.ok || report.result.cancelled);
     EXPECT_NE(report.result.message.find(L"a.txt"), std::wstring::npos);
 }
@@ -160,7 +167,7 @@ protected:
         EXPECT_TRUE(mxovshare::CreatePackage(m_folder / L"old", m_folder / L"old.mxov").ok);
         WorkProgress progress;
         const DifferenceReport report =
-            ComparePackages({.package = m_folder / L"old.mxov", .folder = m_folder / L"new"}, progress);
+            ComparePackages(Between(m_folder / L"old.mxov", m_folder / L"new"), progress);
         std::wstring text;
         for (const DifferenceLine& line : report.lines) {
             text += line.kind + L"|" + line.name + L"|" + line.details + L"\n";
