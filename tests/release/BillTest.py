@@ -78,6 +78,12 @@ class BillTest(ReleaseCase):
         self.document['components'].pop()
         self.assertGreater(len(dangling(self.document)), 0)
 
+    def test_licence_texts_are_delivered(self):
+        urls = {licence['license']['url'] for part in all_components(self.document['components'])
+                for licence in part.get('licenses', []) if 'url' in licence.get('license', {})}
+        self.assertEqual(urls, {'licences/mingw-w64.txt'})
+        self.assertLessEqual(urls, self.delivered().keys())
+
     def test_references_are_unique(self):
         references = [part['bom-ref'] for part in all_components(self.document['components'])]
         self.assertEqual(len(references), len(set(references)))

@@ -38,7 +38,7 @@ def address(package, version, **qualifiers):
 
 def linked_component(component):
     """A source package; inside it the binary packages that the linked files come from."""
-    text = {'license': {'name': component.name, 'text': {'contentType': 'text/plain', 'content': component.copyright}}}
+    text = {'license': {'name': component.name, 'url': f'licences/{component.name}.txt'}}  # in the archive and in the kit
     url = address(component.name, component.version, arch='source')
     parts = [{'type': 'library', 'bom-ref': address(*package), 'name': package[0], 'version': package[1],
               'purl': address(*package)} for package in component.packages]
