@@ -74,6 +74,16 @@ class HelpFilesTest(unittest.TestCase):
                 for folder in (tempfile.gettempdir(), str(ROOT), str(BUILD)):
                     self.assertNotIn(folder.encode(), data, name)
 
+    def test_the_page_about_care_names_the_controls_as_the_viewer_shows_them(self):
+        for language, scripts in {'english': ('resources/viewer.rc', 'texts/english.rc'),
+                                  'portuguese-brazilian': ('texts/portuguese-brazilian.rc',)}.items():
+            source = ''.join((ROOT / 'viewer' / script).read_text(encoding='utf-8') for script in scripts)
+            shown = {text.partition('\\t')[0].replace('&', '') for text in re.findall(r'"([^"\n]*)"', source)}
+            page = (ROOT / 'docs/help' / language / 'care.html').read_text(encoding='utf-8')
+            named = {name for label in re.findall(r'<span class="control">([^<]*)</span>', page) for name in label.split(' &gt; ')}
+            self.assertGreater(len(named), 8)
+            self.assertEqual(named - shown, set(), language)
+
     def test_pages_are_those_of_the_documentation(self):
         for file in self.each():
             source = ROOT / 'docs/help' / file.language
