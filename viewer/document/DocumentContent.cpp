@@ -2,6 +2,7 @@
 
 #include "common/LongPath.h"
 #include "document/PictureFile.h"
+#include "handler/PreviewHandler.h"
 #include "package/Paths.h"
 
 #include <algorithm>
@@ -11,8 +12,8 @@ namespace viewer {
 
 namespace {
 
-constexpr std::uint64_t kMostText = 1 << 20;     // bytes
-constexpr std::uint64_t kMostPicture = 32 << 20; // bytes
+constexpr std::uint64_t kMostText = 1 << 20;   // bytes
+constexpr std::uint64_t kMostWhole = 32 << 20; // bytes
 
 std::wstring Extension(const std::wstring& path) {
     const std::wstring name = FileName(path);
@@ -78,11 +79,32 @@ void ReadText(DocumentContent& content, TextKind kind) {
 }
 
 void ReadPicture(DocumentContent& content) {
-    if (content.details.size <= kMostPicture) {
-        content.picture = DecodePicture(ReadBeginning(content.details.path, kMostPicture));
+    if (content.details.size <= kMostWhole) {
+        content.picture = DecodePicture(ReadBeginning(content.details.path, kMostWhole));
     }
     if (content.picture) {
         content.kind = DocumentContent::Kind::Picture;
+    }
+}
+
+bool HasMarkOfTheWeb(const std::wstring& path) {
+    const std::wstring mark = common::LongPath(path) + L":Zone.Identifier";
+    return GetFileAttributesW(mark.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+// A handler runs code on whatever the document holds, so documents from outside wait for the user, as they do
+// in the system's folder windows.
+void ReadForHandler(DocumentContent& content, const std::wstring& extension) {
+    const DocumentDetails& details = content.details;
+    const std::optional<CLSID> handler =
+        details.size <= kMostWhole ? FindPreviewHandler(extension) : std::nullopt;
+    content.isFromOutside = handler && HasMarkOfTheWeb(details.path);
+    if (!handler || content.isFromOutside) {
+        return;
+    }
+    content.preview = {*handler, details.path, ReadBeginning(details.path, kMostWhole)};
+    if (content.preview.bytes.size() == details.size) {
+        content.kind = DocumentContent::Kind::Previewed;
     }
 }
 
@@ -98,6 +120,8 @@ DocumentContent ReadContent(const DocumentDetails& details) {
         ReadText(content, KindOfText(details, extension));
     } else if (IsPicture(extension)) {
         ReadPicture(content);
+    } else {
+        ReadForHandler(content, extension);
     }
     return content;
 }

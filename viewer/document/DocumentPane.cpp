@@ -3,6 +3,7 @@
 #include "document/DocumentCommands.h"
 #include "package/ValueText.h"
 #include "texts/Texts.h"
+#include "window/FileDrag.h"
 #include "window/Painting.h"
 #include "window/Palette.h"
 
@@ -20,7 +21,10 @@ using ContentKind = DocumentContent::Kind;
 
 constexpr wchar_t kDocumentClass[] = L"MXOVDocumentPane";
 constexpr int kTextId = 100;
-constexpr int kPageMargin = 16; // at 96 dots per inch, as the others
+constexpr int kPreviewId = 101;
+constexpr UINT_PTR kPreviewTimer = 1;
+constexpr UINT kPreviewDelay = 200; // milliseconds, so that nothing starts while the user runs through a list
+constexpr int kPageMargin = 16;     // at 96 dots per inch, as the others
 constexpr int kPageGap = 6;
 
 } // namespace
@@ -42,6 +46,10 @@ void DocumentPane::Show(std::unique_ptr<DocumentContent> content) {
     m_content = std::move(content);
     m_text.Show(m_content ? std::move(m_content->lines) : std::vector<TextLine>());
     ShowWindow(m_text.Handle(), Has(ContentKind::Text) ? SW_SHOWNA : SW_HIDE);
+    m_preview.Clear();
+    if (Has(ContentKind::Previewed)) {
+        SetTimer(Handle(), kPreviewTimer, kPreviewDelay, nullptr);
+    }
     LoadDocumentIcon();
     m_buttons.Show(Details());
     Arrange();
@@ -56,7 +64,7 @@ LRESULT DocumentPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CREATE:
         MakeFonts();
         m_buttons.Create(Handle(), m_textFont.get());
-        return m_text.Create(Handle(), kTextId) ? 0 : -1;
+        return m_text.Create(Handle(), kTextId) && m_preview.Create(Handle(), kPreviewId) ? 0 : -1;
     case WM_SIZE:
         Arrange();
         return 0;
@@ -67,6 +75,12 @@ LRESULT DocumentPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         Paint(paint.Dc(), paint.Area());
         return 0;
     }
+    case WM_TIMER:
+        StartPreview();
+        return 0;
+    case WM_LBUTTONDOWN:
+        OnPress({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+        return 0;
     case WM_COMMAND:
         OnCommand(LOWORD(wParam));
         return 0;
@@ -86,13 +100,25 @@ void DocumentPane::MakeFonts() {
 // Of files of its kind, without touching the file.
 void DocumentPane::LoadDocumentIcon() {
     m_icon.reset();
-    m_kindText.clear();
+    m_kindName.clear();
     SHFILEINFOW info = {};
     constexpr UINT kWanted = SHGFI_USEFILEATTRIBUTES | SHGFI_ICON | SHGFI_LARGEICON | SHGFI_TYPENAME;
-    if (Has(ContentKind::Other) &&
+    if (m_content && m_content->details.exists &&
         SHGetFileInfoW(m_content->details.name.c_str(), FILE_ATTRIBUTE_NORMAL, &info, sizeof info, kWanted)) {
         m_icon.reset(info.hIcon);
-        m_kindText = *info.szTypeName ? info.szTypeName + std::wstring(L"\n") : L"";
+        m_kindName = info.szTypeName;
+    }
+}
+
+void DocumentPane::StartPreview() {
+    KillTimer(Handle(), kPreviewTimer);
+    if (!Has(ContentKind::Previewed)) {
+        return;
+    }
+    const PreviewedDocument document = std::move(m_content->preview); // messages may bring another document
+    if (!m_preview.Show(document)) {
+        m_content->kind = ContentKind::Other;
+        InvalidateRect(Handle(), nullptr, FALSE);
     }
 }
 
@@ -101,12 +127,16 @@ void DocumentPane::Arrange() {
     RECT area = {};
     GetClientRect(Handle(), &area);
     InflateRect(&area, -Scale(kPageMargin), -Scale(kPageMargin));
-    const int top =
-        area.top + FontHeight(m_headingFont.get()) + FontHeight(m_textFont.get()) + Scale(3 * kPageGap);
+    m_heading = area;
+    m_heading.bottom =
+        area.top + FontHeight(m_headingFont.get()) + FontHeight(m_textFont.get()) + Scale(kPageGap);
     m_body = area;
-    m_body.top = m_buttons.Place(area.left, top, area.right) + Scale(kPageGap);
-    MoveWindow(m_text.Handle(), m_body.left, m_body.top, std::max(0L, m_body.right - m_body.left),
-               std::max(0L, m_body.bottom - m_body.top), TRUE);
+    m_body.top =
+        m_buttons.Place(area.left, m_heading.bottom + Scale(2 * kPageGap), area.right) + Scale(kPageGap);
+    for (const HWND content : {m_text.Handle(), m_preview.Handle()}) {
+        MoveWindow(content, m_body.left, m_body.top, std::max(0L, m_body.right - m_body.left),
+                   std::max(0L, m_body.bottom - m_body.top), TRUE);
+    }
     InvalidateRect(Handle(), nullptr, FALSE);
 }
 
@@ -120,6 +150,14 @@ void DocumentPane::OnCommand(int command) {
     if (m_content) {
         const std::wstring path = m_content->details.path; // a dialog may bring another document
         RunDocumentCommand(GetAncestor(Handle(), GA_ROOT), command, path);
+    }
+}
+
+// Icon, name and picture stand for the file and can be dragged.
+void DocumentPane::OnPress(POINT place) const {
+    if (m_content && m_content->details.exists && (PtInRect(&m_heading, place) || PtInRect(&m_body, place))) {
+        const std::wstring path = m_content->details.path; // messages may bring another document
+        DragFileOut(Handle(), path);
     }
 }
 
@@ -143,13 +181,21 @@ void DocumentPane::Paint(HDC dc, const RECT& area) const {
         WriteCentred(dc, m_textFont.get(), palette.text, Text(IDS_SELECT_DOCUMENT), area);
         return;
     }
-    constexpr UINT kLine = DT_SINGLELINE | DT_END_ELLIPSIS;
-    RECT line = area;
-    InflateRect(&line, -Scale(kPageMargin), -Scale(kPageMargin));
-    line.top += Write(dc, m_headingFont.get(), palette.text, m_content->details.name, line, kLine);
-    line.top += Scale(kPageGap);
-    Write(dc, m_textFont.get(), palette.text, FactsText(), line, kLine);
+    PaintHeading(dc, palette, m_heading);
     PaintContent(dc, palette);
+}
+
+// The icon, beside it name and facts.
+void DocumentPane::PaintHeading(HDC dc, const Palette& palette, RECT place) const {
+    constexpr UINT kLine = DT_SINGLELINE | DT_END_ELLIPSIS;
+    if (m_icon) {
+        const int side = GetSystemMetrics(SM_CXICON);
+        DrawIconEx(dc, place.left, place.top, m_icon.get(), side, side, 0, nullptr, DI_NORMAL);
+        place.left += side + Scale(2 * kPageGap);
+    }
+    place.top += Write(dc, m_headingFont.get(), palette.text, m_content->details.name, place, kLine);
+    place.top += Scale(kPageGap);
+    Write(dc, m_textFont.get(), palette.text, FactsText(), place, kLine);
 }
 
 void DocumentPane::PaintContent(HDC dc, const Palette& palette) const {
@@ -165,19 +211,18 @@ void DocumentPane::PaintContent(HDC dc, const Palette& palette) const {
                      m_body);
         break;
     case ContentKind::Other:
-        PaintIcon(dc, palette);
+        WriteCentred(dc, m_textFont.get(), palette.text, KindText(), m_body);
         break;
+    case ContentKind::Previewed:
     case ContentKind::Text:
         break;
     }
 }
 
-void DocumentPane::PaintIcon(HDC dc, const Palette& palette) const {
-    const int side = GetSystemMetrics(SM_CXICON);
-    const int left = (m_body.left + m_body.right - side) / 2;
-    const int middle = (m_body.top + m_body.bottom) / 2;
-    DrawIconEx(dc, left, middle - side - Scale(kPageMargin), m_icon.get(), side, side, 0, nullptr, DI_NORMAL);
-    WriteCentred(dc, m_textFont.get(), palette.text, m_kindText + Text(IDS_KIND_WITHOUT_PREVIEW), m_body);
+std::wstring DocumentPane::KindText() const {
+    const std::wstring text =
+        Text(m_content->isFromOutside ? IDS_KIND_FROM_OUTSIDE : IDS_KIND_WITHOUT_PREVIEW);
+    return m_kindName.empty() ? text : m_kindName + L"\n" + text;
 }
 
 std::wstring DocumentPane::FactsText() const {

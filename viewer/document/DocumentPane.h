@@ -5,6 +5,7 @@
 #include "document/DocumentButtons.h"
 #include "document/DocumentContent.h"
 #include "document/TextView.h"
+#include "handler/PreviewHost.h"
 
 #include <memory>
 
@@ -29,22 +30,27 @@ protected:
 private:
     void MakeFonts();
     void LoadDocumentIcon();
+    void StartPreview();
     void Arrange();
     void OnCommand(int command);
+    void OnPress(POINT place) const;
     void OnContextMenu(POINT place);
     void Paint(HDC dc, const RECT& area) const;
     void PaintContent(HDC dc, const Palette& palette) const;
-    void PaintIcon(HDC dc, const Palette& palette) const;
+    void PaintHeading(HDC dc, const Palette& palette, RECT place) const;
     [[nodiscard]] std::wstring FactsText() const;
+    [[nodiscard]] std::wstring KindText() const;
     [[nodiscard]] int FontHeight(HFONT font) const;
     [[nodiscard]] bool Has(DocumentContent::Kind kind) const { return m_content && m_content->kind == kind; }
 
     std::unique_ptr<DocumentContent> m_content;
     DocumentButtons m_buttons;
     TextView m_text;
-    RECT m_body = {};          // of the content, in client coordinates
-    common::UniqueIcon m_icon; // of a file that is neither text nor picture
-    std::wstring m_kindText;   // of the same
+    PreviewHost m_preview;
+    RECT m_heading = {};       // of icon, name and facts, in client coordinates
+    RECT m_body = {};          // of the content, likewise
+    common::UniqueIcon m_icon; // of files of this kind
+    std::wstring m_kindName;   // of the same
     common::UniqueFont m_headingFont;
     common::UniqueFont m_textFont;
 };

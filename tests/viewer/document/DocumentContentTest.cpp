@@ -95,6 +95,26 @@ TEST_F(DocumentContentTest, DamagedPicturesAreFilesOfAnotherKind) {
     EXPECT_EQ(Read(L"a.jpg", "").kind, Kind::Other);
 }
 
+TEST_F(DocumentContentTest, FilesWithAPreviewHandlerAreReadForItUnlessTheyComeFromOutside) {
+    constexpr wchar_t kKey[] = L".mxovcontenttest\\shellex\\{8895b1c6-b41f-4c1c-a560-0d564250836f}";
+    constexpr wchar_t kNumber[] = L"{5A1F39C4-61F2-4A0E-930D-2E6F117BD05C}";
+    ASSERT_EQ(RegSetKeyValueW(HKEY_CLASSES_ROOT, kKey, nullptr, REG_SZ, kNumber, sizeof kNumber),
+              ERROR_SUCCESS);
+    const DocumentContent content = Read(L"a.mxovcontenttest", "bytes");
+    m_folder.Write(L"b.mxovcontenttest", "bytes");
+    m_folder.Write(L"b.mxovcontenttest:Zone.Identifier", "[ZoneTransfer]\r\nZoneId=3\r\n");
+    const DocumentContent marked = Read(L"b.mxovcontenttest", "bytes");
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, L".mxovcontenttest");
+    EXPECT_EQ(content.kind, Kind::Previewed);
+    EXPECT_EQ(content.preview.bytes, "bytes");
+    EXPECT_EQ(content.preview.path, content.details.path);
+    EXPECT_EQ(content.preview.handler.Data1, 0x5a1f39c4U);
+    EXPECT_FALSE(content.isFromOutside);
+    EXPECT_EQ(marked.kind, Kind::Other);
+    EXPECT_TRUE(marked.isFromOutside);
+    EXPECT_EQ(marked.preview.bytes, "");
+}
+
 TEST_F(DocumentContentTest, WhatIsNotThereIsMissing) {
     DocumentDetails details;
     details.path = m_folder / L"gone.txt";

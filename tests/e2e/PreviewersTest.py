@@ -1,0 +1,75 @@
+#!/usr/bin/env python3
+"""Documents that the system's preview handlers show on the page of the selected document."""
+import unittest
+
+from viewercase import DocumentOpeningCase, session_folder
+from viewerdriver import BUILD
+from wineprogram import windows_path
+
+HANDLER = '{5A1F39C4-61F2-4A0E-930D-2E6F117BD05C}'
+HANDLERS = '{8895b1c6-b41f-4c1c-a560-0d564250836f}'
+PAGE, HOST = 'MXOVDocumentPane', 'MXOVPreviewHost'
+NAME = 'inspection-plan.pdf'
+
+
+def preview(shown):
+    """The window that the handler shows the document in; None while there is none."""
+    host = shown.frame.find(class_name=HOST)
+    return host.find(class_name='Edit') if host.visible else None
+
+
+class PreviewersTest(DocumentOpeningCase):
+    def setUp(self):
+        super().setUp()
+        self.register(rf'HKCR\.pdf\shellex\{HANDLERS}', HANDLER)
+
+    def register_module(self):
+        self.register(rf'HKCR\CLSID\{HANDLER}\InprocServer32', windows_path(BUILD / 'tests/TextPreviewer.dll'))
+
+    def select(self, viewer, number, name):
+        shown = viewer.snapshot()
+        row = [row[0] for row in shown.lists()[number].rows].index(name)
+        viewer.click(*self.row_place(shown.lists()[number], row))
+        viewer.wait('the page', lambda s: s.frame.find(class_name=PAGE).text.split('\n')[0] == name)
+        viewer.press('alt+F4')
+        return viewer.wait_for_no_dialog('the properties are closed')
+
+    def test_a_document_is_shown_by_the_handler_of_its_kind(self):
+        self.register_module()
+        viewer, _ = self.open_sample()
+        self.select(viewer, 3, NAME)
+        file = session_folder() / 'ReferanceFiles' / NAME
+        shown = viewer.wait('the preview', preview)
+        self.assertTrue(preview(shown).text.startswith('%PDF'))
+        self.assertEqual(preview(shown).size, shown.frame.find(class_name=HOST).size)
+        viewer.photograph('e2e-document-preview')
+        file.write_bytes(b'%PDF another content')
+        viewer.wait('the change', lambda s: preview(s) and preview(s).text == '%PDF another content')
+        viewer.press('F6')
+        for class_name in ('Button', 'Button', 'Button', 'Button', 'Button', 'Edit', 'SysTabControl32'):
+            before = viewer.snapshot().focus
+            viewer.press('Tab')
+            shown = viewer.wait('the focus moves', lambda s: s.focus != before)
+            self.assertEqual(shown.frame.find(handle=shown.focus).class_name, class_name)
+        viewer.do('windowsize', shown.frame.display, 1150, 900)
+        viewer.wait('it follows the size', lambda s: preview(s).size == s.frame.find(class_name=HOST).size
+                    and s.frame.size != shown.frame.size)
+        self.select(viewer, 1, 'op10-face-pocket.nc')
+        viewer.wait('the program', lambda s: not preview(s))
+        viewer.press('ctrl+s')
+        viewer.wait('it is saved', lambda s: s.frame.text.startswith('bracket'))
+        self.finish(viewer)
+
+    def test_a_handler_that_cannot_be_loaded_leaves_the_facts_and_buttons(self):
+        self.register(rf'HKCR\CLSID\{HANDLER}\InprocServer32', windows_path(self.folder / 'gone.dll'))
+        viewer, _ = self.open_sample()
+        shown = self.select(viewer, 3, NAME)
+        page = shown.frame.find(class_name=PAGE)
+        self.assertRegex(page.text, r'^inspection-plan\.pdf\n[\d.,]+ KB, ')
+        self.assertEqual(page.find(text='&Open').visible, True)
+        self.assertIsNone(preview(viewer.snapshot()))
+        self.finish(viewer)
+
+
+if __name__ == '__main__':
+    unittest.main(verbosity=2)
