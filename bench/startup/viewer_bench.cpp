@@ -1,6 +1,7 @@
 // The start of the viewer until its window is shown and waits for input, beside the system's own editor, and
 // the time until it has ended after it was closed.
 #include "Process.h"
+#include "ShownWindow.h"
 #include "Timing.h"
 
 #include <windows.h>
@@ -13,22 +14,6 @@ namespace {
 constexpr int kRuns = 15;
 constexpr double kLimit = 1.5;
 constexpr DWORD kPatience = 60'000; // milliseconds
-
-HWND ShownWindowOf(DWORD process) {
-    std::pair<DWORD, HWND> search{process, nullptr};
-    EnumWindows(
-        [](HWND window, LPARAM parameter) -> BOOL {
-            auto& [wanted, found] = *reinterpret_cast<std::pair<DWORD, HWND>*>(parameter);
-            DWORD owner = 0;
-            GetWindowThreadProcessId(window, &owner);
-            if (owner == wanted && IsWindowVisible(window)) {
-                found = window;
-            }
-            return found == nullptr;
-        },
-        reinterpret_cast<LPARAM>(&search));
-    return search.second;
-}
 
 struct Times {
     std::vector<double> start; // milliseconds
