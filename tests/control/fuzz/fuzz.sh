@@ -7,9 +7,8 @@ cd "$(dirname "$0")"
 . ../../../tools/env.sh
 fuzz=$MXOV_BUILD/tests/control_fuzz.exe
 
-run() { # SECONDS RUN...: what happened, in one word
-    local code limit=$1
-    shift
+run() { # RUN...: what happened, in one word
+    local code limit=${MXOV_FUZZ_SECONDS:-600}
     timeout "$limit" ../../../tools/wine-run "$fuzz" "$@" >"$log" 2>&1
     code=$?
     if [ "$code" -eq 124 ]; then
@@ -29,7 +28,7 @@ if [ $# -eq 1 ] && [ -n "${short[$1]:-}" ]; then
     [ -z "${MXOV_LONG:-}" ] && set -- "$1" "${short[$1]}" || set -- "$1" "${long[$1]}"
 fi
 if [ "$1" != planted ]; then
-    run "${MXOV_FUZZ_SECONDS:-600}" "$@"
+    run "$@"
     cat "$log"
     echo "$outcome"
     [ "$outcome" = well ]
@@ -41,7 +40,7 @@ tells() { # WORDS: of the run before
     echo "FAILED: the log does not tell: $1"
     failures=$((failures + 1))
 }
-expect() { # OUTCOME SECONDS RUN...
+expect() { # OUTCOME RUN...
     local expected=$1
     shift
     run "$@"
@@ -51,13 +50,13 @@ expect() { # OUTCOME SECONDS RUN...
     fi
 }
 for kind in 'invoke 1000 1' 'messages 1000 1' 'cycles 40 1'; do
-    expect crash 120 $kind crash
-    expect found 120 $kind leak
+    expect crash $kind crash
+    expect found $kind leak
     for leak in 'GDI objects of type 1' 'GDI objects of type 16' 'user objects' 'handles' 'heap bytes'; do
         tells "found:.* $leak: "
     done
 done
-expect crash 120 allocations 0 1 crash
-expect hang 60 invoke 1000 1 hang 3
+expect crash allocations 0 1 crash
+expect hang invoke 1000 1 hang 3
 tells 'hung: nothing for 3 s in step'
 [ "$failures" -eq 0 ]
