@@ -47,19 +47,8 @@ def change_registry(*words):
 
 
 def query_registry(*words):
-    """The output of `reg query`; empty if there is no such key or value."""
-    return run_reg_that_may_miss('query', *words).output
-
-
-def forget_registry(key):
-    """Removes a key, which need not exist."""
-    run_reg_that_may_miss('delete', key, '/f')
-
-
-def run_reg_that_may_miss(*words):
-    """`reg` returns 1 if it does not find something; a `reg` that does not start returns 1 as well."""
-    ended = run_wine('reg', *words)
+    """The output of `reg query`; empty if there is no such key or value. A `reg` that does not start returns 1 as well."""
+    ended = run_wine('reg', 'query', *words)
     if ended.code == 1 and 'Unable to find the specified registry' in ended.output + ended.errors:
-        return ended._replace(output='')
-    return ended.expect()
-
+        return ''
+    return ended.expect().output

@@ -16,13 +16,13 @@ class Image(ctypes.Structure):
                 ('line_bytes', ctypes.c_int), ('pixel_bits', ctypes.c_int)]
 
 
-def png(width, height, lines):
+def png(width, height, lines, compression=9):
     """A PNG file made of lines that start with their filter's number and have three bytes per pixel."""
     def chunk(name, data):
         return struct.pack('>I', len(data)) + name + data + struct.pack('>I', zlib.crc32(name + data))
 
     return (b'\x89PNG\r\n\x1a\n' + chunk(b'IHDR', struct.pack('>IIBBBBB', width, height, 8, 2, 0, 0, 0))
-            + chunk(b'IDAT', zlib.compress(b''.join(lines), 9)) + chunk(b'IEND', b''))
+            + chunk(b'IDAT', zlib.compress(b''.join(lines), compression)) + chunk(b'IEND', b''))
 
 
 @ERROR_HANDLER
@@ -92,7 +92,7 @@ class Display:
         left, top = (number.value for number in place)
         return left, top, left + size[0].value, top + size[1].value
 
-    def picture(self, window=None, part=None):
+    def picture(self, window=None, part=None, compression=9):
         """A window or the whole display as a PNG file; `part`: left, top, width and height of a part."""
         window = self.root if window is None else Window(window)
         if part is None:
@@ -113,4 +113,4 @@ class Display:
             for place in (1, 2, 3):
                 line[place::3] = pixels[start + 3 - place:start + 4 * width:4]
             lines.append(line)
-        return png(width, height, lines)
+        return png(width, height, lines, compression)

@@ -17,7 +17,7 @@ import zipfile
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
 
 from viewerdriver import BUILD, PATIENCE, ROOT, Viewer  # noqa: E402
-from wineprogram import change_registry, forget_registry, query_registry, run_wine, windows_path  # noqa: E402
+from wineprogram import change_registry, query_registry, run_wine, windows_path  # noqa: E402
 
 PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
 LOCAL_DATA = next(PREFIX.glob('drive_c/users/*/AppData/Local'))
@@ -102,7 +102,7 @@ class ViewerCase(unittest.TestCase):
     maxDiff = None
 
     def setUp(self):
-        forget_registry(r'HKCU\Software\MXOVDocView')
+        Viewer.reader().ask('forget', r'Software\MXOVDocView').expect()
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix='mxov-e2e-'))
         self.addCleanup(shutil.rmtree, self.folder)
         self.sample = shutil.copy2(BUILD / 'bin/bracket.mxov', self.folder)

@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <memory>
 #include <stdexcept>
 
 namespace {
@@ -13,14 +14,12 @@ constexpr UINT kPatience = 10000; // milliseconds
 constexpr int kMostCharacters = 1024;
 constexpr int kRowsAtOnce = 100;
 
-/// Memory in the process of a window, where its messages find their structures.
+/// Memory in a process, where the messages of its windows find their structures.
 class RemoteMemory {
 public:
-    RemoteMemory(HWND window, SIZE_T bytes) {
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
-        m_process.reset(
-            OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, process));
+    RemoteMemory(DWORD process, SIZE_T bytes)
+        : m_id(process), m_bytes(bytes),
+          m_process(OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, process)) {
         if (m_process) {
             m_memory = VirtualAllocEx(m_process.get(), nullptr, bytes, MEM_COMMIT, PAGE_READWRITE);
         }
@@ -33,6 +32,10 @@ public:
     RemoteMemory& operator=(const RemoteMemory&) = delete;
 
     [[nodiscard]] void* Address() const { return m_memory; }
+
+    [[nodiscard]] bool Serves(DWORD process, SIZE_T bytes) const {
+        return m_id == process && bytes <= m_bytes;
+    }
 
     void Write(const void* from, SIZE_T bytes) const {
         if (!WriteProcessMemory(m_process.get(), m_memory, from, bytes, nullptr)) {
@@ -47,9 +50,24 @@ public:
     }
 
 private:
+    DWORD m_id; // no other process gets it while the handle is open
+    SIZE_T m_bytes;
     common::UniqueHandle m_process;
     void* m_memory = nullptr;
 };
+
+/// Memory in the process of a window. It is kept until another process or more is asked for: the other
+/// process stops while memory is made or freed there.
+const RemoteMemory& MemoryOf(HWND window, SIZE_T bytes) {
+    constexpr SIZE_T kLeast = 1 << 18;
+    static std::unique_ptr<RemoteMemory> kept;
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (!kept || !kept->Serves(process, bytes)) {
+        kept = std::make_unique<RemoteMemory>(process, std::max(bytes, kLeast));
+    }
+    return *kept;
+}
 
 /// The structure of a message, its text, and the message's first parameter.
 template <class T>
@@ -67,7 +85,7 @@ void AskAll(HWND list, UINT message, std::vector<Question<T>>& questions) {
         return;
     }
     const SIZE_T bytes = questions.size() * sizeof(Question<T>);
-    const RemoteMemory memory(list, bytes);
+    const RemoteMemory& memory = MemoryOf(list, bytes);
     auto* const there = static_cast<Question<T>*>(memory.Address());
     for (std::size_t i = 0; i < questions.size(); ++i) {
         questions[i].structure.pszText = there[i].text;

@@ -3,8 +3,9 @@
 // replaces the selection in a field of a popup with the text of a UTF-8 file, as pasting does. `input X Y`
 // prints, as JSON, the targets of keys and of a click at a point of the screen. `copy FILE...` puts files on
 // the clipboard, as a file manager does; `copied` prints the text there. `names` prints, as
-// JSON, what screen readers call the visible parts of the viewer. `serve` reads commands from standard
-// input. Exit code 1: there is no viewer, or it cannot be read.
+// JSON, what screen readers call the visible parts of the viewer. `forget KEY` removes a key of the user's
+// registry, which need not exist, without a viewer. `serve` reads commands from standard input. Exit code 1:
+// there is no viewer, or it cannot be read.
 #include "AccessibleNames.h"
 #include "common/Json.h"
 #include "common/Utf8.h"
@@ -145,6 +146,13 @@ void InsertText(HWND frame, int id, const std::wstring& text) {
     throw std::runtime_error("there is no such field");
 }
 
+void ForgetKey(const std::string& key) {
+    const LSTATUS status = RegDeleteTreeW(HKEY_CURRENT_USER, common::FromUtf8(key).c_str());
+    if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
+        throw std::runtime_error("the key cannot be removed");
+    }
+}
+
 int NumberIn(const std::string& word) {
     return static_cast<int>(std::strtol(word.c_str(), nullptr, 10));
 }
@@ -152,18 +160,22 @@ int NumberIn(const std::string& word) {
 // Carries a command out; the exit code.
 int Run(const std::vector<std::string>& words) {
     const std::map<std::string_view, std::size_t> known = {
-        {"catalogue", 1}, {"windows", 1}, {"press", 2}, {"insert", 3},
-        {"input", 3},     {"copied", 1},  {"names", 1}, {"copy", std::max<std::size_t>(words.size(), 2)}};
+        {"catalogue", 1}, {"windows", 1}, {"press", 2},
+        {"insert", 3},    {"input", 3},   {"forget", 2},
+        {"copied", 1},    {"names", 1},   {"copy", std::max<std::size_t>(words.size(), 2)}};
     const std::string command = words.empty() ? "" : words.front();
     const auto found = known.find(command);
     if (found == known.end() || words.size() != found->second) {
         std::fputs("usage: WindowDump catalogue | windows | press NUMBER | insert NUMBER FILE | input X Y | "
-                   "copy FILE... | copied | names | "
-                   "serve\n",
+                   "copy FILE... | copied | names | forget KEY | serve\n",
                    stderr);
         return 2;
     }
     try {
+        if (command == "forget") {
+            ForgetKey(words[1]);
+            return 0;
+        }
         const HWND frame = FindWindowW(kFrameClass, nullptr);
         if (!frame) {
             throw std::runtime_error("no viewer is open");
