@@ -5,6 +5,7 @@ A library preloaded into Wine (Shim.c) spoils one chosen file system call of the
 afterwards is judged by Python alone.
 """
 import itertools
+import os
 import pathlib
 import random
 import shutil
@@ -14,6 +15,8 @@ import unittest
 
 from faultcase import DOCUMENTS, EDITED, FEWEST_CALLS, INFORMATION, FaultCase, contents, make_folder
 from laboratory import COUNT, FLUSH_ERROR, HALF_AND_KILL, INFORMATION_FLUSH_ERROR, IO_ERROR, KILL, NO_SPACE, READ_ONLY, SHORT
+
+LARGE = 30_000_000 if os.environ.get('MXOV_LONG') else 5_000_000  # bytes
 
 
 class FaultTest(FaultCase):
@@ -107,7 +110,7 @@ class FaultTest(FaultCase):
         most, last = 1, 4
         faults = [(FLUSH_ERROR, target) for target in range(1, last + 1)]
         faults += [(INFORMATION_FLUSH_ERROR, target) for target in (1, 2)]
-        large = random.Random(5).randbytes(30_000_000)
+        large = random.Random(5).randbytes(LARGE)
         for number in range(len(faults)):
             folder, _ = self.scene(number)
             (folder / 'large.bin').write_bytes(large)
