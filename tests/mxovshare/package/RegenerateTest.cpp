@@ -1,5 +1,6 @@
 #include "mxovshare.h"
 
+#include "common/Handles.h"
 #include "FolderSnapshot.h"
 #include "host/MessageBoxes.h"
 #include "mxovpackage.h"
@@ -7,7 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <filesystem>
+#include <thread>
 
 using namespace mxovshare;
 
@@ -163,6 +166,56 @@ TEST_F(RegenerateTest, TakesTheHistoryBackWhenThePackageIsLockedAndSucceedsLater
     EXPECT_TRUE(notices.empty());
     EXPECT_TRUE(VerifyPackage(Package()).ok);
     EXPECT_EQ(INIFile::GetLastIndexOfSectionFromINI(L"FILE_HISTORY", m_folder / L"mxinfo.ini"), 4);
+}
+
+// A scanner opens a file as soon as it appears, and keeps it from being renamed for a moment.
+class Scanner {
+public:
+    Scanner(std::wstring path, DWORD duration)
+        : m_path(std::move(path)), m_thread([this, duration] { Scan(duration); }) {}
+    ~Scanner() { m_thread.join(); }
+    Scanner(const Scanner&) = delete;
+    Scanner& operator=(const Scanner&) = delete;
+
+    bool IsDone() const { return m_isDone; }
+
+private:
+    void Scan(DWORD duration) {
+        constexpr ULONGLONG kPatience = 20'000;
+        const ULONGLONG end = GetTickCount64() + kPatience;
+        common::UniqueHandle file;
+        while (!file && GetTickCount64() < end) {
+            file =
+                common::OwnFile(CreateFileW(m_path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                            nullptr, OPEN_EXISTING, 0, nullptr));
+        }
+        Sleep(duration);
+        m_isDone = file != nullptr;
+    }
+
+    std::wstring m_path;
+    std::atomic<bool> m_isDone = false;
+    std::thread m_thread;
+};
+
+TEST_F(RegenerateTest, WaitsForAScannerThatHoldsTheNewPackage) {
+    const Scanner scanner(Package() + L".mxov-new", 300);
+    Regenerate(L"Scanned");
+    EXPECT_TRUE(scanner.IsDone()) << "the new package was not held";
+    EXPECT_TRUE(notices.empty());
+    EXPECT_TRUE(VerifyPackage(Package()).ok);
+    EXPECT_EQ(Value(L"FILE_HISTORY_4", L"Operation"), L"Scanned");
+    EXPECT_EQ(m_work.EntryCount(), 1);
+}
+
+TEST_F(RegenerateTest, WaitsForAScannerThatHoldsTheNewInformationFile) {
+    const Scanner scanner(m_folder / L"mxinfo.ini.mxov-new", 300);
+    Regenerate(L"Scanned");
+    EXPECT_TRUE(scanner.IsDone()) << "the new information file was not held";
+    EXPECT_TRUE(notices.empty());
+    EXPECT_TRUE(VerifyPackage(Package()).ok);
+    EXPECT_NE(m_folder.Read(L"mxinfo.ini").find("Operation=Scanned"), std::string::npos);
+    EXPECT_EQ(m_folder.EntryCount(), 2);
 }
 
 TEST_F(RegenerateTest, SavesNothingWhenTheInformationFileCannotBeWritten) {
