@@ -117,7 +117,7 @@ private:
         });
         if (present != sections.end()) {
             RequireReplacing(path);
-            const std::wstring section = present->name;
+            const std::wstring section = (*present).name;
             m_editor.SetKey(section, inikey::kTimestamp, m_time);
             Describe(section.c_str(), inikey::kDescription);
             return;

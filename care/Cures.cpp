@@ -60,7 +60,7 @@ bool IsCurrent(const Finding& finding, const PackageContent& content) {
             return common::IsSamePath(entry.name, finding.document);
         });
     }
-    return ValueOf(content.sections, finding.section, finding.key) == finding.document;
+    return content.sections.Value(finding.section, finding.key) == finding.document;
 }
 
 FindingCure::FindingCure(const PackageContent& content, std::wstring folder)
@@ -131,8 +131,8 @@ void FindingCure::SetDate(const Finding& finding) {
 }
 
 bool FindingCure::IsInPackage(const Finding& finding) const {
-    const Section* section = FindSection(m_editor.Information(), finding.section);
-    return !IsPart(finding) && section != nullptr && IsCopy(*section);
+    const std::optional<Section> section = m_editor.Information().Find(finding.section);
+    return !IsPart(finding) && section && IsCopy(*section);
 }
 
 // A missing copy comes back under its own name if the file has that name.

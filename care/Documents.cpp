@@ -46,7 +46,7 @@ std::wstring FolderOfList(const std::wstring& list, const std::wstring& usual) {
 }
 
 bool IsInListFolder(const std::wstring& file, const Sections& sections, std::wstring_view key) {
-    const std::wstring list = ValueOf(sections, inikey::kFileInfo, key);
+    const std::wstring list = sections.Value(inikey::kFileInfo, key);
     return !FirstEntry(list).empty() &&
            common::IsSamePath(file.substr(0, file.rfind(L'\\') + 1), FolderOfList(list, {}));
 }

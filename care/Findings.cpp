@@ -1,5 +1,6 @@
 #include "care/Findings.h"
 
+#include "care/PathList.h"
 #include "common/InformationFile.h"
 #include "common/Paths.h"
 
@@ -9,8 +10,6 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
-#include <set>
 
 using namespace docview;
 
@@ -52,14 +51,21 @@ const wchar_t* FaultOf(const std::wstring& path, bool isLink, OtherComputers oth
     return isLink && others == OtherComputers::Asked && IsNetworkPath(path) ? nullptr : PathFault(path);
 }
 
+constexpr auto kNameOf = [](const mxovshare::PackageEntry* entry) -> std::wstring_view {
+    return entry->name;
+};
+
 class FaultSearch {
 public:
     FaultSearch(const std::vector<mxovshare::PackageEntry>& entries, const Sections& sections,
                 const CatalogueSource& source, const std::wstring& folder, const FILETIME& now,
                 OtherComputers others, const FindingSink& take)
         : m_entries(entries), m_sections(sections), m_source(source), m_folder(folder),
-          m_tomorrow(DayAfter(now)), m_others(others), m_items(CatalogueLoader(source, folder).Load()),
-          m_take(take) {}
+          m_tomorrow(DayAfter(now)), m_others(others), m_documents(source, folder),
+          m_entriesByName(entries.size()), m_isShown(entries.size()), m_take(take) {
+        std::ranges::transform(entries, m_entriesByName.begin(), [](const auto& entry) { return &entry; });
+        std::ranges::sort(m_entriesByName, NameLess(), kNameOf);
+    }
 
     void Find() {
         FindMissing();
@@ -79,14 +85,14 @@ private:
         std::wstring key;
     };
 
-    void Add(Severity severity, const wchar_t* code, const Place& place, const std::wstring& document,
-             const std::wstring& message, const wchar_t* cure) {
+    void Add(Severity severity, const wchar_t* code, Place place, std::wstring document, std::wstring message,
+             const wchar_t* cure) {
         m_take({.severity = severity,
                 .code = code,
-                .section = place.section,
-                .key = place.key,
-                .document = document,
-                .message = message,
+                .section = std::move(place.section),
+                .key = std::move(place.key),
+                .document = std::move(document),
+                .message = std::move(message),
                 .cure = cure});
     }
 
@@ -107,18 +113,23 @@ private:
         return !path.empty() && PathFault(path) == nullptr && !m_source.Status(m_folder + path).exists;
     }
 
-    void FindMissing() {
-        for (const CatalogueItem& item : m_items) {
-            const DocumentRecord& record = item.record;
-            if (item.image == kMissingImage && LinkFault(record.filePath) == nullptr) {
-                Add(Severity::Warning, finding::kLinkMissing, PlaceOf(record), record.filePath,
-                    MissingText(record.filePath), L"relink or remove it");
-            }
-            if (record.isAdditional != 0 && record.isReferenced == 0 && IsMissing(record.filePath)) {
-                Add(Severity::Warning, finding::kCopyMissing, PlaceOf(record), record.filePath,
-                    L"document \"" + record.filePath + L"\" is not in the package", L"add or remove it");
-            }
+    void FindMissing(const CatalogueItem& item) {
+        const DocumentRecord& record = item.record;
+        if (item.image == kMissingImage && LinkFault(record.filePath) == nullptr) {
+            Add(Severity::Warning, finding::kLinkMissing, PlaceOf(record), record.filePath,
+                MissingText(record.filePath), L"relink or remove it");
         }
+        if (record.isAdditional != 0 && record.isReferenced == 0 && IsMissing(record.filePath)) {
+            Add(Severity::Warning, finding::kCopyMissing, PlaceOf(record), record.filePath,
+                L"document \"" + record.filePath + L"\" is not in the package", L"add or remove it");
+        }
+    }
+
+    void FindMissing() {
+        m_documents.ForEachItem([this](const CatalogueItem& item) {
+            FindMissing(item);
+            Show(InPackage(item.record));
+        });
         const std::wstring thumbnail = FileInfo(inikey::kThumbnail);
         if (IsMissing(thumbnail)) {
             Add(Severity::Warning, finding::kPreviewMissing, {inikey::kFileInfo, inikey::kThumbnail},
@@ -131,36 +142,46 @@ private:
         }
     }
 
+    void FindOtherLinks(const DocumentRecord& record) {
+        if (record.isReferenced == 0 || LinkFault(record.filePath) != nullptr) {
+            return;
+        }
+        const FileStatus status = m_source.Status(record.filePath);
+        if (status.exists && IsDate(record.timestamp) &&
+            FormatFileTime(status.lastWrite) > record.timestamp) {
+            Add(Severity::Warning, finding::kLinkNewer, PlaceOf(record), record.filePath,
+                L"linked document \"" + record.filePath + L"\" was changed after " + record.timestamp,
+                L"check it and set its date");
+        }
+        if (IsPersonal(record.filePath)) {
+            Add(Severity::Warning, finding::kPersonalFolder, PlaceOf(record), record.filePath,
+                L"linked document \"" + record.filePath + L"\" is in a personal or temporary folder",
+                L"copy it into the package");
+        }
+    }
+
     void FindOtherLinks() {
-        for (const CatalogueItem& item : m_items) {
-            const DocumentRecord& record = item.record;
-            if (record.isReferenced == 0 || LinkFault(record.filePath) != nullptr) {
-                continue;
-            }
-            const FileStatus status = m_source.Status(record.filePath);
-            if (status.exists && IsDate(record.timestamp) &&
-                FormatFileTime(status.lastWrite) > record.timestamp) {
-                Add(Severity::Warning, finding::kLinkNewer, PlaceOf(record), record.filePath,
-                    L"linked document \"" + record.filePath + L"\" was changed after " + record.timestamp,
-                    L"check it and set its date");
-            }
-            if (IsPersonal(record.filePath)) {
-                Add(Severity::Warning, finding::kPersonalFolder, PlaceOf(record), record.filePath,
-                    L"linked document \"" + record.filePath + L"\" is in a personal or temporary folder",
-                    L"copy it into the package");
-            }
+        for (const DocumentCategory category :
+             {DocumentCategory::PartAssembly, DocumentCategory::AdditionalDocument}) {
+            m_documents.ForEachRecord(category,
+                                      [this](const DocumentRecord& record) { FindOtherLinks(record); });
+        }
+    }
+
+    void Show(std::wstring_view name) {
+        for (const mxovshare::PackageEntry* entry :
+             std::ranges::equal_range(m_entriesByName, name, NameLess(), kNameOf)) {
+            m_isShown[static_cast<std::size_t>(entry - m_entries.data())] = true;
         }
     }
 
     void FindUnshown() {
-        const std::wstring thumbnail = FileInfo(inikey::kThumbnail);
-        std::set<std::wstring_view, NameLess> shown = {common::kInformationFile,
-                                                       common::kPrivateInformationFile, thumbnail};
-        for (const CatalogueItem& item : m_items) {
-            shown.insert(InPackage(item.record));
-        }
-        for (const mxovshare::PackageEntry& entry : m_entries) {
-            if (!entry.isFolder && !shown.contains(entry.name)) {
+        Show(common::kInformationFile);
+        Show(common::kPrivateInformationFile);
+        Show(FileInfo(inikey::kThumbnail));
+        for (std::size_t number = 0; number < m_entries.size(); ++number) {
+            const mxovshare::PackageEntry& entry = m_entries[number];
+            if (!entry.isFolder && !m_isShown[number]) {
                 Add(Severity::Warning, finding::kNotShown, {}, entry.name,
                     L"file \"" + entry.name + L"\" is not shown", L"add it as a document or leave it out");
             }
@@ -177,19 +198,15 @@ private:
     }
 
     void FindShared() {
-        std::map<std::wstring_view, std::wstring_view, NameLess> sections;
-        for (const CatalogueItem& item : m_items) {
-            const DocumentRecord& record = item.record;
-            if (record.isAdditional == 0 || record.filePath.empty()) {
-                continue;
-            }
-            const auto [first, isNew] = sections.emplace(record.filePath, record.sectionName);
-            if (!isNew) {
-                Add(Severity::Warning, finding::kShared, PlaceOf(record), record.filePath,
-                    std::wstring(first->second) + L" and " + record.sectionName + L" both show \"" +
-                        record.filePath + L"\"",
-                    L"remove one of them");
-            }
+        const std::vector<std::wstring> sections = m_source.SectionNames(inikey::kAdditionalPrefix);
+        const PathList paths(sections.size(), [&](std::size_t number) {
+            return m_source.Value(sections[number], inikey::kFilePath);
+        });
+        for (const auto& [number, first] : paths.Repeated()) {
+            const std::wstring path(paths[number]);
+            Add(Severity::Warning, finding::kShared, {sections[number], inikey::kFilePath}, path,
+                sections[first] + L" and " + sections[number] + L" both show \"" + path + L"\"",
+                L"remove one of them");
         }
     }
 
@@ -237,7 +254,9 @@ private:
     const std::wstring& m_folder;
     std::wstring m_tomorrow;
     OtherComputers m_others;
-    std::vector<CatalogueItem> m_items;
+    CatalogueLoader m_documents;
+    std::vector<const mxovshare::PackageEntry*> m_entriesByName;
+    std::vector<bool> m_isShown; // entries, by number
     const FindingSink& m_take;
 };
 

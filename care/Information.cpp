@@ -43,15 +43,12 @@ std::wstring ValueOf(const Section& section, std::wstring_view key) {
     return found != section.values.end() ? found->second : std::wstring();
 }
 
-std::wstring ValueOf(const Sections& sections, std::wstring_view section, std::wstring_view key) {
-    const Section* found = FindSection(sections, section);
-    return found != nullptr ? ValueOf(*found, key) : std::wstring();
-}
-
-const Section* FindSection(const Sections& sections, std::wstring_view name) {
-    const auto found = std::ranges::find_if(
-        sections, [name](const Section& section) { return common::IsSamePath(section.name, name); });
-    return found != sections.end() ? &*found : nullptr;
+std::vector<const std::pair<std::wstring, std::wstring>*> ValuesByKey(const Section& section) {
+    std::vector<const std::pair<std::wstring, std::wstring>*> values(section.values.size());
+    std::ranges::transform(section.values, values.begin(), [](const auto& pair) { return &pair; });
+    std::ranges::sort(values, NameLess(),
+                      [](const auto* pair) -> const std::wstring& { return pair->first; });
+    return values;
 }
 
 bool IsAdditional(const Section& section) {
@@ -64,27 +61,24 @@ bool IsCopy(const Section& section) {
 
 std::wstring NextSection(const Sections& sections, const std::wstring& prefix) {
     int last = 0;
-    for (const Section& section : sections) {
-        last = std::max(last, NumberOf(section.name, prefix + L"_"));
+    for (const std::wstring& name : sections.SectionNames(prefix)) {
+        last = std::max(last, NumberOf(name, prefix + L"_"));
     }
-    return common::NextSection(prefix, last, [&] {
-        std::vector<std::wstring> names;
-        for (const Section& section : sections) {
-            if (HasPrefix(section.name, prefix)) {
-                names.push_back(section.name);
-            }
-        }
-        return names;
-    });
+    return common::NextSection(prefix, last, [&] { return sections.SectionNames(prefix); });
 }
 
 std::wstring LastName(const std::wstring& path) {
     return path.substr(path.find_last_of(L"\\/") + 1);
 }
 
-bool NameLess::operator()(std::wstring_view left, std::wstring_view right) const noexcept {
+// The common prefix is skipped first: hostile names share long ones.
+int CompareNames(std::wstring_view left, std::wstring_view right) noexcept {
+    const auto [differing, other] = std::ranges::mismatch(left, right);
+    left.remove_prefix(static_cast<std::size_t>(differing - left.begin()));
+    right.remove_prefix(static_cast<std::size_t>(other - right.begin()));
     return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                                static_cast<int>(right.size()), TRUE) == CSTR_LESS_THAN;
+                                static_cast<int>(right.size()), TRUE) -
+           CSTR_EQUAL;
 }
 
 } // namespace care

@@ -5,12 +5,23 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace care {
 
 using Section = mxovshare::InformationSection;
-using Sections = std::vector<Section>;
+using Sections = mxovshare::Information;
+
+/// Compares names as the file system does: less than, equal to or greater than 0.
+int CompareNames(std::wstring_view left, std::wstring_view right) noexcept;
+
+/// Orders names in that way.
+struct NameLess {
+    bool operator()(std::wstring_view left, std::wstring_view right) const noexcept {
+        return CompareNames(left, right) < 0;
+    }
+};
 
 /// A package, as its directory and its information file show it.
 struct PackageContent {
@@ -20,10 +31,9 @@ struct PackageContent {
 
 /// The value of a key; empty without one. Names compare without regard to case.
 std::wstring ValueOf(const Section& section, std::wstring_view key);
-std::wstring ValueOf(const Sections& sections, std::wstring_view section, std::wstring_view key);
 
-/// The section of this name; null without one.
-const Section* FindSection(const Sections& sections, std::wstring_view name);
+/// The keys and values of a section, sorted by key; they point into it.
+std::vector<const std::pair<std::wstring, std::wstring>*> ValuesByKey(const Section& section);
 
 /// Whether a section describes an additional document.
 bool IsAdditional(const Section& section);
@@ -38,10 +48,5 @@ std::wstring LastName(const std::wstring& path);
 
 /// Whether a name begins with a prefix, without regard to case.
 bool HasPrefix(std::wstring_view text, std::wstring_view prefix);
-
-/// Orders names as the file system compares them.
-struct NameLess {
-    bool operator()(std::wstring_view left, std::wstring_view right) const noexcept;
-};
 
 } // namespace care

@@ -46,8 +46,8 @@ KeyName FindKey(const PackageEditor& editor, const std::wstring& name) {
     if (common::IsSamePath(section, inikey::kFileInfo)) {
         return {inikey::kFileInfo, *known};
     }
-    const Section* present = FindSection(editor.Information(), section);
-    if (present == nullptr) {
+    const std::optional<Section> present = editor.Information().Find(section);
+    if (!present) {
         throw Refusal{L"the package has no section \"" + section + L"\""};
     }
     return {present->name, *known};

@@ -57,7 +57,7 @@ void AddLink(std::vector<Link>& links, Link link) {
 
 std::vector<Link> LinksOf(const Sections& sections) {
     std::vector<Link> links;
-    if (const Section* info = FindSection(sections, inikey::kFileInfo)) {
+    if (const std::optional<Section> info = sections.Find(inikey::kFileInfo)) {
         AddLink(links, {info->name, inikey::kCadPath, ValueOf(*info, inikey::kCadPath),
                         ValueOf(*info, inikey::kCadDescription)});
     }

@@ -1,10 +1,6 @@
 #include "care/PackageEditor.h"
 
-#include "common/Paths.h"
-
 #include <package/PackageInformation.h>
-
-#include <algorithm>
 
 using namespace docview;
 
@@ -20,7 +16,7 @@ PackageEditor::PackageEditor(Sections sections, const std::vector<mxovshare::Pac
 }
 
 std::wstring PackageEditor::FileInfo(std::wstring_view key) const {
-    return ValueOf(m_sections, inikey::kFileInfo, key);
+    return m_sections.Value(inikey::kFileInfo, key);
 }
 
 std::wstring PackageEditor::FindFile(const std::wstring& name) const {
@@ -41,24 +37,12 @@ std::vector<std::wstring> PackageEditor::FilesIn(const std::wstring& folder) con
 
 void PackageEditor::SetKey(const std::wstring& section, const std::wstring& key, const std::wstring& value) {
     m_information.push_back({section, key, value});
-    const auto named = [&section](const Section& other) { return common::IsSamePath(other.name, section); };
-    auto found = std::ranges::find_if(m_sections, named);
-    if (found == m_sections.end()) {
-        found = m_sections.insert(m_sections.end(), Section{section, {}});
-    }
-    const auto pair = std::ranges::find_if(
-        found->values, [&key](const auto& other) { return common::IsSamePath(other.first, key); });
-    if (pair != found->values.end()) {
-        pair->second = value;
-    } else {
-        found->values.emplace_back(key, value);
-    }
+    m_sections.SetValue(section, key, value);
 }
 
 void PackageEditor::RemoveSection(const std::wstring& section) {
     m_information.push_back({section, {}, {}});
-    std::erase_if(m_sections,
-                  [&section](const Section& other) { return common::IsSamePath(other.name, section); });
+    m_sections.RemoveSection(section);
 }
 
 void PackageEditor::AddFile(const std::wstring& name, const std::wstring& path) {

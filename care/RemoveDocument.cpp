@@ -72,7 +72,7 @@ Removable Find(const PackageEditor& editor, const std::wstring& word) {
 }
 
 void RemoveAdditional(PackageEditor& editor, const Removable& document) {
-    const bool isCopy = IsCopy(*FindSection(editor.Information(), document.section));
+    const bool isCopy = IsCopy(*editor.Information().Find(document.section));
     editor.RemoveSection(document.section);
     const bool isShown = std::ranges::any_of(editor.Information(), [&document](const Section& section) {
         return IsAdditional(section) && IsCopy(section) &&

@@ -53,13 +53,42 @@ CatalogueLoader::CatalogueLoader(const CatalogueSource& source, const std::wstri
     : m_source(source), m_packageFolder(packageFolder) {}
 
 std::vector<CatalogueItem> CatalogueLoader::Load() {
-    m_items.clear();
     m_silent.clear();
-    AddPartAssembly();
-    AddSetupSheets();
-    AddGCode();
-    AddAdditionalDocuments();
-    return std::exchange(m_items, {});
+    std::vector<CatalogueItem> items;
+    ForEachItem([&items](CatalogueItem item) { items.push_back(std::move(item)); });
+    return items;
+}
+
+void CatalogueLoader::ForEachItem(const ItemSink& take) {
+    for (const DocumentCategory category : {DocumentCategory::PartAssembly, DocumentCategory::SetupSheets,
+                                            DocumentCategory::GCode, DocumentCategory::AdditionalDocument}) {
+        ForEachItem(category, take);
+    }
+}
+
+void CatalogueLoader::ForEachItem(DocumentCategory category, const ItemSink& take) {
+    ForEach(category, [&](DocumentRecord record, const FileStatus* known) {
+        const FileStatus status = known != nullptr ? *known : Status(record.filePath);
+        take(ItemOf(std::move(record), status));
+    });
+}
+
+void CatalogueLoader::ForEachRecord(DocumentCategory category,
+                                    const std::function<void(DocumentRecord)>& take) {
+    ForEach(category, [&take](DocumentRecord record, const FileStatus*) { take(std::move(record)); });
+}
+
+void CatalogueLoader::ForEach(DocumentCategory category, const Sink& take) {
+    switch (category) {
+    case DocumentCategory::PartAssembly:
+        return FindPartAssembly(take);
+    case DocumentCategory::SetupSheets:
+        return FindSetupSheets(take);
+    case DocumentCategory::GCode:
+        return FindGCode(take);
+    case DocumentCategory::AdditionalDocument:
+        return FindAdditionalDocuments(take);
+    }
 }
 
 FileStatus CatalogueLoader::Status(const std::wstring& path) {
@@ -74,24 +103,23 @@ FileStatus CatalogueLoader::Status(const std::wstring& path) {
     return status;
 }
 
-void CatalogueLoader::AddPartAssembly() {
+void CatalogueLoader::FindPartAssembly(const Sink& take) {
     const std::wstring path = m_source.Value(inikey::kFileInfo, inikey::kCadPath);
     if (path.empty()) {
         return;
     }
-    const FileStatus status = Status(path);
-    Add({.sectionName = inikey::kFileInfo,
-         .fileName = FileNameOf(path),
-         .timestamp = m_source.Value(inikey::kFileInfo, inikey::kCadTime),
-         .filePath = path,
-         .description = m_source.Value(inikey::kFileInfo, inikey::kCadDescription),
-         .isReferenced = 1,
-         .isAdditional = 0,
-         .category = DocumentCategory::PartAssembly},
-        status, status.exists ? kLinkedImage : kMissingImage);
+    take({.sectionName = inikey::kFileInfo,
+          .fileName = FileNameOf(path),
+          .timestamp = m_source.Value(inikey::kFileInfo, inikey::kCadTime),
+          .filePath = path,
+          .description = m_source.Value(inikey::kFileInfo, inikey::kCadDescription),
+          .isReferenced = 1,
+          .isAdditional = 0,
+          .category = DocumentCategory::PartAssembly},
+         nullptr);
 }
 
-void CatalogueLoader::AddSetupSheets() {
+void CatalogueLoader::FindSetupSheets(const Sink& take) {
     const std::wstring value = m_source.Value(inikey::kFileInfo, inikey::kSetupSheets);
     if (value.empty()) {
         return;
@@ -99,11 +127,11 @@ void CatalogueLoader::AddSetupSheets() {
     const std::wstring folder = FolderOf(m_packageFolder + L"\\" + value);
     std::vector<std::wstring> names = m_source.FileNames(folder);
     std::erase_if(names, [](const std::wstring& name) { return !IsSetupSheet(name); });
-    AddFolder(folder, names, m_source.Value(inikey::kFileInfo, inikey::kSetupSheetsDescription),
-              DocumentCategory::SetupSheets);
+    FindInFolder(folder, names, m_source.Value(inikey::kFileInfo, inikey::kSetupSheetsDescription),
+                 DocumentCategory::SetupSheets, take);
 }
 
-void CatalogueLoader::AddGCode() {
+void CatalogueLoader::FindGCode(const Sink& take) {
     const std::wstring first = FirstEntry(m_source.Value(inikey::kFileInfo, inikey::kGCode));
     if (first.empty()) {
         return;
@@ -111,12 +139,13 @@ void CatalogueLoader::AddGCode() {
     // Unlike the setup sheets, no separator is inserted: the package folder brings its own.
     const std::wstring folder = FolderOf(m_packageFolder + first);
     const std::vector<std::wstring> names = m_source.FileNames(folder);
-    AddFolder(folder, names, m_source.Value(inikey::kFileInfo, inikey::kGCodeDescription),
-              DocumentCategory::GCode);
+    FindInFolder(folder, names, m_source.Value(inikey::kFileInfo, inikey::kGCodeDescription),
+                 DocumentCategory::GCode, take);
 }
 
-void CatalogueLoader::AddFolder(const std::wstring& folder, const std::vector<std::wstring>& names,
-                                const std::wstring& description, DocumentCategory category) {
+void CatalogueLoader::FindInFolder(const std::wstring& folder, const std::vector<std::wstring>& names,
+                                   const std::wstring& description, DocumentCategory category,
+                                   const Sink& take) {
     const std::wstring start = folder + L"\\";
     for (const std::wstring& name : names) {
         const std::wstring path = start + name;
@@ -124,33 +153,29 @@ void CatalogueLoader::AddFolder(const std::wstring& folder, const std::vector<st
         if (!status.exists) {
             continue; // it vanished since the folder was listed
         }
-        Add({.sectionName = inikey::kFileInfo,
-             .fileName = FileNameOf(path),
-             .timestamp = FormatFileTime(status.lastWrite),
-             .filePath = path,
-             .description = description,
-             .isReferenced = 0,
-             .isAdditional = 0,
-             .category = category},
-            status, kPackedImage);
+        take({.sectionName = inikey::kFileInfo,
+              .fileName = FileNameOf(path),
+              .timestamp = FormatFileTime(status.lastWrite),
+              .filePath = path,
+              .description = description,
+              .isReferenced = 0,
+              .isAdditional = 0,
+              .category = category},
+             &status);
     }
 }
 
-void CatalogueLoader::AddAdditionalDocuments() {
-    const std::vector<std::wstring> sections = m_source.SectionNames(inikey::kAdditionalPrefix);
-    m_items.reserve(m_items.size() + sections.size());
-    for (const std::wstring& section : sections) {
-        DocumentRecord record = ReadAdditionalDocument(m_source, section);
-        const FileStatus status = Status(record.filePath);
-        const int linkedImage = status.exists ? kLinkedImage : kMissingImage;
-        const int image = record.isReferenced ? linkedImage : kPackedImage;
-        Add(std::move(record), status, image);
+void CatalogueLoader::FindAdditionalDocuments(const Sink& take) {
+    for (const std::wstring& section : m_source.SectionNames(inikey::kAdditionalPrefix)) {
+        take(ReadAdditionalDocument(m_source, section), nullptr);
     }
 }
 
-void CatalogueLoader::Add(DocumentRecord record, const FileStatus& status, int image) {
+CatalogueItem CatalogueLoader::ItemOf(DocumentRecord record, const FileStatus& status) const {
     std::wstring sizeText = DocumentSizeText(m_source, m_packageFolder, record.filePath, status);
-    m_items.push_back({.record = std::move(record), .sizeText = std::move(sizeText), .image = image});
+    const int linkedImage = status.exists ? kLinkedImage : kMissingImage;
+    const int image = record.isReferenced != 0 ? linkedImage : kPackedImage;
+    return {.record = std::move(record), .sizeText = std::move(sizeText), .image = image};
 }
 
 } // namespace docview

@@ -9,6 +9,7 @@
 #include <package/PackageInformation.h>
 
 #include <algorithm>
+#include <set>
 
 using namespace docview;
 
@@ -17,16 +18,23 @@ namespace care {
 namespace {
 
 using mxovshare::PackageEntry;
-using Files = std::map<std::wstring, const PackageEntry*, NameLess>;
+using Files = std::vector<const PackageEntry*>;
 
+constexpr auto kNameOf = [](const PackageEntry* entry) -> const std::wstring& { return entry->name; };
+constexpr auto kContentOf = [](const auto& removed) {
+    return std::pair(removed.entry->size, removed.entry->crc32);
+};
+
+// In the order of their names.
 Files FilesOf(const PackageContent& content) {
     Files files;
     for (const PackageEntry& entry : content.entries) {
         if (!entry.isFolder && !common::IsSamePath(entry.name, common::kInformationFile) &&
             !common::IsSamePath(entry.name, common::kPrivateInformationFile)) {
-            files.emplace(entry.name, &entry);
+            files.push_back(&entry);
         }
     }
+    std::ranges::sort(files, NameLess(), kNameOf);
     return files;
 }
 
@@ -34,155 +42,199 @@ bool HasSameContent(const PackageEntry& left, const PackageEntry& right) {
     return left.size == right.size && left.crc32 == right.crc32;
 }
 
+// The folder that shows the G-code, with its separator; none when no file is named.
+std::optional<std::wstring> GCodeFolder(const PackageContent& content) {
+    const std::wstring list = content.sections.Value(inikey::kFileInfo, inikey::kGCode);
+    return FirstEntry(list).empty() ? std::nullopt : std::optional(FolderOfList(list, {}));
+}
+
+bool IsIn(const std::optional<std::wstring>& folder, const std::wstring& name) {
+    return folder && common::IsSamePath(name.substr(0, name.rfind(L'\\') + 1), *folder);
+}
+
+// Passes what stands under one name in two ranges that are sorted by name; null for what one of them lacks.
+template <typename Range, typename NameOf, typename Visit>
+void ForEachPair(const Range& left, const Range& right, NameOf nameOf, Visit visit) {
+    const NameLess isLess;
+    auto one = left.begin();
+    auto other = right.begin();
+    while (one != left.end() || other != right.end()) {
+        const bool isOnlyOne =
+            other == right.end() || (one != left.end() && isLess(nameOf(*one), nameOf(*other)));
+        const bool isOnlyOther =
+            one == left.end() || (other != right.end() && isLess(nameOf(*other), nameOf(*one)));
+        visit(isOnlyOther ? nullptr : &*one, isOnlyOne ? nullptr : &*other);
+        one += isOnlyOther ? 0 : 1;
+        other += isOnlyOne ? 0 : 1;
+    }
+}
+
 class FileComparison {
 public:
     FileComparison(const PackageContent& left, const PackageContent& right)
-        : m_left(left), m_right(right), m_leftFiles(FilesOf(left)), m_rightFiles(FilesOf(right)) {}
+        : m_leftGCode(GCodeFolder(left)), m_rightGCode(GCodeFolder(right)) {
+        FindDifferent(FilesOf(left), FilesOf(right));
+        std::ranges::stable_sort(m_removed, {}, kContentOf);
+        m_changes.reserve(m_changes.size() + m_added.size() + m_removed.size());
+    }
 
     std::vector<FileChange> Make() {
-        FindRemoved();
-        for (const auto& [name, entry] : m_rightFiles) {
-            const auto before = m_leftFiles.find(name);
-            if (before == m_leftFiles.end()) {
-                AddNew(*entry);
-            } else if (!HasSameContent(*before->second, *entry)) {
-                AddChanged(*before->second, *entry);
-            }
+        for (const PackageEntry* entry : m_added) {
+            AddNew(*entry);
         }
-        for (const auto& [content, entry] : m_removed) {
-            FileChange& change = m_changes.emplace_back();
-            change.kind = FileChangeKind::Removed;
-            change.name = entry->name;
-            change.oldSize = entry->size;
-        }
+        AddRemoved();
         std::ranges::sort(m_changes, NameLess(), &FileChange::name);
         return std::move(m_changes);
     }
 
 private:
-    using ContentKey = std::pair<std::uint64_t, std::uint32_t>;
+    struct Removed {
+        const PackageEntry* entry;
+        std::size_t renamed; // in the first file of a content: how many of that content were renamed
+    };
 
-    void FindRemoved() {
-        for (const auto& [name, entry] : m_leftFiles) {
-            if (!m_rightFiles.contains(name)) {
-                m_removed.emplace(ContentKey(entry->size, entry->crc32), entry);
-            }
-        }
+    void FindDifferent(const Files& left, const Files& right) {
+        ForEachPair(left, right, kNameOf,
+                    [this](const PackageEntry* const* before, const PackageEntry* const* after) {
+                        if (after == nullptr) {
+                            m_removed.push_back({*before, 0});
+                        } else if (before == nullptr) {
+                            m_added.push_back(*after);
+                        } else if (!HasSameContent(**before, **after)) {
+                            AddChanged(**before, **after);
+                        }
+                    });
+    }
+
+    FileChange& Add(FileChangeKind kind, const PackageEntry* before, const PackageEntry* after) {
+        FileChange& change = m_changes.emplace_back();
+        change.kind = kind;
+        change.name = (after != nullptr ? after : before)->name;
+        change.oldName = kind == FileChangeKind::Renamed ? before->name : std::wstring();
+        change.oldSize = before != nullptr ? before->size : 0;
+        change.size = after != nullptr ? after->size : 0;
+        return change;
     }
 
     // Empty files have equal content, so they do not identify a renamed file.
     void AddNew(const PackageEntry& entry) {
-        FileChange change;
-        change.kind = FileChangeKind::Added;
-        change.name = entry.name;
-        change.size = entry.size;
-        const auto old = m_removed.find(ContentKey(entry.size, entry.crc32));
-        if (entry.size > 0 && old != m_removed.end()) {
-            change.kind = FileChangeKind::Renamed;
-            change.oldName = old->second->name;
-            change.oldSize = old->second->size;
-            m_removed.erase(old);
+        const auto old =
+            std::ranges::equal_range(m_removed, std::pair(entry.size, entry.crc32), {}, kContentOf);
+        if (entry.size == 0 || old.empty() || old.front().renamed == old.size()) {
+            Add(FileChangeKind::Added, nullptr, &entry);
+            return;
         }
-        m_changes.push_back(std::move(change));
+        const PackageEntry* before = old[static_cast<std::ptrdiff_t>(old.front().renamed++)].entry;
+        Add(FileChangeKind::Renamed, before, &entry);
+    }
+
+    void AddRemoved() {
+        for (std::size_t at = 0, renamed = 0; at < m_removed.size(); ++at) {
+            if (at == 0 || kContentOf(m_removed[at]) != kContentOf(m_removed[at - 1])) {
+                renamed = m_removed[at].renamed;
+            }
+            if (renamed > 0) {
+                --renamed;
+            } else {
+                Add(FileChangeKind::Removed, m_removed[at].entry, nullptr);
+            }
+        }
     }
 
     void AddChanged(const PackageEntry& before, const PackageEntry& after) {
         const bool isShort = std::max(before.size, after.size) <= kLargestComparedText;
-        const bool isGCode = IsInListFolder(before.name, m_left.sections, inikey::kGCode) &&
-                             IsInListFolder(after.name, m_right.sections, inikey::kGCode);
-        m_changes.push_back({.kind = FileChangeKind::Changed,
-                             .name = after.name,
-                             .oldName = {},
-                             .oldSize = before.size,
-                             .size = after.size,
-                             .isGCode = isGCode && isShort,
-                             .lines = {}});
+        const bool isGCode = IsIn(m_leftGCode, before.name) && IsIn(m_rightGCode, after.name);
+        Add(FileChangeKind::Changed, &before, &after).isGCode = isGCode && isShort;
     }
 
-    const PackageContent& m_left;
-    const PackageContent& m_right;
-    Files m_leftFiles;
-    Files m_rightFiles;
-    std::multimap<ContentKey, const PackageEntry*> m_removed;
+    std::optional<std::wstring> m_leftGCode;
+    std::optional<std::wstring> m_rightGCode;
+    std::vector<Removed> m_removed;
+    std::vector<const PackageEntry*> m_added;
     std::vector<FileChange> m_changes;
 };
 
-using Values = std::map<std::wstring, std::wstring, NameLess>;
+using Values = std::vector<const std::pair<std::wstring, std::wstring>*>;
 
-Values ValuesOf(const Section* section) {
-    Values values;
-    if (section != nullptr) {
-        for (const auto& [key, value] : section->values) {
-            values.emplace(key, value);
-        }
-    }
-    return values;
+Values ValuesOf(const std::optional<Section>& section) {
+    return section ? ValuesByKey(*section) : Values();
 }
 
-void CompareSection(const std::wstring& name, const Section* left, const Section* right,
-                    std::vector<ValueChange>& changes) {
-    const Values before = ValuesOf(left);
-    const Values after = ValuesOf(right);
-    Values both = before;
-    both.insert(after.begin(), after.end());
-    for (const auto& [key, value] : both) {
-        const auto old = before.find(key);
-        const auto now = after.find(key);
-        ValueChange change = {.section = name, .key = key, .before = {}, .after = {}};
-        if (old != before.end()) {
-            change.before = old->second;
+void CompareValues(const std::wstring& section, const Values& left, const Values& right,
+                   const ValueSink& take) {
+    const auto keyOf = [](const auto* pair) -> const std::wstring& { return pair->first; };
+    ForEachPair(left, right, keyOf, [&](const auto* before, const auto* after) {
+        ValueChange change = {.section = section,
+                              .key = (before != nullptr ? *before : *after)->first,
+                              .before = {},
+                              .after = {}};
+        if (before != nullptr) {
+            change.before = (*before)->second;
         }
-        if (now != after.end()) {
-            change.after = now->second;
+        if (after != nullptr) {
+            change.after = (*after)->second;
         }
         if (change.before != change.after) {
-            changes.push_back(std::move(change));
+            take(change);
+        }
+    });
+}
+
+bool HasSameValues(const Values& left, const Values& right) {
+    return std::ranges::equal(left, right, [](const auto* one, const auto* other) { return *one == *other; });
+}
+
+std::set<std::wstring, NameLess> SectionNames(const Sections& left, const Sections& right) {
+    std::set<std::wstring, NameLess> names;
+    for (const Sections* sections : {&left, &right}) {
+        for (std::wstring& name : sections->SectionNames({})) {
+            names.insert(std::move(name));
         }
     }
-}
-
-using SectionMap = std::map<std::wstring, const Section*, NameLess>;
-
-SectionMap SectionsOf(const PackageContent& content) {
-    SectionMap sections;
-    for (const Section& section : content.sections) {
-        sections.emplace(section.name, &section);
-    }
-    return sections;
-}
-
-const Section* SectionIn(const SectionMap& sections, const std::wstring& name) {
-    const auto found = sections.find(name);
-    return found != sections.end() ? found->second : nullptr;
-}
-
-void CompareSections(const PackageContent& left, const PackageContent& right, Comparison& comparison) {
-    const SectionMap before = SectionsOf(left);
-    const SectionMap after = SectionsOf(right);
-    SectionMap both = before;
-    both.insert(after.begin(), after.end());
-    for (const auto& [name, any] : both) {
-        const Section* old = SectionIn(before, name);
-        const Section* now = SectionIn(after, name);
-        if (!HasPrefix(name, inikey::kHistoryPrefix)) {
-            CompareSection(name, old, now, comparison.values);
-        } else if (ValuesOf(old) != ValuesOf(now)) {
-            if (old != nullptr) {
-                comparison.removedHistory.push_back(*old);
-            }
-            if (now != nullptr) {
-                comparison.addedHistory.push_back(*now);
-            }
-        }
-    }
+    return names;
 }
 
 } // namespace
 
+std::vector<FileChange> CompareFiles(const PackageContent& left, const PackageContent& right) {
+    return FileComparison(left, right).Make();
+}
+
+void ForEachChangedValue(const Sections& left, const Sections& right, const ValueSink& take) {
+    for (const std::wstring& name : SectionNames(left, right)) {
+        if (!HasPrefix(name, inikey::kHistoryPrefix)) {
+            const std::optional<Section> old = left.Find(name);
+            const std::optional<Section> now = right.Find(name);
+            CompareValues(name, ValuesOf(old), ValuesOf(now), take);
+        }
+    }
+}
+
+void ForEachChangedEntry(const Sections& left, const Sections& right, const EntrySink& take) {
+    for (const std::wstring& name : SectionNames(left, right)) {
+        if (HasPrefix(name, inikey::kHistoryPrefix)) {
+            const std::optional<Section> old = left.Find(name);
+            const std::optional<Section> now = right.Find(name);
+            if (!HasSameValues(ValuesOf(old), ValuesOf(now))) {
+                take(old, now);
+            }
+        }
+    }
+}
+
 Comparison Compare(const PackageContent& left, const PackageContent& right) {
     Comparison comparison;
-    comparison.files = FileComparison(left, right).Make();
-    CompareSections(left, right, comparison);
+    comparison.files = CompareFiles(left, right);
+    ForEachChangedValue(left.sections, right.sections,
+                        [&](const ValueChange& change) { comparison.values.push_back(change); });
+    ForEachChangedEntry(left.sections, right.sections, [&](const auto& before, const auto& after) {
+        if (before) {
+            comparison.removedHistory.push_back(*before);
+        }
+        if (after) {
+            comparison.addedHistory.push_back(*after);
+        }
+    });
     return comparison;
 }
 

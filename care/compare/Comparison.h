@@ -4,6 +4,7 @@
 #include "care/compare/LineComparison.h"
 #include "care/Information.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 
@@ -47,6 +48,21 @@ inline constexpr std::uint64_t kLargestComparedText = std::uint64_t{64} << 20;
 /// Compares two packages. Files are compared by size and checksum, whatever their dates; the information file
 /// by its keys.
 Comparison Compare(const PackageContent& left, const PackageContent& right);
+
+/// Only the files.
+std::vector<FileChange> CompareFiles(const PackageContent& left, const PackageContent& right);
+
+// Only the information files. They may differ in more than memory should hold, so each difference is passed
+// on.
+using ValueSink = std::function<void(const ValueChange&)>;
+/// A section that only one of them has, or both with other values.
+using EntrySink =
+    std::function<void(const std::optional<Section>& before, const std::optional<Section>& after)>;
+
+/// Passes the keys that differ, without those of the history.
+void ForEachChangedValue(const Sections& left, const Sections& right, const ValueSink& take);
+/// Passes the entries of the history that differ.
+void ForEachChangedEntry(const Sections& left, const Sections& right, const EntrySink& take);
 
 /// Names of the changed G-code files, whose text CompareGCode needs.
 std::vector<std::wstring> ChangedGCode(const Comparison& comparison);

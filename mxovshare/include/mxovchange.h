@@ -42,7 +42,7 @@ MXOVSHARE_API PackageResult ChangePackage(const std::wstring& file, const std::w
 /// Lists what a package contains, and its information file. `path` is a package file, or a folder as
 /// CreatePackage would pack it, whose entries have a checksum and no packed size.
 MXOVSHARE_API PackageResult ReadContent(const std::wstring& path, std::vector<PackageEntry>& entries,
-                                        std::vector<InformationSection>& sections,
+                                        Information& information,
                                         PackageProgress* progress = nullptr) noexcept;
 
 /// Passes the content of some files to `take`, in the order of their names, which are as ReadContent lists

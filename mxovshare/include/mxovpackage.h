@@ -2,11 +2,10 @@
 // open.
 #pragma once
 
-#include "mxovshare.h"
+#include "mxovinformation.h"
 
 #include <cstdint>
 #include <string_view>
-#include <utility>
 
 namespace mxovshare {
 
@@ -37,12 +36,6 @@ public:
     /// The new package is complete, and replacing the old one would lose something of that file, in words
     /// such as "its owner, its other hard links". Returning false cancels.
     virtual bool OnLoss(const std::wstring& /*lost*/) { return true; }
-};
-
-/// One section of an information file with its keys in order, as a plain reader sees them.
-struct InformationSection {
-    std::wstring name;
-    std::vector<std::pair<std::wstring, std::wstring>> values;
 };
 
 /// Whether a file of this name is a lock that an office program keeps beside a document while it is open
@@ -77,8 +70,7 @@ MXOVSHARE_API PackageResult VerifyPackage(const std::wstring& file,
 /// Reads the package's information file ("mxinfo.ini", else "Private\mxinfo.ini") without unpacking anything.
 /// `path` is a package file, or the folder of an unpacked one. A package without an information file has no
 /// sections; the call succeeds.
-MXOVSHARE_API PackageResult ReadInformation(const std::wstring& path,
-                                            std::vector<InformationSection>& sections) noexcept;
+MXOVSHARE_API PackageResult ReadInformation(const std::wstring& path, Information& information) noexcept;
 
 /// Lists the files below a folder with their sizes and last writes. Links are not followed; checksums are not
 /// read.

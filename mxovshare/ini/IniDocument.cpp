@@ -22,6 +22,13 @@ bool IsKeyName(std::u16string_view name) {
            name.find(u'=') == name.npos;
 }
 
+// Inserting would reserve twice the size.
+std::string Marked(std::string_view bytes, std::string_view mark) {
+    std::string marked;
+    marked.reserve(mark.size() + bytes.size());
+    return marked.append(mark).append(bytes);
+}
+
 // The number that `digits` spell; 0 when they are none or spell more than an int holds.
 int NumberOf(std::u16string_view digits) {
     std::int64_t number = 0;
@@ -43,7 +50,7 @@ IniDocument::IniDocument(const TextPlatform& platform, std::string bytes, const 
     : m_platform(platform), m_limits(limits), m_bytes(std::move(bytes)), m_encoding(DetectEncoding(m_bytes)),
       m_hasHighByte(HasHighByte(m_bytes)) {
     if (!m_bytes.starts_with(MarkOf(m_encoding))) {
-        m_bytes.insert(0, MarkOf(m_encoding));
+        m_bytes = Marked(m_bytes, MarkOf(m_encoding));
     }
     m_bytes.resize(m_bytes.size() - m_bytes.size() % UnitSize(m_encoding));
     BuildIndex();
@@ -51,11 +58,11 @@ IniDocument::IniDocument(const TextPlatform& platform, std::string bytes, const 
 
 std::u16string IniDocument::Value(std::u16string_view section, std::u16string_view key) const {
     const std::uint32_t number = FindKey(ReadyName(section), ReadyName(key));
-    return number == IniIndex::kNone ? std::u16string() : PlainValue(TextOf(m_index->Key(number).value));
+    return number == IniIndex::kNone ? std::u16string() : ValueOf(m_index->Key(number));
 }
 
 bool IniDocument::HasSection(std::u16string_view section) const {
-    return m_index->FindSection(ReadyName(section)) != IniIndex::kNone;
+    return FindSection(section) != IniIndex::kNone;
 }
 
 bool IniDocument::WouldChange(std::u16string_view section, std::u16string_view key,
@@ -71,8 +78,7 @@ bool IniDocument::WouldChange(std::u16string_view section, std::u16string_view k
     if (number == IniIndex::kNone) {
         return m_index->MayAddKey(m_index->FindSection(section) == IniIndex::kNone);
     }
-    return !m_index->Key(number).hasValue ||
-           PlainValue(TextOf(m_index->Key(number).value)) != PlainValue(stored);
+    return !m_index->Key(number).hasValue || ValueOf(m_index->Key(number)) != PlainValue(stored);
 }
 
 bool IniDocument::SetValue(std::u16string_view section, std::u16string_view key, std::u16string_view value) {
@@ -145,18 +151,20 @@ int IniDocument::LastIndex(std::u16string_view prefix) const {
     return last;
 }
 
-void IniDocument::Read(IniReader& reader) const {
-    for (std::uint32_t number = 0; number < m_index->Sections().size(); ++number) {
-        const IniSection& section = m_index->Sections()[number];
-        if (section.shadowed) {
-            continue;
-        }
-        const std::vector<IniKey> keys = m_index->KeysOf(number);
-        reader.OnSection(TextOf(section.name), keys.size());
-        for (const IniKey& key : keys) {
-            reader.OnKey(TextOf(key.name), PlainValue(TextOf(key.value)));
-        }
+std::uint32_t IniDocument::NextSection(std::uint32_t number) const {
+    while (number < SectionCount() && m_index->Sections()[number].shadowed) {
+        ++number;
     }
+    return number;
+}
+
+std::uint32_t IniDocument::FindSection(std::u16string_view section) const {
+    return m_index->FindSection(ReadyName(section));
+}
+
+std::u16string IniDocument::ReadValue(std::uint32_t section, std::u16string_view key) const {
+    const std::optional<IniKey> found = m_index->ReadKey(section, ReadyName(key));
+    return found ? ValueOf(*found) : std::u16string();
 }
 
 void IniDocument::BuildIndex() {
@@ -233,6 +241,10 @@ std::string IniDocument::Encoded(std::u16string_view text) const {
 std::u16string IniDocument::TextOf(IniRange range) const {
     return DecodeText(std::string_view(m_bytes).substr(range.begin, range.end - range.begin), m_encoding,
                       m_platform);
+}
+
+std::u16string IniDocument::ValueOf(const IniKey& key) const {
+    return PlainValue(TextOf(key.value));
 }
 
 std::u16string IniDocument::LineEndBefore(std::size_t offset) const {

@@ -12,15 +12,6 @@
 
 namespace mxovshare {
 
-/// Gets the content of a document.
-class IniReader {
-public:
-    virtual ~IniReader() = default;
-    /// A section begins, of which so many keys follow.
-    virtual void OnSection(const std::u16string& name, std::size_t keys) = 0;
-    virtual void OnKey(const std::u16string& name, const std::u16string& value) = 0;
-};
-
 /// Names compare without regard to case and without blanks at either end. Of sections or keys of one name the
 /// first counts, as with the platform's profile functions; lines before the first header belong to no
 /// section.
@@ -34,7 +25,7 @@ public:
     static constexpr std::size_t kMaxBytes = 128 << 20;
 
     /// Files of more sections or lines are not read.
-    static constexpr IniLimits kMost = {.sections = 50'000, .lines = 250'000};
+    static constexpr IniLimits kMost = {.sections = 25'000, .lines = 100'000};
 
     /// A document of these bytes. UTF-16 without a mark gets one, half a unit at its end is dropped. A change
     /// that would exceed `limits` is refused. `platform` outlives the document.
@@ -72,8 +63,20 @@ public:
     /// one.
     int LastIndex(std::u16string_view prefix) const;
 
-    /// Passes everything that can be read to a reader, in order of appearance.
-    void Read(IniReader& reader) const;
+    // Reading section by section, by numbers that hold until the next change. Nothing is added to the index.
+    /// The first section from `number` on that is read; SectionCount() behind the last.
+    std::uint32_t NextSection(std::uint32_t number) const;
+    std::uint32_t SectionCount() const { return static_cast<std::uint32_t>(m_index->Sections().size()); }
+    /// The number of the section of this name; IniIndex::kNone without one.
+    std::uint32_t FindSection(std::u16string_view section) const;
+    std::u16string SectionName(std::uint32_t section) const {
+        return TextOf(m_index->Sections()[section].name);
+    }
+    std::u16string ReadValue(std::uint32_t section, std::u16string_view key) const;
+    /// The keys of a section in order of appearance, each once.
+    std::vector<IniKey> ReadKeys(std::uint32_t section) const { return m_index->ReadKeys(section); }
+    std::u16string NameOf(const IniKey& key) const { return TextOf(key.name); }
+    std::u16string ValueOf(const IniKey& key) const;
 
 private:
     void BuildIndex();

@@ -4,6 +4,7 @@
 #include "ini/IniValue.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace mxovshare {
 namespace {
@@ -12,6 +13,11 @@ std::uint32_t NumberIn(const IniNumbers& numbers, std::u16string_view folded) {
     const auto found = numbers.find(folded);
     return found == numbers.end() ? IniIndex::kNone : found->second;
 }
+
+struct FoldedKey {
+    std::u16string_view name;
+    IniKey* key;
+};
 
 void ShiftFrom(std::uint32_t& offset, std::uint32_t from, std::ptrdiff_t by) {
     if (offset >= from) {
@@ -43,24 +49,44 @@ std::uint32_t IniIndex::FindKey(std::uint32_t section, std::u16string_view name)
     return NumberIn(m_sections[section].keys, FoldName(name, m_platform));
 }
 
-std::vector<IniKey> IniIndex::KeysOf(std::uint32_t section) {
-    IniSection& asked = m_sections[section];
-    const bool known = asked.keysKnown;
-    const std::size_t count = m_keys.size();
-    if (!known) {
-        ScanKeys(section, asked.begin, asked.end);
-    }
+std::optional<IniKey> IniIndex::ReadKey(std::uint32_t section, std::u16string_view name) const {
+    const std::u16string folded = FoldName(name, m_platform);
+    std::optional<IniKey> found;
+    WithScanner(*this, [&](auto scanner) {
+        scanner.Keys(section, m_sections[section].begin, m_sections[section].end, [&](const IniKey& key) {
+            if (!found && IsNamed(key.name, folded)) {
+                found = key;
+            }
+        });
+    });
+    return found;
+}
+
+std::vector<IniKey> IniIndex::ReadKeys(std::uint32_t section) const {
     std::vector<IniKey> keys;
-    keys.reserve(asked.keys.size());
-    for (const auto& [name, number] : asked.keys) {
-        keys.push_back(m_keys[number]);
+    std::size_t length = 0;
+    WithScanner(*this, [&](auto scanner) {
+        scanner.Keys(section, m_sections[section].begin, m_sections[section].end, [&](const IniKey& key) {
+            keys.push_back(key);
+            length += key.name.end - key.name.begin;
+        });
+    });
+    std::u16string names; // all in one text, which never grows beyond what is reserved
+    names.reserve(length);
+    std::vector<FoldedKey> folded;
+    folded.reserve(keys.size());
+    for (IniKey& key : keys) {
+        const std::size_t begin = names.size();
+        names += FoldedName(key.name);
+        folded.push_back({std::u16string_view(names).substr(begin), &key});
     }
-    if (!known) {
-        m_keys.resize(count);
-        asked.keys.clear();
-        asked.keysKnown = false;
+    std::ranges::sort(folded, {}, [](const FoldedKey& key) { return std::pair(key.name, key.key); });
+    for (std::size_t i = 1; i < folded.size(); ++i) {
+        if (folded[i].name == folded[i - 1].name) {
+            folded[i].key->name = {}; // no key has this one
+        }
     }
-    std::ranges::sort(keys, {}, [](const IniKey& key) { return key.name.begin; });
+    std::erase_if(keys, [](const IniKey& key) { return key.name.begin == key.name.end; });
     return keys;
 }
 
@@ -93,25 +119,27 @@ void IniIndex::Appended(std::size_t oldSize, std::size_t lineBreak) {
     ScanSections(oldSize + lineBreak);
 }
 
-template <typename Action>
-void IniIndex::WithScanner(Action action) {
-    if (m_encoding == IniEncoding::Utf16) {
-        action(IniScanner<Utf16Units>(*this, false));
-    } else if (m_encoding == IniEncoding::Utf16BigEndian) {
-        action(IniScanner<Utf16BigEndianUnits>(*this, false));
+template <typename Index, typename Action>
+void IniIndex::WithScanner(Index& index, Action action) {
+    if (index.m_encoding == IniEncoding::Utf16) {
+        action(IniScanner<Utf16Units, Index>(index, false));
+    } else if (index.m_encoding == IniEncoding::Utf16BigEndian) {
+        action(IniScanner<Utf16BigEndianUnits, Index>(index, false));
     } else {
-        action(IniScanner<ByteUnits>(*this, m_encoding == IniEncoding::Ansi));
+        action(IniScanner<ByteUnits, Index>(index, index.m_encoding == IniEncoding::Ansi));
     }
 }
 
 void IniIndex::ScanSections(std::size_t begin) {
     const auto end = static_cast<std::uint32_t>(m_bytes.size());
-    WithScanner([&](auto scanner) { scanner.Sections(static_cast<std::uint32_t>(begin), end); });
+    WithScanner(*this, [&](auto scanner) { scanner.Sections(static_cast<std::uint32_t>(begin), end); });
     CloseLastSection(end, end);
 }
 
 void IniIndex::ScanKeys(std::uint32_t section, std::uint32_t begin, std::uint32_t end) {
-    WithScanner([&](auto scanner) { scanner.Keys(section, begin, end); });
+    WithScanner(*this, [&](auto scanner) {
+        scanner.Keys(section, begin, end, [this](const IniKey& key) { AddKey(key); });
+    });
     m_sections[section].keysKnown = true;
 }
 
@@ -143,6 +171,15 @@ void IniIndex::AddKey(const IniKey& key) {
     if (!m_sections[key.section].keys.try_emplace(FoldedName(key.name), number).second) {
         m_keys.pop_back();
     }
+}
+
+// Most names are told apart by their first unit, without decoding them.
+bool IniIndex::IsNamed(IniRange range, std::u16string_view folded) const {
+    const char16_t first = UnitAt(m_bytes.data() + range.begin, m_encoding);
+    if (first < 0x80 && !folded.starts_with(FoldPrefix({&first, 1}, m_platform))) {
+        return false;
+    }
+    return FoldedName(range) == folded;
 }
 
 void IniIndex::CloseLastSection(std::uint32_t ownEnd, std::uint32_t end) {

@@ -8,13 +8,14 @@
 #include <cstdint>
 #include <limits>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace mxovshare {
 
-template <typename Units>
+template <typename Units, typename Index>
 class IniScanner;
 
 /// How much an index may hold. Each section and each key takes far more memory than its line.
@@ -75,8 +76,13 @@ public:
     /// All sections in order of appearance.
     const std::vector<IniSection>& Sections() const { return m_sections; }
     const IniKey& Key(std::uint32_t number) const { return m_keys[number]; }
-    /// The keys of a section in order of appearance. Those that are not in the index yet are not added.
-    std::vector<IniKey> KeysOf(std::uint32_t section);
+
+    // What follows reads the lines of a section and adds nothing to the index, whose keys take far more
+    // memory than their lines.
+    /// The key of this name; none without one.
+    std::optional<IniKey> ReadKey(std::uint32_t section, std::u16string_view name) const;
+    /// The keys in order of appearance, each once.
+    std::vector<IniKey> ReadKeys(std::uint32_t section) const;
 
     /// The name in `range` in its folded form.
     std::u16string FoldedName(IniRange range) const;
@@ -91,18 +97,20 @@ public:
     void Appended(std::size_t oldSize, std::size_t lineBreak);
 
 private:
-    template <typename Units>
+    template <typename Units, typename Index>
     friend class IniScanner;
 
-    template <typename Action>
-    void WithScanner(Action action);
+    template <typename Index, typename Action>
+    static void WithScanner(Index& index, Action action);
     void ScanSections(std::size_t begin);
     void ScanKeys(std::uint32_t section, std::uint32_t begin, std::uint32_t end);
     void CountLine(IniRange line);
     void AddSection(IniRange line, IniRange name);
     void AddKey(const IniKey& key);
+    bool IsNamed(IniRange range, std::u16string_view folded) const;
     void CloseLastSection(std::uint32_t ownEnd, std::uint32_t end);
     void Shift(std::uint32_t from, std::ptrdiff_t by);
+
     const std::string& m_bytes;
     IniEncoding m_encoding;
     const TextPlatform& m_platform;

@@ -12,11 +12,11 @@ namespace mxovshare {
 /// Finds headers, keys and comment lines as the platform's profile functions do: CR, LF and CR LF end a line,
 /// blanks around names and values do not count, a header ends at the last "]" of its line, ";" begins a
 /// comment line, and a header without "]" is an ordinary line.
-template <typename Units>
+template <typename Units, typename Index>
 class IniScanner {
 public:
     /// With `twoByteCharacters` the text may hold characters whose second byte looks like "]".
-    IniScanner(IniIndex& index, bool twoByteCharacters)
+    IniScanner(Index& index, bool twoByteCharacters)
         : m_index(index), m_bytes(index.m_bytes.data()), m_twoByteCharacters(twoByteCharacters) {}
 
     /// Adds the sections of whole lines, which follow what was scanned before.
@@ -35,11 +35,16 @@ public:
         });
     }
 
-    /// Adds the keys of whole lines of one section.
-    void Keys(std::uint32_t section, std::uint32_t begin, std::uint32_t end) {
+    /// Passes the keys of whole lines of one section to `take`.
+    template <typename Take>
+    void Keys(std::uint32_t section, std::uint32_t begin, std::uint32_t end, Take take) const {
         ForEachLine(begin, end, [&](IniRange, IniRange text) {
-            if (text.begin < text.end && !IsComment(text) && HeaderEnd(text) == text.begin) {
-                AddKey(section, text);
+            if (text.begin == text.end || IsComment(text) || HeaderEnd(text) != text.begin) {
+                return;
+            }
+            const IniKey key = KeyIn(section, text);
+            if (key.name.begin < key.name.end) {
+                take(key);
             }
         });
     }
@@ -139,7 +144,7 @@ private:
         }
     }
 
-    void AddKey(std::uint32_t section, IniRange text) {
+    IniKey KeyIn(std::uint32_t section, IniRange text) const {
         std::uint32_t equals = text.begin;
         while (equals < text.end && At(equals) != u'=') {
             equals += Units::kSize;
@@ -148,12 +153,10 @@ private:
         if (key.hasValue) {
             key.value = Trimmed({equals + Units::kSize, text.end});
         }
-        if (key.name.begin < key.name.end) {
-            m_index.AddKey(key);
-        }
+        return key;
     }
 
-    IniIndex& m_index;
+    Index& m_index;
     const char* m_bytes;
     bool m_twoByteCharacters;
 };

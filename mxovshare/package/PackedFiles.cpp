@@ -57,12 +57,12 @@ std::string ReadInformationFile(const ByteSource& source, const ZipEntry& entry)
     return ReadWholeEntry(source, entry, kLargestInformation);
 }
 
-std::vector<InformationSection> SectionsOf(std::string bytes) {
-    std::vector<InformationSection> sections;
-    if (!ParseInformation(std::move(bytes), sections)) {
+Information ParseInformation(std::string bytes) {
+    Information information;
+    if (!information.Parse(std::move(bytes))) {
         throw InformationTooLong();
     }
-    return sections;
+    return information;
 }
 
 PackageError InformationTooLong() {

@@ -31,8 +31,8 @@ inline constexpr std::uint64_t kLargestInformation = std::uint64_t{12} << 20;
 /// The content of an information file. Throws PackageError.
 std::string ReadInformationFile(const ByteSource& source, const ZipEntry& entry);
 
-/// The sections of an information file with these bytes. Throws PackageError for too many sections or lines.
-std::vector<InformationSection> SectionsOf(std::string bytes);
+/// An information file of these bytes. Throws PackageError for too many sections or lines.
+Information ParseInformation(std::string bytes);
 PackageError InformationTooLong();
 
 } // namespace mxovshare

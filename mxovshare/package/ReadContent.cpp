@@ -53,18 +53,18 @@ PackageEntry DescribeItem(const FolderItem& item, ProgressMeter& meter) {
     return Describe(entry);
 }
 
-std::vector<InformationSection> InformationOfFolder(const std::wstring& folder) {
+Information InformationOfFolder(const std::wstring& folder) {
     for (const wchar_t* name : {common::kInformationFile, common::kPrivateInformationFile}) {
         const std::wstring path = JoinPath(folder, name);
         if (GetFileAttributesW(common::LongPath(path).c_str()) != INVALID_FILE_ATTRIBUTES) {
-            return SectionsOf(ReadFileUpTo(path, kLargestInformation));
+            return ParseInformation(ReadFileUpTo(path, kLargestInformation));
         }
     }
     return {};
 }
 
-void ReadFolder(const std::wstring& folder, std::vector<PackageEntry>& entries,
-                std::vector<InformationSection>& sections, PackageProgress* progress) {
+void ReadFolder(const std::wstring& folder, std::vector<PackageEntry>& entries, Information& information,
+                PackageProgress* progress) {
     const std::vector<FolderItem> items = ScanFolder(folder, {});
     std::uint64_t total = 0;
     for (const FolderItem& item : items) {
@@ -75,24 +75,21 @@ void ReadFolder(const std::wstring& folder, std::vector<PackageEntry>& entries,
         meter.Begin(item.path);
         entries.push_back(DescribeItem(item, meter));
     }
-    sections = InformationOfFolder(folder);
+    information = InformationOfFolder(folder);
 }
 
-std::vector<InformationSection> InformationOf(const ByteSource& source,
-                                              const std::vector<ZipEntry>& directory) {
-    const ZipEntry* information = FindInformation(directory);
-    return information != nullptr ? SectionsOf(ReadInformationFile(source, *information))
-                                  : std::vector<InformationSection>();
+Information InformationOf(const ByteSource& source, const std::vector<ZipEntry>& directory) {
+    const ZipEntry* entry = FindInformation(directory);
+    return entry != nullptr ? ParseInformation(ReadInformationFile(source, *entry)) : Information();
 }
 
-void ReadPackageFile(const std::wstring& file, std::vector<PackageEntry>& entries,
-                     std::vector<InformationSection>& sections) {
+void ReadPackageFile(const std::wstring& file, std::vector<PackageEntry>& entries, Information& information) {
     const DiskSource source(file);
     const std::vector<ZipEntry> directory = ReadZipDirectory(source);
     for (const ZipEntry& entry : directory) {
         entries.push_back(Describe(entry));
     }
-    sections = InformationOf(source, directory);
+    information = InformationOf(source, directory);
 }
 
 class PackageFiles {
@@ -122,27 +119,27 @@ private:
 
 } // namespace
 
-PackageResult ReadInformation(const std::wstring& path, std::vector<InformationSection>& sections) noexcept {
+PackageResult ReadInformation(const std::wstring& path, Information& information) noexcept {
     return RunForResult(path, [&] {
-        sections.clear();
+        information = {};
         if (IsContentFolder(path)) {
-            sections = InformationOfFolder(path);
+            information = InformationOfFolder(path);
         } else {
             const DiskSource source(path);
-            sections = InformationOf(source, ReadZipDirectory(source));
+            information = InformationOf(source, ReadZipDirectory(source));
         }
     });
 }
 
 PackageResult ReadContent(const std::wstring& path, std::vector<PackageEntry>& entries,
-                          std::vector<InformationSection>& sections, PackageProgress* progress) noexcept {
+                          Information& information, PackageProgress* progress) noexcept {
     return RunForResult(path, [&] {
         entries.clear();
-        sections.clear();
+        information = {};
         if (IsContentFolder(path)) {
-            ReadFolder(path, entries, sections, progress);
+            ReadFolder(path, entries, information, progress);
         } else {
-            ReadPackageFile(path, entries, sections);
+            ReadPackageFile(path, entries, information);
         }
     });
 }

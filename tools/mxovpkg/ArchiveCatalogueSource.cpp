@@ -1,5 +1,7 @@
 #include "ArchiveCatalogueSource.h"
 
+#include <care/Information.h>
+
 #include <algorithm>
 #include <limits>
 #include <optional>
@@ -9,22 +11,8 @@ using namespace docview;
 
 namespace {
 
-// Compares names as the file system does. The common prefix is skipped first: hostile names share long ones.
-int Compare(std::wstring_view left, std::wstring_view right) {
-    const auto [differing, other] = std::ranges::mismatch(left, right);
-    left.remove_prefix(static_cast<std::size_t>(differing - left.begin()));
-    right.remove_prefix(static_cast<std::size_t>(other - right.begin()));
-    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                                static_cast<int>(right.size()), TRUE) -
-           CSTR_EQUAL;
-}
-
-bool IsBefore(std::wstring_view left, std::wstring_view right) {
-    return Compare(left, right) < 0;
-}
-
 bool HasPrefix(std::wstring_view text, std::wstring_view prefix) {
-    return Compare(text.substr(0, prefix.size()), prefix) == 0;
+    return care::CompareNames(text.substr(0, prefix.size()), prefix) == 0;
 }
 
 // The path inside the package with single separators; none for a path outside it.
@@ -51,48 +39,32 @@ bool IsOnDrive(const std::wstring& path) {
     return path.size() > 2 && path[1] == L':' && (path[2] == L'\\' || path[2] == L'/');
 }
 
-constexpr auto kNameOf = [](const auto* named) -> const std::wstring& { return named->name; };
-
-template <typename Named>
-std::vector<const Named*> SortedByName(const std::vector<Named>& all) {
-    std::vector<const Named*> sorted(all.size());
-    std::ranges::transform(all, sorted.begin(), [](const Named& named) { return &named; });
-    std::ranges::sort(sorted, IsBefore, kNameOf);
-    return sorted;
-}
+constexpr auto kNameOf = [](const mxovshare::PackageEntry* entry) -> const std::wstring& {
+    return entry->name;
+};
 
 } // namespace
 
 const std::wstring ArchiveCatalogueSource::kFolder = L"<package>\\";
 
 ArchiveCatalogueSource::ArchiveCatalogueSource(const std::vector<mxovshare::PackageEntry>& entries,
-                                               const std::vector<mxovshare::InformationSection>& sections)
-    : m_entries(SortedByName(entries)), m_sections(sections), m_sectionsByName(SortedByName(sections)) {}
+                                               const mxovshare::Information& information)
+    : m_entries(entries.size()), m_information(information) {
+    std::ranges::transform(entries, m_entries.begin(), [](const auto& entry) { return &entry; });
+    std::ranges::sort(m_entries, care::NameLess(), kNameOf);
+}
 
 ArchiveCatalogueSource::Entries::const_iterator
 ArchiveCatalogueSource::LowerBound(const std::wstring& path) const {
-    return std::ranges::lower_bound(m_entries, path, IsBefore, kNameOf);
+    return std::ranges::lower_bound(m_entries, path, care::NameLess(), kNameOf);
 }
 
 std::wstring ArchiveCatalogueSource::Value(const std::wstring& section, const std::wstring& key) const {
-    const auto found = std::ranges::lower_bound(m_sectionsByName, section, IsBefore, kNameOf);
-    if (found == m_sectionsByName.end() || Compare((*found)->name, section) != 0) {
-        return {};
-    }
-    const auto& values = (*found)->values;
-    const auto value =
-        std::ranges::find_if(values, [&key](const auto& pair) { return Compare(pair.first, key) == 0; });
-    return value != values.end() ? value->second : std::wstring();
+    return m_information.Value(section, key);
 }
 
 std::vector<std::wstring> ArchiveCatalogueSource::SectionNames(const std::wstring& prefix) const {
-    std::vector<std::wstring> names;
-    for (const mxovshare::InformationSection& section : m_sections) {
-        if (HasPrefix(section.name, prefix)) {
-            names.push_back(section.name);
-        }
-    }
-    return names;
+    return m_information.SectionNames(prefix);
 }
 
 FileStatus ArchiveCatalogueSource::Status(const std::wstring& path) const {
@@ -104,7 +76,7 @@ FileStatus ArchiveCatalogueSource::Status(const std::wstring& path) const {
         return {.exists = true, .isFolder = true};
     }
     const auto found = LowerBound(*inside);
-    if (found != m_entries.end() && Compare((*found)->name, *inside) == 0) {
+    if (found != m_entries.end() && care::CompareNames((*found)->name, *inside) == 0) {
         const mxovshare::PackageEntry& entry = **found;
         return {.exists = true, .isFolder = entry.isFolder, .size = entry.size, .lastWrite = entry.modified};
     }

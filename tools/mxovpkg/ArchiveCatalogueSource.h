@@ -15,7 +15,7 @@ public:
     static const std::wstring kFolder;
 
     ArchiveCatalogueSource(const std::vector<mxovshare::PackageEntry>& entries,
-                           const std::vector<mxovshare::InformationSection>& sections);
+                           const mxovshare::Information& information);
 
     std::wstring Value(const std::wstring& section, const std::wstring& key) const override;
     std::vector<std::wstring> SectionNames(const std::wstring& prefix) const override;
@@ -25,7 +25,6 @@ public:
 
 private:
     using Entries = std::vector<const mxovshare::PackageEntry*>;
-    using Sections = std::vector<const mxovshare::InformationSection*>;
 
     /// The first entry that does not sort before a path relative to the package folder.
     Entries::const_iterator LowerBound(const std::wstring& path) const;
@@ -33,7 +32,6 @@ private:
     /// In the order of the file system. The entries of a folder are adjacent; the folder itself may have
     /// none.
     Entries m_entries;
-    const std::vector<mxovshare::InformationSection>& m_sections; ///< in their order in the file
-    Sections m_sectionsByName;
+    const mxovshare::Information& m_information;
     docview::DiskCatalogueSource m_disk{{}}; ///< queried for files only
 };

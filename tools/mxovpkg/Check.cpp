@@ -51,29 +51,33 @@ const wchar_t* StateOf(const CatalogueItem& item) {
     }
 }
 
-void PrintSection(const Section& section, const std::vector<CatalogueItem>& items, bool isShown) {
+struct Column {
+    std::size_t width = 0;
+    std::size_t lines = 0;
+};
+
+Column NamesOf(DocumentCategory category, CatalogueLoader& documents) {
+    Column column;
+    documents.ForEachRecord(category, [&column](const DocumentRecord& record) {
+        column.width = std::max(column.width, std::min(record.fileName.size(), kWidestColumn));
+        ++column.lines;
+    });
+    return column;
+}
+
+void PrintSection(const Section& section, CatalogueLoader& documents, bool isShown) {
     PrintLine(L"");
     PrintLine(section.title +
               std::wstring(isShown ? L"" : L" (not shown: written by a version before 2021)"));
-    std::size_t nameWidth = 0;
-    std::size_t count = 0;
-    for (const CatalogueItem& item : items) {
-        if (item.record.category != section.category) {
-            continue;
-        }
-        nameWidth = std::max(nameWidth, std::min(item.record.fileName.size(), kWidestColumn));
-        ++count;
-    }
-    if (count == 0) {
+    const Column names = NamesOf(section.category, documents);
+    if (names.lines == 0) {
         PrintLine(L"  none");
     }
-    for (const CatalogueItem& item : items) {
-        if (item.record.category == section.category) {
-            PrintLine(OneLine(L"  " + Padded(item.record.fileName, nameWidth) + L"  " +
-                              Padded(item.sizeText, 10) + L"  " + Padded(item.record.timestamp, 19) + L"  " +
-                              StateOf(item)));
-        }
-    }
+    documents.ForEachItem(section.category, [&names](const CatalogueItem& item) {
+        PrintLine(OneLine(L"  " + Padded(item.record.fileName, names.width) + L"  " +
+                          Padded(item.sizeText, 10) + L"  " + Padded(item.record.timestamp, 19) + L"  " +
+                          StateOf(item)));
+    });
 }
 
 // What a check without --strict reports besides errors.
@@ -118,21 +122,19 @@ std::string FindingJson(const Finding& finding) {
                        {"cure", JsonString(finding.cure)}});
 }
 
-// `findings` is their JSON, separated by commas.
-void PrintReport(const std::wstring& file, Counts counts, const std::string& findings) {
-    PrintJson(JsonObject({{"file", JsonString(file)},
-                          {"errors", std::to_string(CountOf(counts, Severity::Error))},
-                          {"warnings", std::to_string(CountOf(counts, Severity::Warning))},
-                          {"findings", "[" + findings + "]"}}));
+JsonMembers CountsJson(Counts counts) {
+    return {{"errors", std::to_string(CountOf(counts, Severity::Error))},
+            {"warnings", std::to_string(CountOf(counts, Severity::Warning))}};
 }
 
 void PrintCatalogue(const ArchiveCatalogueSource& source) {
     const std::wstring version = source.Value(inikey::kFileInfo, inikey::kVersion);
     PrintLine(L"written by: " + (version.empty() ? L"unknown" : OneLine(version)));
-    const std::vector<CatalogueItem> items = CatalogueLoader(source, ArchiveCatalogueSource::kFolder).Load();
+    CatalogueLoader documents(source, ArchiveCatalogueSource::kFolder);
     const bool isRecent = IsRecentVersion(version);
     for (const Section& section : kSections) {
-        PrintSection(section, items, isRecent || section.category != DocumentCategory::AdditionalDocument);
+        PrintSection(section, documents,
+                     isRecent || section.category != DocumentCategory::AdditionalDocument);
     }
 }
 
@@ -158,7 +160,9 @@ int Check(const Arguments& arguments) {
             damage.severity = Severity::Error;
             damage.code = care::finding::kDamaged;
             damage.message = result.message;
-            PrintReport(file, {1, 0, 0}, FindingJson(damage));
+            JsonListing findings({{"file", JsonString(file)}}, "findings");
+            findings.Print(FindingJson(damage));
+            findings.End(CountsJson({1, 0, 0}));
         }
         return kFailed;
     }
@@ -175,11 +179,9 @@ int Check(const Arguments& arguments) {
                          });
     };
     if (isJson) {
-        std::string findings;
-        findEach([&findings](const Finding& finding) {
-            findings += (findings.empty() ? "" : ",") + FindingJson(finding);
-        });
-        PrintReport(file, counts, findings);
+        JsonListing findings({{"file", JsonString(file)}}, "findings");
+        findEach([&findings](const Finding& finding) { findings.Print(FindingJson(finding)); });
+        findings.End(CountsJson(counts));
         return ExitCodeOf(counts, isStrict);
     }
     std::size_t errors = 0;

@@ -89,8 +89,11 @@ int List(const Arguments& arguments) {
         return kFailed;
     }
     if (arguments.Has(L"--json")) {
-        PrintJson(
-            JsonObject({{"file", JsonString(arguments[0])}, {"entries", JsonArray(entries, EntryJson)}}));
+        JsonListing listing({{"file", JsonString(arguments[0])}}, "entries");
+        for (const PackageEntry& entry : entries) {
+            listing.Print(EntryJson(entry));
+        }
+        listing.End();
         return kDone;
     }
     PrintEntry(L"Size", L"Packed", L"Modified (UTC)", L"Name");

@@ -7,6 +7,8 @@
 
 #include <package/PackageInformation.h>
 
+#include <algorithm>
+
 using namespace docview;
 
 namespace {
@@ -49,24 +51,10 @@ std::wstring QuotedOrNone(const std::optional<std::wstring>& value) {
     return value ? L"\"" + Escaped(*value) + L"\"" : std::wstring(L"none");
 }
 
-void PrintHistory(const wchar_t* sign, const std::vector<care::Section>& entries) {
-    for (const care::Section& entry : entries) {
-        PrintLine(sign + Escaped(entry.name + L": " + care::ValueOf(entry, inikey::kTime) + L" " +
-                                 care::ValueOf(entry, inikey::kBy) + L" " +
-                                 care::ValueOf(entry, inikey::kOperation)));
-    }
-}
-
-void PrintComparison(const care::Comparison& comparison) {
-    for (const FileChange& change : comparison.files) {
-        PrintFileChange(change);
-    }
-    for (const ValueChange& change : comparison.values) {
-        PrintLine(Escaped(change.section + L"/" + change.key) + L": " + QuotedOrNone(change.before) +
-                  L" -> " + QuotedOrNone(change.after));
-    }
-    PrintHistory(L"removed ", comparison.removedHistory);
-    PrintHistory(L"added ", comparison.addedHistory);
+void PrintEntry(const wchar_t* sign, const care::Section& entry) {
+    PrintLine(sign +
+              Escaped(entry.name + L": " + care::ValueOf(entry, inikey::kTime) + L" " +
+                      care::ValueOf(entry, inikey::kBy) + L" " + care::ValueOf(entry, inikey::kOperation)));
 }
 
 std::string LineJson(const LineDifference& difference) {
@@ -103,45 +91,105 @@ std::string ValueJson(const ValueChange& change) {
                        {"after", json(change.after)}});
 }
 
-std::string ComparisonJson(const Arguments& arguments, const care::Comparison& comparison) {
-    return JsonObject({{"before", JsonString(arguments[0])},
-                       {"after", JsonString(arguments[1])},
-                       {"equal", JsonTruth(comparison.IsEqual())},
-                       {"files", JsonArray(comparison.files, FileJson)},
-                       {"values", JsonArray(comparison.values, ValueJson)},
-                       {"removedHistory", JsonArray(comparison.removedHistory, HistoryJson)},
-                       {"addedHistory", JsonArray(comparison.addedHistory, HistoryJson)}});
-}
+// Two packages that were read, and what differs.
+class Difference {
+public:
+    Difference(care::PackageContent left, care::PackageContent right)
+        : m_left(std::move(left)), m_right(std::move(right)),
+          m_comparison{.files = care::CompareFiles(m_left, m_right),
+                       .values = {},
+                       .removedHistory = {},
+                       .addedHistory = {}} {}
 
-// Nothing after a failure that was reported.
-std::optional<care::Comparison> CompareNamed(const Arguments& arguments) {
-    const auto left = ReadPackage(arguments[0]);
-    const auto right = left ? ReadPackage(arguments[1]) : std::nullopt;
-    if (!right) {
-        return {};
+    bool IsEqual() const { return m_isEqual; }
+
+    // False after a failure that was reported.
+    bool CompareGCode(const Arguments& arguments) {
+        const std::vector<std::wstring> names = care::ChangedGCode(m_comparison);
+        const auto leftTexts = ReadTexts(arguments[0], names);
+        const auto rightTexts = leftTexts ? ReadTexts(arguments[1], names) : std::nullopt;
+        if (!rightTexts) {
+            return false;
+        }
+        care::CompareGCode(m_comparison, *leftTexts, *rightTexts, arguments.Has(L"--all-lines"));
+        m_isEqual = m_comparison.files.empty();
+        return true;
     }
-    care::Comparison comparison = care::Compare(*left, *right);
-    const std::vector<std::wstring> names = care::ChangedGCode(comparison);
-    const auto leftTexts = ReadTexts(arguments[0], names);
-    const auto rightTexts = leftTexts ? ReadTexts(arguments[1], names) : std::nullopt;
-    if (!rightTexts) {
-        return {};
+
+    void Print() {
+        std::ranges::for_each(m_comparison.files, PrintFileChange);
+        ForEachValue([](const ValueChange& change) {
+            PrintLine(Escaped(change.section + L"/" + change.key) + L": " + QuotedOrNone(change.before) +
+                      L" -> " + QuotedOrNone(change.after));
+        });
+        ForEachRemoved([](const care::Section& entry) { PrintEntry(L"removed ", entry); });
+        ForEachAdded([](const care::Section& entry) { PrintEntry(L"added ", entry); });
     }
-    care::CompareGCode(comparison, *leftTexts, *rightTexts, arguments.Has(L"--all-lines"));
-    return comparison;
-}
+
+    void PrintJson(const Arguments& arguments) {
+        JsonListing listing({{"before", JsonString(arguments[0])}, {"after", JsonString(arguments[1])}},
+                            "files");
+        for (const FileChange& change : m_comparison.files) {
+            listing.Print(FileJson(change));
+        }
+        listing.Next("values");
+        ForEachValue([&listing](const ValueChange& change) { listing.Print(ValueJson(change)); });
+        listing.Next("removedHistory");
+        ForEachRemoved([&listing](const care::Section& entry) { listing.Print(HistoryJson(entry)); });
+        listing.Next("addedHistory");
+        ForEachAdded([&listing](const care::Section& entry) { listing.Print(HistoryJson(entry)); });
+        listing.End({{"equal", JsonTruth(m_isEqual)}});
+    }
+
+private:
+    void ForEachValue(const care::ValueSink& take) {
+        care::ForEachChangedValue(m_left.sections, m_right.sections, [&](const ValueChange& change) {
+            m_isEqual = false;
+            take(change);
+        });
+    }
+
+    template <typename Visit>
+    void ForEachRemoved(Visit visit) {
+        care::ForEachChangedEntry(m_left.sections, m_right.sections, [&](const auto& before, const auto&) {
+            m_isEqual = false;
+            if (before) {
+                visit(*before);
+            }
+        });
+    }
+
+    template <typename Visit>
+    void ForEachAdded(Visit visit) {
+        care::ForEachChangedEntry(m_left.sections, m_right.sections, [&](const auto&, const auto& after) {
+            if (after) {
+                visit(*after);
+            }
+        });
+    }
+
+    care::PackageContent m_left;
+    care::PackageContent m_right;
+    care::Comparison m_comparison; // of the files; the rest is passed on
+    bool m_isEqual = true;         // as far as it was compared
+};
 
 } // namespace
 
 int Diff(const Arguments& arguments) {
-    const std::optional<care::Comparison> comparison = CompareNamed(arguments);
-    if (!comparison) {
+    auto left = ReadPackage(arguments[0]);
+    auto right = left ? ReadPackage(arguments[1]) : std::nullopt;
+    if (!right) {
+        return kFailed;
+    }
+    Difference difference(std::move(*left), std::move(*right));
+    if (!difference.CompareGCode(arguments)) {
         return kFailed;
     }
     if (arguments.Has(L"--json")) {
-        PrintJson(ComparisonJson(arguments, *comparison));
+        difference.PrintJson(arguments);
     } else {
-        PrintComparison(*comparison);
+        difference.Print();
     }
-    return arguments.Has(L"--exit-code") && !comparison->IsEqual() ? kFindings : kDone;
+    return arguments.Has(L"--exit-code") && !difference.IsEqual() ? kFindings : kDone;
 }

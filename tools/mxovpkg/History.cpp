@@ -13,14 +13,21 @@ using namespace docview;
 
 namespace {
 
-std::vector<care::Section> HistoryOf(const care::PackageContent& view) {
-    std::vector<care::Section> history;
-    for (const care::Section& section : view.sections) {
+template <typename Visit>
+void ForEachEntry(const care::Sections& sections, Visit visit) {
+    for (const care::Section& section : sections) {
         if (care::HasPrefix(section.name, inikey::kHistoryPrefix)) {
-            history.push_back(section);
+            visit(section);
         }
     }
-    return history;
+}
+
+void PrintEntry(const care::Section& entry) {
+    const std::wstring remarks = care::ValueOf(entry, inikey::kRemarks);
+    PrintLine(OneLine(Padded(care::ValueOf(entry, inikey::kTime), 19) + L"  " +
+                      Padded(care::ValueOf(entry, inikey::kBy), 12) + L"  " +
+                      care::ValueOf(entry, inikey::kOperation) +
+                      (remarks.empty() ? L"" : L" (" + remarks + L")")));
 }
 
 } // namespace
@@ -51,19 +58,18 @@ int ShowHistory(const Arguments& arguments) {
     if (!view) {
         return kFailed;
     }
-    const std::vector<care::Section> history = HistoryOf(*view);
     if (arguments.Has(L"--json")) {
-        PrintJson(
-            JsonObject({{"file", JsonString(arguments[0])}, {"history", JsonArray(history, HistoryJson)}}));
+        JsonListing history({{"file", JsonString(arguments[0])}}, "history");
+        ForEachEntry(view->sections,
+                     [&history](const care::Section& entry) { history.Print(HistoryJson(entry)); });
+        history.End();
         return kDone;
     }
-    for (const care::Section& entry : history) {
-        const std::wstring remarks = care::ValueOf(entry, inikey::kRemarks);
-        PrintLine(OneLine(Padded(care::ValueOf(entry, inikey::kTime), 19) + L"  " +
-                          Padded(care::ValueOf(entry, inikey::kBy), 12) + L"  " +
-                          care::ValueOf(entry, inikey::kOperation) +
-                          (remarks.empty() ? L"" : L" (" + remarks + L")")));
-    }
-    PrintLine(history.size() == 1 ? L"1 entry" : std::to_wstring(history.size()) + L" entries");
+    std::size_t count = 0;
+    ForEachEntry(view->sections, [&count](const care::Section& entry) {
+        PrintEntry(entry);
+        ++count;
+    });
+    PrintLine(count == 1 ? L"1 entry" : std::to_wstring(count) + L" entries");
     return kDone;
 }

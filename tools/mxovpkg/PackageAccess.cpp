@@ -19,6 +19,9 @@ std::optional<care::PackageContent> ReadPackage(const std::wstring& path) {
 
 std::optional<care::Texts> ReadTexts(const std::wstring& path, const std::vector<std::wstring>& names) {
     care::Texts texts;
+    if (names.empty()) {
+        return texts; // without reading the directory again
+    }
     const mxovshare::PackageResult result = mxovshare::ReadContentFiles(
         path, names, care::kLargestComparedText,
         [&texts](const std::wstring& name, std::string bytes) { texts.emplace(name, std::move(bytes)); });

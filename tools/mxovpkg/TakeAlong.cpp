@@ -22,7 +22,7 @@ void PrintMove(const std::wstring& from, const std::wstring& to) {
 }
 
 void WarnIfHidden(const care::PackageContent& view) {
-    if (!IsRecentVersion(care::ValueOf(view.sections, inikey::kFileInfo, inikey::kVersion))) {
+    if (!IsRecentVersion(view.sections.Value(inikey::kFileInfo, inikey::kVersion))) {
         PrintWarning(
             L"the package states a version before 2021, for which additional documents are not shown");
     }

@@ -28,37 +28,65 @@ bool IsInformation(const std::wstring& name) {
 void PrintSections(const care::Sections& sections) {
     for (const care::Section& section : sections) {
         PrintLine(L"[" + Escaped(section.name) + L"]");
-        std::vector<const std::pair<std::wstring, std::wstring>*> values;
-        std::ranges::transform(section.values, std::back_inserter(values),
-                               [](const auto& pair) { return &pair; });
-        std::ranges::sort(values, care::NameLess(),
-                          [](const auto* pair) -> const std::wstring& { return pair->first; });
-        for (const auto* pair : values) {
+        for (const auto* pair : care::ValuesByKey(section)) {
             PrintLine(Escaped(pair->first).append(L"=").append(Escaped(pair->second)));
         }
         PrintLine(L"");
     }
 }
 
-bool IsText(const std::string& bytes) {
+// Takes whole characters, and no half of a line end, off the front of `bytes`: as text they take several
+// times the memory.
+std::string_view TakePiece(std::string_view& bytes) {
+    constexpr std::size_t kLength = std::size_t{64} << 10;
+    constexpr std::size_t kLongestCharacter = 4;
+    const auto isInside = [&bytes](std::size_t at) {
+        return (static_cast<unsigned char>(bytes[at]) & 0xC0) == 0x80 || bytes.substr(at - 1, 2) == "\r\n";
+    };
+    std::size_t length = std::min(kLength, bytes.size());
+    while (length < bytes.size() && length < kLength + kLongestCharacter && isInside(length)) {
+        ++length;
+    }
+    const std::string_view piece = bytes.substr(0, length);
+    bytes.remove_prefix(length);
+    return piece;
+}
+
+bool IsText(std::string_view bytes) {
     const auto isBinary = [](char unit) {
         return static_cast<unsigned char>(unit) < 0x20 && unit != '\t' && unit != '\r' && unit != '\n';
     };
-    return std::ranges::none_of(bytes, isBinary) && common::ToUtf8(common::FromUtf8(bytes)) == bytes;
+    while (!bytes.empty()) {
+        const std::string_view piece = TakePiece(bytes);
+        if (std::ranges::any_of(piece, isBinary) || common::ToUtf8(common::FromUtf8(piece)) != piece) {
+            return false;
+        }
+    }
+    return true;
 }
 
-void PrintContent(const std::wstring& name, const std::string& bytes) {
+// Line ends become "\n".
+std::wstring Printable(const std::wstring& text) {
+    std::wstring printable;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find_first_of(L"\r\n", begin), text.size());
+        printable += Escaped(text.substr(begin, end - begin));
+        printable += end < text.size() ? L"\n" : L"";
+        begin = end + (text.compare(end, 2, L"\r\n") == 0 ? 2 : 1);
+    }
+    return printable;
+}
+
+void PrintContent(const std::wstring& name, std::string_view bytes) {
     if (!IsText(bytes)) {
         return;
     }
-    const std::wstring text = common::FromUtf8(bytes);
-    std::wstring printed = L"-- " + Escaped(name) + L"\n";
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find_first_of(L"\r\n", begin), text.size());
-        printed += Escaped(text.substr(begin, end - begin)) + L"\n";
-        begin = end + (text.compare(end, 2, L"\r\n") == 0 ? 2 : 1);
+    PrintLine(L"-- " + Escaped(name));
+    const bool isOpen = !bytes.ends_with('\n') && !bytes.ends_with('\r');
+    while (!bytes.empty()) {
+        PrintText(Printable(common::FromUtf8(TakePiece(bytes))));
     }
-    PrintLine(printed);
+    PrintText(isOpen ? L"\n\n" : L"\n");
 }
 
 void PrintHeader(const PackageEntry& entry) {

@@ -65,8 +65,8 @@ PortableCopy WritePortableCopy(const std::wstring& folder, const std::wstring& t
     copy.result = WriteWhole(folder, target, copy.bundle.changes, progress);
     copy.size = docview::DiskCatalogueSource({}).Status(common::LongPath(target)).size;
     copy.hidesDocuments = !copy.bundle.taken.empty() &&
-                          !docview::IsRecentVersion(care::ValueOf(
-                              content.sections, docview::inikey::kFileInfo, docview::inikey::kVersion));
+                          !docview::IsRecentVersion(
+                              content.sections.Value(docview::inikey::kFileInfo, docview::inikey::kVersion));
     return copy;
 }
 

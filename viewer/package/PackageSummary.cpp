@@ -6,8 +6,6 @@
 #include "package/ValueText.h"
 #include "texts/Texts.h"
 
-#include <algorithm>
-
 namespace viewer {
 
 using mxovshare::INIFile;
@@ -42,27 +40,16 @@ HistoryEntry LastEntry(const std::wstring& informationFile) {
 
 // The newest entry in the information file inside a package; empty when there is none.
 HistoryEntry LastPackedEntry(const std::wstring& packageFile) {
-    std::vector<mxovshare::InformationSection> sections;
-    HistoryEntry entry;
-    if (!mxovshare::ReadInformation(packageFile, sections).ok) {
-        return entry;
+    mxovshare::Information information;
+    if (!mxovshare::ReadInformation(packageFile, information).ok) {
+        return {};
     }
-    const auto last = std::ranges::find_if(sections.rbegin(), sections.rend(), [](const auto& section) {
-        return section.name.starts_with(kHistory);
-    });
-    if (last == sections.rend()) {
-        return entry;
+    const std::vector<std::wstring> entries = information.SectionNames(kHistory);
+    if (entries.empty()) {
+        return {};
     }
-    for (const auto& [key, value] : last->values) {
-        if (key == L"Operation") {
-            entry.operation = value;
-        } else if (key == L"By") {
-            entry.by = value;
-        } else if (key == L"Time") {
-            entry.time = value;
-        }
-    }
-    return entry;
+    const auto value = [&](const wchar_t* key) { return information.Value(entries.back(), key); };
+    return {value(L"Operation"), value(L"By"), value(L"Time")};
 }
 
 // A time as the library writes it, such as "2024-02-03 04:05:06"; another text stays as it is.

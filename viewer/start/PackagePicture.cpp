@@ -11,20 +11,13 @@ namespace viewer {
 
 namespace {
 
-using mxovshare::InformationSection;
 using mxovshare::PackageEntry;
 
 constexpr std::uint64_t kMostPictureBytes = 16 << 20;
 
 // As the information file names it; empty when it names none.
-std::wstring NamedPicture(const std::vector<InformationSection>& sections) {
-    const auto section = std::ranges::find(sections, L"FILEINFO", &InformationSection::name);
-    if (section == sections.end()) {
-        return {};
-    }
-    const auto value =
-        std::ranges::find(section->values, L"Thumbnail", [](const auto& pair) { return pair.first; });
-    std::wstring name = value == section->values.end() ? std::wstring() : value->second;
+std::wstring NamedPicture(const mxovshare::Information& information) {
+    std::wstring name = information.Value(L"FILEINFO", L"Thumbnail");
     std::ranges::replace(name, L'/', L'\\');
     return name;
 }
@@ -33,12 +26,12 @@ std::wstring NamedPicture(const std::vector<InformationSection>& sections) {
 
 common::UniqueBitmap ReadPackagePicture(const std::wstring& packageFile) {
     std::vector<PackageEntry> entries;
-    std::vector<InformationSection> sections;
-    if (!mxovshare::ReadContent(packageFile, entries, sections).ok) {
+    mxovshare::Information information;
+    if (!mxovshare::ReadContent(packageFile, entries, information).ok) {
         return {};
     }
     const auto entry =
-        std::ranges::find_if(entries, [name = NamedPicture(sections)](const PackageEntry& candidate) {
+        std::ranges::find_if(entries, [name = NamedPicture(information)](const PackageEntry& candidate) {
             return !candidate.isFolder && common::IsSamePath(candidate.name, name);
         });
     common::UniqueBitmap picture;

@@ -15,10 +15,22 @@ Section DocumentSection(const wchar_t* name, const wchar_t* path, const wchar_t*
              {L"FilePath", path}}};
 }
 
+using SectionList = std::vector<Section>;
+
+Sections Written(const SectionList& list) {
+    Sections sections;
+    for (const Section& section : list) {
+        for (const auto& [key, value] : section.values) {
+            sections.SetValue(section.name, key, value);
+        }
+    }
+    return sections;
+}
+
 // Each change as the paths before and after.
-std::wstring Changes(const Sections& left, const Sections& right) {
+std::wstring Changes(const SectionList& left, const SectionList& right) {
     std::wstring text;
-    for (const DocumentChange& change : CompareDocuments(left, right)) {
+    for (const DocumentChange& change : CompareDocuments(Written(left), Written(right))) {
         text += (change.before ? change.before->path : L"none") + L" > " +
                 (change.after ? change.after->path : L"none") + L"; ";
     }
@@ -36,21 +48,21 @@ TEST(DocumentComparison, AddedAndRemovedDocuments) {
 }
 
 TEST(DocumentComparison, DocumentsMayChangeTheirSection) {
-    const Sections left = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\a.txt"),
-                           DocumentSection(L"REFERANCE_FILE_2", L"C:\\b.txt")};
-    const Sections right = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\B.TXT"),
-                            DocumentSection(L"REFERANCE_FILE_2", L"C:\\a.txt")};
+    const SectionList left = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\a.txt"),
+                              DocumentSection(L"REFERANCE_FILE_2", L"C:\\b.txt")};
+    const SectionList right = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\B.TXT"),
+                               DocumentSection(L"REFERANCE_FILE_2", L"C:\\a.txt")};
     EXPECT_EQ(Changes(left, right), L"C:\\b.txt > C:\\B.TXT; ");
 }
 
 TEST(DocumentComparison, ALinkThatPointsElsewhereIsTheSameDocument) {
-    const Sections left = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\old\\plan.pdf")};
-    const Sections moved = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\new\\drawing.pdf")};
+    const SectionList left = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\old\\plan.pdf")};
+    const SectionList moved = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\new\\drawing.pdf")};
     EXPECT_EQ(Changes(left, moved), L"C:\\old\\plan.pdf > C:\\new\\drawing.pdf; ");
 }
 
 TEST(DocumentComparison, ALinkThatBecameACopyIsTheSameDocument) {
-    const Sections left = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\old\\plan.pdf")};
+    const SectionList left = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\old\\plan.pdf")};
     EXPECT_EQ(Changes(left, {DocumentSection(L"REFERANCE_FILE_1", L"ReferanceFiles\\plan.pdf")}),
               L"C:\\old\\plan.pdf > ReferanceFiles\\plan.pdf; ");
     EXPECT_EQ(Changes(left, {DocumentSection(L"REFERANCE_FILE_1", L"ReferanceFiles\\other.pdf")}),
@@ -58,9 +70,9 @@ TEST(DocumentComparison, ALinkThatBecameACopyIsTheSameDocument) {
 }
 
 TEST(DocumentComparison, DescriptionsAreCompared) {
-    const Sections left = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\a.txt", L"Old")};
-    const Sections right = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\a.txt", L"New")};
-    const std::vector<DocumentChange> changes = CompareDocuments(left, right);
+    const SectionList left = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\a.txt", L"Old")};
+    const SectionList right = {DocumentSection(L"REFERANCE_FILE_1", L"C:\\a.txt", L"New")};
+    const std::vector<DocumentChange> changes = CompareDocuments(Written(left), Written(right));
     ASSERT_EQ(changes.size(), 1u);
     EXPECT_EQ(changes[0].before->description, L"Old");
     EXPECT_EQ(changes[0].after->description, L"New");

@@ -12,17 +12,15 @@ std::u16string UpToNul(const std::u16string& text) {
 } // namespace
 
 std::vector<IniSectionText> ContentsOf(const IniDocument& document) {
-    class Collector : public IniReader {
-    public:
-        void OnSection(const std::u16string& name, std::size_t) override { contents.push_back({name, {}}); }
-        void OnKey(const std::u16string& name, const std::u16string& value) override {
-            contents.back().values.emplace_back(name, value);
+    std::vector<IniSectionText> contents;
+    for (std::uint32_t number = document.NextSection(0); number < document.SectionCount();
+         number = document.NextSection(number + 1)) {
+        contents.push_back({document.SectionName(number), {}});
+        for (const IniKey& key : document.ReadKeys(number)) {
+            contents.back().values.emplace_back(document.NameOf(key), document.ValueOf(key));
         }
-        std::vector<IniSectionText> contents;
-    };
-    Collector collector;
-    document.Read(collector);
-    return std::move(collector.contents);
+    }
+    return contents;
 }
 
 EditComparison::EditComparison(const TextPlatform& platform, const std::string& bytes)

@@ -2,18 +2,21 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace mxovshare {
 namespace {
 
-std::vector<InformationSection> Parsed(std::string bytes) {
-    std::vector<InformationSection> sections;
-    EXPECT_TRUE(ParseInformation(std::move(bytes), sections));
-    return sections;
+Information Parsed(std::string bytes) {
+    Information information;
+    EXPECT_TRUE(information.Parse(std::move(bytes)));
+    return information;
 }
 
 TEST(IniInformation, GivesSectionsWithTheirValuesInOrder) {
-    const std::vector<InformationSection> sections = Parsed(
+    const Information information = Parsed(
         "; c\r\n[FILEINFO]\r\nThumbnail = \" a \"\r\nGCode=\\esc:x\\ny\r\n[b]\r\n[fileinfo]\r\nz=1\r\n");
+    const std::vector<InformationSection> sections(information.begin(), information.end());
     ASSERT_EQ(sections.size(), 2U);
     EXPECT_EQ(sections[0].name, L"FILEINFO");
     ASSERT_EQ(sections[0].values.size(), 2U);
@@ -36,19 +39,56 @@ std::string Repeated(const std::string& line, std::size_t count) {
     return text;
 }
 
+TEST(IniInformation, OfRepeatedKeysTheFirstCounts) {
+    const Information information = Parsed("[s]\nb=1\na=2\n B =3\nA=4\nc\n=5\n");
+    const InformationSection section = *information.begin();
+    using Values = std::vector<std::pair<std::wstring, std::wstring>>;
+    EXPECT_EQ(section.values, (Values{{L"b", L"1"}, {L"a", L"2"}, {L"c", L""}}));
+    EXPECT_EQ(information.Value(L"S", L" b "), L"1");
+    EXPECT_EQ(information.Value(L"s", L"C"), L"");
+    EXPECT_EQ(information.Value(L"s", L"\xC4"), L"");
+    EXPECT_EQ(information.Value(L"none", L"a"), L"");
+    EXPECT_EQ(information.Find(L" S ")->values, section.values);
+    EXPECT_FALSE(information.Find(L"none"));
+}
+
+TEST(IniInformation, NamesOutsideAsciiCompareWithoutCaseToo) {
+    const Information information = Parsed("\xEF\xBB\xBF[Stra\xC3\x9F"
+                                           "e \xC3\xA4]\n\xC3\xA4=1\n");
+    EXPECT_EQ(information.Value(L"STRA\xDF"
+                                L"E \xC4",
+                                L"\xC4"),
+              L"1");
+}
+
+TEST(IniInformation, IsEditedAndCopied) {
+    Information information = Parsed("[REFERANCE_FILE_1]\nFilePath=a\n[b]\nk=v\n[REFERANCE_FILE_3]\n");
+    const Information before = information;
+    information.RemoveSection(L"REFERANCE_FILE_1");
+    information.SetValue(L"referance_file_3", L"FilePath", L"c");
+    information.SetValue(L"REFERANCE_FILE_4", L"FilePath", L"d");
+    using Names = std::vector<std::wstring>;
+    EXPECT_EQ(information.SectionNames(L"REFERANCE_FILE"), (Names{L"REFERANCE_FILE_3", L"REFERANCE_FILE_4"}));
+    EXPECT_EQ(information.Value(L"REFERANCE_FILE_3", L"FilePath"), L"c");
+    EXPECT_EQ(before.SectionNames({}), (Names{L"REFERANCE_FILE_1", L"b", L"REFERANCE_FILE_3"}));
+    information = before;
+    EXPECT_EQ(information.Value(L"REFERANCE_FILE_1", L"FilePath"), L"a");
+}
+
 TEST(IniInformation, MoreThanTheMostSectionsOrLinesAreRefused) {
     constexpr IniLimits kMost = kMostInformation;
-    std::vector<InformationSection> sections = {{L"old", {}}};
-    EXPECT_TRUE(ParseInformation(Repeated("[a]\n", kMost.sections), sections));
-    EXPECT_EQ(sections.size(), 1U);
-    EXPECT_FALSE(ParseInformation(Repeated("[a]\n", kMost.sections + 1), sections));
-    EXPECT_TRUE(sections.empty());
-    EXPECT_TRUE(ParseInformation("[a]\n; c\n\n" + Repeated("b\n", kMost.lines - 1), sections));
-    EXPECT_EQ(sections.size(), 1U);
-    EXPECT_FALSE(ParseInformation("[a]\n" + Repeated("b\n", kMost.lines), sections));
-    EXPECT_TRUE(sections.empty());
-    EXPECT_FALSE(ParseInformation("[a]\n" + std::string(kMost.length, 'b') + "\n", sections));
-    EXPECT_TRUE(ParseInformation("[a]\n" + std::string(kMost.length - 1, 'b') + "\n", sections));
+    Information information;
+    const auto sectionsOf = [&](std::string bytes) {
+        return information.Parse(std::move(bytes)) ? std::ranges::distance(information) : -1;
+    };
+    EXPECT_EQ(sectionsOf(Repeated("[a]\n", kMost.sections)), 1);
+    EXPECT_EQ(sectionsOf(Repeated("[a]\n", kMost.sections + 1)), -1);
+    EXPECT_TRUE(information.empty());
+    EXPECT_EQ(sectionsOf("[a]\n; c\n\n" + Repeated("b\n", kMost.lines - 1)), 1);
+    EXPECT_EQ(sectionsOf("[a]\n" + Repeated("b\n", kMost.lines)), -1);
+    EXPECT_TRUE(information.empty());
+    EXPECT_EQ(sectionsOf("[a]\n" + std::string(kMost.length, 'b') + "\n"), -1);
+    EXPECT_EQ(sectionsOf("[a]\n" + std::string(kMost.length - 1, 'b') + "\n"), 1);
 }
 
 } // namespace

@@ -97,13 +97,13 @@ TEST_F(AllocationFaultTest, UnpackingLeavesNothing) {
 
 TEST_F(AllocationFaultTest, ReadingReportsIt) {
     std::vector<PackageEntry> entries;
-    std::vector<InformationSection> sections;
+    Information information;
     FailEach([&](long long number) { Succeeds(number, [&] { return VerifyPackage(m_package); }); });
     FailEach([&](long long number) { Succeeds(number, [&] { return ListPackage(m_package, entries); }); });
     FailEach(
-        [&](long long number) { Succeeds(number, [&] { return ReadInformation(m_package, sections); }); });
+        [&](long long number) { Succeeds(number, [&] { return ReadInformation(m_package, information); }); });
     EXPECT_EQ(entries.size(), 3u);
-    EXPECT_EQ(sections.size(), 1u);
+    EXPECT_EQ(information.SectionNames({}).size(), 1u);
 }
 
 TEST_F(AllocationFaultTest, SavingReportsItAndLeavesEverythingAsItWas) {

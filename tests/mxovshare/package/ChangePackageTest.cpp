@@ -1,5 +1,6 @@
 #include "mxovchange.h"
 
+#include "SectionList.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -73,8 +74,9 @@ TEST_F(ChangePackageTest, ChangesTheInformationAndKeepsTheRest) {
     changes.operation = L"Changed";
     changes.remarks = L"a remark";
     ASSERT_TRUE(ChangePackage(Package(), m_work / L"q.mxov", changes).ok);
-    std::vector<InformationSection> sections;
-    ASSERT_TRUE(ReadInformation(m_work / L"q.mxov", sections).ok);
+    Information information;
+    ASSERT_TRUE(ReadInformation(m_work / L"q.mxov", information).ok);
+    const SectionList sections = ListOf(information);
     ASSERT_EQ(sections.size(), 3u);
     EXPECT_EQ(sections[0].values, (std::vector<std::pair<std::wstring, std::wstring>>{
                                       {L"GCode", L"NC\\1.nc"}, {L"CADFileDescription", L"\u56F3"}}));

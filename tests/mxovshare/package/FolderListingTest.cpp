@@ -48,17 +48,17 @@ TEST(FolderListing, AFolderThatCannotBeListedIsNamed) {
 
 TEST(FolderListing, TheInformationFileIsReadInItsFolder) {
     const TempFolder folder;
-    std::vector<InformationSection> sections(1);
-    EXPECT_TRUE(ReadInformation(folder.Path(), sections).ok);
-    EXPECT_TRUE(sections.empty());
+    Information information;
+    information.SetValue(L"old", L"key", L"value");
+    ASSERT_FALSE(information.empty());
+    EXPECT_TRUE(ReadInformation(folder.Path(), information).ok);
+    EXPECT_TRUE(information.empty());
     folder.Write(L"Private\\mxinfo.ini", "[FILEINFO]\r\nThumbnail=a.bmp\r\n");
-    EXPECT_TRUE(ReadInformation(folder.Path(), sections).ok);
-    ASSERT_EQ(sections.size(), 1u);
-    EXPECT_EQ(sections[0].name, L"FILEINFO");
+    EXPECT_TRUE(ReadInformation(folder.Path(), information).ok);
+    EXPECT_EQ(information.SectionNames({}), std::vector<std::wstring>{L"FILEINFO"});
     folder.Write(L"mxinfo.ini", "[OTHER]\r\nKey=1\r\n");
-    EXPECT_TRUE(ReadInformation(folder.Path(), sections).ok);
-    ASSERT_EQ(sections.size(), 1u);
-    EXPECT_EQ(sections[0].name, L"OTHER");
+    EXPECT_TRUE(ReadInformation(folder.Path(), information).ok);
+    EXPECT_EQ(information.SectionNames({}), std::vector<std::wstring>{L"OTHER"});
 }
 
 TEST(FolderListing, AChecksumIsThatOfThePackageEntry) {

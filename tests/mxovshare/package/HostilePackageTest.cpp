@@ -153,9 +153,9 @@ TEST_P(HostilePackage, IsRefusedInOneLineWithoutATrace) {
     const auto before = TakeSnapshot(work.Path());
     const ULONGLONG start = ProcessorTime();
     std::vector<PackageEntry> entries;
-    std::vector<InformationSection> sections;
+    Information information;
     for (const PackageResult& result : {UnpackPackage(package, work / L"out"), ListPackage(package, entries),
-                                        VerifyPackage(package), ReadInformation(package, sections)}) {
+                                        VerifyPackage(package), ReadInformation(package, information)}) {
         EXPECT_FALSE(result.ok);
         EXPECT_FALSE(result.cancelled);
         EXPECT_EQ(result.message.find(L"\"" + package + L"\": "), 0u);

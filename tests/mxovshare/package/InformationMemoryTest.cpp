@@ -84,6 +84,15 @@ TEST_F(InformationMemory, AsManyKeysAsAreRead) {
     ExpectLessThanThreeTimes(text);
 }
 
+TEST_F(InformationMemory, AsManyShortKeysAsAreRead) {
+    std::string text;
+    for (std::size_t number = 1; number < IniDocument::kMost.sections; ++number) {
+        text += "[REFERANCE_FILE_" + std::to_string(number) + "]\nFilePath=a\nb=\nc=\n";
+    }
+    const std::wstring file = m_folder.Write(L"mxinfo.ini", text);
+    EXPECT_LT(PeakOf([&file] { ReadAll(file); }), 3 * static_cast<long long>(text.size()) + 16 * kMegabyte);
+}
+
 TEST_F(InformationMemory, AFileThatIsTooLongIsReportedAndStays) {
     const std::string text = Lines("[", "]\n", kMegabyte);
     const std::wstring file = m_folder.Write(L"mxinfo.ini", text);

@@ -2,6 +2,7 @@
 
 #include "FolderSnapshot.h"
 #include "Listeners.h"
+#include "SectionList.h"
 #include "TempFolder.h"
 #include "ZipForge.h"
 
@@ -106,15 +107,15 @@ TEST_F(UnpackPackageTest, NamesAPackageThatCannotBeOpened) {
     }
 }
 
-std::vector<InformationSection> Information(const TempFolder& work, const std::string& zip) {
-    std::vector<InformationSection> sections;
-    EXPECT_TRUE(ReadInformation(work.Write(L"i.mxov", zip), sections).ok);
-    return sections;
+SectionList SectionsIn(const TempFolder& work, const std::string& zip) {
+    Information information;
+    EXPECT_TRUE(ReadInformation(work.Write(L"i.mxov", zip), information).ok);
+    return ListOf(information);
 }
 
 TEST_F(UnpackPackageTest, ReadsTheInformationFileWithoutUnpacking) {
     const std::string text = "[FILEINFO]\r\nGCode=GCode\\a.nc\r\n[FILE_HISTORY_1]\r\nBy=me\r\n";
-    const auto sections = Information(m_work, ForgeZip({MakeEntry("MXINFO.INI", text, true)}));
+    const auto sections = SectionsIn(m_work, ForgeZip({MakeEntry("MXINFO.INI", text, true)}));
     ASSERT_EQ(sections.size(), 2u);
     EXPECT_EQ(sections[0].name, L"FILEINFO");
     EXPECT_EQ(sections[0].values[0], std::pair(std::wstring(L"GCode"), std::wstring(L"GCode\\a.nc")));
@@ -125,9 +126,9 @@ TEST_F(UnpackPackageTest, ReadsTheInformationFileWithoutUnpacking) {
 TEST_F(UnpackPackageTest, PrefersTheInformationFileInTheRoot) {
     const ForgedEntry inner = MakeEntry("Private/mxinfo.ini", "[PRIVATE]\r\na=b\r\n");
     const ForgedEntry root = MakeEntry("mxinfo.ini", "[ROOT]\r\na=b\r\n");
-    EXPECT_EQ(Information(m_work, ForgeZip({inner, root}))[0].name, L"ROOT");
-    EXPECT_EQ(Information(m_work, ForgeZip({inner}))[0].name, L"PRIVATE");
-    EXPECT_TRUE(Information(m_work, ForgeZip({MakeEntry("a.txt")})).empty());
+    EXPECT_EQ(SectionsIn(m_work, ForgeZip({inner, root}))[0].name, L"ROOT");
+    EXPECT_EQ(SectionsIn(m_work, ForgeZip({inner}))[0].name, L"PRIVATE");
+    EXPECT_TRUE(SectionsIn(m_work, ForgeZip({MakeEntry("a.txt")})).empty());
 }
 
 } // namespace

@@ -30,11 +30,10 @@ TEST_F(FolderChangesTest, FilesAndKeysAreChanged) {
     EXPECT_EQ(ApplyToFolder(m_package.PathWithSeparator(), m_changes), L"");
     EXPECT_EQ(m_package.Read(L"ReferanceFiles\\a.txt"), "new");
     EXPECT_FALSE(FileExists(m_package / L"old.txt"));
-    std::vector<mxovshare::InformationSection> sections;
-    ASSERT_TRUE(mxovshare::ReadInformation(m_package.Path(), sections).ok);
-    ASSERT_EQ(sections.size(), 2u);
-    EXPECT_EQ(sections[0].name + sections[0].values[0].second, L"A3");
-    EXPECT_EQ(sections[1].name + sections[1].values[0].second, L"C4");
+    mxovshare::Information information;
+    ASSERT_TRUE(mxovshare::ReadInformation(m_package.Path(), information).ok);
+    EXPECT_EQ(information.SectionNames({}), (std::vector<std::wstring>{L"A", L"C"}));
+    EXPECT_EQ(information.Value(L"A", L"Key") + information.Value(L"C", L"Key"), L"34");
 }
 
 TEST_F(FolderChangesTest, WithoutAFileNothingIsChanged) {

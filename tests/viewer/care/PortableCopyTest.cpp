@@ -45,11 +45,11 @@ TEST_F(PortableCopyTest, LinkedDocumentsBecomeCopiesAndTheFolderStays) {
     EXPECT_TRUE(std::ranges::any_of(entries, [](const mxovshare::PackageEntry& entry) {
         return entry.name == L"ReferanceFiles\\plan.pdf" && entry.size == 6;
     }));
-    std::vector<mxovshare::InformationSection> sections;
-    ASSERT_TRUE(mxovshare::ReadInformation(m_folder / L"out.mxov", sections).ok);
-    EXPECT_EQ(care::ValueOf(sections, L"REFERANCE_FILE_1", L"IsReferencedFile"), L"NO");
-    EXPECT_EQ(care::ValueOf(sections, L"REFERANCE_FILE_1", L"FilePath"), L"ReferanceFiles\\plan.pdf");
-    EXPECT_EQ(care::ValueOf(sections, L"FILE_HISTORY_1", L"Operation"), L"Saved as portable copy");
+    mxovshare::Information information;
+    ASSERT_TRUE(mxovshare::ReadInformation(m_folder / L"out.mxov", information).ok);
+    EXPECT_EQ(information.Value(L"REFERANCE_FILE_1", L"IsReferencedFile"), L"NO");
+    EXPECT_EQ(information.Value(L"REFERANCE_FILE_1", L"FilePath"), L"ReferanceFiles\\plan.pdf");
+    EXPECT_EQ(information.Value(L"FILE_HISTORY_1", L"Operation"), L"Saved as portable copy");
     EXPECT_EQ(copy.size, m_folder.Read(L"out.mxov").size());
     const std::wstring summary = PortableSummary(copy);
     EXPECT_NE(summary.find(L"outside\\plan.pdf\n"), std::wstring::npos);

@@ -7,7 +7,7 @@
 
 using namespace docview;
 
-std::string JsonObject(const std::vector<std::pair<std::string, std::string>>& members) {
+std::string JsonObject(const JsonMembers& members) {
     std::string text = "{";
     for (const auto& [name, value] : members) {
         text += text.size() > 1 ? ",\"" : "\"";
@@ -25,6 +25,24 @@ std::string JsonTime(const FILETIME& utc) {
     return JsonString(text + L"Z");
 }
 
-void PrintJson(const std::string& json) {
-    PrintLine(common::FromUtf8(json));
+JsonListing::JsonListing(const JsonMembers& members, const std::string& name) {
+    std::string text = JsonObject(members);
+    text.back() = ',';
+    PrintText(common::FromUtf8(text + "\"" + name + "\":["));
+}
+
+void JsonListing::Print(const std::string& item) {
+    PrintText(m_isFirst ? L"" : L",");
+    PrintText(common::FromUtf8(item));
+    m_isFirst = false;
+}
+
+void JsonListing::Next(const std::string& name) {
+    PrintText(common::FromUtf8("],\"" + name + "\":["));
+    m_isFirst = true;
+}
+
+void JsonListing::End(const JsonMembers& members) {
+    const std::string text = JsonObject(members);
+    PrintLine(common::FromUtf8((members.empty() ? "]" : "],") + text.substr(1)));
 }

@@ -9,11 +9,19 @@ const Output& ErrorOutput() {
     return output;
 }
 
+const Output& StandardOutput() {
+    static const Output output(STD_OUTPUT_HANDLE);
+    return output;
+}
+
 } // namespace
 
+void PrintText(std::wstring_view text) {
+    StandardOutput().Write(text);
+}
+
 void PrintLine(std::wstring_view line) {
-    static const Output output(STD_OUTPUT_HANDLE);
-    output.WriteLine(line);
+    StandardOutput().WriteLine(line);
 }
 
 void PrintWarning(const std::wstring& warning) {

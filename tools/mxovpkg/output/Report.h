@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+void PrintText(std::wstring_view text);
 void PrintLine(std::wstring_view line);
 void PrintWarning(const std::wstring& warning);
 void PrintNote(const std::wstring& note);
