@@ -4,7 +4,7 @@ import shutil
 import unittest
 import zipfile
 
-from viewercase import LINKED, MISSING, PACKAGED, PREFIX, SAVE, ViewerCase, information
+from viewercase import LIBRARY, LINKED, MISSING, PACKAGED, PREFIX, SAVE, ViewerCase, information
 from viewerdriver import PROGRAM, Viewer
 from wineprogram import windows_path
 
@@ -104,6 +104,16 @@ class CareTest(ViewerCase):
         with zipfile.ZipFile(self.package) as archive:
             self.assertNotIn('SetupSheets/setup.docx', archive.namelist())
         self.finish(viewer)
+
+    def test_closing_a_changed_package_from_the_list_leaves_the_focus_in_the_window(self):
+        viewer = self.open_changed_sample()
+        viewer.press('F7')
+        viewer.wait('the list', lambda s: s.others)
+        viewer.press('ctrl+w')
+        viewer.wait('the question', lambda s: any(window.text == LIBRARY for window in s.others))
+        viewer.press('n')
+        viewer.wait('the package is closed', lambda s: s.frame.text == PROGRAM and not s.others)
+        self.finish(viewer)  # which takes keys
 
     def test_the_list_closes_with_its_package(self):
         viewer = self.open_package(r'C:\care\plan.pdf')

@@ -9,7 +9,25 @@
 
 namespace viewer {
 
+namespace {
+
+// What floats over the frame is hidden while questions are asked. It closes with the package and would take
+// the focus along if the last question returned it there.
+class OwnedWindowsHidden {
+public:
+    explicit OwnedWindowsHidden(HWND frame) : m_frame(frame) { ShowOwnedPopups(m_frame, FALSE); }
+    ~OwnedWindowsHidden() { ShowOwnedPopups(m_frame, TRUE); }
+    OwnedWindowsHidden(const OwnedWindowsHidden&) = delete;
+    OwnedWindowsHidden& operator=(const OwnedWindowsHidden&) = delete;
+
+private:
+    HWND m_frame;
+};
+
+} // namespace
+
 bool PackageClosing::Run() {
+    const OwnedWindowsHidden hidden(m_owner);
     const bool changed = m_control.HasChanges();
     m_control.ClosePackage(); // asks whether to save what it knows of
     if (mxovshare::TakeSaveFailure(m_session.Folder())) {
