@@ -20,7 +20,7 @@ namespace {
 using mxovshare::PackageEntry;
 using Files = std::vector<const PackageEntry*>;
 
-constexpr auto kNameOf = [](const PackageEntry* entry) -> const std::wstring& { return entry->name; };
+constexpr auto kEntryName = [](const PackageEntry* entry) -> const std::wstring& { return entry->name; };
 constexpr auto kContentOf = [](const auto& removed) {
     return std::pair(removed.entry->size, removed.entry->crc32);
 };
@@ -34,7 +34,7 @@ Files FilesOf(const PackageContent& content) {
             files.push_back(&entry);
         }
     }
-    std::ranges::sort(files, NameLess(), kNameOf);
+    std::ranges::sort(files, NameLess(), kEntryName);
     return files;
 }
 
@@ -94,7 +94,7 @@ private:
     };
 
     void FindDifferent(const Files& left, const Files& right) {
-        ForEachPair(left, right, kNameOf,
+        ForEachPair(left, right, kEntryName,
                     [this](const PackageEntry* const* before, const PackageEntry* const* after) {
                         if (after == nullptr) {
                             m_removed.push_back({*before, 0});

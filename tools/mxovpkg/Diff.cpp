@@ -51,7 +51,7 @@ std::wstring QuotedOrNone(const std::optional<std::wstring>& value) {
     return value ? L"\"" + Escaped(*value) + L"\"" : std::wstring(L"none");
 }
 
-void PrintEntry(const wchar_t* sign, const care::Section& entry) {
+void PrintSigned(const wchar_t* sign, const care::Section& entry) {
     PrintLine(sign +
               Escaped(entry.name + L": " + care::ValueOf(entry, inikey::kTime) + L" " +
                       care::ValueOf(entry, inikey::kBy) + L" " + care::ValueOf(entry, inikey::kOperation)));
@@ -122,8 +122,8 @@ public:
             PrintLine(Escaped(change.section + L"/" + change.key) + L": " + QuotedOrNone(change.before) +
                       L" -> " + QuotedOrNone(change.after));
         });
-        ForEachRemoved([](const care::Section& entry) { PrintEntry(L"removed ", entry); });
-        ForEachAdded([](const care::Section& entry) { PrintEntry(L"added ", entry); });
+        ForEachRemoved([](const care::Section& entry) { PrintSigned(L"removed ", entry); });
+        ForEachAdded([](const care::Section& entry) { PrintSigned(L"added ", entry); });
     }
 
     void PrintJson(const Arguments& arguments) {

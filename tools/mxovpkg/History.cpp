@@ -22,7 +22,7 @@ void ForEachEntry(const care::Sections& sections, Visit visit) {
     }
 }
 
-void PrintEntry(const care::Section& entry) {
+void PrintOperation(const care::Section& entry) {
     const std::wstring remarks = care::ValueOf(entry, inikey::kRemarks);
     PrintLine(OneLine(Padded(care::ValueOf(entry, inikey::kTime), 19) + L"  " +
                       Padded(care::ValueOf(entry, inikey::kBy), 12) + L"  " +
@@ -67,7 +67,7 @@ int ShowHistory(const Arguments& arguments) {
     }
     std::size_t count = 0;
     ForEachEntry(view->sections, [&count](const care::Section& entry) {
-        PrintEntry(entry);
+        PrintOperation(entry);
         ++count;
     });
     PrintLine(count == 1 ? L"1 entry" : std::to_wstring(count) + L" entries");
