@@ -1,5 +1,6 @@
 #include "care/Findings.h"
 
+#include "care/Documents.h"
 #include "care/PathList.h"
 #include "common/InformationFile.h"
 #include "common/Paths.h"
@@ -169,9 +170,9 @@ private:
     }
 
     void Show(std::wstring_view name) {
-        for (const mxovshare::PackageEntry* entry :
-             std::ranges::equal_range(m_entriesByName, name, NameLess(), kNameOf)) {
-            m_isShown[static_cast<std::size_t>(entry - m_entries.data())] = true;
+        auto entry = std::ranges::lower_bound(m_entriesByName, name, NameLess(), kNameOf);
+        for (; entry != m_entriesByName.end() && CompareNames((*entry)->name, name) == 0; ++entry) {
+            m_isShown[static_cast<std::size_t>(*entry - m_entries.data())] = true;
         }
     }
 

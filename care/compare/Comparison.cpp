@@ -90,7 +90,7 @@ public:
 private:
     struct Removed {
         const PackageEntry* entry;
-        std::size_t renamed; // in the first file of a content: how many of that content were renamed
+        std::ptrdiff_t renamed; // in the first file of a content: how many of that content were renamed
     };
 
     void FindDifferent(const Files& left, const Files& right) {
@@ -118,18 +118,20 @@ private:
 
     // Empty files have equal content, so they do not identify a renamed file.
     void AddNew(const PackageEntry& entry) {
-        const auto old =
-            std::ranges::equal_range(m_removed, std::pair(entry.size, entry.crc32), {}, kContentOf);
-        if (entry.size == 0 || old.empty() || old.front().renamed == old.size()) {
+        const std::pair content(entry.size, entry.crc32);
+        const auto first = std::ranges::lower_bound(m_removed, content, {}, kContentOf);
+        const auto last = std::ranges::upper_bound(m_removed, content, {}, kContentOf);
+        if (entry.size == 0 || first == last || first->renamed == last - first) {
             Add(FileChangeKind::Added, nullptr, &entry);
             return;
         }
-        const PackageEntry* before = old[static_cast<std::ptrdiff_t>(old.front().renamed++)].entry;
+        const PackageEntry* before = first[first->renamed++].entry;
         Add(FileChangeKind::Renamed, before, &entry);
     }
 
     void AddRemoved() {
-        for (std::size_t at = 0, renamed = 0; at < m_removed.size(); ++at) {
+        std::ptrdiff_t renamed = 0;
+        for (std::size_t at = 0; at < m_removed.size(); ++at) {
             if (at == 0 || kContentOf(m_removed[at]) != kContentOf(m_removed[at - 1])) {
                 renamed = m_removed[at].renamed;
             }
