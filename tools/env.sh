@@ -12,6 +12,8 @@ export WINEDEBUG=${WINEDEBUG:--all,err+all}
 export WINEDLLOVERRIDES='mscoree,mshtml='
 # Keeps Python from writing compiled modules beside the sources.
 export PYTHONDONTWRITEBYTECODE=1
+# Where tests find what they share: the drivers of programs, and of the viewer.
+export PYTHONPATH=$MXOV_ROOT/tools:$MXOV_ROOT/tests/e2e
 # Where programs find mxovshare.dll, which is normally beside the host.
 WINEPATH=$(echo "Z:$MXOV_BUILD/bin" | tr / '\\')
 export WINEPATH

@@ -8,16 +8,13 @@ import re
 import shutil
 import struct
 import subprocess
-import sys
 import tempfile
 import time
 import unittest
 import zipfile
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
-
-from viewerdriver import BUILD, PATIENCE, ROOT, Viewer  # noqa: E402
-from wineprogram import change_registry, query_registry, run_wine, windows_path  # noqa: E402
+from viewerdriver import BUILD, PATIENCE, ROOT, Viewer
+from wineprogram import change_registry, query_registry, run_wine, windows_path
 
 PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
 LOCAL_DATA = next(PREFIX.glob('drive_c/users/*/AppData/Local'))

@@ -5,15 +5,12 @@ import os
 import pathlib
 import shutil
 import subprocess
-import sys
 import tempfile
 import typing
 
+from wineprogram import windows_path
+
 HERE = pathlib.Path(__file__).resolve().parent
-sys.path.insert(0, str(HERE.parents[1] / 'tools'))
-
-from wineprogram import windows_path  # noqa: E402
-
 BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
 DRIVER = BUILD / 'tests' / 'fault_driver.exe'
 (COUNT, KILL, HALF_AND_KILL, NO_SPACE, IO_ERROR, SHORT, READ_ONLY, FLUSH_ERROR, INFORMATION_FLUSH_ERROR,

@@ -8,9 +8,7 @@ import sys
 import tempfile
 import unittest
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools'))
-
-from wineprogram import windows_path  # noqa: E402,F401
+from wineprogram import windows_path  # noqa: F401
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PROGRAM = pathlib.Path(os.environ['MXOV_BUILD']) / 'bin' / 'mxovpkg.exe'
