@@ -62,7 +62,7 @@ class BillTest(ReleaseCase):
     @unittest.skipUnless(os.environ.get('MXOV_LONG'), 'needs the npm registry: ./test --long')
     def test_the_library_of_the_standard_finds_it_valid_and_faulty_ones_not(self):
         def check(path):
-            return subprocess.run([ROOT / 'tools/check-bill', path], capture_output=True, text=True, check=False)
+            return subprocess.run([ROOT / 'tools/release/check-bill', path], capture_output=True, text=True, check=False)
         ended = check(self.path)
         self.assertEqual((ended.returncode, ended.stdout, ended.stderr), (0, '', ''))
         for path, document in self.faulty():
