@@ -69,7 +69,7 @@ TEST(Alignment, HasEveryLineOnceInOrder) {
             ASSERT_TRUE(row.right == 0 || row.right == ++rightLines) << left << "\n--\n" << right;
             ASSERT_NE(row.left + row.right, 0u);
         }
-        ASSERT_EQ(Aligned(left, "").size() == 0, leftLines == 0);
+        ASSERT_EQ(Aligned(left, "").empty(), leftLines == 0);
         ASSERT_EQ(AlignTexts(left, "", true).size(), leftLines);
         ASSERT_EQ(AlignTexts("", right, true).size(), rightLines);
     }

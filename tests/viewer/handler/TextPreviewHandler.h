@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include <new>
 #include <string>
 
 #include <ocidl.h>
@@ -133,7 +134,11 @@ public:
     ULONG STDMETHODCALLTYPE AddRef() noexcept override { return 2; } // it is never deleted
     ULONG STDMETHODCALLTYPE Release() noexcept override { return 1; }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID iid, void** object) noexcept override {
-        auto* handler = new TextPreviewHandler(m_kind);
+        auto* handler = new (std::nothrow) TextPreviewHandler(m_kind);
+        if (!handler) {
+            *object = nullptr;
+            return E_OUTOFMEMORY;
+        }
         const HRESULT result = handler->QueryInterface(iid, object);
         handler->Release();
         return result;
