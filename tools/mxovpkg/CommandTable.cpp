@@ -44,7 +44,7 @@ std::vector<Option> WithHistory(std::vector<Option> options) {
     return options;
 }
 
-int PrintText(const wchar_t* text) {
+int ShowText(const wchar_t* text) {
     PrintLine(text);
     return kDone;
 }
@@ -74,8 +74,8 @@ const std::vector<Command>& CommandTable() {
                       {.name = L"--to", .takesValue = true, .isRequired = true},
                       {.name = L"--dry-run"}})},
         {L"completion", 1, 1, Completion},
-        {L"--help", 0, 0, [](const Arguments&) { return PrintText(kHelp); }},
-        {L"--version", 0, 0, [](const Arguments&) { return PrintText(L"mxovpkg " MXOVPKG_VERSION); }},
+        {L"--help", 0, 0, [](const Arguments&) { return ShowText(kHelp); }},
+        {L"--version", 0, 0, [](const Arguments&) { return ShowText(L"mxovpkg " MXOVPKG_VERSION); }},
     };
     return commands;
 }

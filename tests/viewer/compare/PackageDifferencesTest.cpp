@@ -162,7 +162,7 @@ protected:
         m_folder.Write(L"old\\mxinfo.ini", "[FILEINFO]\r\nMaxtlreVersion=Example 2024\r\n" + before);
         m_folder.Write(L"new\\mxinfo.ini", "[FILEINFO]\r\nMaxtlreVersion=Example 2024\r\n" + after);
         for (const std::wstring& file : newFiles) {
-            m_folder.Write((L"new\\" + file).c_str(), "new");
+            m_folder.Write(L"new\\" + file, "new");
         }
         EXPECT_TRUE(mxovshare::CreatePackage(m_folder / L"old", m_folder / L"old.mxov").ok);
         WorkProgress progress;
