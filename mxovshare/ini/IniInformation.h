@@ -6,8 +6,9 @@
 
 namespace mxovshare {
 
-inline constexpr IniLimits kMostInformation = {.sections = IniDocument::kMost.sections,
-                                               .lines = IniDocument::kMost.lines,
-                                               .length = std::size_t{1} << 20};
+/// Fewer than a document may have that is edited in place: reading a package must take little memory, whoever
+/// made it.
+inline constexpr IniLimits kMostInformation = {
+    .sections = 25'000, .lines = 100'000, .length = std::size_t{1} << 20};
 
 } // namespace mxovshare
