@@ -49,7 +49,8 @@ class SignatureTest(unittest.TestCase):
 
     def test_the_same_certificate_gives_the_same_bytes(self):
         for name in ('one', 'two'):
-            self.assertEqual(self.make(name, MXOV_SIGN_CERTIFICATE=self.certificate, MXOV_SIGN_KEY=self.key).returncode, 0)
+            ended = self.make(name, MXOV_SIGN_CERTIFICATE=self.certificate, MXOV_SIGN_KEY=self.key)
+            self.assertEqual(ended.returncode, 0, ended.stderr)
         sums = [(self.folder / name / 'SHA256SUMS').read_text(encoding='ascii') for name in ('one', 'two')]
         self.assertEqual(*sums)
 
