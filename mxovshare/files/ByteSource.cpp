@@ -1,18 +1,17 @@
 #include "ByteSource.h"
 
 #include <algorithm>
-#include <memory>
+#include <array>
 
 namespace mxovshare {
 
 void ReadPieces(const ByteSource& source, std::uint64_t offset, std::uint64_t size,
                 const std::function<void(Bytes)>& take) {
-    constexpr std::uint64_t kPiece = std::uint64_t{256} << 10;
-    const auto length = static_cast<std::size_t>(std::min(kPiece, size));
-    const auto buffer = std::make_unique_for_overwrite<std::uint8_t[]>(length);
+    // On the stack: fresh memory from the heap for each call takes longer than reading a small file.
+    std::array<std::uint8_t, std::size_t{64} << 10> buffer;
     while (size > 0) {
-        const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(size, length));
-        const std::span<std::uint8_t> piece = {buffer.get(), count};
+        const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(size, buffer.size()));
+        const auto piece = std::span(buffer).first(count);
         source.Read(offset, piece);
         take(piece);
         offset += count;

@@ -8,7 +8,7 @@ from wineprogram import windows_path
 
 HANDLER = '{5A1F39C4-61F2-4A0E-930D-2E6F117BD05C}'
 HANDLERS = '{8895b1c6-b41f-4c1c-a560-0d564250836f}'
-PAGE, HOST = 'MXOVDocumentPane', 'MXOVPreviewHost'
+PAGE, HOST, TABS = 'MXOVDocumentPane', 'MXOVPreviewHost', 'SysTabControl32'
 NAME = 'inspection-plan.pdf'
 
 
@@ -46,7 +46,8 @@ class PreviewersTest(DocumentOpeningCase):
         file.write_bytes(b'%PDF another content')
         viewer.wait('the change', lambda s: preview(s) and preview(s).text == '%PDF another content')
         viewer.press('F6')
-        for class_name in ('Button', 'Button', 'Button', 'Button', 'Button', 'Edit', 'SysTabControl32'):
+        viewer.wait('the focus on the tabs', lambda s: s.frame.find(handle=s.focus).class_name == TABS)
+        for class_name in ('Button', 'Button', 'Button', 'Button', 'Button', 'Edit', TABS):
             before = viewer.snapshot().focus
             viewer.press('Tab')
             shown = viewer.wait('the focus moves', lambda s: s.focus != before)
