@@ -39,11 +39,11 @@ bool PreviewHost::Create(HWND parent, int id) {
 }
 
 bool PreviewHost::Show(const PreviewedDocument& document) {
+    const HWND substitute = m_substitute;
     Clear();
     const int number = m_asked;
-    const KeepFocus focus;
     ShowWindow(Handle(), SW_SHOWNA);
-    PreviewHandler handler = PreviewHandler::Start(document, Handle());
+    PreviewHandler handler = Start(document);
     if (number != m_asked) {
         return true; // a message brought another document in the meantime
     }
@@ -51,11 +51,33 @@ bool PreviewHost::Show(const PreviewedDocument& document) {
     if (!m_handler) {
         ShowWindow(Handle(), SW_HIDE);
     }
+    if (m_handler && substitute && GetFocus() == substitute) {
+        SetFocus(Handle());
+    }
     return static_cast<bool>(m_handler);
+}
+
+PreviewHandler PreviewHost::Start(const PreviewedDocument& document) const {
+    const KeepFocus focus;
+    // A handler that gets the focus for a moment activates the frame, which then remembers its window.
+    EnableWindow(Handle(), FALSE);
+    PreviewHandler handler = PreviewHandler::Start(document, Handle());
+    EnableWindow(Handle(), TRUE);
+    return handler;
+}
+
+bool PreviewHost::HasFocus() const {
+    const HWND focus = GetFocus();
+    return focus == Handle() || IsChild(Handle(), focus);
 }
 
 void PreviewHost::Clear() {
     ++m_asked;
+    m_substitute = nullptr;
+    if (HasFocus()) {
+        SetFocus(GetAncestor(Handle(), GA_ROOT)); // the parent, which gets it otherwise, has no use for it
+        m_substitute = GetFocus();
+    }
     m_handler = {};
     ShowWindow(Handle(), SW_HIDE);
 }

@@ -52,6 +52,11 @@ class PreviewersTest(DocumentOpeningCase):
             viewer.press('Tab')
             shown = viewer.wait('the focus moves', lambda s: s.focus != before)
             self.assertEqual(shown.frame.find(handle=shown.focus).class_name, class_name)
+        viewer.press('shift+Tab')
+        viewer.wait('the focus in the preview', lambda s: s.focus == preview(s).handle)
+        file.write_bytes(b'%PDF a third content')
+        viewer.wait('the change, which leaves the focus there', lambda s: preview(s) and s.focus == preview(s).handle
+                    and preview(s).text == '%PDF a third content')
         viewer.do('windowsize', shown.frame.display, 1150, 900)
         viewer.wait('it follows the size', lambda s: preview(s).size == s.frame.find(class_name=HOST).size
                     and s.frame.size != shown.frame.size)
