@@ -20,7 +20,7 @@ from torturefaults import FAULTS, Action, Faults, expect, fail_hanging
 from wineprogram import windows_path
 from worker import Worker
 
-DURATION = 3600 if os.environ.get('MXOV_LONG') else 20  # seconds
+DURATION = 3600 if os.environ.get('MXOV_LONG') else 60  # seconds
 STEPS = 40  # of a run
 LONGEST_STEP = 300  # seconds
 INFORMATION = (b'; by hand\r\n[FILEINFO]\r\nGCode=GCode\\a.nc\r\nThumbnail=t.bmp\r\n'

@@ -152,10 +152,10 @@ void CreateWithFaults(const ControlModule& module, uint64_t& faults) {
 }
 
 /// A load into a visible control allocates where one into a hidden control does, and takes ten times as long:
-/// the short run fails every sixth of its allocations.
+/// the short run fails every ninth of its allocations.
 uint64_t Stride(const Method& method, uint64_t number) {
     constexpr uint64_t kEach = 10;
-    return method.active && number > kEach && !std::getenv("MXOV_LONG") ? 6 : 1;
+    return method.active && number > kEach && !std::getenv("MXOV_LONG") ? 9 : 1;
 }
 
 } // namespace

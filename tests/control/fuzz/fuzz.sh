@@ -23,7 +23,7 @@ run() { # RUN...: what happened, in one word
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 
-declare -A short=([invoke]=300000 [messages]=60000 [cycles]=60) long=([invoke]=10000000 [messages]=1000000 [cycles]=400)
+declare -A short=([invoke]=300000 [messages]=60000 [cycles]=40) long=([invoke]=10000000 [messages]=1000000 [cycles]=400)
 if [ $# -eq 1 ] && [ -n "${short[$1]:-}" ]; then
     [ -z "${MXOV_LONG:-}" ] && set -- "$1" "${short[$1]}" || set -- "$1" "${long[$1]}"
 fi

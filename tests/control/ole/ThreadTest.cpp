@@ -58,7 +58,7 @@ TEST_F(ThreadTest, SecondApartmentIsRefusedUntilTheObjectsOfTheFirstAreGone) {
 }
 
 TEST_F(ThreadTest, TwoThreadsThatBothWantControlsDoNoHarm) {
-    constexpr int kRounds = 25;
+    constexpr int kRounds = 10;
     const PackageBuilder package;
     control.Reset();
     const auto use = [&] {

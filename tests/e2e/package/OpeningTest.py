@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
 """Opening packages in every way, and what cannot be opened."""
+import functools
+import io
 import pathlib
 import unittest
 import zipfile
@@ -8,6 +10,18 @@ import dragsource
 from viewercase import ADD, DELETE, MISSING, PREFIX, ViewerCase, information, packed_rows, session_entries
 from viewerdriver import PROGRAM, Viewer
 from wineprogram import query_registry, windows_path
+
+
+@functools.cache
+def large_content(size):
+    """A package of so many files that unpacking it takes a while, and of a first one with so many bytes."""
+    content = io.BytesIO()
+    with zipfile.ZipFile(content, 'w') as archive:
+        archive.writestr('mxinfo.ini', '[FILEINFO]\nMaxtlreVersion=Package Writer 2024\n')
+        archive.writestr('GCode/first.nc', bytes(size))
+        for number in range(30000):
+            archive.writestr(f'GCode/{number % 300}/op{number}.nc', f'N{number} G0 X0 Y0\n')
+    return content.getvalue()
 
 
 class OpeningTest(ViewerCase):
@@ -105,13 +119,8 @@ class OpeningTest(ViewerCase):
         self.assertEqual(list(PREFIX.glob('drive_c/users/*/**/outside.txt')), [])
 
     def large_package(self, size=0):
-        """A package of so many files that unpacking it takes a while, and of a first one with so many bytes."""
         path = self.folder / 'large.mxov'
-        with zipfile.ZipFile(path, 'w') as archive:
-            archive.writestr('mxinfo.ini', '[FILEINFO]\nMaxtlreVersion=Package Writer 2024\n')
-            archive.writestr('GCode/first.nc', bytes(size))
-            for number in range(30000):
-                archive.writestr(f'GCode/{number % 300}/op{number}.nc', f'N{number} G0 X0 Y0\n')
+        path.write_bytes(large_content(size))
         return path
 
     def test_a_long_opening_shows_progress_and_can_be_cancelled(self):
