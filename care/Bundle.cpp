@@ -6,7 +6,7 @@
 #include "common/LongPath.h"
 #include "common/Paths.h"
 
-#include <package/DiskCatalogueSource.h>
+#include <package/FileStatus.h>
 #include <package/ItemText.h>
 #include <package/PackageInformation.h>
 #include <package/PackagePath.h>
@@ -73,7 +73,7 @@ private:
         if (IsNetworkPath(path) && !m_includeNetwork) {
             return Leave(path, L"leads to another computer");
         }
-        const FileStatus status = m_disk.Status(common::LongPath(path));
+        const FileStatus status = docview::StatusOfFile(common::LongPath(path));
         if (!status.exists) {
             return Leave(path, L"does not exist");
         }
@@ -88,7 +88,6 @@ private:
     const Sections& m_sections;
     CopyNames m_names;
     bool m_includeNetwork;
-    DiskCatalogueSource m_disk{{}};
     Bundle m_bundle;
 };
 

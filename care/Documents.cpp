@@ -4,7 +4,6 @@
 #include "common/Paths.h"
 
 #include <package/CatalogueLoader.h>
-#include <package/DiskCatalogueSource.h>
 #include <package/ItemText.h>
 #include <package/PackageInformation.h>
 
@@ -22,7 +21,7 @@ std::vector<mxovshare::InformationChange> KeysOf(const Document& document) {
 }
 
 std::wstring DateOfFile(const std::wstring& path) {
-    const FileStatus status = DiskCatalogueSource({}).Status(common::LongPath(path));
+    const FileStatus status = StatusOfFile(common::LongPath(path));
     if (!status.exists || status.isFolder) {
         throw Refusal{L"cannot add \"" + path + L"\": " +
                       (status.exists ? L"it is a folder" : L"it does not exist")};

@@ -76,9 +76,7 @@ int CompareNames(std::wstring_view left, std::wstring_view right) noexcept {
     const auto [differing, other] = std::ranges::mismatch(left, right);
     left.remove_prefix(static_cast<std::size_t>(differing - left.begin()));
     right.remove_prefix(static_cast<std::size_t>(other - right.begin()));
-    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                                static_cast<int>(right.size()), TRUE) -
-           CSTR_EQUAL;
+    return common::ComparePaths(left, right);
 }
 
 } // namespace care

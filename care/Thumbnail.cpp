@@ -1,7 +1,6 @@
 #include "care/Thumbnail.h"
 
-#include "common/Handles.h"
-#include "common/LongPath.h"
+#include "common/FileBytes.h"
 #include "common/SystemError.h"
 
 #include <package/PackageInformation.h>
@@ -15,20 +14,25 @@ namespace care {
 namespace {
 
 constexpr wchar_t kUsualFolder[] = L"Preview\\";
-constexpr WORD kBitmapMark = 0x4D42; // "BM"
+constexpr std::size_t kHeaderSize = 14;
+constexpr std::size_t kPixelsField = 10; // where the pixels begin
+
+// A number of four bytes in the order of the format.
+std::uint32_t NumberAt(std::string_view bytes, std::size_t place) {
+    std::uint32_t number = 0;
+    for (std::size_t i = 4; i > 0; --i) {
+        number = number << 8 | static_cast<unsigned char>(bytes[place + i - 1]);
+    }
+    return number;
+}
 
 void RequireBitmap(const std::wstring& path) {
-    const common::UniqueHandle file = common::OwnFile(CreateFileW(
-        common::LongPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
-    if (!file) {
-        throw Refusal{L"cannot read \"" + path + L"\": " + common::SystemErrorText(GetLastError())};
+    std::string header;
+    std::uint64_t size = 0;
+    if (const DWORD error = common::ReadBeginning(path, kHeaderSize, header, size); error != ERROR_SUCCESS) {
+        throw Refusal{L"cannot read \"" + path + L"\": " + common::SystemErrorText(error)};
     }
-    BITMAPFILEHEADER header = {};
-    DWORD count = 0;
-    LARGE_INTEGER size = {};
-    if (!ReadFile(file.get(), &header, sizeof header, &count, nullptr) || count != sizeof header ||
-        header.bfType != kBitmapMark || !GetFileSizeEx(file.get(), &size) ||
-        header.bfOffBits >= size.QuadPart) {
+    if (header.size() != kHeaderSize || !header.starts_with("BM") || NumberAt(header, kPixelsField) >= size) {
         throw Refusal{L"\"" + path + L"\" is no bitmap file"};
     }
 }

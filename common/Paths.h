@@ -16,6 +16,19 @@ namespace common {
             CompareStringOrdinal(left.data(), length, right.data(), length, TRUE) == CSTR_EQUAL);
 }
 
+/// Compares two names as the file system does: less than, equal to or greater than 0.
+[[nodiscard]] inline int ComparePaths(std::wstring_view left, std::wstring_view right) noexcept {
+    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
+                                static_cast<int>(right.size()), TRUE) -
+           CSTR_EQUAL;
+}
+
+/// `text` in lower case, by the rules of the system.
+[[nodiscard]] inline std::wstring LowerCase(std::wstring text) {
+    CharLowerBuffW(text.data(), static_cast<DWORD>(text.size()));
+    return text;
+}
+
 /// Path of a loaded module, of the program for null; empty when there is no such module.
 [[nodiscard]] inline std::wstring ModulePath(HMODULE module) {
     std::wstring path(MAX_PATH, L'\0');

@@ -46,9 +46,4 @@ inline constexpr wchar_t kRefuseProgramsPolicy[] = L"RefusePrograms";
     return false;
 }
 
-/// Why a package that holds `programs`, a list of names, is refused: the rest of a sentence about it.
-[[nodiscard]] inline std::wstring RefusalOf(const std::wstring& programs) {
-    return L" holds programs, which your administrator does not allow: " + programs;
-}
-
 } // namespace common

@@ -1,7 +1,7 @@
 // Files that the system runs when they are opened.
 #pragma once
 
-#include "Paths.h"
+#include "common/Paths.h"
 
 #include <algorithm>
 #include <string>
@@ -68,6 +68,11 @@ template <class Entries>
 [[nodiscard]] std::wstring ProgramNames(const Entries& entries) {
     const FoundPrograms found = FindPrograms(entries);
     return found.more > 0 ? found.names + L" and " + std::to_wstring(found.more) + L" more" : found.names;
+}
+
+/// Why a package that holds `programs`, a list of names, is refused: the rest of a sentence about it.
+[[nodiscard]] inline std::wstring RefusalOf(const std::wstring& programs) {
+    return L" holds programs, which your administrator does not allow: " + programs;
 }
 
 } // namespace common

@@ -20,4 +20,9 @@ namespace common {
     return text.empty() ? L"error " + std::to_wstring(error) : text;
 }
 
+/// The code of the last failure on this thread.
+[[nodiscard]] inline DWORD LastError() noexcept {
+    return GetLastError();
+}
+
 } // namespace common

@@ -67,7 +67,7 @@ def files_of(name, command):
         return programs | {path for path in tree() if 'native' in path.parts}
     if any(word.endswith('/tools/wine-run') for word in command):
         return product() | {pathlib.Path(word) for word in command if word.endswith('.exe')}
-    return tree() | files_in(BUILD / 'bin', BUILD / 'tests')
+    return tree() | files_in(BUILD / 'bin', BUILD / 'tests') | {BUILD / 'linux/mxovpkg'}
 
 
 def inputs():

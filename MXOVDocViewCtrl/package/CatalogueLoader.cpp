@@ -1,12 +1,11 @@
 #include "CatalogueLoader.h"
 
+#include "common/Paths.h"
 #include "PackageInformation.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
-
-#include <shlwapi.h>
 
 namespace docview {
 
@@ -39,9 +38,7 @@ bool IsSetupSheet(const std::wstring& name) {
     if (dot == std::wstring::npos) {
         return false;
     }
-    std::wstring extension = name.substr(dot);
-    CharLowerBuffW(extension.data(), static_cast<DWORD>(extension.size()));
-    return std::ranges::find(kExtensions, extension) != kExtensions.end();
+    return std::ranges::find(kExtensions, common::LowerCase(name.substr(dot))) != kExtensions.end();
 }
 
 std::wstring FirstEntry(const std::wstring& list) {

@@ -1,23 +1,12 @@
 // Where the catalogue is read from: an information file and the files that it names.
 #pragma once
 
-#include <windows.h>
+#include "FileStatus.h"
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace docview {
-
-/// Result of one attribute query. Size, time and kind are meaningless when the file does not exist.
-struct FileStatus {
-    bool exists = false;
-    bool noAnswer =
-        false; ///< it does not exist as far as is known: the computer that holds it did not answer
-    bool isFolder = false;
-    std::uint64_t size = 0;  ///< bytes
-    FILETIME lastWrite = {}; ///< UTC
-};
 
 /// The reading side of a package. Paths are formed by the loader by plain concatenation from the package
 /// folder it was given, so they may contain a doubled "\", which every source must accept as the file system

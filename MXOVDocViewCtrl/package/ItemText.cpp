@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
+#include <cwchar>
+#include <iterator>
 #include <limits>
-
-#include <shlwapi.h>
+#include <string_view>
 
 namespace docview {
 
@@ -17,6 +17,31 @@ constexpr double kBytesPerKilobyte = 1024.0;
 int ClampedSize(const FileStatus& status) {
     constexpr std::uint64_t kLargest = std::numeric_limits<int>::max();
     return status.isFolder ? 0 : static_cast<int>(std::min(status.size, kLargest));
+}
+
+bool IsSeparator(wchar_t unit) {
+    return unit == L'\\' || unit == L'/';
+}
+
+/// Calendar fields of a number of days since 1601-01-01.
+struct CalendarDay {
+    int year;
+    int month;
+    int day;
+};
+
+CalendarDay CalendarDayOf(std::uint64_t days) {
+    // Years begin in March here, so that the day of a leap year is their last one.
+    constexpr std::uint64_t kFrom1600March = 306;
+    constexpr std::uint64_t kPerEra = 146'097; // 400 years
+    days += kFrom1600March;
+    const std::uint64_t inEra = days % kPerEra;
+    const std::uint64_t year = (inEra - inEra / 1460 + inEra / 36'524 - inEra / 146'096) / 365;
+    const auto inYear = static_cast<int>(inEra - (365 * year + year / 4 - year / 100));
+    const int month = (5 * inYear + 2) / 153; // from March
+    return {.year = static_cast<int>(1600 + days / kPerEra * 400 + year) + (month >= 10 ? 1 : 0),
+            .month = month < 10 ? month + 3 : month - 9,
+            .day = inYear - (153 * month + 2) / 5 + 1};
 }
 
 } // namespace
@@ -32,16 +57,29 @@ std::wstring DocumentSizeText(const CatalogueSource& source, const std::wstring&
 }
 
 std::wstring FileNameOf(const std::wstring& path) {
-    return PathFindFileNameW(path.c_str());
+    std::size_t start = 0;
+    for (std::size_t i = 0; i + 1 < path.size(); ++i) {
+        if ((IsSeparator(path[i]) || path[i] == L':') && !IsSeparator(path[i + 1])) {
+            start = i + 1;
+        }
+    }
+    return path.substr(start);
 }
 
 } // namespace docview
 
 std::wstring FormatFileTime(const FILETIME& time) {
-    SYSTEMTIME fields = {};
-    FileTimeToSystemTime(&time, &fields);
+    constexpr std::uint64_t kTicksPerSecond = 10'000'000;
+    constexpr std::uint64_t kSecondsPerDay = 86'400;
+    const std::uint64_t ticks = std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+    if (ticks >> 63 != 0) { // which the system has no calendar fields for
+        return L"0-00-00 00:00:00";
+    }
+    const std::uint64_t seconds = ticks / kTicksPerSecond;
+    const docview::CalendarDay day = docview::CalendarDayOf(seconds / kSecondsPerDay);
+    const auto clock = static_cast<int>(seconds % kSecondsPerDay);
     wchar_t text[32] = {};
-    _snwprintf(text, std::size(text) - 1, L"%d-%02d-%02d %02d:%02d:%02d", fields.wYear, fields.wMonth,
-               fields.wDay, fields.wHour, fields.wMinute, fields.wSecond);
+    std::swprintf(text, std::size(text), L"%d-%02d-%02d %02d:%02d:%02d", day.year, day.month, day.day,
+                  clock / 3600, clock / 60 % 60, clock % 60);
     return text;
 }

@@ -1,12 +1,9 @@
 #include "PackageInformation.h"
 
-#include "common/InformationFile.h"
 #include "common/NumberedSection.h"
+#include "NumberAtStart.h"
 
 #include <cmath>
-#include <cstdlib>
-
-#include <shlwapi.h>
 
 namespace docview {
 
@@ -18,20 +15,10 @@ constexpr double kFirstRecentYear = 2021.0;
 /// number are passed on, because the conversion also accepts hexadecimal digits, "inf" and "nan".
 double LeadingNumber(const std::wstring& text) {
     const std::wstring number = text.substr(0, text.find_first_not_of(L"\t0123456789+-.eE"));
-    return std::trunc(
-        ::_wtof(number.c_str())); // wcstod of this run-time library crashes when memory runs out
+    return std::trunc(NumberAtStart(number));
 }
 
 } // namespace
-
-bool PathExists(const std::wstring& path) {
-    return PathFileExistsW(path.c_str()) != FALSE;
-}
-
-std::wstring FindInformationFile(const std::wstring& packageFolder) {
-    std::wstring beside = packageFolder + L"\\" + common::kInformationFile;
-    return PathExists(beside) ? beside : packageFolder + common::kPrivateInformationFile;
-}
 
 bool IsRecentVersion(const std::wstring& versionLine) {
     const std::size_t end = versionLine.find_last_not_of(L' ');

@@ -1,7 +1,7 @@
 // Replacing a file in one step.
 #pragma once
 
-#include "LockWait.h"
+#include "LockPatience.h"
 
 #include "common/Handles.h"
 
@@ -45,8 +45,11 @@ public:
     static std::wstring TemporaryPath(const std::wstring& target);
 
 private:
+    static const DWORD kUnknownFailure;
+
     bool Fail(DWORD error);
     bool Create();
+    bool Flush();
     bool KeepAttributes();
     bool Replace(const std::function<void()>& beforeReplace);
     void Discard();

@@ -10,6 +10,9 @@
 
 namespace mxovshare {
 
+/// Opens a file for reading with full sharing. Throws FileFailure, for a device as well.
+[[nodiscard]] common::UniqueHandle OpenDiskFile(const std::wstring& path);
+
 /// Cuts or extends an open file, and looks whether it has that size then: Wine makes some files a byte longer
 /// when the first attempt fails. False with the system's code for a failure.
 [[nodiscard]] bool SetFileSize(HANDLE file, std::uint64_t size);

@@ -1,7 +1,7 @@
 // Identifies the content of a file without reading it, and reads whole files.
 #pragma once
 
-#include "LockWait.h"
+#include "LockPatience.h"
 
 #include <cstdint>
 #include <string>

@@ -1,30 +1,46 @@
 // What a folder holds, entry by entry.
 #pragma once
 
-#include "common/Handles.h"
-
-#include <string>
-
 #include <windows.h>
 
+#include <cstdint>
+#include <memory>
+#include <string>
+
 namespace mxovshare {
+
+/// A file or folder in a folder.
+struct FolderEntry {
+    std::wstring name;
+    bool isFolder = false;
+    bool isLink = false;         ///< leads to another place
+    bool isRedirected = false;   ///< a link, or a driver decides where its content is
+    std::uint8_t attributes = 0; ///< those of DOS
+    std::uint64_t size = 0;      ///< bytes
+    FILETIME written = {};       ///< UTC
+};
 
 /// Goes through the entries of a folder without "." and "..". Throws FileFailure when it cannot be listed.
 class FolderSearch {
 public:
     explicit FolderSearch(const std::wstring& folder);
+    ~FolderSearch();
+    FolderSearch(const FolderSearch&) = delete;
+    FolderSearch& operator=(const FolderSearch&) = delete;
 
     explicit operator bool() const { return m_found; }
-    const WIN32_FIND_DATAW& operator*() const { return m_data; }
-    const WIN32_FIND_DATAW* operator->() const { return &m_data; }
+    const FolderEntry& operator*() const { return m_entry; }
+    const FolderEntry* operator->() const { return &m_entry; }
     void Next();
 
 private:
-    void Check(bool found);
+    struct Search; // of the system
+
+    void Take(bool found);
 
     std::wstring m_folder;
-    WIN32_FIND_DATAW m_data = {};
-    common::UniqueSearch m_search;
+    std::unique_ptr<Search> m_search;
+    FolderEntry m_entry;
     bool m_found = false;
 };
 

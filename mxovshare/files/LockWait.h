@@ -1,12 +1,11 @@
 // Waiting for a file that another program has locked.
 #pragma once
 
+#include "LockPatience.h"
+
 #include <windows.h>
 
 namespace mxovshare {
-
-/// How long an operation waits for a locked file, in milliseconds in all.
-inline constexpr DWORD kLockPatience = 2000;
 
 /// The pauses between attempts at a file, which grow from 1 to 32 ms. During them a thread that owns the
 /// active window shows the wait cursor.

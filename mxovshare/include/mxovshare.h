@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
+#ifndef MXOVSHARE_API // empty where the library is linked in
 #ifdef MXOVSHARE_EXPORTS
 #define MXOVSHARE_API __declspec(dllexport)
 #else
 #define MXOVSHARE_API __declspec(dllimport)
+#endif
 #endif
 
 namespace mxovshare {

@@ -6,10 +6,6 @@ namespace mxovshare {
 
 namespace {
 
-std::u16string Utf16(std::wstring_view text) {
-    return {text.begin(), text.end()};
-}
-
 InformationSection SectionOf(const IniDocument& document, std::uint32_t number) {
     const std::vector<IniKey> keys = document.ReadKeys(number);
     InformationSection section = {ToWide(document.SectionName(number)), {}};
@@ -77,7 +73,7 @@ Information::Iterator Information::end() const {
 }
 
 std::optional<InformationSection> Information::Find(std::wstring_view name) const {
-    const std::uint32_t number = m_content->document.FindSection(Utf16(name));
+    const std::uint32_t number = m_content->document.FindSection(ToUtf16(name));
     if (number == IniIndex::kNone) {
         return {};
     }
@@ -85,25 +81,25 @@ std::optional<InformationSection> Information::Find(std::wstring_view name) cons
 }
 
 std::wstring Information::Value(std::wstring_view section, std::wstring_view key) const {
-    const std::uint32_t number = m_content->document.FindSection(Utf16(section));
+    const std::uint32_t number = m_content->document.FindSection(ToUtf16(section));
     return number == IniIndex::kNone ? std::wstring()
-                                     : ToWide(m_content->document.ReadValue(number, Utf16(key)));
+                                     : ToWide(m_content->document.ReadValue(number, ToUtf16(key)));
 }
 
 std::vector<std::wstring> Information::SectionNames(std::wstring_view prefix) const {
     std::vector<std::wstring> names;
-    for (const std::u16string& name : m_content->document.SectionNames(Utf16(prefix))) {
+    for (const std::u16string& name : m_content->document.SectionNames(ToUtf16(prefix))) {
         names.push_back(ToWide(name));
     }
     return names;
 }
 
 void Information::SetValue(std::wstring_view section, std::wstring_view key, std::wstring_view value) {
-    m_content->document.SetValue(Utf16(section), Utf16(key), Utf16(value));
+    m_content->document.SetValue(ToUtf16(section), ToUtf16(key), ToUtf16(value));
 }
 
 void Information::RemoveSection(std::wstring_view section) {
-    m_content->document.RemoveSection(Utf16(section));
+    m_content->document.RemoveSection(ToUtf16(section));
 }
 
 } // namespace mxovshare

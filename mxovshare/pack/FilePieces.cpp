@@ -4,6 +4,8 @@
 #include "zip/Deflate.h"
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 
 namespace mxovshare {
 
@@ -20,10 +22,10 @@ void FilePieces::Open(const std::wstring& path) {
 }
 
 void FilePieces::OpenSettled(const std::wstring& path) {
-    constexpr DWORD kPause = 25;
+    constexpr std::chrono::milliseconds kPause(25);
     Open(path);
     if (!m_file->IsSettled()) {
-        Sleep(kPause);
+        std::this_thread::sleep_for(kPause);
         Open(path);
     }
     if (!m_file->IsSettled()) {

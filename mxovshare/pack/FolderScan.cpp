@@ -5,6 +5,7 @@
 #include "common/Paths.h"
 #include "common/Utf8.h"
 #include "files/FileFailure.h"
+#include "files/FileSystem.h"
 #include "files/FolderPath.h"
 #include "files/FolderSearch.h"
 #include "files/WebMark.h"
@@ -18,21 +19,13 @@
 #include <iterator>
 #include <tuple>
 
-#include <windows.h>
-
 namespace mxovshare {
 
 namespace {
 
-bool IsLink(const WIN32_FIND_DATAW& data) {
-    return (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-           (data.dwReserved0 == IO_REPARSE_TAG_SYMLINK || data.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
-}
-
 // Locks of office programs, and marks of the web.
-bool IsLeftOut(const WIN32_FIND_DATAW& data) {
-    return (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 &&
-           (IsOfficeLock(data.cFileName) || IsWebMark(data.cFileName));
+bool IsLeftOut(const FolderEntry& entry) {
+    return !entry.isFolder && (IsOfficeLock(entry.name) || IsWebMark(entry.name));
 }
 
 class Scanner {
@@ -63,27 +56,26 @@ private:
     bool ScanOne(const FolderItem& folder) {
         bool isEmpty = true;
         for (FolderSearch found(folder.path); found; found.Next()) {
-            const WIN32_FIND_DATAW& data = *found;
-            if (!IsLeftOut(data)) {
+            if (!IsLeftOut(*found)) {
                 isEmpty = false;
-                Take(folder, data);
+                Take(folder, *found);
             }
         }
         return isEmpty;
     }
 
-    void Take(const FolderItem& folder, const WIN32_FIND_DATAW& data) {
+    void Take(const FolderItem& folder, const FolderEntry& entry) {
         FolderItem found;
-        found.path = JoinPath(folder.path, data.cFileName);
-        found.isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        found.size = static_cast<std::uint64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
+        found.path = JoinPath(folder.path, entry.name);
+        found.isFolder = entry.isFolder;
+        found.size = entry.size;
         if (IsExcepted(common::LongPath(found.path)) || IsLeftover(found)) {
             return;
         }
-        if (IsLink(data)) {
+        if (entry.isLink) {
             Refuse(found.path, L"it is a link");
         }
-        const std::string name = common::ToUtf8Strict(data.cFileName);
+        const std::string name = common::ToUtf8Strict(entry.name);
         if (name.empty()) {
             Refuse(found.path, L"its name is not valid Unicode");
         }
@@ -91,9 +83,10 @@ private:
         if (const std::string_view fault = EntryNameFault(found.item.name); !fault.empty()) {
             Refuse(found.path, common::FromUtf8(fault));
         }
-        constexpr DWORD kKept = kAttributeReadOnly | kAttributeHidden | kAttributeSystem | kAttributeArchive;
-        found.item.attributes = static_cast<std::uint8_t>(data.dwFileAttributes & kKept);
-        found.item.modified = ToZipTime(data.ftLastWriteTime);
+        constexpr unsigned kKept =
+            kAttributeReadOnly | kAttributeHidden | kAttributeSystem | kAttributeArchive;
+        found.item.attributes = static_cast<std::uint8_t>(entry.attributes & kKept);
+        found.item.modified = ToZipTime(entry.written);
         (found.isFolder ? m_folders : m_items).push_back(std::move(found));
     }
 
@@ -102,8 +95,7 @@ private:
         const std::size_t stem = found.path.size() - std::min(found.path.size(), kTemporarySuffix.size());
         const std::wstring suffix(kTemporarySuffix.begin(), kTemporarySuffix.end());
         return !found.isFolder && common::IsSamePath(found.path.substr(stem), suffix) &&
-               GetFileAttributesW(common::LongPath(found.path.substr(0, stem)).c_str()) !=
-                   INVALID_FILE_ATTRIBUTES;
+               StatusOfPath(found.path.substr(0, stem)).exists;
     }
 
     bool IsExcepted(const std::wstring& path) const {
@@ -153,11 +145,11 @@ std::vector<FolderItem> SortedItems(std::vector<FolderItem> items) {
 }
 
 std::vector<FolderItem> ScanFolder(const std::wstring& folder, const std::vector<std::wstring>& except) {
-    const DWORD attributes = GetFileAttributesW(common::LongPath(folder).c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) {
-        ThrowFileFailure(L"cannot open folder", folder, GetLastError());
+    const PathStatus status = StatusOfPath(folder);
+    if (!status.exists) {
+        ThrowFileFailure(L"cannot open folder", folder, status.error);
     }
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+    if (!status.isFolder) {
         throw FileFailure(L"cannot open folder \"" + folder + L"\": it is a file");
     }
     return SortedItems(Scanner(except).Scan(FolderPath(folder)));

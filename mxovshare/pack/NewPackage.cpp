@@ -16,7 +16,9 @@
 #include "zip/ZipDirectory.h"
 
 #include <algorithm>
+#include <chrono>
 #include <optional>
+#include <thread>
 
 namespace mxovshare {
 
@@ -147,7 +149,7 @@ void NewPackage::Pack(const std::wstring& folder, PackageProgress* progress, con
     std::vector<FolderItem> items = ItemsOf(folder, m_file, substitute);
     // Everything is read twice: to pack or compare it, and to verify what was written.
     ProgressMeter meter(progress, 2 * TotalSize(items));
-    DWORD pause = 32; // milliseconds, doubled for each attempt
+    std::chrono::milliseconds pause(32); // doubled for each attempt
     for (int attempt = 1;; ++attempt, pause *= 2) {
         try {
             RefuseTooMuch(folder, items);
@@ -158,7 +160,7 @@ void NewPackage::Pack(const std::wstring& folder, PackageProgress* progress, con
                 throw;
             }
         }
-        Sleep(pause);
+        std::this_thread::sleep_for(pause);
         items = ItemsOf(folder, m_file, substitute);
     }
 }

@@ -1,10 +1,11 @@
 #include "pack/Unpack.h"
 
-#include "common/Handles.h"
 #include "common/LongPath.h"
 #include "files/DiskFile.h"
 #include "files/FileFailure.h"
+#include "files/FileSystem.h"
 #include "files/FolderPath.h"
+#include "files/FolderSearch.h"
 #include "pack/FileTimes.h"
 #include "pack/PackageContent.h"
 #include "pack/ProgressMeter.h"
@@ -16,6 +17,8 @@ namespace mxovshare {
 
 namespace {
 
+constexpr wchar_t kSeparators[] = L"\\/";
+
 // What unpacking has created; removes it, newest first, unless it is kept. Entries are added before they are
 // created, so that nothing can fail in between.
 class CreatedFiles {
@@ -24,11 +27,11 @@ public:
     ~CreatedFiles() {
         for (auto created = m_created.rbegin(); created != m_created.rend(); ++created) {
             if (created->folders == 0) {
-                DeleteFileW(created->path.c_str());
+                RemoveFile(created->path);
             }
             for (std::size_t i = 0; i < created->folders; ++i) {
-                RemoveDirectoryW(created->path.c_str());
-                created->path.resize(created->path.find_last_of(L'\\'));
+                RemoveFolder(created->path);
+                created->path.resize(created->path.find_last_of(kSeparators));
             }
         }
     }
@@ -56,26 +59,6 @@ private:
     std::vector<Created> m_created;
 };
 
-bool IsFolder(const std::wstring& path) {
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-bool IsEmptyFolder(const std::wstring& path) {
-    WIN32_FIND_DATAW data = {};
-    const HANDLE search = FindFirstFileW(common::LongPath(JoinPath(path, L"*")).c_str(), &data);
-    if (search == INVALID_HANDLE_VALUE) {
-        return true;
-    }
-    bool isEmpty = true;
-    do {
-        const std::wstring_view name = data.cFileName;
-        isEmpty = name == L"." || name == L"..";
-    } while (isEmpty && FindNextFileW(search, &data));
-    FindClose(search);
-    return isEmpty;
-}
-
 class Unpacker {
 public:
     Unpacker(const std::wstring& file, const std::wstring& folder, WebMark::StreamProbe hasStreams)
@@ -93,7 +76,7 @@ public:
             if (entry.isFolder) {
                 MakeFolders(path);
             } else {
-                MakeFolders(path.substr(0, path.find_last_of(L'\\')));
+                MakeFolders(path.substr(0, path.find_last_of(kSeparators)));
                 UnpackFile(entry, path, meter);
             }
         }
@@ -103,11 +86,11 @@ public:
 
 private:
     void PrepareFolder() {
-        if (GetFileAttributesW(m_folder.c_str()) != INVALID_FILE_ATTRIBUTES) {
-            if (!IsFolder(m_folder)) {
+        if (const PathStatus status = StatusOfPath(m_folder); status.exists) {
+            if (!status.isFolder) {
                 throw FileFailure(L"cannot unpack into \"" + m_folder + L"\": it is a file");
             }
-            if (!IsEmptyFolder(m_folder)) {
+            if (FolderSearch(m_folder)) {
                 throw FileFailure(L"cannot unpack into \"" + m_folder + L"\": it is not empty");
             }
         }
@@ -115,10 +98,9 @@ private:
     }
 
     void CheckRoom() const {
-        ULARGE_INTEGER room = {};
-        if (GetDiskFreeSpaceExW(m_folder.c_str(), &room, nullptr, nullptr) &&
-            room.QuadPart < TotalSize(m_entries)) {
-            ThrowFileFailure(L"cannot unpack into", m_folder, ERROR_DISK_FULL);
+        const std::optional<std::uint64_t> room = RoomIn(m_folder);
+        if (room && *room < TotalSize(m_entries)) {
+            ThrowFileFailure(L"cannot unpack into", m_folder, kNoRoom);
         }
     }
 
@@ -133,8 +115,8 @@ private:
         }
         for (auto end = missing.rbegin(); end != missing.rend(); ++end) {
             std::wstring folder = common::LongPath(path.substr(0, *end));
-            if (!CreateDirectoryW(folder.c_str(), nullptr)) {
-                ThrowFileFailure(L"cannot create folder", path.substr(0, *end), GetLastError());
+            if (const DWORD error = MakeFolder(folder); error != ERROR_SUCCESS) {
+                ThrowFileFailure(L"cannot create folder", path.substr(0, *end), error);
             }
             m_created.AddFolder(std::move(folder));
         }
@@ -145,9 +127,9 @@ private:
     static std::vector<std::size_t> MissingFolders(const std::wstring& path) {
         std::vector<std::size_t> missing;
         std::size_t end = path.size();
-        while (end != 0 && end != std::wstring::npos && !IsFolder(common::LongPath(path.substr(0, end)))) {
+        while (end != 0 && end != std::wstring::npos && !IsFolder(path.substr(0, end))) {
             missing.push_back(end);
-            end = path.find_last_of(L"\\/", end - 1);
+            end = path.find_last_of(kSeparators, end - 1);
         }
         return missing;
     }
@@ -155,12 +137,10 @@ private:
     void UnpackFile(const ZipEntry& entry, const std::wstring& path, ProgressMeter& meter) {
         const std::wstring full = common::LongPath(path);
         m_created.AddFile(full);
-        // Unpacked files are meant to be edited, so none is read-only.
-        const DWORD attributes = FILE_ATTRIBUTE_ARCHIVE | (entry.attributes & kAttributeHidden);
-        const common::UniqueHandle handle = common::OwnFile(CreateFileW(
-            full.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW, attributes, nullptr));
+        const bool isHidden = (entry.attributes & kAttributeHidden) != 0;
+        DWORD error = ERROR_SUCCESS;
+        const common::UniqueHandle handle = CreateNewFile(full, isHidden, error);
         if (!handle) {
-            const DWORD error = GetLastError();
             m_created.Drop();
             ThrowFileFailure(L"cannot create", path, error);
         }
@@ -171,12 +151,7 @@ private:
         });
         VerifiedEntryCache::Instance().Add(entry, packed);
         m_mark.CopyTo(path);
-        const FILETIME modified = ToFileTime(entry.modified);
-        // With the attributes, since Wine 10 takes "hidden" from a file whose time alone is set.
-        FILE_BASIC_INFO information = {};
-        information.LastWriteTime = {{modified.dwLowDateTime, static_cast<LONG>(modified.dwHighDateTime)}};
-        information.FileAttributes = attributes;
-        SetFileInformationByHandle(handle.get(), FileBasicInfo, &information, sizeof information);
+        SetWritten(handle.get(), ToFileTime(entry.modified), isHidden);
     }
 
     DiskSource m_source;

@@ -1,16 +1,17 @@
 #include "mxovchange.h"
 
-#include "common/LongPath.h"
+#include "common/Clock.h"
 #include "common/Utf8.h"
 #include "files/FileFailure.h"
+#include "files/FileSystem.h"
 #include "ini/IniInformation.h"
 #include "pack/FileTimes.h"
 #include "pack/NewPackage.h"
 #include "pack/TemporaryFile.h"
 #include "package/HistoryEntry.h"
 #include "package/PackageErrors.h"
+#include "package/PackageStamp.h"
 #include "package/PackedFiles.h"
-#include "package/UnpackedFolders.h"
 #include "text/CaseFold.h"
 #include "text/SystemText.h"
 #include "zip/EntryName.h"
@@ -30,28 +31,22 @@ constexpr char kInformationName[] = "mxinfo.ini";
 // Of an information file that did not exist before: UTF-16LE, which every reader understands.
 constexpr char kUtf16Mark[] = "\xFF\xFE";
 
-FILETIME Now() {
-    FILETIME now = {};
-    GetSystemTimeAsFileTime(&now);
-    return now;
-}
-
 FolderItem ItemOf(const AddedFile& added) {
     FolderItem item;
     item.item.name = EntryName(added.name);
     if (const std::string_view fault = EntryNameFault(item.item.name); !fault.empty()) {
         throw EntryError(item.item.name, fault);
     }
-    WIN32_FILE_ATTRIBUTE_DATA about = {};
-    if (!GetFileAttributesExW(common::LongPath(added.path).c_str(), GetFileExInfoStandard, &about)) {
-        ThrowFileFailure(L"cannot open", added.path, GetLastError());
+    const PathStatus status = StatusOfPath(added.path);
+    if (!status.exists) {
+        ThrowFileFailure(L"cannot open", added.path, status.error);
     }
-    if ((about.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    if (status.isFolder) {
         throw FileFailure(L"cannot pack \"" + added.path + L"\": it is a folder");
     }
     item.path = added.path;
-    item.size = static_cast<std::uint64_t>(about.nFileSizeHigh) << 32 | about.nFileSizeLow;
-    item.item.modified = ToZipTime(about.ftLastWriteTime);
+    item.size = status.size;
+    item.item.modified = ToZipTime(status.written);
     return item;
 }
 
@@ -169,7 +164,7 @@ private:
         }
         Content changed;
         changed.item.item.name = old != nullptr ? old->name : kInformationName;
-        changed.item.item.modified = ToZipTime(Now());
+        changed.item.item.modified = ToZipTime(common::SystemTime());
         changed.item.item.attributes = old != nullptr ? old->attributes : std::uint8_t{0};
         UseTemporaryFile(changed.item, [&document](TemporaryFile& file) {
             const std::string& bytes = document.Bytes();

@@ -7,7 +7,7 @@
 #include "files/FolderSearch.h"
 #include "files/WebMark.h"
 #include "package/PackageErrors.h"
-#include "package/UnpackedFolders.h"
+#include "package/PackageStamp.h"
 #include "zip/Checksum.h"
 
 namespace mxovshare {
@@ -19,10 +19,9 @@ constexpr std::wstring_view kOpenLock = L".~lock.";
 
 // `below` is empty or ends with a separator. Links count as files and are not followed.
 void ListBelow(const std::wstring& folder, const std::wstring& below, std::vector<PackageEntry>& files) {
-    constexpr DWORD kFolderOrLink = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
     for (FolderSearch search(JoinPath(folder, below)); search; search.Next()) {
-        const std::wstring name = below + search->cFileName;
-        if ((search->dwFileAttributes & kFolderOrLink) == FILE_ATTRIBUTE_DIRECTORY) {
+        const std::wstring name = below + search->name;
+        if (search->isFolder && !search->isRedirected) {
             ListBelow(folder, name + L"\\", files);
             continue;
         }
@@ -31,8 +30,8 @@ void ListBelow(const std::wstring& folder, const std::wstring& below, std::vecto
         }
         PackageEntry& file = files.emplace_back();
         file.name = name;
-        file.size = std::uint64_t{search->nFileSizeHigh} << 32 | search->nFileSizeLow;
-        file.modified = search->ftLastWriteTime;
+        file.size = search->size;
+        file.modified = search->written;
     }
 }
 

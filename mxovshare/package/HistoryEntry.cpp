@@ -1,36 +1,17 @@
 #include "package/HistoryEntry.h"
 
 #include "common/NumberedSection.h"
+#include "package/SaveAuthor.h"
 #include "text/SystemText.h"
 
 #include <algorithm>
-#include <cwchar>
 #include <iterator>
-
-#include <windows.h>
-
-#include <lmcons.h>
 
 namespace mxovshare {
 
 namespace {
 
 constexpr wchar_t kHistory[] = L"FILE_HISTORY";
-
-std::wstring LocalTimeText() {
-    SYSTEMTIME now = {};
-    GetLocalTime(&now);
-    wchar_t text[64];
-    std::swprintf(text, std::size(text), L"%d-%02d-%02d %02d:%02d:%02d", now.wYear, now.wMonth, now.wDay,
-                  now.wHour, now.wMinute, now.wSecond);
-    return text;
-}
-
-std::wstring UserName() {
-    wchar_t name[UNLEN + 1];
-    DWORD size = static_cast<DWORD>(std::size(name));
-    return GetUserNameW(name, &size) ? std::wstring(name) : std::wstring();
-}
 
 } // namespace
 

@@ -1,9 +1,9 @@
 #include "package/NewInformation.h"
 
 #include "common/InformationFile.h"
-#include "common/LongPath.h"
 #include "files/FileFailure.h"
 #include "files/FileStamp.h"
+#include "files/FileSystem.h"
 #include "files/FolderPath.h"
 #include "ini/IniDocument.h"
 #include "package/HistoryEntry.h"
@@ -16,8 +16,8 @@ namespace mxovshare {
 namespace {
 
 bool IsFile(const std::wstring& path) {
-    const DWORD attributes = GetFileAttributesW(common::LongPath(path).c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    const PathStatus status = StatusOfPath(path);
+    return status.exists && !status.isFolder;
 }
 
 std::wstring FindInformation(const std::wstring& folder) {

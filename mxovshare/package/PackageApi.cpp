@@ -5,6 +5,7 @@
 #include "pack/PackageContent.h"
 #include "pack/Unpack.h"
 #include "package/PackageErrors.h"
+#include "package/PackageStamp.h"
 #include "package/PackedFiles.h"
 #include "package/UnpackedFolders.h"
 

@@ -1,9 +1,9 @@
 #include "mxovchange.h"
 
 #include "common/InformationFile.h"
-#include "common/LongPath.h"
 #include "files/DiskFile.h"
 #include "files/FileFailure.h"
+#include "files/FileSystem.h"
 #include "files/FolderPath.h"
 #include "pack/FolderScan.h"
 #include "pack/ProgressMeter.h"
@@ -20,11 +20,6 @@
 namespace mxovshare {
 
 namespace {
-
-bool IsContentFolder(const std::wstring& path) {
-    const DWORD attributes = GetFileAttributesW(common::LongPath(path).c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
 
 std::string ReadFileUpTo(const std::wstring& path, std::uint64_t limit) {
     const DiskSource source(path);
@@ -56,7 +51,7 @@ PackageEntry DescribeItem(const FolderItem& item, ProgressMeter& meter) {
 Information InformationOfFolder(const std::wstring& folder) {
     for (const wchar_t* name : {common::kInformationFile, common::kPrivateInformationFile}) {
         const std::wstring path = JoinPath(folder, name);
-        if (GetFileAttributesW(common::LongPath(path).c_str()) != INVALID_FILE_ATTRIBUTES) {
+        if (StatusOfPath(path).exists) {
             return ParseInformation(ReadFileUpTo(path, kLargestInformation));
         }
     }
@@ -122,7 +117,7 @@ private:
 PackageResult ReadInformation(const std::wstring& path, Information& information) noexcept {
     return RunForResult(path, [&] {
         information = {};
-        if (IsContentFolder(path)) {
+        if (IsFolder(path)) {
             information = InformationOfFolder(path);
         } else {
             const DiskSource source(path);
@@ -136,7 +131,7 @@ PackageResult ReadContent(const std::wstring& path, std::vector<PackageEntry>& e
     return RunForResult(path, [&] {
         entries.clear();
         information = {};
-        if (IsContentFolder(path)) {
+        if (IsFolder(path)) {
             ReadFolder(path, entries, information, progress);
         } else {
             ReadPackageFile(path, entries, information);
@@ -148,7 +143,7 @@ PackageResult
 ReadContentFiles(const std::wstring& path, const std::vector<std::wstring>& names, std::uint64_t limit,
                  const std::function<void(const std::wstring& name, std::string bytes)>& take) noexcept {
     return RunForResult(path, [&] {
-        if (IsContentFolder(path)) {
+        if (IsFolder(path)) {
             for (const std::wstring& name : names) {
                 take(name, ReadFileUpTo(JoinPath(path, name), limit));
             }

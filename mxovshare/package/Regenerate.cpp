@@ -6,6 +6,7 @@
 #include "package/NewInformation.h"
 #include "package/PackageErrors.h"
 #include "package/ProgressWindow.h"
+#include "package/ReplacementGuard.h"
 #include "package/UnpackedFolders.h"
 
 #include <new>

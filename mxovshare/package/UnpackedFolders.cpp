@@ -1,12 +1,9 @@
 #include "package/UnpackedFolders.h"
 
-#include "common/Handles.h"
-#include "common/LongPath.h"
 #include "common/Paths.h"
 #include "files/FolderPath.h"
-#include "host/MessageBoxes.h"
-#include "pack/ProgressMeter.h"
 #include "package/PackageErrors.h"
+#include "package/PackageStamp.h"
 
 #include <algorithm>
 #include <atomic>
@@ -48,32 +45,13 @@ UnpackedFolder& FindOrAdd(const std::wstring& folder) {
     return g_folders.back();
 }
 
-// The stamp of a package file that the folder was unpacked from or saved to; empty for another file.
+} // namespace
+
 std::wstring RecordedStamp(const std::wstring& folder, const std::wstring& file) {
     const std::lock_guard guard(g_lock);
     const UnpackedFolder* entry = Find(folder);
     return entry != nullptr && common::IsSamePath(FolderPath(entry->file), FolderPath(file)) ? entry->stamp
                                                                                              : std::wstring();
-}
-
-} // namespace
-
-std::wstring StampOfPackage(const std::wstring& file) {
-    constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const common::UniqueHandle handle =
-        common::OwnFile(CreateFileW(common::LongPath(file).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
-                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    BY_HANDLE_FILE_INFORMATION about = {};
-    if (!handle || GetFileInformationByHandle(handle.get(), &about) == FALSE) {
-        return {};
-    }
-    std::wstring stamp;
-    for (const DWORD part : {about.nFileSizeHigh, about.nFileSizeLow, about.ftLastWriteTime.dwHighDateTime,
-                             about.ftLastWriteTime.dwLowDateTime, about.dwVolumeSerialNumber,
-                             about.nFileIndexHigh, about.nFileIndexLow}) {
-        stamp += (stamp.empty() ? L"" : L"-") + std::to_wstring(part);
-    }
-    return stamp;
 }
 
 void RecordFolder(const std::wstring& folder, const std::wstring& file, const std::wstring& stamp) {
@@ -104,24 +82,6 @@ void RecordSave(const std::wstring& folder, const std::wstring& file, bool ok) n
             g_unrecordedFailure = true;
         }
     }
-}
-
-ReplacementGuard::ReplacementGuard(const std::wstring& folder, const std::wstring& file)
-    : m_file(file), m_expected(RecordedStamp(folder, file)) {
-    if (m_expected.empty()) {
-        m_expected = StampOfPackage(file);
-    }
-}
-
-void ReplacementGuard::Confirm() {
-    std::wstring now = StampOfPackage(m_file);
-    if (!now.empty() && now != m_expected &&
-        !AskYesNo(L"The package \"" + m_file +
-                  L"\" was changed by somebody else since it was opened here.\n\nDo you want to replace it "
-                  L"with your own state? What the other one changed is then lost.")) {
-        throw Cancelled();
-    }
-    m_expected = std::move(now);
 }
 
 std::wstring StampOfFolder(const std::wstring& folder) noexcept {

@@ -13,9 +13,9 @@ public:
     char16_t Upper(char16_t unit) const override;
 };
 
-std::u16string ToUtf16(const std::wstring& text);
+std::u16string ToUtf16(std::wstring_view text);
 /// Sets `copy` to `text`, in the memory it has.
-void CopyUtf16(const std::wstring& text, std::u16string& copy);
-std::wstring ToWide(const std::u16string& text);
+void CopyUtf16(std::wstring_view text, std::u16string& copy);
+std::wstring ToWide(std::u16string_view text);
 
 } // namespace mxovshare

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Takes linked documents along and points links elsewhere, with the built mxovpkg.exe and packages of other tools."""
+"""Takes linked documents along and points links elsewhere, with the built package command line and packages of other tools."""
 import os
 import subprocess
 import unittest

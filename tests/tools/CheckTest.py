@@ -10,6 +10,7 @@ import unittest
 import zipfile
 
 from packagecase import ROOT, PackageCase, windows_path
+from packageprogram import ON_WINDOWS
 
 DOCUMENTATION = ROOT / 'docs' / 'package-format.md'
 TIME = 981173106  # 2001-02-03 04:05:06
@@ -83,10 +84,11 @@ class CheckTest(PackageCase):
 
     def test_refuses_paths_that_lead_elsewhere(self):
         self.write('victim/thesis.docx', b'years of work')
-        # What the network would answer: Wine looks for another computer's files here.
-        share = pathlib.Path(os.environ['WINEPREFIX']) / 'dosdevices/unc/server/share'
-        share.mkdir(parents=True)
-        (share / 'plan.pdf').write_bytes(b'theirs')
+        if ON_WINDOWS:
+            # What the network would answer: Wine looks for another computer's files here.
+            share = pathlib.Path(os.environ['WINEPREFIX']) / 'dosdevices/unc/server/share'
+            share.mkdir(parents=True)
+            (share / 'plan.pdf').write_bytes(b'theirs')
         self.write('folder/NC/10.nc')
         self.write('folder/mxinfo.ini', b'[FILEINFO]\r\nMaxtlreVersion=M 2024\r\n'
                    b'CADFilePath=\\\\server\\share\\plan.pdf\r\nGCode=NC\\10.nc;..\\victim\\20.nc\r\n'

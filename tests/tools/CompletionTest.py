@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Completes words of a command line with the script that the built mxovpkg.exe prints, in the shell itself."""
+"""Completes words of a command line with the script that the built package command line prints, in the shell itself."""
 import subprocess
 import unittest
 

@@ -1,13 +1,15 @@
 #!/usr/bin/env python3
-"""Compares packages with the built mxovpkg.exe, alone and as git's diff driver."""
+"""Compares packages with the built package command line, alone and as git's diff driver."""
 import json
 import os
+import shlex
 import shutil
 import subprocess
 import unittest
 import zipfile
 
-from packagecase import PackageCase, windows_path
+from packagecase import PackageCase
+from packageprogram import COMMAND
 
 INFORMATION = ('[FILEINFO]\r\nMaxtlreVersion=Example 2024\r\nGCode=NC\\10.nc\r\nCADFileDescription={}\r\n'
                '[REFERANCE_FILE_1]\r\nIsReferencedFile=NO\r\nFilePath=ReferanceFiles\\plan.pdf\r\n'
@@ -128,8 +130,7 @@ class DiffTest(PackageCase):
         git('init', '-q')
         (repository / '.gitattributes').write_text('*.mxov diff=mxov\n')
         driver = self.work / 'driver'
-        driver.write_text('#!/bin/sh\nexec wine "$PROGRAM" text "$1" 2>/dev/null\n'.replace(
-            '$PROGRAM', windows_path(os.environ['MXOV_BUILD'] + '/bin/mxovpkg.exe')))
+        driver.write_text(f'#!/bin/sh\nexec {shlex.join(COMMAND)} text "$1" 2>/dev/null\n')
         driver.chmod(0o755)
         git('config', 'diff.mxov.textconv', str(driver))
         shutil.copy(self.work / 'left.mxov', repository / 'p.mxov')

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Adds, removes and describes documents with the built mxovpkg.exe, in packages that other tools made."""
+"""Adds, removes and describes documents with the built package command line, in packages that other tools made."""
 import json
 import os
 import struct

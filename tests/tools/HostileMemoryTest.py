@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""What packages that were made to do harm may cost: memory and processor time of the built mxovpkg.exe."""
+"""What packages that were made to do harm may cost: memory and processor time of the built package command line."""
 import unittest
 import zlib
 
-from hostilecase import MOST_TIME, HostileCase, forge
+from hostilecase import IS_WORTHWHILE, MOST_TIME, HostileCase, forge
 
 MOST_MEMORY = 256 << 10  # KB
 MEGABYTE = 1 << 20
@@ -19,6 +19,7 @@ def zeros(count):
     return packed + packer.flush(), crc
 
 
+@unittest.skipUnless(IS_WORTHWHILE, 'only with MXOV_LONG')
 class HostileMemoryTest(HostileCase):
     @classmethod
     def setUpClass(cls):

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the built mxovpkg.exe as a user does and holds its packages against tools that others wrote."""
+"""Runs the built package command line as a user does and holds its packages against tools that others wrote."""
 import os
 import resource
 import shutil
@@ -10,6 +10,7 @@ import unittest
 import zipfile
 
 from packagecase import PackageCase
+from packageprogram import ON_WINDOWS
 from wineprogram import change_registry
 
 POLICIES = r'HKCU\Software\Policies\MXOVDocView'
@@ -68,6 +69,7 @@ class MxovpkgTest(PackageCase):
         self.assertEqual(errors, 'warning: p.mxov holds programs: a.js, b.lnk, c.msi and 1 more\n')
         self.assertEqual(self.tree('out'), self.tree('folder'))
 
+    @unittest.skipUnless(ON_WINDOWS, 'policies are in the registry')
     def test_a_policy_refuses_to_extract_programs(self):
         self.make_programs()
         self.addCleanup(change_registry, 'delete', POLICIES, '/f')

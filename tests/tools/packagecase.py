@@ -1,4 +1,4 @@
-"""A test case that runs the built mxovpkg.exe in a folder of its own."""
+"""A test case that runs the built package command line in a folder of its own."""
 import os
 import pathlib
 import re
@@ -8,10 +8,10 @@ import sys
 import tempfile
 import unittest
 
+from packageprogram import COMMAND
 from wineprogram import windows_path  # noqa: F401
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-PROGRAM = pathlib.Path(os.environ['MXOV_BUILD']) / 'bin' / 'mxovpkg.exe'
 WINE_LINE = re.compile(r'^[0-9a-f]{4}:(?:err|warn|fixme):.*\n', re.MULTILINE)
 
 
@@ -23,7 +23,7 @@ class PackageCase(unittest.TestCase):
     def start(self, *arguments):
         """A running program. Its output goes to files, since what Wine leaves running would hold a pipe open."""
         files = [self.enterContext(tempfile.TemporaryFile()) for _ in ('output', 'errors')]
-        process = subprocess.Popen(['wine', str(PROGRAM), *map(str, arguments)], cwd=self.work,
+        process = subprocess.Popen([*COMMAND, *map(str, arguments)], cwd=self.work,
                                    stdin=subprocess.DEVNULL, stdout=files[0], stderr=files[1])
         return process, files
 

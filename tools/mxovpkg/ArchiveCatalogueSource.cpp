@@ -70,7 +70,7 @@ std::vector<std::wstring> ArchiveCatalogueSource::SectionNames(const std::wstrin
 FileStatus ArchiveCatalogueSource::Status(const std::wstring& path) const {
     const auto inside = InPackage(path);
     if (!inside) {
-        return IsOnDrive(path) ? m_disk.Status(path) : FileStatus();
+        return IsOnDrive(path) ? StatusOfFile(path) : FileStatus();
     }
     if (inside->empty()) {
         return {.exists = true, .isFolder = true};

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <mxovpackage.h>
-#include <package/DiskCatalogueSource.h>
+#include <package/CatalogueSource.h>
 
 #include <vector>
 
@@ -33,5 +33,4 @@ private:
     /// none.
     Entries m_entries;
     const mxovshare::Information& m_information;
-    docview::DiskCatalogueSource m_disk{{}}; ///< queried for files only
 };

@@ -1,12 +1,14 @@
 #include "ArchiveCatalogueSource.h"
 #include "Commands.h"
+#include "InterruptibleWork.h"
 #include "output/JsonText.h"
-#include "output/Output.h"
+#include "output/LineText.h"
 #include "output/Progress.h"
 #include "output/Report.h"
 #include "PackageAccess.h"
 
-#include <care/Findings.h>
+#include <care/check/Findings.h>
+#include <common/Clock.h>
 #include <package/CatalogueLoader.h>
 #include <package/PackageInformation.h>
 
@@ -59,7 +61,7 @@ struct Column {
 Column NamesOf(DocumentCategory category, CatalogueLoader& documents) {
     Column column;
     documents.ForEachRecord(category, [&column](const DocumentRecord& record) {
-        column.width = std::max(column.width, std::min(record.fileName.size(), kWidestColumn));
+        column.width = std::max(column.width, std::min(CharacterCount(record.fileName), kWidestColumn));
         ++column.lines;
     });
     return column;
@@ -97,11 +99,11 @@ std::size_t& CountOf(Counts& counts, Severity severity) {
 
 void PrintFinding(const Finding& finding, bool isStrict) {
     if (finding.severity == Severity::Error) {
-        PrintFailure(finding.message);
+        PrintFailure(care::EnglishMessage(finding));
     } else if (isStrict && finding.severity == Severity::Note) {
-        PrintNote(finding.message);
+        PrintNote(care::EnglishMessage(finding));
     } else if (isStrict || IsAlwaysReported(finding)) {
-        PrintWarning(finding.message);
+        PrintWarning(care::EnglishMessage(finding));
     }
 }
 
@@ -118,8 +120,8 @@ std::string FindingJson(const Finding& finding) {
                        {"code", JsonString(finding.code)},
                        {"section", JsonString(finding.section)},
                        {"document", JsonString(finding.document)},
-                       {"message", JsonString(finding.message)},
-                       {"cure", JsonString(finding.cure)}});
+                       {"message", JsonString(care::EnglishMessage(finding))},
+                       {"cure", JsonString(care::EnglishCure(finding))}});
 }
 
 JsonMembers CountsJson(Counts counts) {
@@ -143,9 +145,7 @@ PackageResult Verify(const std::wstring& file) {
     return mxovshare::VerifyPackage(file, &progress);
 }
 
-} // namespace
-
-int Check(const Arguments& arguments) {
+int CheckNow(const Arguments& arguments) {
     const std::wstring& file = arguments[0];
     const bool isJson = arguments.Has(L"--json");
     care::PackageContent view;
@@ -156,27 +156,25 @@ int Check(const Arguments& arguments) {
     if (!result.ok) {
         PrintFailure(result);
         if (isJson) {
-            Finding damage;
-            damage.severity = Severity::Error;
-            damage.code = care::finding::kDamaged;
-            damage.message = result.message;
             JsonListing findings({{"file", JsonString(file)}}, "findings");
-            findings.Print(FindingJson(damage));
+            findings.Print(FindingJson(care::DamageOf(result.message)));
             findings.End(CountsJson({1, 0, 0}));
         }
         return kFailed;
     }
-    FILETIME now = {};
-    GetSystemTimeAsFileTime(&now);
     const ArchiveCatalogueSource source(view.entries, view.sections);
+    const care::CheckedPackage package = {.entries = view.entries,
+                                          .sections = view.sections,
+                                          .source = source,
+                                          .folder = ArchiveCatalogueSource::kFolder,
+                                          .others = care::OtherComputers::Refused};
     const bool isStrict = arguments.Has(L"--strict");
     Counts counts = {};
     const auto findEach = [&](const care::FindingSink& take) {
-        care::FindFaults(view.entries, view.sections, source, ArchiveCatalogueSource::kFolder, now,
-                         care::OtherComputers::Refused, [&](const Finding& finding) {
-                             ++CountOf(counts, finding.severity);
-                             take(finding);
-                         });
+        care::FindFaults(package, common::SystemTime(), [&](const Finding& finding) {
+            ++CountOf(counts, finding.severity);
+            take(finding);
+        });
     };
     if (isJson) {
         JsonListing findings({{"file", JsonString(file)}}, "findings");
@@ -185,12 +183,17 @@ int Check(const Arguments& arguments) {
         return ExitCodeOf(counts, isStrict);
     }
     std::size_t errors = 0;
-    care::FindErrors(view.sections, source, care::OtherComputers::Refused,
-                     [&errors](const Finding&) { ++errors; });
+    care::FindErrors(package, [&errors](const Finding&) { ++errors; });
     PrintLine(file + L": " + std::to_wstring(view.entries.size()) +
               (view.entries.size() == 1 ? L" entry" : L" entries") + L", " +
               (errors == 0 ? std::wstring(L"all sound") : Count(errors, L"fault")));
     PrintCatalogue(source);
     findEach([isStrict](const Finding& finding) { PrintFinding(finding, isStrict); });
     return ExitCodeOf(counts, isStrict);
+}
+
+} // namespace
+
+int Check(const Arguments& arguments) {
+    return RunInterruptibly([&arguments] { return CheckNow(arguments); });
 }

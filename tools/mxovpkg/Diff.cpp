@@ -1,7 +1,7 @@
 #include "Commands.h"
 #include "History.h"
 #include "output/JsonText.h"
-#include "output/Output.h"
+#include "output/LineText.h"
 #include "output/Report.h"
 #include "PackageAccess.h"
 

@@ -2,7 +2,7 @@
 
 #include "Commands.h"
 #include "output/JsonText.h"
-#include "output/Output.h"
+#include "output/LineText.h"
 #include "output/Report.h"
 #include "PackageAccess.h"
 

@@ -1,13 +1,13 @@
 #include "Commands.h"
 #include "History.h"
-#include "output/Output.h"
+#include "output/LineText.h"
 #include "output/Report.h"
 #include "PackageAccess.h"
 
 #include <care/Bundle.h>
 #include <care/Links.h>
 #include <common/LongPath.h>
-#include <package/DiskCatalogueSource.h>
+#include <package/FileStatus.h>
 #include <package/PackageInformation.h>
 #include <package/PackagePath.h>
 
@@ -34,14 +34,14 @@ bool PrintBundled(const std::wstring& file) {
     if (!view) {
         return false;
     }
-    const FileStatus status = DiskCatalogueSource({}).Status(common::LongPath(file));
+    const FileStatus status = StatusOfFile(common::LongPath(file));
     PrintLine(L"bundled " + file + L": " + Summary(view->entries) + L", packed into " +
               std::to_wstring(status.size));
     return true;
 }
 
 void WarnIfMissing(const std::wstring& path) {
-    if (!IsNetworkPath(path) && !DiskCatalogueSource({}).Status(common::LongPath(path)).exists) {
+    if (!IsNetworkPath(path) && !StatusOfFile(common::LongPath(path)).exists) {
         PrintWarning(L"linked document \"" + path + L"\" does not exist");
     }
 }

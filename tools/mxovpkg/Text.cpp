@@ -1,5 +1,5 @@
 #include "Commands.h"
-#include "output/Output.h"
+#include "output/LineText.h"
 #include "output/Report.h"
 #include "PackageAccess.h"
 

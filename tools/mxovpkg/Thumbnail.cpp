@@ -1,14 +1,13 @@
 #include "Commands.h"
 #include "Edit.h"
 #include "History.h"
-#include "output/Output.h"
+#include "output/LineText.h"
 #include "output/Report.h"
 #include "PackageAccess.h"
 
 #include <care/Thumbnail.h>
 
-#include "common/Handles.h"
-#include "common/LongPath.h"
+#include "common/FileBytes.h"
 #include "common/SystemError.h"
 
 namespace {
@@ -16,27 +15,13 @@ namespace {
 constexpr wchar_t kSet[] = L"--set";
 constexpr wchar_t kExtract[] = L"--extract";
 
-bool WriteBytes(const std::wstring& path, std::string_view bytes) {
-    const common::UniqueHandle file = common::OwnFile(
-        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    DWORD count = 0;
-    return file &&
-           WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr) != FALSE &&
-           count == bytes.size() && FlushFileBuffers(file.get()) != FALSE;
-}
-
-// Writes a file beside the one that it replaces. Prints the reason and returns false when that fails.
+// Prints the reason and returns false when that fails.
 bool WriteWhole(const std::wstring& path, std::string_view bytes) {
-    const std::wstring full = common::LongPath(path);
-    const std::wstring incomplete = full + L".mxov-new";
-    if (WriteBytes(incomplete, bytes) &&
-        MoveFileExW(incomplete.c_str(), full.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE) {
-        return true;
+    const DWORD error = common::ReplaceFileWith(path, bytes);
+    if (error != ERROR_SUCCESS) {
+        PrintFailure(L"cannot write \"" + path + L"\": " + common::SystemErrorText(error));
     }
-    const DWORD error = GetLastError();
-    DeleteFileW(incomplete.c_str());
-    PrintFailure(L"cannot write \"" + path + L"\": " + common::SystemErrorText(error));
-    return false;
+    return error == ERROR_SUCCESS;
 }
 
 int ExtractThumbnail(const std::wstring& file, const std::wstring& picture) {

@@ -1,7 +1,7 @@
 // Curing a finding in the open package, as the user asks for it.
 #pragma once
 
-#include <care/Cures.h>
+#include <care/check/Cures.h>
 
 #include <optional>
 #include <string>

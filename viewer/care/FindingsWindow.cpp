@@ -1,7 +1,7 @@
 #include "care/FindingsWindow.h"
 
+#include "care/FindingSentences.h"
 #include "package/Paths.h"
-#include "package/Sentence.h"
 #include "resources/resource.h"
 #include "texts/Texts.h"
 #include "window/ReportList.h"
@@ -43,14 +43,14 @@ std::wstring FindingText(const care::Finding& finding, int column) {
     case 1:
         return finding.document.empty() ? finding.section : FileName(finding.document);
     default:
-        return Sentence(finding.message);
+        return FindingSentence(finding);
     }
 }
 
 std::wstring DetailsOf(const care::Finding& finding) {
-    std::wstring details = Sentence(finding.message);
-    if (!finding.cure.empty()) {
-        details += L" " + Sentence(finding.cure);
+    std::wstring details = FindingSentence(finding);
+    if (const std::wstring cure = CureSentence(finding); !cure.empty()) {
+        details += L" " + cure;
     }
     return care::CuresOf(finding).empty() ? details + L"\r\n" + Text(IDS_NO_CURE) : details;
 }

@@ -2,6 +2,7 @@
 
 #include "care/CheckSource.h"
 #include "care/UnpackedContent.h"
+#include "common/Clock.h"
 #include "package/PackageInformation.h"
 
 #include <algorithm>
@@ -16,11 +17,14 @@ CheckReport CheckUnpacked(const std::wstring& folder, WorkProgress& progress) {
         report.message = result.message;
         return report;
     }
-    FILETIME now = {};
-    GetSystemTimeAsFileTime(&now);
     try {
         const CheckSource source(docview::FindInformationFile(folder), progress);
-        care::FindFaults(content.entries, content.sections, source, folder, now, care::OtherComputers::Asked,
+        const care::CheckedPackage package = {.entries = content.entries,
+                                              .sections = content.sections,
+                                              .source = source,
+                                              .folder = folder,
+                                              .others = care::OtherComputers::Asked};
+        care::FindFaults(package, common::SystemTime(),
                          [&report](const care::Finding& finding) { report.findings.push_back(finding); });
         std::ranges::stable_sort(report.findings, {}, &care::Finding::severity);
         report.ok = true;

@@ -3,7 +3,7 @@
 
 #include "session/WorkProgress.h"
 
-#include <care/Findings.h>
+#include <care/check/Findings.h>
 
 #include <string>
 #include <vector>

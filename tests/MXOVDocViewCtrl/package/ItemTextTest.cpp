@@ -4,8 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdlib>
+#include <cwchar>
+#include <iterator>
 #include <limits>
+
+#include <shlwapi.h>
 
 using namespace docview;
 
@@ -87,6 +92,29 @@ TEST(FileNameOf, IsTheLastComponent) {
     EXPECT_EQ(FileNameOf(L"C:\\X\\part.sldprt"), L"part.sldprt");
     EXPECT_EQ(FileNameOf(L"part.sldprt"), L"part.sldprt");
     EXPECT_EQ(FileNameOf(L""), L"");
+}
+
+TEST(FileNameOf, IsThatOfTheSystem) {
+    for (const wchar_t* path :
+         {L"C:part.sldprt", L"C:\\X\\", L"\\\\server\\share\\a.pdf", L"a/b\\c", L"a\\/b", L"x:\\", L"\\",
+          L"a:b:c", L"a\\\\b", L"..\\a.", L"C:\\X\\\u56f3.txt"}) {
+        EXPECT_EQ(FileNameOf(path), PathFindFileNameW(path)) << path;
+    }
+}
+
+TEST(FormatFileTime, HasTheCalendarOfTheSystem) {
+    constexpr std::uint64_t kLast = 0x7FFFFFFFFFFFFFFF;
+    constexpr std::uint64_t kStep = 83'808'000'000'123; // some 97 days
+    for (std::uint64_t ticks = 0; ticks < kLast - kStep; ticks += kStep) {
+        const FILETIME time = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+        SYSTEMTIME fields = {};
+        ASSERT_TRUE(FileTimeToSystemTime(&time, &fields));
+        wchar_t text[32] = {};
+        std::swprintf(text, std::size(text), L"%d-%02d-%02d %02d:%02d:%02d", fields.wYear, fields.wMonth,
+                      fields.wDay, fields.wHour, fields.wMinute, fields.wSecond);
+        ASSERT_EQ(FormatFileTime(time), text) << ticks;
+    }
+    EXPECT_EQ(FormatFileTime({0, 0x80000000}), L"0-00-00 00:00:00");
 }
 
 } // namespace

@@ -2,8 +2,9 @@
 find_package(ZLIB REQUIRED)
 include(${MXOVSHARE}/zip/sources.cmake)
 
-add_library(package_model STATIC UpperCase.cpp ${TESTS}/zip/MemoryFile.cpp ${TESTS}/zip/ZipForge.cpp ${ZIP_SOURCES})
-target_include_directories(package_model PUBLIC ${MXOVSHARE} ${TESTS}/zip)
+add_library(package_model STATIC ${CMAKE_SOURCE_DIR}/common/posix/UpperCase.cpp ${MXOVSHARE}/text/posix/UpperCase.cpp
+    ${TESTS}/zip/MemoryFile.cpp ${TESTS}/zip/ZipForge.cpp ${ZIP_SOURCES})
+target_include_directories(package_model PUBLIC ${MXOVSHARE} ${TESTS}/zip ${CMAKE_SOURCE_DIR}/common/posix)
 target_link_libraries(package_model PUBLIC fuzzed ZLIB::ZLIB PRIVATE warnings)
 set_target_properties(package_model PROPERTIES UNITY_BUILD ${MXOV_UNITY})
 

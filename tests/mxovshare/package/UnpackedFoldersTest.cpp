@@ -3,6 +3,8 @@
 #include "files/AtomicFile.h"
 #include "host/MessageBoxes.h"
 #include "mxovpackage.h"
+#include "package/PackageStamp.h"
+#include "package/ReplacementGuard.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>

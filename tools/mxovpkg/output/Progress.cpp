@@ -1,48 +1,36 @@
 #include "Progress.h"
 
+#include "LineText.h"
 #include "Report.h"
 
-#include <atomic>
+using std::chrono::steady_clock;
 
 namespace {
 
-constexpr ULONGLONG kPatience = 500; // milliseconds before the first line
-constexpr ULONGLONG kInterval = 100;
+constexpr std::chrono::milliseconds kPatience(500); // before the first line
+constexpr std::chrono::milliseconds kInterval(100);
 constexpr std::size_t kLineLength = 78;
-
-std::atomic<bool> g_cancelled = false;
-
-BOOL WINAPI OnControl(DWORD event) {
-    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) {
-        return FALSE;
-    }
-    g_cancelled = true;
-    return TRUE;
-}
 
 } // namespace
 
 Progress::Progress(std::wstring verb)
-    : m_output(STD_ERROR_HANDLE), m_verb(std::move(verb)), m_nextShow(GetTickCount64() + kPatience) {
-    SetConsoleCtrlHandler(OnControl, TRUE);
-}
+    : m_output(Stream::Errors), m_verb(std::move(verb)), m_nextShow(steady_clock::now() + kPatience) {}
 
 Progress::~Progress() {
     if (m_shown > 0) {
         Show({});
     }
-    SetConsoleCtrlHandler(OnControl, FALSE);
 }
 
 bool Progress::OnProgress(const std::wstring& name, std::uint64_t done, std::uint64_t total) {
-    const ULONGLONG now = GetTickCount64();
+    const auto now = steady_clock::now();
     if (m_output.IsConsole() && now >= m_nextShow) {
         const std::uint64_t percent = total > 0 ? done * 100 / total : 100;
         Show(m_verb + L" " + std::to_wstring(percent) + L" % " +
-             OneLine(name.substr(name.find_last_of(L'\\') + 1)));
+             OneLine(name.substr(name.find_last_of(L"\\/") + 1)));
         m_nextShow = now + kInterval;
     }
-    return !g_cancelled;
+    return !InterruptWatch::IsInterrupted();
 }
 
 bool Progress::OnLoss(const std::wstring& lost) {

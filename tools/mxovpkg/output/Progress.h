@@ -1,9 +1,12 @@
 // Progress of long operations on the console; Ctrl+C cancels them.
 #pragma once
 
+#include "Interrupt.h"
 #include "Output.h"
 
 #include <mxovpackage.h>
+
+#include <chrono>
 
 /// Shows the progress on one line after half a second, if standard error is a console. Ctrl+C cancels.
 class Progress final : public mxovshare::PackageProgress {
@@ -22,8 +25,9 @@ public:
 private:
     void Show(const std::wstring& line);
 
+    InterruptWatch m_interrupts;
     Output m_output;
     std::wstring m_verb;
-    ULONGLONG m_nextShow;
+    std::chrono::steady_clock::time_point m_nextShow;
     std::size_t m_shown = 0; ///< length of the line on the console
 };

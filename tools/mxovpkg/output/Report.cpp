@@ -1,16 +1,17 @@
 #include "Report.h"
 
+#include "LineText.h"
 #include "Output.h"
 
 namespace {
 
 const Output& ErrorOutput() {
-    static const Output output(STD_ERROR_HANDLE);
+    static const Output output(Stream::Errors);
     return output;
 }
 
 const Output& StandardOutput() {
-    static const Output output(STD_OUTPUT_HANDLE);
+    static const Output output(Stream::Results);
     return output;
 }
 
@@ -36,8 +37,16 @@ void PrintFailure(const std::wstring& message) {
     ErrorOutput().WriteLine(L"mxovpkg: " + OneLine(message));
 }
 
+void PrintCancelled() {
+    PrintFailure(L"cancelled, nothing was left behind");
+}
+
 void PrintFailure(const mxovshare::PackageResult& result) {
-    PrintFailure(result.cancelled ? L"cancelled, nothing was left behind" : result.message);
+    if (result.cancelled) {
+        PrintCancelled();
+    } else {
+        PrintFailure(result.message);
+    }
 }
 
 std::wstring Count(std::size_t number, const std::wstring& thing) {
@@ -45,5 +54,6 @@ std::wstring Count(std::size_t number, const std::wstring& thing) {
 }
 
 std::wstring Padded(const std::wstring& text, std::size_t width) {
-    return text + std::wstring(width > text.size() ? width - text.size() : 0, L' ');
+    const std::size_t length = CharacterCount(text);
+    return text + std::wstring(width > length ? width - length : 0, L' ');
 }

@@ -11,6 +11,9 @@ void PrintLine(std::wstring_view line);
 void PrintWarning(const std::wstring& warning);
 void PrintNote(const std::wstring& note);
 
+/// Prints that the user cancelled.
+void PrintCancelled();
+
 /// Prints one line with the reason of a failure.
 void PrintFailure(const mxovshare::PackageResult& result);
 void PrintFailure(const std::wstring& message);

@@ -1,0 +1,36 @@
+# What reads and writes package files, on any system. Relative to the folder above.
+set(PACKAGE_SOURCES
+    files/AtomicFile.cpp
+    files/DiskSource.cpp
+    files/FileFailure.cpp
+    files/${MXOV_SYSTEM}/AtomicFile.cpp
+    files/${MXOV_SYSTEM}/DiskFile.cpp
+    files/${MXOV_SYSTEM}/FileProperties.cpp
+    files/${MXOV_SYSTEM}/FileStamp.cpp
+    files/${MXOV_SYSTEM}/FileSystem.cpp
+    files/${MXOV_SYSTEM}/FolderPath.cpp
+    files/${MXOV_SYSTEM}/FolderSearch.cpp
+    files/${MXOV_SYSTEM}/WebMark.cpp
+    ini/IniInformation.cpp
+    pack/FilePieces.cpp
+    pack/FolderScan.cpp
+    pack/NewPackage.cpp
+    pack/PackageContent.cpp
+    pack/Packer.cpp
+    pack/ProgressMeter.cpp
+    pack/ReuseCandidates.cpp
+    pack/Unpack.cpp
+    pack/${MXOV_SYSTEM}/FileTimes.cpp
+    pack/${MXOV_SYSTEM}/TemporaryFile.cpp
+    package/ChangePackage.cpp
+    package/FolderListing.cpp
+    package/HistoryEntry.cpp
+    package/PackageApi.cpp
+    package/PackageErrors.cpp
+    package/PackedFiles.cpp
+    package/ReadContent.cpp
+    package/UnpackedFolders.cpp
+    package/${MXOV_SYSTEM}/PackageStamp.cpp
+    package/${MXOV_SYSTEM}/SaveAuthor.cpp
+    text/${MXOV_SYSTEM}/SystemText.cpp
+    text/${MXOV_SYSTEM}/UpperCase.cpp)
