@@ -98,8 +98,9 @@ void PackageCare::SavePortableCopy(const PackageSession& session) {
 void PackageCare::Compare() {
     m_packages.Change([this](const PackageSession& session) {
         CloseProperties(m_view.Frame());
-        if (const std::optional<std::wstring> older = AskForPackage(m_view.Frame(), IDS_CHOOSE_OLDER)) {
-            const std::wstring name = FileName(*older);
+        if (const std::optional<std::wstring> older =
+                AskForPackageOrFolder(m_view.Frame(), IDS_CHOOSE_OLDER, IDS_CHOOSE_FOLDER)) {
+            const std::wstring name = FileName(*older).empty() ? *older : FileName(*older); // of a drive
             Compare(name, {.before = *older,
                            .after = session.Folder(),
                            .beforeTitle = name,

@@ -2,6 +2,7 @@
 
 #include "common/ComPtr.h"
 #include "common/Handles.h"
+#include "prompts/FolderButton.h"
 #include "texts/Texts.h"
 
 #include <shobjidl.h>
@@ -65,6 +66,19 @@ std::optional<std::wstring> AskForPackage(HWND owner, UINT title) {
     }
     OfferPackages(*dialog.Get());
     return Ask(*dialog.Get(), owner, title, FOS_FILEMUSTEXIST);
+}
+
+std::optional<std::wstring> AskForPackageOrFolder(HWND owner, UINT title, UINT folderTitle) {
+    const auto dialog = Create<IFileOpenDialog>(CLSID_FileOpenDialog);
+    if (!dialog) {
+        return std::nullopt;
+    }
+    OfferPackages(*dialog.Get());
+    common::ComPtr<FolderButton> button;
+    *button.Receive() = new FolderButton(*dialog.Get());
+    std::optional<std::wstring> chosen = Ask(*dialog.Get(), owner, title, FOS_FILEMUSTEXIST);
+    button->Detach(*dialog.Get());
+    return button->IsPressed() ? AskForFolder(owner, folderTitle) : chosen;
 }
 
 std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name, UINT title) {

@@ -11,6 +11,10 @@ namespace viewer {
 /// Asks for a package; nothing when the user cancels. Titles are numbers of texts.
 [[nodiscard]] std::optional<std::wstring> AskForPackage(HWND owner, UINT title);
 
+/// Asks for a package or for the folder of an unpacked one, which a button of the dialog asks for; nothing
+/// when the user cancels.
+[[nodiscard]] std::optional<std::wstring> AskForPackageOrFolder(HWND owner, UINT title, UINT folderTitle);
+
 /// Asks where to save a package, offering `name`; nothing when the user cancels.
 [[nodiscard]] std::optional<std::wstring> AskForCopy(HWND owner, const std::wstring& name, UINT title);
 

@@ -52,6 +52,27 @@ class CompareTest(CareCase):
         self.save(viewer)
         self.finish(viewer)
 
+    def test_a_folder_is_compared_with_what_is_open(self):
+        viewer = self.open_package(files=['SetupSheets/setup.docx'])
+        older = self.disk / 'older'
+        with zipfile.ZipFile(self.package) as archive:
+            archive.extractall(older)
+        (older / 'SetupSheets/setup.docx').write_text('the sheet of last week', encoding='ascii')
+        viewer.press('alt+f', 'm')
+        shown = viewer.wait('the dialog', lambda s: s.others and s.dialog().find(text='&Folder...'))
+        viewer.photograph('e2e-compare-choice')
+        viewer.click(*shown.dialog().find(text='&Folder...').middle)
+        viewer.wait('the dialog for folders', lambda s: s.others and s.dialog().text == 'Compare with folder')
+        viewer.press('ctrl+a')
+        viewer.type(r'C:\care\older')
+        viewer.press('Return')
+        shown = self.wait_for_differences(viewer)
+        self.assertEqual([row[:2] for row in shown.dialog().find(id=DIFFERENCES).rows], [('Content changed', 'setup.docx')])
+        self.assertIn('What is open differs from older:', shown.texts())
+        viewer.press('Escape')
+        viewer.wait_for_no_dialog('the list is closed')
+        self.finish(viewer)
+
     @staticmethod
     def write_programs(package, **programs):
         """A package with these programs and an additional document."""
