@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 
 namespace common {
@@ -15,6 +16,9 @@ inline constexpr wchar_t kUnpackFolderPolicy[] = L"UnpackFolder";
 
 /// Whether packages that hold programs are refused: the number 1.
 inline constexpr wchar_t kRefuseProgramsPolicy[] = L"RefusePrograms";
+
+/// Whether the viewer keeps earlier versions of packages: the number 0 or 1.
+inline constexpr wchar_t kKeepVersionsPolicy[] = L"KeepVersions";
 
 /// The folder in which the viewer unpacks packages; empty where none is set.
 [[nodiscard]] inline std::wstring UnpackFolderPolicy() {
@@ -33,17 +37,27 @@ inline constexpr wchar_t kRefuseProgramsPolicy[] = L"RefusePrograms";
     return {};
 }
 
-/// Whether packages that hold programs are refused.
-[[nodiscard]] inline bool IsRefusingPrograms() {
+/// The number of a policy; nothing where it is not set.
+[[nodiscard]] inline std::optional<DWORD> NumberPolicy(const wchar_t* name) {
     for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
         DWORD value = 0;
         DWORD bytes = sizeof value;
-        if (!RegGetValueW(root, kPoliciesKey, kRefuseProgramsPolicy, RRF_RT_REG_DWORD, nullptr, &value,
-                          &bytes)) {
-            return value != 0;
+        if (!RegGetValueW(root, kPoliciesKey, name, RRF_RT_REG_DWORD, nullptr, &value, &bytes)) {
+            return value;
         }
     }
-    return false;
+    return std::nullopt;
+}
+
+/// Whether packages that hold programs are refused.
+[[nodiscard]] inline bool IsRefusingPrograms() {
+    return NumberPolicy(kRefuseProgramsPolicy).value_or(0) != 0;
+}
+
+/// Whether the viewer keeps earlier versions of packages; nothing where the user decides.
+[[nodiscard]] inline std::optional<bool> KeepVersionsPolicy() {
+    const std::optional<DWORD> value = NumberPolicy(kKeepVersionsPolicy);
+    return value ? std::optional(*value != 0) : std::nullopt;
 }
 
 } // namespace common

@@ -63,6 +63,10 @@ MXOVSHARE_API PackageResult ListPackage(const std::wstring& file,
 MXOVSHARE_API PackageResult UnpackPackage(const std::wstring& file, const std::wstring& folder,
                                           PackageProgress* progress = nullptr) noexcept;
 
+/// Marks an existing file as coming from the web in the way in which `from` is marked, where the file system
+/// has such marks. A file without a mark changes nothing.
+MXOVSHARE_API PackageResult CopyWebMark(const std::wstring& from, const std::wstring& to) noexcept;
+
 /// Reads and checks every entry without writing anything.
 MXOVSHARE_API PackageResult VerifyPackage(const std::wstring& file,
                                           PackageProgress* progress = nullptr) noexcept;

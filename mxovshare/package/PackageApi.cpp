@@ -1,6 +1,7 @@
 #include "mxovpackage.h"
 
 #include "files/DiskFile.h"
+#include "files/WebMark.h"
 #include "pack/NewPackage.h"
 #include "pack/PackageContent.h"
 #include "pack/Unpack.h"
@@ -36,6 +37,10 @@ PackageResult UnpackPackage(const std::wstring& file, const std::wstring& folder
         const std::wstring stamp = StampOfPackage(file);
         UnpackInto(file, folder, progress, [&] { RecordFolder(folder, file, stamp); });
     });
+}
+
+PackageResult CopyWebMark(const std::wstring& from, const std::wstring& to) noexcept {
+    return RunForResult(to, [&] { WebMark(from).CopyTo(to); });
 }
 
 PackageResult VerifyPackage(const std::wstring& file, PackageProgress* progress) noexcept {

@@ -9,6 +9,7 @@ using namespace common;
 TEST(Policies, WithoutThemNothingIsSetOrRefused) {
     EXPECT_EQ(UnpackFolderPolicy(), L"");
     EXPECT_FALSE(IsRefusingPrograms());
+    EXPECT_EQ(KeepVersionsPolicy(), std::nullopt);
 }
 
 TEST(Policies, TheFolderMayNameVariables) {
@@ -20,12 +21,16 @@ TEST(Policies, TheFolderMayNameVariables) {
 TEST(Policies, ThoseOfTheMachineComeFirst) {
     const PolicyValue folder(kUnpackFolderPolicy, L"C:\\user");
     const PolicyValue refuse(kRefuseProgramsPolicy, 1);
+    const PolicyValue keep(kKeepVersionsPolicy, 1);
     EXPECT_EQ(UnpackFolderPolicy(), L"C:\\user");
     EXPECT_TRUE(IsRefusingPrograms());
+    EXPECT_EQ(KeepVersionsPolicy(), true);
     const PolicyValue machineFolder(kUnpackFolderPolicy, L"C:\\machine", HKEY_LOCAL_MACHINE);
     const PolicyValue machineAllows(kRefuseProgramsPolicy, 0, HKEY_LOCAL_MACHINE);
+    const PolicyValue machineForbids(kKeepVersionsPolicy, 0, HKEY_LOCAL_MACHINE);
     EXPECT_EQ(UnpackFolderPolicy(), L"C:\\machine");
     EXPECT_FALSE(IsRefusingPrograms());
+    EXPECT_EQ(KeepVersionsPolicy(), false);
 }
 
 TEST(Policies, ValuesOfAnotherTypeCountAsNone) {

@@ -8,6 +8,7 @@ from releasecase import ROOT, ReleaseCase
 
 NAMESPACE = {'p': 'http://schemas.microsoft.com/GroupPolicy/2006/07/PolicyDefinitions'}
 SOURCE = (ROOT / 'common/Policies.h').read_text(encoding='utf-8')
+POLICIES = ('kUnpackFolderPolicy', 'kRefuseProgramsPolicy', 'kKeepVersionsPolicy')
 PAGE = (ROOT / 'docs/policies.md').read_text(encoding='utf-8')
 
 
@@ -34,7 +35,7 @@ class PoliciesTest(ReleaseCase):
         self.assertEqual({policy.get('key') for policy in policies}, {constant('kPoliciesKey')})
         self.assertEqual({policy.get('class') for policy in policies}, {'Both'})
         values = {element.get('valueName') for element in self.admx.iter() if element.get('valueName')}
-        self.assertEqual(values, {constant('kUnpackFolderPolicy'), constant('kRefuseProgramsPolicy')})
+        self.assertEqual(values, {constant(name) for name in POLICIES})
 
     def test_every_field_has_its_place_and_every_reference_its_target(self):
         fields = {field.get('id') for field in self.admx.iterfind('.//p:elements/*', NAMESPACE)}
@@ -46,7 +47,7 @@ class PoliciesTest(ReleaseCase):
         self.assertEqual(references, names)
 
     def test_the_page_names_key_values_and_extensions(self):
-        for name in ('kPoliciesKey', 'kUnpackFolderPolicy', 'kRefuseProgramsPolicy'):
+        for name in ('kPoliciesKey', *POLICIES):
             self.assertIn(f'`{constant(name)}`', PAGE)
         listed = PAGE.partition('Files with these extensions:')[2].partition('\n\n')[0]
         source = (ROOT / 'common/Programs.h').read_text(encoding='utf-8').partition('kExtensions[] = {')[2].partition('}')[0]
