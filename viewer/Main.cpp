@@ -48,7 +48,8 @@ std::vector<std::wstring> Arguments() {
 int RunWindow(const CommandLine& line, int show) {
     SessionStore sessions(SessionStore::UserFolder(), SessionStore::EarlierFolders());
     sessions.RemoveLeftovers();
-    MainWindow window(sessions);
+    VersionKeeper versions(VersionStore::UserFolder(), VersionSettings(MainWindow::kSettingsKey));
+    MainWindow window(sessions, versions);
     if (const std::wstring error = window.Create(); !error.empty()) {
         MessageBoxW(nullptr, error.c_str(), MainWindow::kProgramName, MB_OK | MB_ICONERROR);
         return kFailed;

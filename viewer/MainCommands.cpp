@@ -6,6 +6,7 @@
 #include "controller/PackageController.h"
 #include "document/DocumentActions.h"
 #include "DocumentSelection.h"
+#include "earlier/PackageVersions.h"
 #include "HelpMenu.h"
 #include "MainPages.h"
 #include "package/DocumentDetails.h"
@@ -41,6 +42,9 @@ void MainCommands::Run(int command) {
         break;
     case IDM_FILE_COMPARE:
         m_care.Compare();
+        break;
+    case IDM_FILE_VERSIONS:
+        m_versions.Show();
         break;
     case IDM_FILE_SHOW_FOLDER:
         ShowPackageFolder();

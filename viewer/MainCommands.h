@@ -10,15 +10,16 @@ class DocumentSelection;
 class MainPages;
 class PackageCare;
 class PackageController;
+class PackageVersions;
 class PackageView;
 
 class MainCommands {
 public:
     /// All of them outlive it.
     MainCommands(PackageView& view, ControlHost& control, MainPages& pages, PackageController& packages,
-                 PackageCare& care, DocumentSelection& selection)
+                 PackageCare& care, PackageVersions& versions, DocumentSelection& selection)
         : m_view(view), m_control(control), m_pages(pages), m_packages(packages), m_care(care),
-          m_selection(selection) {}
+          m_versions(versions), m_selection(selection) {}
 
     /// Carries out the command of this number.
     void Run(int command);
@@ -37,6 +38,7 @@ private:
     MainPages& m_pages;
     PackageController& m_packages;
     PackageCare& m_care;
+    PackageVersions& m_versions;
     DocumentSelection& m_selection;
 };
 

@@ -212,6 +212,7 @@ void MainWindow::OnClose() {
 void MainWindow::OnPackageChanged() {
     const PackageSession* session = m_packages.Session();
     m_care.OnPackageChanged();
+    m_versions.OnPackageChanged();
     ShowTitle();
     m_selection.Refresh(session);
     if (!session) {
@@ -234,7 +235,8 @@ void MainWindow::OnNewsChanged() {
 void MainWindow::ShowTitle() {
     std::wstring title = kProgramName;
     if (const PackageSession* session = m_packages.Session()) {
-        title = FileName(session->PackageFile()) + L" - " + title;
+        const std::wstring name = FileName(session->PackageFile());
+        title = (m_packages.IsShowingVersion() ? Text(IDS_VERSION_TITLE, {name}) : name) + L" - " + title;
     }
     SetWindowTextW(Handle(), (m_packages.IsUnsaved() ? L"*" + title : title).c_str());
 }

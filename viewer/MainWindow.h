@@ -6,6 +6,7 @@
 #include "control/ListColumns.h"
 #include "controller/PackageController.h"
 #include "DocumentSelection.h"
+#include "earlier/PackageVersions.h"
 #include "MainCommands.h"
 #include "MainLayout.h"
 #include "MainPages.h"
@@ -27,8 +28,10 @@ public:
     /// The program's name in titles and message boxes.
     static constexpr wchar_t kProgramName[] = L"MXOV Viewer";
 
-    /// The store outlives the window.
-    explicit MainWindow(SessionStore& sessions) : m_packages(*this, m_control, sessions, kSettingsKey) {}
+    /// Store and keeper outlive the window.
+    MainWindow(SessionStore& sessions, VersionKeeper& versions)
+        : m_packages(*this, m_control, sessions, versions, kSettingsKey),
+          m_versions(*this, m_packages, versions) {}
 
     /// Creates the window and the control in it, hidden. Returns a message for the user, empty on
     /// success.
@@ -81,7 +84,8 @@ private:
     PackageController m_packages;
     DocumentSelection m_selection{m_control, m_pages};
     PackageCare m_care{*this, m_packages};
-    MainCommands m_commands{*this, m_control, m_pages, m_packages, m_care, m_selection};
+    PackageVersions m_versions;
+    MainCommands m_commands{*this, m_control, m_pages, m_packages, m_care, m_versions, m_selection};
 };
 
 } // namespace viewer

@@ -20,6 +20,7 @@ PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
 LOCAL_DATA = next(PREFIX.glob('drive_c/users/*/AppData/Local'))
 TEMPORARY = next(path for path in (LOCAL_DATA / 'Temp', LOCAL_DATA.parents[1] / 'Temp') if path.is_dir())
 SESSIONS, EARLIER_SESSIONS = LOCAL_DATA / 'MXOVViewer', TEMPORARY / 'MXOVViewer'
+VERSIONS = LOCAL_DATA / 'MXOVVersions'
 HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
 LIST_HEADER, ROW_HEIGHT = 18, 17
 SAVE, ADD, DELETE, UPDATE = 1039, 1040, 1041, 1042
@@ -105,8 +106,8 @@ class ViewerCase(unittest.TestCase):
         self.sample = shutil.copy2(BUILD / 'bin/bracket.mxov', self.folder)
         self.legacy = shutil.copy2(BUILD / 'bin/legacy.mxov', self.folder)
         # What a failed test left by ending its viewer.
-        for sessions in (SESSIONS, EARLIER_SESSIONS):
-            shutil.rmtree(sessions, ignore_errors=True)
+        for folder in (SESSIONS, EARLIER_SESSIONS, VERSIONS):
+            shutil.rmtree(folder, ignore_errors=True)
 
     def open_sample(self, program='viewer.exe'):
         viewer = self.use(Viewer(windows_path(self.sample), program=program))

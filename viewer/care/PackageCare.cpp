@@ -3,7 +3,7 @@
 #include "care/PackageCheck.h"
 #include "care/PortableCopy.h"
 #include "common/Paths.h"
-#include "compare/DifferencesDialog.h"
+#include "compare/ShowComparison.h"
 #include "control/PropertiesWindow.h"
 #include "controller/PackageController.h"
 #include "package/Paths.h"
@@ -125,20 +125,8 @@ void PackageCare::CompareFile() {
 }
 
 void PackageCare::Compare(const std::wstring& name, const ComparedPackages& packages) {
-    const auto report = std::make_shared<DifferenceReport>();
-    const auto compare = [report, packages](WorkProgress& progress) {
-        *report = ComparePackages(packages, progress);
-    };
-    if (!WaitForWork(m_view.Frame(), Text(IDS_COMPARING, {name}), compare) || report->result.cancelled) {
-        return;
-    }
-    if (!report->result.ok) {
-        m_view.ShowError(Text(IDS_CANNOT_COMPARE, {name, Sentence(report->result.message)}));
-    } else if (report->lines.empty() && report->noise.empty()) {
-        ShowTaskPrompt(m_view.Frame(), Text(IDS_SAME_PACKAGE, {name}), {}, {Text(IDS_CLOSE)},
-                       TD_INFORMATION_ICON);
-    } else {
-        ShowDifferences(m_view.Frame(), packages, *report);
+    if (const std::wstring error = ShowComparison(m_view.Frame(), name, packages); !error.empty()) {
+        m_view.ShowError(error);
     }
 }
 

@@ -17,8 +17,9 @@
 namespace viewer {
 
 PackageController::PackageController(PackageView& view, ControlHost& control, SessionStore& sessions,
-                                     const wchar_t* settingsKey)
-    : m_view(view), m_control(control), m_sessions(sessions), m_recent(settingsKey) {}
+                                     VersionKeeper& versions, const wchar_t* settingsKey)
+    : m_view(view), m_control(control), m_sessions(sessions), m_versions(view, versions, kNotKept),
+      m_recent(settingsKey) {}
 
 void PackageController::Open(const std::wstring& path) {
     if (IsOpening() || m_prompting) {
@@ -96,12 +97,23 @@ void PackageController::Save() {
     if (IsReady() && !m_status.IsFileGone() && !m_control.HasChanges() && m_session->Changes().empty()) {
         m_view.ShowNote(Text(IDS_NOTHING_TO_SAVE));
     } else {
-        Save(&PackageSaving::Save);
+        SaveHere(&PackageSaving::Save);
     }
 }
 
 void PackageController::SaveWithNote() {
-    Save(&PackageSaving::SaveWithNote);
+    SaveHere(&PackageSaving::SaveWithNote);
+}
+
+void PackageController::SaveHere(bool (PackageSaving::*way)()) {
+    if (IsShowingVersion()) {
+        m_view.ShowNote(Text(IDS_VERSION_READ_ONLY));
+        return;
+    }
+    if (IsReady()) {
+        m_versions.Keep(*m_session);
+    }
+    Save(way);
 }
 
 void PackageController::SaveAs() {
@@ -120,7 +132,8 @@ void PackageController::Save(bool (PackageSaving::*way)()) {
     }
     if (m_session->PackageFile() != file) {
         m_status.Start(*m_session, m_view.Frame(), kWatched);
-        m_recent.Add(m_session->PackageFile());
+        AddToRecent();
+        m_versions.Keep(*m_session);
     }
     OnControlChanged();
     m_view.OnPackageChanged();
@@ -193,6 +206,9 @@ bool PackageController::OnMessage(UINT message) {
     case kAdded:
         OnAdded();
         return true;
+    case kNotKept:
+        m_versions.ShowFailure();
+        return true;
     default:
         return false;
     }
@@ -223,6 +239,7 @@ void PackageController::OnControlChanged() {
     }
     if (m_session->RecordSave()) {
         m_status.LookAgain(*m_session);
+        m_versions.Keep(*m_session);
         if (!IsOpening()) {
             m_view.OnPackageChanged();
         }
@@ -256,10 +273,21 @@ void PackageController::OnWatched() {
     }
 }
 
-// What the control does while it adds a document is no news.
+// What the control does while it adds a document is no news. What the file holds is kept before the first
+// save replaces it.
 void PackageController::UpdateNews() {
     if (!m_adding && m_status.Update(m_session.get(), m_control.HasChanges())) {
         m_view.OnNewsChanged();
+    }
+    if (m_session && m_status.IsUnsaved()) {
+        m_versions.Keep(*m_session);
+    }
+}
+
+// A version that is looked at is gone when it is closed.
+void PackageController::AddToRecent() {
+    if (!IsShowingVersion()) {
+        m_recent.Add(m_session->PackageFile());
     }
 }
 
@@ -273,8 +301,9 @@ void PackageController::SwitchTo(std::unique_ptr<PackageSession> session) {
     m_adding.reset();
     m_control.LoadFile(session->FolderWithSeparator(), session->PackageFile());
     m_session = std::move(session);
+    m_versions.Start();
     m_status.Start(*m_session, m_view.Frame(), kWatched);
-    m_recent.Add(m_session->PackageFile());
+    AddToRecent();
     UpdateNews();
     m_view.OnPackageChanged();
 }
@@ -287,7 +316,12 @@ bool PackageController::CloseInControl() {
     CloseProperties(m_view.Frame());
     OnControlChanged();
     const common::ScopedFlag prompting(m_prompting);
-    return PackageClosing(m_view.Frame(), m_control, *m_session).Run();
+    const std::wstring before = mxovshare::StampOfFolder(m_session->Folder());
+    const bool closed = PackageClosing(m_view.Frame(), m_control, *m_session).Run();
+    if (mxovshare::StampOfFolder(m_session->Folder()) != before) {
+        m_versions.Keep(*m_session);
+    }
+    return closed;
 }
 
 } // namespace viewer

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "controller/PackageAdding.h"
+#include "controller/PackageKeeping.h"
 #include "controller/PackageOpening.h"
 #include "controller/PackageStatus.h"
 #include "controller/PackageView.h"
@@ -29,11 +30,12 @@ public:
     static constexpr UINT kWatched = WM_APP + 3;
     static constexpr UINT kAdding = WM_APP + 4; ///< sent
     static constexpr UINT kAdded = WM_APP + 5;
+    static constexpr UINT kNotKept = WM_APP + 6;
 
-    /// Keeps the recent packages below HKEY_CURRENT_USER in `settingsKey`. View, control and store outlive
-    /// it.
+    /// Keeps the recent packages below HKEY_CURRENT_USER in `settingsKey`. View, control, store and keeper
+    /// outlive it.
     PackageController(PackageView& view, ControlHost& control, SessionStore& sessions,
-                      const wchar_t* settingsKey);
+                      VersionKeeper& versions, const wchar_t* settingsKey);
     PackageController(const PackageController&) = delete;
     PackageController& operator=(const PackageController&) = delete;
 
@@ -41,6 +43,9 @@ public:
     [[nodiscard]] const PackageSession* Session() const { return m_session.get(); }
     [[nodiscard]] const RecentPackages& Recent() const { return m_recent; }
     [[nodiscard]] bool IsOpening() const { return m_opening.IsRunning(); }
+
+    /// Whether what is open is an earlier version that is looked at, which is saved to another file only.
+    [[nodiscard]] bool IsShowingVersion() const { return m_versions.IsVersion(m_session.get()); }
 
     /// Whether a prompt about the package is on the screen. Until it is answered, the package stays.
     [[nodiscard]] bool IsPrompting() const { return m_prompting; }
@@ -100,7 +105,9 @@ private:
     [[nodiscard]] bool CanOpen(const std::wstring& path);
     void Attach(const std::vector<std::wstring>& files, std::optional<AttachMode> mode);
     [[nodiscard]] bool IsReady() const;
+    void SaveHere(bool (PackageSaving::*way)());
     void Save(bool (PackageSaving::*way)());
+    void AddToRecent();
     void OnUnpacked();
     void OnAdding();
     void OnAdded();
@@ -113,6 +120,7 @@ private:
     PackageView& m_view;
     ControlHost& m_control;
     SessionStore& m_sessions;
+    PackageKeeping m_versions;
     RecentPackages m_recent;
     bool m_prompting = false;
     bool m_reloading = false; // what is being unpacked is the open package

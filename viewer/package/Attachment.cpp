@@ -19,12 +19,6 @@ using mxovshare::INIFile;
 
 constexpr int kMostNumbers = 10000;
 
-FILETIME LastWriteOf(const std::wstring& file) {
-    WIN32_FILE_ATTRIBUTE_DATA data = {};
-    GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &data);
-    return data.ftLastWriteTime;
-}
-
 // Copies a file below the folder of copies under a name that is free, which it returns. Empty on failure,
 // with the last error set.
 std::wstring CopyIntoPackage(const std::wstring& folder, const std::wstring& file) {

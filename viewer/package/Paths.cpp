@@ -72,6 +72,12 @@ bool FolderExists(const std::wstring& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
+FILETIME LastWriteOf(const std::wstring& file) {
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    GetFileAttributesExW(common::LongPath(file).c_str(), GetFileExInfoStandard, &data);
+    return data.ftLastWriteTime;
+}
+
 std::vector<FolderEntry> EntriesOf(const std::wstring& folder) {
     std::vector<FolderEntry> entries;
     WIN32_FIND_DATAW found = {};

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <windows.h>
+
 namespace viewer {
 
 /// The part behind the last separator.
@@ -23,6 +25,9 @@ namespace viewer {
 
 /// Whether a folder of that name exists.
 [[nodiscard]] bool FolderExists(const std::wstring& path);
+
+/// When a file was last written, UTC; all zero when it cannot be found.
+[[nodiscard]] FILETIME LastWriteOf(const std::wstring& file);
 
 /// A file or folder in a folder.
 struct FolderEntry {

@@ -23,16 +23,24 @@ std::wstring ClockText(const SYSTEMTIME& local) {
     return clock;
 }
 
-} // namespace
-
-std::wstring LocalTimeText(const FILETIME& time) {
+std::wstring TimeText(const FILETIME& time, DWORD dateForm) {
     const std::optional<SYSTEMTIME> local = ToLocal(time);
     if (!local) {
         return {};
     }
     wchar_t day[64] = L"";
-    GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_LONGDATE, &*local, nullptr, day, ARRAYSIZE(day), nullptr);
+    GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, dateForm, &*local, nullptr, day, ARRAYSIZE(day), nullptr);
     return std::wstring(day) + L", " + ClockText(*local);
+}
+
+} // namespace
+
+std::wstring LocalTimeText(const FILETIME& time) {
+    return TimeText(time, DATE_LONGDATE);
+}
+
+std::wstring ShortLocalTimeText(const FILETIME& time) {
+    return TimeText(time, DATE_SHORTDATE);
 }
 
 std::wstring LocalClockText(const FILETIME& time) {

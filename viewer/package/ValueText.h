@@ -11,6 +11,9 @@ namespace viewer {
 /// The date and the clock of a time in UTC; empty when it is none.
 [[nodiscard]] std::wstring LocalTimeText(const FILETIME& time);
 
+/// The same with the date as short as it is written.
+[[nodiscard]] std::wstring ShortLocalTimeText(const FILETIME& time);
+
 /// The clock alone.
 [[nodiscard]] std::wstring LocalClockText(const FILETIME& time);
 

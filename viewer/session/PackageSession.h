@@ -55,6 +55,9 @@ public:
     /// has changed, added or removed it; the control then counts as changed.
     void Accept(const std::wstring& name);
 
+    /// The same for all files of the folder, and for those that are gone from it.
+    void AcceptAll() { mxovshare::ListFolder(m_folder, m_entries); }
+
     /// How the files of the folder differ from those entries.
     [[nodiscard]] std::vector<FileChange> Changes() const { return FindChanges(m_folder, m_entries); }
 

@@ -25,12 +25,6 @@ UniqueNotification WatchFolder(const std::wstring& folder, bool subfolders) {
     return UniqueNotification(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }
 
-FILETIME LastWrite(const std::wstring& file) {
-    WIN32_FILE_ATTRIBUTE_DATA data = {};
-    GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &data);
-    return data.ftLastWriteTime;
-}
-
 } // namespace
 
 // The part that the thread shares with the object, and outlives it when the thread has to be left to itself.
@@ -102,7 +96,7 @@ void PackageWatch::Worker::Look() {
     state.changes = FindChanges(m_folder, entries);
     if (!state.stamp.empty() && state.stamp != state.knownStamp) {
         state.savedBy = LastSaver(m_packageFile, m_folder + L"\\");
-        state.savedAt = LastWrite(m_packageFile);
+        state.savedAt = LastWriteOf(m_packageFile);
     }
     m_lastStamp = state.stamp;
     const std::lock_guard guard(m_lock);
