@@ -47,7 +47,8 @@ class Outcome(typing.NamedTuple):
 class Laboratory:
     """A Wine prefix of its own with the shim in its server, and a folder in which things go wrong."""
 
-    def __init__(self):
+    def __init__(self, driver=DRIVER):
+        self.driver = driver
         self.home = pathlib.Path(tempfile.mkdtemp(prefix='mxov-faults-'))
         self.root = self.home / 'root'
         self.root.mkdir()
@@ -80,7 +81,7 @@ class Laboratory:
         # A file, since what Wine starts in the background keeps a pipe open.
         with open(self.home / 'errors.txt', 'w+', encoding='utf-8', errors='replace') as errors:
             run = subprocess.run(
-                ['wine', str(DRIVER), windows_path(self.control_file), action, windows_path(folder), windows_path(package),
+                ['wine', str(self.driver), windows_path(self.control_file), action, windows_path(folder), windows_path(package),
                  windows_path(self.source), *map(str, faults)],
                 env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=errors, timeout=300,
                 preexec_fn=self.become_victim, check=False)
