@@ -2,6 +2,7 @@
 #include "CatalogueFolder.h"
 #include "ControlClient.h"
 #include "IniReaders.h"
+#include "Report.h"
 #include "Timing.h"
 
 #include <commctrl.h>
@@ -9,11 +10,14 @@
 #include <cmath>
 #include <cstdio>
 #include <map>
+#include <string>
 
 namespace {
 
 constexpr int kCounts[] = {10, 100, 1000, 10000};
 constexpr int kRuns = 7;
+constexpr double kMostOfParts = 1.2;
+constexpr double kMostGrowth = 1.1;
 constexpr int kAdditionalList = 1007;
 volatile size_t g_sink;
 
@@ -59,12 +63,14 @@ double FillList(HWND list, const CatalogueFolder& folder) {
         });
 }
 
-void Row(int count, const char* what, double milliseconds, double limit = 0) {
-    std::printf("%6d  %-44s %10.2f ms", count, what, milliseconds);
-    if (limit > 0) {
-        std::printf("   %5.2f times", milliseconds / limit);
-    }
-    std::printf("\n");
+std::string Title(int count, const char* what) {
+    return std::to_string(count) + ": " + what;
+}
+
+void Row(int count, const char* what, double milliseconds, double reference = 0) {
+    const std::string title = Title(count, what);
+    reference > 0 ? bench::Compared(title.c_str(), milliseconds, reference)
+                  : bench::Row(title.c_str(), milliseconds);
 }
 
 } // namespace
@@ -83,10 +89,11 @@ int main() {
         const double fill = FillList(client.Item(kAdditionalList), folder);
         const double scan = bench::Median(kRuns, [&] { g_sink = readers::ScanBytes(file); });
 
-        Row(count, "LoadFile through COM", load, index + queries + fill);
-        Row(count, "  of: plain one-pass index with look-ups", index);
-        Row(count, "  of: one attribute query each", queries);
-        Row(count, "  of: redraw-off list fill", fill);
+        bench::Limited(Title(count, "LoadFile through COM, beside the sum of").c_str(), load,
+                       index + queries + fill, kMostOfParts);
+        Row(count, "  plain one-pass index with look-ups", index);
+        Row(count, "  one attribute query each", queries);
+        Row(count, "  redraw-off list fill", fill);
         Row(count, "one read and scan of the bytes", scan);
         Row(count, "INIFile: read and index",
             bench::Median(kRuns, touch, [&] { g_sink = readers::SharedLibraryIndex(file); }), scan);
@@ -100,7 +107,7 @@ int main() {
             scan);
         std::printf("\n");
     }
-    std::printf("growth of LoadFile from 1000 to 10000 documents: exponent %.2f\n",
-                std::log10(loads[10000] / loads[1000]));
+    bench::LimitedNumber("growth of LoadFile from 1000 to 10000 documents, exponent",
+                         std::log10(loads[10000] / loads[1000]), kMostGrowth);
     return 0;
 }

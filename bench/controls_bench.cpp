@@ -2,6 +2,7 @@
 #include "BoxParent.h"
 #include "controls/CollapseGroupBox.h"
 #include "controls/MXOVGroupBoxEx.h"
+#include "Report.h"
 #include "Timing.h"
 
 #include <algorithm>
@@ -51,11 +52,9 @@ protected:
     virtual void Set(bool folded) = 0;
 
     void Row(const char* what, double milliseconds, double limit = 0) const {
-        std::printf("%-42s %-10s %9.2f ms", m_name, what, milliseconds);
-        if (limit > 0) {
-            std::printf("   %5.2f times", milliseconds / limit);
-        }
-        std::printf("\n");
+        const std::string title = m_name + std::string(", ") + what;
+        limit > 0 ? bench::Compared(title.c_str(), milliseconds, limit)
+                  : bench::Row(title.c_str(), milliseconds);
     }
 
     BoxParent m_parent;

@@ -2,19 +2,22 @@
 // beside the system's own way to write the same value.
 #include "package/RecordLists.h"
 #include "PopupFixture.h"
+#include "Report.h"
 #include "Timing.h"
 
 #include <commctrl.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <string>
+#include <vector>
 
 using namespace docview;
 
 namespace {
 
 constexpr int kHistoryEntries = 1000;
-constexpr int kDocuments = 1000;
+constexpr int kDocuments[] = {1000, 10'000};
+constexpr double kLongestKeystroke = 16; // milliseconds: a picture of a screen
 constexpr int kRuns = 25;
 constexpr int kKeystrokes = 1000;
 
@@ -71,7 +74,9 @@ public:
     void TestBody() override {
         BenchFill(0);
         BenchFill(kHistoryEntries);
-        BenchKeystrokes();
+        for (const int documents : kDocuments) {
+            BenchKeystrokes(documents);
+        }
     }
 
 private:
@@ -91,15 +96,14 @@ private:
             list.Clear();
             bareFills.push_back(bench::Median(1, [&] { list.Fill(m_history); }));
         }
-        std::printf("fill with %4d history entries            ", entries);
-        Print(fills, "popup");
-        std::printf("the same in a bare list view             ");
-        Print(bareFills, "list");
+        const double bare = bench::MedianOf(bareFills);
+        const std::string title = "fill with " + std::to_string(entries) + " history entries";
+        bench::Compared((title + ", beside a bare list view").c_str(), bench::MedianOf(fills), bare);
     }
 
-    void WriteDocuments() const {
+    void WriteDocuments(int documents) const {
         std::string information = "[FILEINFO]\r\nMaxtlreVersion=Package Writer 2024\r\n";
-        for (int i = 1; i <= kDocuments; ++i) {
+        for (int i = 1; i <= documents; ++i) {
             information += "[REFERANCE_FILE_" + std::to_string(i) +
                            "]\r\nIsReferencedFile=YES\r\nDescription=Document\r\nTimestamp=2024-01-01 "
                            "09:05:03\r\nFilePath=C:\\Users\\Public\\Documents\\document" +
@@ -108,8 +112,8 @@ private:
         m_package.Write(L"mxinfo.ini", information);
     }
 
-    void BenchKeystrokes() {
-        WriteDocuments();
+    void BenchKeystrokes(int documents) {
+        WriteDocuments(documents);
         Fill(DocumentCategory::AdditionalDocument);
         std::vector<double> keystrokes;
         std::vector<double> systemWrites;
@@ -125,16 +129,12 @@ private:
                 WritePrivateProfileStringW(L"REFERANCE_FILE_1", L"Description", text.c_str(), file.c_str());
             }));
         }
-        std::printf("keystroke at %d documents              ", kDocuments);
-        Print(keystrokes, "popup");
-        std::printf("the value by WritePrivateProfileStringW  ");
-        Print(systemWrites, "system");
-    }
-
-    static void Print(std::vector<double>& times, const char* what) {
-        std::ranges::sort(times);
-        std::printf("%-8s fastest %7.2f ms   median %7.2f ms   99th percentile %7.2f ms\n", what,
-                    times.front(), times[times.size() / 2], times[times.size() * 99 / 100]);
+        std::ranges::sort(keystrokes);
+        const std::string title = "keystroke at " + std::to_string(documents) + " documents";
+        bench::Compared((title + ", beside the system's profile functions").c_str(),
+                        bench::MedianOf(keystrokes), bench::MedianOf(systemWrites));
+        bench::LimitedTime((title + ", 99th percentile").c_str(), keystrokes[keystrokes.size() * 99 / 100],
+                           kLongestKeystroke);
     }
 };
 

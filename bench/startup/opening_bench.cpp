@@ -4,6 +4,7 @@
 #include "mxovshare.h"
 #include "PackageFolder.h"
 #include "Process.h"
+#include "Report.h"
 #include "ShownWindow.h"
 #include "Timing.h"
 
@@ -116,12 +117,9 @@ int main() {
     const double copy = bench::MedianOf(times.copy);
     const double opening = bench::MedianOf(times.opening);
     const double closing = bench::MedianOf(times.closing);
-    std::printf("plain copy of the unpacked folder, 100 MB        %9.1f ms\n", copy);
-    std::printf("start of the viewer with it, until painted rows  %9.1f ms  %5.2f times, limit %.1f, %s\n",
-                opening, opening / copy, kOpeningLimit,
-                opening / copy <= kOpeningLimit ? "kept" : "not kept");
-    std::printf("closing, until the window is gone                %9.1f ms  limit %.0f, %s\n", closing,
-                kClosingLimit, closing <= kClosingLimit ? "kept" : "not kept");
-    std::printf("closing, until the process has ended             %9.1f ms\n", bench::MedianOf(times.end));
+    bench::Row("plain copy of the unpacked folder, 100 MB", copy);
+    bench::Limited("start of the viewer with it, until painted rows", opening, copy, kOpeningLimit);
+    bench::LimitedTime("closing, until the window is gone", closing, kClosingLimit);
+    bench::Row("closing, until the process has ended", bench::MedianOf(times.end));
     return 0;
 }

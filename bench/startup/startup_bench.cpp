@@ -1,6 +1,7 @@
 // The start of the control in the system's ATL container until everything of it is painted, beside that of a
 // control with one list view, and beside the windows of its dialog when the system alone makes them.
 #include "Process.h"
+#include "Report.h"
 #include "StartupSubjects.h"
 #include "Timing.h"
 
@@ -97,7 +98,6 @@ int wmain(int count, wchar_t** arguments) {
     const auto next = [&](const Subject& it) { return TimeUntilPainted(it, frame, Now()); };
     Compare("the next ones", kMinimal, next);
     Compare("the next ones", kWindows, next);
-    std::printf("limit of a program's start: ratio %.1f, %s\n", kLimit,
-                ratio > 0 && ratio <= kLimit ? "kept" : "not kept");
-    return ratio > 0 && ratio <= kLimit ? 0 : 1;
+    bench::LimitedNumber("a program's start, control beside minimal control", ratio, kLimit);
+    return ratio > 0 ? 0 : 1;
 }

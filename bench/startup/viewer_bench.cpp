@@ -1,6 +1,7 @@
 // The start of the viewer until its window is shown and waits for input, beside the system's own editor, and
 // the time until it has ended after it was closed.
 #include "Process.h"
+#include "Report.h"
 #include "ShownWindow.h"
 #include "Timing.h"
 
@@ -55,12 +56,8 @@ int wmain(int count, wchar_t** arguments) {
         std::puts("a program did not come up");
         return 1;
     }
-    const double ratio = bench::MedianOf(ours.start) / bench::MedianOf(editors.start);
-    std::printf("%-34s viewer %8.2f ms   editor %8.2f ms   ratio %4.2f\n", "start, until it waits for input",
-                bench::MedianOf(ours.start), bench::MedianOf(editors.start), ratio);
-    std::printf("%-34s viewer %8.2f ms   editor %8.2f ms   ratio %4.2f\n", "closing, until it has ended",
-                bench::MedianOf(ours.end), bench::MedianOf(editors.end),
-                bench::MedianOf(ours.end) / bench::MedianOf(editors.end));
-    std::printf("limit of the start: ratio %.1f, %s\n", kLimit, ratio <= kLimit ? "kept" : "not kept");
-    return ratio <= kLimit ? 0 : 1;
+    bench::Limited("start of the viewer beside the system's editor, until it waits",
+                   bench::MedianOf(ours.start), bench::MedianOf(editors.start), kLimit);
+    bench::Compared("closing, until it has ended", bench::MedianOf(ours.end), bench::MedianOf(editors.end));
+    return 0;
 }
