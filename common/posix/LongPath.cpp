@@ -104,16 +104,17 @@ std::string SpelledAsOnDisk(const std::string& path) {
     std::string found;
     for (std::size_t start = 1; start <= path.size();) {
         const std::size_t end = std::min(path.find('/', start), path.size());
+        const std::size_t folder = found.size();
         const std::string name = path.substr(start, end - start);
-        std::string next = found + "/" + name;
-        if (!Exists(next)) {
+        found.append("/").append(name);
+        if (!Exists(found)) {
+            found.resize(folder);
             const std::string other = SameName(found.empty() ? "/" : found, name);
             if (other.empty()) {
-                return found + path.substr(start - 1);
+                return found.append(path, start - 1, std::string::npos);
             }
-            next = found + "/" + other;
+            found.append("/").append(other);
         }
-        found = std::move(next);
         start = end + 1;
     }
     return found;

@@ -11,11 +11,11 @@ namespace {
 
 // The units of a character, so that numbers compare as UTF-16 does.
 std::uint32_t OrderOf(wchar_t character) noexcept {
-    const auto code = static_cast<std::uint32_t>(character);
+    const auto code = static_cast<char32_t>(character);
     if (code < 0x10000) {
         return std::uint32_t{UpperCase(static_cast<char16_t>(code))} << 16;
     }
-    const std::uint32_t rest = code - 0x10000;
+    const char32_t rest = code - 0x10000;
     return (0xD800 + (rest >> 10)) << 16 | (0xDC00 + (rest & 0x3FF));
 }
 

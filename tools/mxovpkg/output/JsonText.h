@@ -3,6 +3,8 @@
 
 #include <common/Json.h>
 
+#include <windows.h>
+
 #include <string>
 #include <utility>
 #include <vector>
