@@ -6,6 +6,7 @@ import os
 import pathlib
 import re
 import shutil
+import signal
 import struct
 import subprocess
 import tempfile
@@ -29,6 +30,7 @@ LINKED, MISSING, PACKAGED = 0, 1, 2
 LIBRARY = 'Maxtrel Orvando Document Manager'
 LINK_LABEL = 'Link instead of copying'
 PROPERTIES = 'Document Properties'
+DESKTOP = r'HKCU\Control Panel\Desktop'
 HELP_ENGINE = r'HKCR\CLSID\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\InprocServer32'
 
 
@@ -108,6 +110,19 @@ class ViewerCase(unittest.TestCase):
         # What a failed test left by ending its viewer.
         for folder in (SESSIONS, EARLIER_SESSIONS, VERSIONS):
             shutil.rmtree(folder, ignore_errors=True)
+
+    def set_dots_per_inch(self, dots):
+        self.addCleanup(self.log_off)
+        self.addCleanup(change_registry, 'delete', DESKTOP, '/v', 'LogPixels', '/f')
+        change_registry('add', DESKTOP, '/v', 'LogPixels', '/t', 'REG_DWORD', '/d', str(dots), '/f')
+        self.log_off()
+
+    @staticmethod
+    def log_off():
+        """Programs that are aware of the system's dots see those of the time when the user logged on."""
+        subprocess.run(['wineserver', '-k'], check=True)
+        subprocess.run(['wineserver', '-p'], check=True)
+        Viewer.reader.cache_clear()  # it ended with the server
 
     def open_sample(self, program='viewer.exe'):
         viewer = self.use(Viewer(windows_path(self.sample), program=program))
@@ -255,6 +270,32 @@ class ViewerCase(unittest.TestCase):
         return [part], packed_rows(self.sample, 'GCode'), packed_rows(self.sample, 'SetupSheets'), additional
 
 
+def explorer_windows():
+    """What is selected in the visible folder windows of the system, by their processes."""
+    shown = {}
+    for process in pathlib.Path('/proc').iterdir():
+        try:
+            words = (process / 'cmdline').read_bytes().decode('utf-8', 'replace').split('\0')
+        except (OSError, NotADirectoryError):
+            continue
+        if words[0].lower().endswith('explorer.exe') and len(words) > 1 and words[1].startswith('/select,'):
+            found = subprocess.run(['xdotool', 'search', '--onlyvisible', '--pid', process.name, ''], check=False,
+                                   capture_output=True, text=True)
+            if found.stdout.strip():
+                shown[int(process.name)] = words[1].removeprefix('/select,').strip('"')
+    return shown
+
+
+def menu_item_place(menu, index, separators, count):
+    """A point on an item of a popup menu that has so many separators before the item and so many lines in all;
+    `separators` is a pair: those before the item, and all."""
+    border, line = 3, 5  # pixels at the top, and of a separator
+    before, all_separators = separators
+    left, top, right, bottom = menu.rect
+    height = (bottom - top - 2 * border - line * all_separators) / (count - all_separators)
+    return (left + right) // 2, round(top + border + (index - before + 0.5) * height + before * line)
+
+
 class DocumentOpeningCase(ViewerCase):
     """Records the documents that are opened in their programs."""
     KINDS = ('.nc', '.html', '.pdf')
@@ -277,6 +318,16 @@ class DocumentOpeningCase(ViewerCase):
         else:
             self.addCleanup(change_registry, 'delete', key, '/f')
         change_registry('add', key, '/ve', '/d', value, '/f')
+
+    def wait_for_folder_window(self, viewer, path):
+        """A window of the system comes up that shows a folder with this file selected, and is closed."""
+        viewer.wait_until_nothing_hinders(f'the folder with {path}', lambda: (
+            None if path in explorer_windows().values() else str(explorer_windows())))
+        viewer.photograph('e2e-shown-in-folder')
+        for process in [number for number, selected in explorer_windows().items() if selected == path]:
+            os.kill(process, signal.SIGKILL)
+        viewer.wait_until_nothing_hinders('the window is closed', lambda: (
+            str(explorer_windows()) if explorer_windows() else None))
 
     def opened(self, count):
         """The documents that were opened, when there are so many."""

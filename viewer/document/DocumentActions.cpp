@@ -25,6 +25,13 @@ bool Execute(HWND owner, const std::wstring& file, const wchar_t* parameters) {
     return ShellExecuteExW(&info) != FALSE;
 }
 
+// By its full path: a program of that name may lie in the current folder.
+std::wstring ExplorerPath() {
+    wchar_t folder[MAX_PATH] = L"";
+    GetSystemWindowsDirectoryW(folder, ARRAYSIZE(folder));
+    return std::wstring(folder) + L"\\explorer.exe";
+}
+
 HGLOBAL TextMemory(const std::wstring& text) {
     const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
     if (auto* characters = static_cast<wchar_t*>(GlobalLock(memory))) {
@@ -63,7 +70,7 @@ std::wstring SaveDocumentAs(HWND owner, const std::wstring& path) {
 
 std::wstring ShowInFolder(HWND owner, const std::wstring& path) {
     const std::wstring parameters = L"/select,\"" + path + L"\"";
-    return Execute(owner, L"explorer.exe", parameters.c_str())
+    return Execute(owner, ExplorerPath(), parameters.c_str())
                ? std::wstring()
                : Text(IDS_SHOW_FAILED, {FileName(path), common::SystemErrorText(GetLastError())});
 }

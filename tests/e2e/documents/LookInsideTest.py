@@ -2,7 +2,7 @@
 """The page of the selected document: what is in it, and what can be done with it."""
 import unittest
 
-from viewercase import LINKED, DocumentOpeningCase, properties_of, session_folder
+from viewercase import LINKED, DocumentOpeningCase, menu_item_place, news, properties_of, session_folder
 from viewerdriver import LISTS, PROGRAM
 from wineprogram import windows_path
 from xdisplay import png
@@ -65,7 +65,8 @@ class LookInsideTest(DocumentOpeningCase):
         self.select(viewer, 2, [row[0] for row in shown.lists()[2].rows].index('setup.xml'))
         viewer.wait('the sheet', lambda s: '<?xml' in (text_of(s) or ''))
         viewer.photograph('e2e-document-sheet')
-        viewer.press('F6')
+        viewer.wait('the news of the change', news)
+        viewer.press('F6', 'F6')
         shown = viewer.wait('the focus on the tabs', lambda s: s.frame.find(handle=s.focus).class_name == TABS)
         viewer.press('Left', 'Left')
         viewer.wait('the picture', lambda s: not page(s) and s.frame.find(class_name='MXOVPreviewPane').visible)
@@ -102,6 +103,76 @@ class LookInsideTest(DocumentOpeningCase):
         viewer.photograph('e2e-document-menu')
         viewer.press('o')
         self.assertEqual(len(self.opened(2)), 2)
+        self.finish(viewer)
+
+    def choose(self, viewer, text):
+        """An entry of the page's context menu, with the mouse alone."""
+        shown = viewer.snapshot()
+        entries = list(buttons(shown))
+        body = page(shown).rect
+        viewer.click((body[0] + body[2]) // 2, body[3] - 30, button=3)
+        menu = viewer.wait('the menu', lambda s: s.others).dialog()
+        viewer.photograph('e2e-document-menu')
+        viewer.click(*menu_item_place(menu, entries.index(text), (0, 0), len(entries)))
+
+    def save_document(self, viewer, name):
+        viewer.wait('the dialog', lambda s: s.others and s.dialog().text == 'Save document as')
+        viewer.press('ctrl+a')
+        viewer.type(windows_path(self.folder / name))
+        viewer.press('Return')
+        viewer.wait_for_no_dialog('it is saved')
+        plan = session_folder() / 'ReferanceFiles/inspection-plan.pdf'
+        self.assertEqual((self.folder / name).read_bytes(), plan.read_bytes())
+
+    def wait_for_copied_path(self, viewer, name):
+        path = f'\\{session_folder().name}\\ReferanceFiles\\{name}\n'
+        viewer.wait_until_nothing_hinders('the path is copied', lambda: (
+            None if viewer.dump('copied').endswith(path) else viewer.dump('copied')))
+        return viewer.dump('copied').rstrip('\n')
+
+    def check_open_with(self, viewer):
+        """This system has no list of programs, which is reported."""
+        viewer.wait('the report', lambda s: 'The programs for inspection-plan.pdf cannot be listed' in s.texts())
+        viewer.press('Return')
+        viewer.wait_for_no_dialog('it is read')
+
+    def test_every_command_works_with_the_mouse(self):
+        viewer, shown = self.open_sample()
+        name = 'inspection-plan.pdf'
+        viewer.click(*self.row_place(shown.lists()[3], 1))
+        viewer.wait('the properties', properties_of)
+        self.wait_for_page(viewer, name)
+        viewer.press('alt+F4')
+        viewer.wait_for_no_dialog('the properties are closed')
+        opened = 0
+        for command in (self.press_button, self.choose):
+            with self.subTest(command=command.__name__):
+                command(viewer, 'Open')
+                opened += 1
+                self.assertTrue(self.opened(opened)[-1].endswith(f'\\{name}'))
+                command(viewer, 'Copy path')
+                path = self.wait_for_copied_path(viewer, name)
+                viewer.dump('copy', windows_path(self.sample))
+                command(viewer, 'Save as...')
+                self.save_document(viewer, f'{command.__name__}.pdf')
+                command(viewer, 'Show in folder')
+                self.wait_for_folder_window(viewer, path)
+                command(viewer, 'Open with...')
+                self.check_open_with(viewer)
+        self.finish(viewer)
+
+    def test_the_menu_of_a_missing_link_finds_it(self):
+        viewer, _ = self.open_sample()
+        self.select(viewer, 3, 2)
+        jaws = self.folder / 'jaws.txt'
+        jaws.write_text('the jaws\n', encoding='ascii')
+        self.choose(viewer, 'Find...')
+        viewer.wait('the dialog', lambda s: s.others and s.dialog().text == 'Find document')
+        viewer.press('ctrl+a')
+        viewer.type(windows_path(jaws))
+        viewer.press('Return')
+        self.wait_for_page(viewer, 'jaws.txt')
+        self.save(viewer)
         self.finish(viewer)
 
     def test_a_missing_link_is_found_again(self):

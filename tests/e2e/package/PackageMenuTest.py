@@ -2,9 +2,10 @@
 """The File menu: saving to another file and what there is to know of a package; and the names of all parts."""
 import json
 import pathlib
+import re
 import unittest
 
-from viewercase import SAVE, UPDATE, ViewerCase, information
+from viewercase import ROOT, SAVE, UPDATE, DocumentOpeningCase, information, menu_item_place
 from viewerdriver import PROGRAM
 from wineprogram import query_registry, windows_path
 
@@ -15,7 +16,15 @@ def status(shown):
     return shown.frame.find(class_name='msctls_statusbar32').text
 
 
-class PackageMenuTest(ViewerCase):
+def file_menu():
+    """The texts of the File menu; separators have none."""
+    script = (ROOT / 'viewer/resources/viewer.rc').read_text(encoding='utf-8')
+    menu = script[script.index('POPUP "&File"'):script.index('POPUP "&Edit"')]
+    texts = re.findall(r'^        (?:MENUITEM|POPUP) "([^"\\]*)', menu, re.MULTILINE)
+    return texts
+
+
+class PackageMenuTest(DocumentOpeningCase):
     def test_save_as_continues_with_the_new_file(self):
         viewer, _ = self.open_sample()
         before = pathlib.Path(self.sample).read_bytes()
@@ -38,6 +47,19 @@ class PackageMenuTest(ViewerCase):
         self.save(viewer)
         self.assertIn('FILE_HISTORY_6', information(copy))
         self.assertEqual(pathlib.Path(self.sample).read_bytes(), before)
+        self.finish(viewer)
+
+    def test_open_folder_shows_the_package_file(self):
+        viewer, shown = self.open_sample()
+        lines = file_menu()
+        self.assertIn('Open fol&der', lines)
+        viewer.click(shown.frame.find(class_name='AtlAxWin').rect[0] + 12, shown.frame.find(class_name='AtlAxWin').top - 8)
+        menu = viewer.wait('the menu', lambda s: s.others).dialog()
+        viewer.photograph('e2e-file-menu')
+        index = lines.index('Open fol&der')
+        separators = lines[:index].count(''), lines.count('')
+        viewer.click(*menu_item_place(menu, index, separators, len(lines)))
+        self.wait_for_folder_window(viewer, windows_path(self.sample))
         self.finish(viewer)
 
     def test_messages_pass(self):

@@ -1,14 +1,11 @@
 #!/usr/bin/env python3
 """Where the properties of a document come up, and the columns of the lists, at every size of the screen's dots."""
-import subprocess
 import unittest
 
 from viewercase import ViewerCase, properties_of
-from viewerdriver import LISTS, Viewer
-from wineprogram import change_registry
+from viewerdriver import LISTS
 
 SCREEN = (0, 0, 1280, 1024)
-DESKTOP = r'HKCU\Control Panel\Desktop'
 GAP = 6
 LEAST_SCROLL_BAR = 13  # pixels at 96 dots per inch
 DATE_WIDTH = 105  # what a date needs at 96 dots per inch
@@ -64,19 +61,6 @@ class PlacementTest(ViewerCase):
             self.assertTrue(properties[0] >= control[2] or properties[2] <= control[0], 'it covers no list')
             self.close_properties(viewer)
         self.finish(viewer)
-
-    def set_dots_per_inch(self, dots):
-        self.addCleanup(self.log_off)
-        self.addCleanup(change_registry, 'delete', DESKTOP, '/v', 'LogPixels', '/f')
-        change_registry('add', DESKTOP, '/v', 'LogPixels', '/t', 'REG_DWORD', '/d', str(dots), '/f')
-        self.log_off()
-
-    @staticmethod
-    def log_off():
-        """Programs that are aware of the system's dots see those of the time when the user logged on."""
-        subprocess.run(['wineserver', '-k'], check=True)
-        subprocess.run(['wineserver', '-p'], check=True)
-        Viewer.reader.cache_clear()  # it ended with the server
 
     def check_columns(self, percent):
         self.set_dots_per_inch(96 * percent // 100)
