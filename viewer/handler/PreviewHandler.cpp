@@ -39,14 +39,14 @@ void SetSite(const HandlerPtr& handler, IUnknown* site) {
 }
 
 // The look of what surrounds it; most handlers have one of their own.
-void SetLook(const HandlerPtr& handler) {
+void SetLook(const HandlerPtr& handler, HWND window) {
     const auto visuals = handler.As<IPreviewHandlerVisuals>();
     if (!visuals) {
         return;
     }
     const Palette palette = CurrentPalette();
     LOGFONTW font = {};
-    GetObjectW(MakeMessageFont().get(), sizeof font, &font);
+    GetObjectW(MakeMessageFont(GetDpiForWindow(window)).get(), sizeof font, &font);
     visuals->SetBackgroundColor(palette.card);
     visuals->SetTextColor(palette.cardText);
     visuals->SetFont(&font);
@@ -87,11 +87,11 @@ PreviewHandler::~PreviewHandler() {
     }
 }
 
-PreviewHandler PreviewHandler::Start(const PreviewedDocument& document, HWND window) {
+PreviewHandler PreviewHandler::Start(const PreviewedDocument& document, HWND window, HWND keys) {
     PreviewHandler started;
     started.m_handler = CreateHandler(document.handler);
-    return started && started.Open(document) && started.ShowIn(window) ? std::move(started)
-                                                                       : PreviewHandler();
+    return started && started.Open(document) && started.ShowIn(window, keys) ? std::move(started)
+                                                                             : PreviewHandler();
 }
 
 bool PreviewHandler::Open(const PreviewedDocument& document) {
@@ -106,11 +106,11 @@ bool PreviewHandler::Open(const PreviewedDocument& document) {
            SUCCEEDED(reader->Initialize(m_copy.Path().c_str(), STGM_READ));
 }
 
-bool PreviewHandler::ShowIn(HWND window) const {
+bool PreviewHandler::ShowIn(HWND window, HWND keys) const {
     common::ComPtr<IPreviewHandlerFrame> site;
-    *site.Receive() = new PreviewSite(window);
+    *site.Receive() = new PreviewSite(keys);
     SetSite(m_handler, site.Get());
-    SetLook(m_handler);
+    SetLook(m_handler, window);
     const RECT area = ClientAreaOf(window);
     return SUCCEEDED(m_handler->SetWindow(window, &area)) && SUCCEEDED(m_handler->DoPreview());
 }
@@ -126,6 +126,10 @@ void PreviewHandler::TakeFocus() const {
     if (m_handler) {
         m_handler->SetFocus();
     }
+}
+
+bool PreviewHandler::TranslateAccelerator(MSG& message) const {
+    return m_handler && m_handler->TranslateAccelerator(&message) == S_OK;
 }
 
 } // namespace viewer

@@ -27,9 +27,9 @@ public:
     PreviewHandler& operator=(PreviewHandler&& other) noexcept;
     ~PreviewHandler();
 
-    /// Lets the handler show the document in the whole of a window, in a process of its own if it can.
-    /// Returns an empty owner when it fails. May dispatch messages.
-    [[nodiscard]] static PreviewHandler Start(const PreviewedDocument& document, HWND window);
+    /// Lets the handler show the document in the whole of a window, in a process of its own if it can. The
+    /// keys of the viewer are posted to `keys`. Returns an empty owner when it fails. May dispatch messages.
+    [[nodiscard]] static PreviewHandler Start(const PreviewedDocument& document, HWND window, HWND keys);
 
     explicit operator bool() const noexcept { return static_cast<bool>(m_handler); }
 
@@ -39,9 +39,12 @@ public:
     /// Moves the focus into what is shown.
     void TakeFocus() const;
 
+    /// Offers a key to the handler; true when the handler or the viewer has used it.
+    [[nodiscard]] bool TranslateAccelerator(MSG& message) const;
+
 private:
     bool Open(const PreviewedDocument& document);
-    bool ShowIn(HWND window) const;
+    [[nodiscard]] bool ShowIn(HWND window, HWND keys) const;
 
     TemporaryCopy m_copy; // outlives the handler that reads it
     common::ComPtr<IPreviewHandler> m_handler;

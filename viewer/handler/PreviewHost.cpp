@@ -11,22 +11,9 @@ namespace viewer {
 namespace {
 
 constexpr wchar_t kPreviewHostClass[] = L"MXOVPreviewHost";
-
-// Puts the focus back if a handler has taken it.
-class KeepFocus {
-public:
-    KeepFocus() : m_focus(GetFocus()) {}
-    ~KeepFocus() {
-        if (m_focus && GetFocus() != m_focus) {
-            SetFocus(m_focus);
-        }
-    }
-    KeepFocus(const KeepFocus&) = delete;
-    KeepFocus& operator=(const KeepFocus&) = delete;
-
-private:
-    HWND m_focus;
-};
+constexpr UINT kStarted = WM_APP + 1;
+constexpr UINT_PTR kLimitTimer = 1;
+constexpr DWORD kEndPatience = 1000; // milliseconds
 
 } // namespace
 
@@ -38,37 +25,13 @@ bool PreviewHost::Create(HWND parent, int id) {
                           WS_CHILD | WS_TABSTOP | WS_CLIPSIBLINGS | WS_CLIPCHILDREN, parent, id);
 }
 
-bool PreviewHost::Show(const PreviewedDocument& document) {
+void PreviewHost::Show(PreviewedDocument document) {
     const HWND substitute = m_substitute;
     Clear();
-    const int number = m_asked;
+    m_substitute = m_substitute ? m_substitute : substitute;
     ShowWindow(Handle(), SW_SHOWNA);
-    PreviewHandler handler = Start(document);
-    if (number != m_asked) {
-        return true; // a message brought another document in the meantime
-    }
-    m_handler = std::move(handler);
-    if (!m_handler) {
-        ShowWindow(Handle(), SW_HIDE);
-    }
-    if (m_handler && substitute && GetFocus() == substitute) {
-        SetFocus(Handle());
-    }
-    return static_cast<bool>(m_handler);
-}
-
-PreviewHandler PreviewHost::Start(const PreviewedDocument& document) const {
-    const KeepFocus focus;
-    // A handler that gets the focus for a moment activates the frame, which then remembers its window.
-    EnableWindow(Handle(), FALSE);
-    PreviewHandler handler = PreviewHandler::Start(document, Handle());
-    EnableWindow(Handle(), TRUE);
-    return handler;
-}
-
-bool PreviewHost::HasFocus() const {
-    const HWND focus = GetFocus();
-    return focus == Handle() || IsChild(Handle(), focus);
+    SetTimer(Handle(), kLimitTimer, kPatience, nullptr);
+    m_run = std::make_unique<PreviewRun>(Handle(), kStarted, m_asked, std::move(document));
 }
 
 void PreviewHost::Clear() {
@@ -78,17 +41,59 @@ void PreviewHost::Clear() {
         SetFocus(GetAncestor(Handle(), GA_ROOT)); // the parent, which gets it otherwise, has no use for it
         m_substitute = GetFocus();
     }
-    m_handler = {};
+    m_run.reset();
+    KillTimer(Handle(), kLimitTimer);
     ShowWindow(Handle(), SW_HIDE);
+}
+
+bool PreviewHost::End() {
+    const bool hasEnded = !m_run || m_run->End(kEndPatience);
+    Clear();
+    return hasEnded;
+}
+
+// What another document was asked for instead does not matter any more.
+void PreviewHost::OnStarted(WPARAM number, bool isShown) {
+    if (number != m_asked) {
+        return;
+    }
+    KillTimer(Handle(), kLimitTimer);
+    if (!isShown) {
+        Fail();
+    } else if (m_substitute && GetFocus() == m_substitute) {
+        SetFocus(Handle());
+    }
+}
+
+bool PreviewHost::HasFocus() const {
+    const HWND focus = GetFocus();
+    return focus && (focus == Handle() || IsChild(Handle(), focus));
+}
+
+void PreviewHost::Fail() {
+    Clear();
+    if (m_failed) {
+        m_failed();
+    }
 }
 
 LRESULT PreviewHost::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+    case kStarted:
+        OnStarted(wParam, lParam != FALSE);
+        return 0;
+    case WM_TIMER:
+        Fail();
+        return 0;
     case WM_SIZE:
-        m_handler.Resize(Handle());
+        if (m_run) {
+            m_run->Resize();
+        }
         return 0;
     case WM_SETFOCUS:
-        m_handler.TakeFocus();
+        if (m_run) {
+            m_run->TakeFocus();
+        }
         return 0;
     case WM_ERASEBKGND: {
         RECT area = {};

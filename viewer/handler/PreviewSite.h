@@ -7,8 +7,8 @@
 
 namespace viewer {
 
-/// Passes the keys that the handler does not use to the window that it shows its document in, as if they had
-/// been pressed there.
+/// Posts the keys that the handler does not use, and that the viewer has a use for, to a window, as if they
+/// had been pressed there.
 class PreviewSite final : public common::ComObject<IPreviewHandlerFrame> {
 public:
     explicit PreviewSite(HWND window) : m_window(window) {}
@@ -17,16 +17,27 @@ public:
         if (!info) {
             return E_POINTER;
         }
-        *info = {}; // it sends all keys
+        *info = {}; // it passes all keys
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG* message) noexcept override {
-        return message && PostMessageW(m_window, message->message, message->wParam, message->lParam)
+        return message && IsOfViewer(*message) &&
+                       PostMessageW(m_window, message->message, message->wParam, message->lParam)
                    ? S_OK
                    : S_FALSE;
     }
 
 private:
+    // The keys of its commands, and Tab, which leaves the preview.
+    static bool IsOfViewer(const MSG& message) noexcept {
+        if (message.message != WM_KEYDOWN) {
+            return message.message == WM_SYSKEYDOWN;
+        }
+        const bool isFunction = message.wParam >= VK_F1 && message.wParam <= VK_F24;
+        const bool isLetter = message.wParam == 'O' || message.wParam == 'S' || message.wParam == 'W';
+        return message.wParam == VK_TAB || isFunction || (isLetter && GetKeyState(VK_CONTROL) < 0);
+    }
+
     HWND m_window;
 };
 

@@ -2,9 +2,9 @@
 """Documents that the system's preview handlers show on the page of the selected document."""
 import unittest
 
-from viewercase import DocumentOpeningCase, session_folder
+from viewercase import DocumentOpeningCase, news, session_folder
 from viewerdriver import BUILD
-from wineprogram import windows_path
+from wineprogram import change_registry, windows_path
 
 HANDLER = '{5A1F39C4-61F2-4A0E-930D-2E6F117BD05C}'
 HANDLERS = '{8895b1c6-b41f-4c1c-a560-0d564250836f}'
@@ -24,7 +24,9 @@ class PreviewersTest(DocumentOpeningCase):
         self.register(rf'HKCR\.pdf\shellex\{HANDLERS}', HANDLER)
 
     def register_module(self):
-        self.register(rf'HKCR\CLSID\{HANDLER}\InprocServer32', windows_path(BUILD / 'tests/TextPreviewer.dll'))
+        server = rf'HKCR\CLSID\{HANDLER}\InprocServer32'
+        self.register(server, windows_path(BUILD / 'tests/TextPreviewer.dll'))
+        change_registry('add', server, '/v', 'ThreadingModel', '/d', 'Apartment', '/f')
 
     def select(self, viewer, number, name):
         shown = viewer.snapshot()
@@ -45,7 +47,8 @@ class PreviewersTest(DocumentOpeningCase):
         viewer.photograph('e2e-document-preview')
         file.write_bytes(b'%PDF another content')
         viewer.wait('the change', lambda s: preview(s) and preview(s).text == '%PDF another content')
-        viewer.press('F6')
+        viewer.wait('the news of the change', news)
+        viewer.press('F6', 'F6')
         viewer.wait('the focus on the tabs', lambda s: s.frame.find(handle=s.focus).class_name == TABS)
         for class_name in ('Button', 'Button', 'Button', 'Button', 'Button', 'Edit', TABS):
             before = viewer.snapshot().focus
@@ -65,6 +68,38 @@ class PreviewersTest(DocumentOpeningCase):
         viewer.press('ctrl+s')
         viewer.wait('it is saved', lambda s: s.frame.text.startswith('bracket'))
         self.finish(viewer)
+
+    def test_a_handler_that_never_returns_leaves_the_window_alive(self):
+        self.register_module()
+        viewer, _ = self.open_sample()
+        (session_folder() / 'ReferanceFiles' / NAME).write_bytes(b'never shown')
+        viewer.wait('the news of the change', news)
+        self.select(viewer, 3, NAME)
+        shown = viewer.wait('the handler starts', lambda s: s.frame.find(class_name=HOST).visible)
+        viewer.press('F6', 'F6')
+        viewer.wait('the window answers', lambda s: s.frame.find(handle=s.focus).class_name == TABS)
+        shown = viewer.wait('the limit', lambda s: not s.frame.find(class_name=HOST).visible)
+        viewer.photograph('e2e-document-preview-hangs')
+        self.assertTrue(shown.frame.find(class_name=PAGE).find(text='&Open').visible)
+        self.select(viewer, 1, 'op10-face-pocket.nc')
+        viewer.press('ctrl+s')
+        viewer.wait('it is saved', lambda s: s.frame.text.startswith('bracket'))
+        self.finish(viewer)
+
+    def test_a_handler_that_no_longer_answers_lets_the_viewer_close(self):
+        self.register_module()
+        viewer, _ = self.open_sample()
+        (session_folder() / 'ReferanceFiles' / NAME).write_bytes(b'stuck when its size changes')
+        viewer.press('ctrl+s')
+        viewer.wait('it is saved', lambda s: s.frame.text.startswith('bracket'))
+        self.select(viewer, 3, NAME)
+        shown = viewer.wait('the preview', preview)
+        before = viewer.display().area(shown.frame.display)
+        viewer.do('windowsize', shown.frame.display, 1150, 900)
+        # The windows of the handler cannot be read any more.
+        viewer.wait_until_nothing_hinders('the window is larger', lambda: (
+            None if viewer.display().area(shown.frame.display) != before else 'the size before'))
+        self.assertEqual(viewer.close(), 0)
 
     def test_a_handler_that_cannot_be_loaded_leaves_the_facts_and_buttons(self):
         self.register(rf'HKCR\CLSID\{HANDLER}\InprocServer32', windows_path(self.folder / 'gone.dll'))

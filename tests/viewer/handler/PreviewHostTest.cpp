@@ -2,7 +2,10 @@
 #include "handler/PreviewHost.h"
 
 #include "common/Handles.h"
+#include "handler/PreviewHandler.h"
 #include "handler/PreviewSite.h"
+#include "ImportHook.h"
+#include "RealMouse.h"
 #include "TempFolder.h"
 #include "TextPreviewHandler.h"
 
@@ -17,21 +20,25 @@ namespace {
 constexpr CLSID kTestHandler = {0x5a1f39c4, 0x61f2, 0x4a0e, {0x93, 0x0d, 0x2e, 0x6f, 0x11, 0x7b, 0xd0, 0x5c}};
 constexpr char kDocumentText[] = "what is in it";
 
-// A handler of this kind, in this process, while the object lives.
+// A handler of this kind, in this process and for each of its threads, while the object lives.
 class RegisteredHandler {
 public:
-    explicit RegisteredHandler(TextPreviewHandler::Kind kind) : m_handlers(kind) {
-        EXPECT_EQ(CoRegisterClassObject(kTestHandler, &m_handlers, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
-                                        &m_number),
-                  S_OK);
-    }
-    ~RegisteredHandler() { CoRevokeClassObject(m_number); }
+    explicit RegisteredHandler(TextPreviewHandler::Kind kind) : m_handlers(kind) { s_handlers = &m_handlers; }
+    ~RegisteredHandler() { s_handlers = nullptr; }
     RegisteredHandler(const RegisteredHandler&) = delete;
     RegisteredHandler& operator=(const RegisteredHandler&) = delete;
 
 private:
+    static HRESULT WINAPI Create(REFCLSID number, IUnknown* outer, DWORD, REFIID iid, void** object) {
+        *object = nullptr;
+        return IsEqualCLSID(number, kTestHandler) && s_handlers
+                   ? s_handlers->CreateInstance(outer, iid, object)
+                   : REGDB_E_CLASSNOTREG;
+    }
+
+    static inline TextPreviewHandlers* s_handlers = nullptr;
     TextPreviewHandlers m_handlers;
-    DWORD m_number = 0;
+    ImportHook<decltype(CoCreateInstance)> m_hook{"CoCreateInstance", Create};
 };
 
 class PreviewHostTest : public testing::Test {
@@ -39,15 +46,29 @@ protected:
     PreviewHostTest() {
         OleInitialize(nullptr);
         m_host.Create(m_frame.get(), 1);
+        m_host.OnFailed([this] { m_hasFailed = true; });
         MoveWindow(m_host.Handle(), 0, 0, 200, 100, FALSE);
     }
     ~PreviewHostTest() override {
-        m_host.Clear();
+        KillTimer(nullptr, m_timer);
+        static_cast<void>(m_host.End());
         OleUninitialize();
     }
 
+    void Ask(const std::string& text) {
+        m_hasFailed = false;
+        TextPreviewHandler::Record() = {};
+        m_host.Show({kTestHandler, m_folder.Write(L"a.tst", text), text});
+    }
+
+    // False when the document is not shown.
     bool Show() {
-        return m_host.Show({kTestHandler, m_folder.Write(L"a.tst", kDocumentText), kDocumentText});
+        Ask(kDocumentText);
+        return PumpUntil([this] { return m_hasFailed || IsFieldVisible(); }) && !m_hasFailed;
+    }
+    [[nodiscard]] static bool IsFieldVisible() {
+        const HWND field = TextPreviewHandler::Record().field;
+        return field && IsWindowVisible(field);
     }
     [[nodiscard]] bool IsShown() const { return IsWindowVisible(m_host.Handle()); }
     [[nodiscard]] static std::wstring ShownText() {
@@ -62,6 +83,8 @@ protected:
     common::UniqueWindow m_button{CreateWindowW(L"BUTTON", L"", WS_CHILD | WS_VISIBLE, 0, 0, 20, 20,
                                                 m_frame.get(), nullptr, nullptr, nullptr)};
     PreviewHost m_host;
+    bool m_hasFailed = false;
+    UINT_PTR m_timer = SetTimer(nullptr, 0, 20, nullptr); // so that PumpUntil looks again
 };
 
 } // namespace
@@ -85,14 +108,14 @@ TEST_F(PreviewHostTest, AHandlerThatTakesFilesReadsACopyWhichGoesWithIt) {
     EXPECT_TRUE(DeleteFileW((m_folder / L"a.tst").c_str())) << GetLastError();
     m_host.Clear();
     EXPECT_FALSE(IsShown());
-    EXPECT_FALSE(exists(copy.parent_path()));
+    EXPECT_TRUE(PumpUntil([&copy] { return !exists(copy.parent_path()); }));
 }
 
 TEST_F(PreviewHostTest, AHandlerThatFailsIsNotShown) {
     const RegisteredHandler handler(TextPreviewHandler::Kind::Failing);
     EXPECT_FALSE(Show());
     EXPECT_FALSE(IsShown());
-    EXPECT_EQ(TextPreviewHandler::Record().unloads, 1);
+    EXPECT_TRUE(PumpUntil([] { return TextPreviewHandler::Record().unloads == 1; }));
 }
 
 TEST_F(PreviewHostTest, WithoutARegisteredHandlerNothingIsShown) {
@@ -105,10 +128,12 @@ TEST_F(PreviewHostTest, TheNextDocumentUnloadsTheLast) {
     ASSERT_TRUE(Show());
     const HWND first = TextPreviewHandler::Record().field;
     ASSERT_TRUE(Show());
-    EXPECT_FALSE(IsWindow(first));
+    EXPECT_TRUE(PumpUntil([first] { return !IsWindow(first); }));
     EXPECT_TRUE(IsWindow(TextPreviewHandler::Record().field));
-    m_host.Clear();
-    EXPECT_EQ(TextPreviewHandler::Record().unloads, 1);
+    const int unloads = TextPreviewHandler::Record().unloads;
+    EXPECT_TRUE(m_host.End());
+    EXPECT_EQ(TextPreviewHandler::Record().unloads, unloads + 1);
+    EXPECT_FALSE(IsWindow(TextPreviewHandler::Record().field));
 }
 
 TEST_F(PreviewHostTest, WhatIsShownFollowsTheSize) {
@@ -116,8 +141,10 @@ TEST_F(PreviewHostTest, WhatIsShownFollowsTheSize) {
     ASSERT_TRUE(Show());
     MoveWindow(m_host.Handle(), 10, 10, 150, 90, FALSE);
     RECT area = {};
-    GetClientRect(TextPreviewHandler::Record().field, &area);
-    EXPECT_EQ(area.right, 150);
+    EXPECT_TRUE(PumpUntil([&area] {
+        GetClientRect(TextPreviewHandler::Record().field, &area);
+        return area.right == 150;
+    }));
     EXPECT_EQ(area.bottom, 90);
 }
 
@@ -128,16 +155,59 @@ TEST_F(PreviewHostTest, TheFocusMovesInOnlyWhenTheUserMovesIt) {
     ASSERT_TRUE(Show());
     EXPECT_EQ(GetFocus(), m_button.get());
     SetFocus(m_host.Handle());
-    EXPECT_EQ(GetFocus(), TextPreviewHandler::Record().field);
+    EXPECT_TRUE(PumpUntil([] { return GetFocus() == TextPreviewHandler::Record().field; }));
+}
+
+TEST_F(PreviewHostTest, AHandlerThatNeverReturnsHoldsUpNothing) {
+    const RegisteredHandler handler(TextPreviewHandler::Kind::Stream);
+    const ULONGLONG begin = GetTickCount64();
+    Ask("never");
+    EXPECT_LT(GetTickCount64() - begin, PreviewHost::kPatience / 2);
+    EXPECT_TRUE(PumpUntil([this] { return m_hasFailed; }, 4 * PreviewHost::kPatience));
+    EXPECT_GE(GetTickCount64() - begin, PreviewHost::kPatience);
+    EXPECT_FALSE(IsShown());
+    ASSERT_TRUE(Show());
+    EXPECT_EQ(ShownText(), L"what is in it");
+}
+
+TEST_F(PreviewHostTest, AnotherDocumentTakesThePlaceOfOneThatIsNotShownYet) {
+    const RegisteredHandler handler(TextPreviewHandler::Kind::Stream);
+    Ask("never");
+    ASSERT_TRUE(Show());
+    EXPECT_EQ(ShownText(), L"what is in it");
+    Ask("never");
+    EXPECT_TRUE(m_host.End());
+}
+
+TEST_F(PreviewHostTest, AHandlerThatNoLongerAnswersCannotBeTakenOut) {
+    const RegisteredHandler handler(TextPreviewHandler::Kind::Stream);
+    // The window of such a handler remains: in a frame of its own, which is not destroyed either.
+    const HWND frame =
+        CreateWindowW(L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+    auto* const host = new PreviewHost;
+    host->Create(frame, 1);
+    TextPreviewHandler::Record() = {};
+    host->Show({kTestHandler, m_folder.Write(L"a.tst", "stuck"), "stuck"});
+    ASSERT_TRUE(PumpUntil(IsFieldVisible));
+    MoveWindow(host->Handle(), 0, 0, 50, 50, FALSE);
+    const ULONGLONG begin = GetTickCount64();
+    EXPECT_FALSE(host->End());
+    EXPECT_LT(GetTickCount64() - begin, 4000U);
 }
 
 TEST(PreviewSite, KeysThatTheHandlerDoesNotUseReachTheWindow) {
     const common::UniqueWindow window(
         CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
     PreviewSite* site = new PreviewSite(window.get());
-    MSG key = {nullptr, WM_KEYDOWN, VK_TAB, 1, 0, {}};
+    MSG key = {nullptr, WM_KEYDOWN, 'A', 1, 0, {}};
+    EXPECT_EQ(site->TranslateAccelerator(&key), S_FALSE);
+    key.wParam = VK_F6;
+    EXPECT_EQ(site->TranslateAccelerator(&key), S_OK);
+    key.wParam = VK_TAB;
     EXPECT_EQ(site->TranslateAccelerator(&key), S_OK);
     MSG message = {};
+    ASSERT_TRUE(PeekMessageW(&message, window.get(), WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE));
+    EXPECT_EQ(message.wParam, static_cast<WPARAM>(VK_F6));
     ASSERT_TRUE(PeekMessageW(&message, window.get(), WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE));
     EXPECT_EQ(message.wParam, static_cast<WPARAM>(VK_TAB));
     EXPECT_EQ(site->Release(), 0U);

@@ -1,4 +1,6 @@
-// A preview handler for tests, which shows a document's bytes as text in a field.
+// A preview handler for tests, which shows a document's bytes as text in a field. Documents that begin with
+// "never" are never shown; those that begin with "stuck" are, and the next change of the size does not
+// return.
 #pragma once
 
 #include "common/ComObject.h"
@@ -25,7 +27,7 @@ class TextPreviewHandler final
 public:
     enum class Kind { Stream, File, Failing };
 
-    explicit TextPreviewHandler(Kind kind) : m_kind(kind) { Record() = {}; }
+    explicit TextPreviewHandler(Kind kind) : m_kind(kind) {}
 
     [[nodiscard]] static PreviewRecord& Record() {
         static PreviewRecord record;
@@ -63,11 +65,17 @@ public:
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE SetRect(const RECT* area) noexcept override {
+        if (m_text.starts_with("stuck")) {
+            Sleep(INFINITE);
+        }
         m_area = *area;
         Place();
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE DoPreview() noexcept override {
+        if (m_text.starts_with("never")) {
+            Sleep(INFINITE);
+        }
         if (m_kind == Kind::Failing) {
             return E_FAIL;
         }
