@@ -9,6 +9,7 @@
 #include "earlier/PackageVersions.h"
 #include "HelpMenu.h"
 #include "MainPages.h"
+#include "news/NewsBar.h"
 #include "package/DocumentDetails.h"
 #include "package/PackageSummary.h"
 #include "package/Paths.h"
@@ -148,8 +149,13 @@ void MainCommands::FindDocumentFile() {
     }
 }
 
+// From the control to the bar, if it has buttons, to the pages, and to the control again.
 void MainCommands::FocusNextPane() {
-    if (m_control.HasFocus()) {
+    const bool isInControl = m_control.HasFocus();
+    if (isInControl && m_news.TakeFocus()) {
+        return;
+    }
+    if (isInControl || m_news.HasFocus()) {
         m_pages.TakeFocus();
     } else {
         SetFocus(m_view.Frame());

@@ -8,6 +8,7 @@ namespace viewer {
 class ControlHost;
 class DocumentSelection;
 class MainPages;
+class NewsBar;
 class PackageCare;
 class PackageController;
 class PackageVersions;
@@ -16,9 +17,10 @@ class PackageView;
 class MainCommands {
 public:
     /// All of them outlive it.
-    MainCommands(PackageView& view, ControlHost& control, MainPages& pages, PackageController& packages,
-                 PackageCare& care, PackageVersions& versions, DocumentSelection& selection)
-        : m_view(view), m_control(control), m_pages(pages), m_packages(packages), m_care(care),
+    MainCommands(PackageView& view, ControlHost& control, NewsBar& news, MainPages& pages,
+                 PackageController& packages, PackageCare& care, PackageVersions& versions,
+                 DocumentSelection& selection)
+        : m_view(view), m_control(control), m_news(news), m_pages(pages), m_packages(packages), m_care(care),
           m_versions(versions), m_selection(selection) {}
 
     /// Carries out the command of this number.
@@ -35,6 +37,7 @@ private:
 
     PackageView& m_view;
     ControlHost& m_control;
+    NewsBar& m_news;
     MainPages& m_pages;
     PackageController& m_packages;
     PackageCare& m_care;

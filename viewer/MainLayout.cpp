@@ -1,7 +1,7 @@
 #include "MainLayout.h"
 
 #include "control/ControlHost.h"
-#include "window/NewsBar.h"
+#include "news/NewsBar.h"
 #include "window/StatusBar.h"
 #include "window/Window.h"
 
@@ -16,7 +16,6 @@ constexpr int kGap = 1; // between control and pages
 constexpr int kLeastPages = 220;
 constexpr int kUsualPages = 620;
 constexpr int kUsualHeight = 640;
-constexpr int kFactWidth = 160;
 constexpr SIZE kUsualControl = {372, 480};
 
 } // namespace
@@ -24,7 +23,7 @@ constexpr SIZE kUsualControl = {372, 480};
 void MainLayout::Arrange() {
     RECT client = {};
     GetClientRect(m_frame.Handle(), &client);
-    m_status.Arrange(client.right, m_frame.Scale(kFactWidth));
+    m_status.Arrange(client.right);
     const LONG bottom = client.bottom - m_status.Height();
     if (bottom <= 0) {
         return;
@@ -55,7 +54,7 @@ SIZE MainLayout::UsualSize() const {
 
 // The control's natural size, or a default where it reports none.
 SIZE MainLayout::ControlSize() const {
-    const SIZE natural = m_control.NaturalSize();
+    const SIZE natural = m_control.NaturalSize(m_frame.Dpi());
     return {natural.cx > 0 ? natural.cx : m_frame.Scale(kUsualControl.cx),
             natural.cy > 0 ? natural.cy : m_frame.Scale(kUsualControl.cy)};
 }
@@ -66,7 +65,7 @@ SIZE MainLayout::FrameSize(int pagesWidth, int leastHeight) const {
     const SIZE control = ControlSize();
     RECT area = {0, 0, control.cx + m_frame.Scale(kGap + pagesWidth),
                  std::max<LONG>(control.cy, m_frame.Scale(leastHeight)) + m_status.Height()};
-    AdjustWindowRectExForDpi(&area, WS_OVERLAPPEDWINDOW, TRUE, 0, GetDpiForWindow(m_frame.Handle()));
+    AdjustWindowRectExForDpi(&area, WS_OVERLAPPEDWINDOW, TRUE, 0, m_frame.Dpi());
     return {area.right - area.left, area.bottom - area.top};
 }
 

@@ -15,14 +15,6 @@ namespace {
 constexpr wchar_t kPagesClass[] = L"MXOVPages";
 constexpr UINT kTitles[] = {IDS_PAGE_PICTURE, IDS_PAGE_HISTORY, IDS_PAGE_DOCUMENT};
 
-bool IsReturn(const MSG& message) {
-    return message.message == WM_KEYDOWN && message.wParam == VK_RETURN;
-}
-
-bool IsButton(HWND window) {
-    return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) != 0;
-}
-
 } // namespace
 
 bool MainPages::Create(HWND parent, int id) {
@@ -68,14 +60,7 @@ void MainPages::TakeFocus() {
 }
 
 bool MainPages::PreTranslate(MSG& message) {
-    if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
-        return false;
-    }
-    if (IsReturn(message) && IsButton(message.hwnd)) {
-        SendMessageW(message.hwnd, BM_CLICK, 0, 0);
-        return true;
-    }
-    return !m_start.WantsKey(message) && IsDialogMessageW(Handle(), &message);
+    return !m_start.WantsKey(message) && TranslateKeyInside(Handle(), message);
 }
 
 LRESULT MainPages::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -100,7 +85,7 @@ LRESULT MainPages::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool MainPages::CreateTabs() {
-    m_font = MakeMessageFont();
+    m_font = MakeMessageFont(Dpi());
     m_tabs = CreateWindowExW(0, WC_TABCONTROLW, Text(IDS_PAGES).c_str(),
                              WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0, 0, 0, Handle(),
                              reinterpret_cast<HMENU>(IDC_TABS), GetModuleHandleW(nullptr), nullptr);
@@ -113,6 +98,16 @@ bool MainPages::CreateTabs() {
         SendMessageW(m_tabs, TCM_INSERTITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
     }
     return m_tabs != nullptr;
+}
+
+void MainPages::OnMetricsChanged() {
+    m_font = MakeMessageFont(Dpi());
+    SendMessageW(m_tabs, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
+    m_start.ChangeDpi(Dpi());
+    m_preview.ChangeDpi(Dpi());
+    m_history.ChangeDpi(Dpi());
+    m_document.ChangeDpi(Dpi());
+    Arrange();
 }
 
 // The pages fill what the tabs leave.

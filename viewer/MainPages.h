@@ -25,6 +25,10 @@ public:
     /// Shows a document on its page; null for none.
     void ShowDocument(std::unique_ptr<DocumentContent> content) { m_document.Show(std::move(content)); }
 
+    /// Takes the windows of a preview handler out of this one. False when the handler does not answer; this
+    /// window cannot be destroyed then.
+    [[nodiscard]] bool EndPreview() { return m_document.EndPreview(); }
+
     /// The document on its page; null for none.
     [[nodiscard]] const DocumentDetails* Document() const { return m_document.Details(); }
 
@@ -39,6 +43,7 @@ public:
 
 protected:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnMetricsChanged() override;
 
 private:
     bool CreateTabs();

@@ -1,14 +1,16 @@
 #include "MainWindow.h"
 
+#include "common/ScopedFlag.h"
 #include "common/SystemError.h"
+#include "control/DpiContext.h"
 #include "control/PropertiesWindow.h"
 #include "MainMenu.h"
+#include "news/NewsButtons.h"
 #include "package/PackageSummary.h"
 #include "package/Paths.h"
 #include "resources/resource.h"
 #include "texts/Texts.h"
 #include "window/DroppedFiles.h"
-#include "window/NewsButtons.h"
 #include "window/WindowPlacement.h"
 
 #include <vector>
@@ -34,6 +36,7 @@ std::wstring MainWindow::Create() {
     windowClass.hbrBackground = GetSysColorBrush(COLOR_3DSHADOW);
     windowClass.lpszMenuName = MAKEINTRESOURCEW(IDR_MAIN);
     windowClass.lpszClassName = kFrameClass;
+    AllowMixedDpi();
     if (!Window::Create(windowClass, WS_EX_ACCEPTFILES, kProgramName, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                         nullptr)) {
         return Text(IDS_NO_WINDOW, {common::SystemErrorText(GetLastError())});
@@ -55,6 +58,7 @@ std::wstring MainWindow::Create() {
 }
 
 void MainWindow::Show(int show) {
+    ShowFocusIn(Handle());
     ShowWindow(Handle(), m_maximised && show == SW_SHOWNORMAL ? SW_SHOWMAXIMIZED : show);
     UpdateWindow(Handle());
 }
@@ -69,7 +73,7 @@ bool MainWindow::PreTranslate(MSG& message) {
     if (message.hwnd == Handle()) {
         return false;
     }
-    return m_care.PreTranslate(message) || m_pages.PreTranslate(message) ||
+    return m_care.PreTranslate(message) || m_news.PreTranslate(message) || m_pages.PreTranslate(message) ||
            m_control.TranslateAccelerator(message) || WrapTabFocus(message);
 }
 
@@ -125,7 +129,11 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_TIMER:
         OnTimer(wParam);
         return 0;
+    case WM_DPICHANGED:
+        OnDpiChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+        return 0;
     case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
     case WM_SETTINGCHANGE:
         OnLookChanged(message, wParam, lParam);
         return Default(message, wParam, lParam);
@@ -187,32 +195,45 @@ void MainWindow::OnActivate(bool active, HWND other) {
     }
 }
 
-// The control repaints with the frame; its parts are its own matter.
-void MainWindow::OnLookChanged(UINT message, WPARAM wParam, LPARAM lParam) {
-    for (const HWND part : {m_pages.Handle(), m_news.Handle(), GetDlgItem(Handle(), IDC_STATUS)}) {
-        SendMessageW(part, message, wParam, lParam);
-        PassToDescendants(part, message, wParam, lParam);
-    }
-    RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
-}
-
 void MainWindow::OnClose() {
     if (m_packages.IsPrompting()) {
         return;
     }
     m_packages.CancelOpening();
+    const common::ScopedFlag closing(m_isClosing);
     if (!m_packages.Close()) {
         return;
     }
-    StorePlacement(Handle(), kSettingsKey);
-    m_columns.Store(m_control.Content());
+    Leave();
+    if (!m_pages.EndPreview()) {
+        // Windows of a thread that does not answer cannot be destroyed. The next start removes what is left.
+        TerminateProcess(GetCurrentProcess(), 0);
+    }
     DestroyWindow(Handle());
+}
+
+// The window goes before the package is cleaned up.
+void MainWindow::OnPackageClosing() {
+    if (m_isClosing) {
+        Leave();
+    }
+}
+
+void MainWindow::Leave() {
+    if (IsWindowVisible(Handle())) {
+        StorePlacement(Handle(), kSettingsKey);
+        m_columns.Store(m_control.Content());
+        ShowWindow(Handle(), SW_HIDE);
+    }
 }
 
 void MainWindow::OnPackageChanged() {
     const PackageSession* session = m_packages.Session();
     m_care.OnPackageChanged();
     m_versions.OnPackageChanged();
+    if (m_isClosing && !session) {
+        return; // nobody sees the page of a window without a package any more
+    }
     ShowTitle();
     m_selection.Refresh(session);
     if (!session) {

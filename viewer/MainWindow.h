@@ -10,7 +10,7 @@
 #include "MainCommands.h"
 #include "MainLayout.h"
 #include "MainPages.h"
-#include "window/NewsBar.h"
+#include "news/NewsBar.h"
 #include "window/StatusBar.h"
 #include "window/Window.h"
 
@@ -49,10 +49,12 @@ public:
 
 protected:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnMetricsChanged() override;
 
 private:
     [[nodiscard]] HWND Frame() const override { return Handle(); }
     void OnPackageChanged() override;
+    void OnPackageClosing() override;
     void OnNewsChanged() override;
     void ShowStatus(const std::wstring& text) override;
     void ShowNote(const std::wstring& text) override { m_status.ShowNote(text); }
@@ -63,7 +65,9 @@ private:
     void OnActivate(bool active, HWND other);
     void OnTimer(UINT_PTR timer);
     void OnLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnDpiChanged(UINT dpi, const RECT& suggested);
     void OnClose();
+    void Leave();
     bool OnOwnMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
     void ShowControl(bool shown);
@@ -78,6 +82,7 @@ private:
     HACCEL m_accelerators = nullptr;
     HWND m_lastFocus = nullptr;
     bool m_maximised = false; // at the end of the last run
+    bool m_isClosing = false;
     ControlHost m_control;
     MainLayout m_layout{*this, m_control, m_news, m_pages, m_status};
     ListColumns m_columns{kSettingsKey};
@@ -85,7 +90,7 @@ private:
     DocumentSelection m_selection{m_control, m_pages};
     PackageCare m_care{*this, m_packages};
     PackageVersions m_versions;
-    MainCommands m_commands{*this, m_control, m_pages, m_packages, m_care, m_versions, m_selection};
+    MainCommands m_commands{*this, m_control, m_news, m_pages, m_packages, m_care, m_versions, m_selection};
 };
 
 } // namespace viewer

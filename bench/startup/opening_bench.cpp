@@ -88,7 +88,7 @@ bool OpenAndClose(const std::wstring& package, Times& times) {
     times.opening.push_back(bench::Now() - begin);
     const double closing = bench::Now();
     PostMessageW(frame, WM_CLOSE, 0, 0);
-    if (!WaitFor([&] { return !IsWindow(frame); })) {
+    if (!WaitFor([&] { return !IsWindowVisible(frame); })) {
         return false;
     }
     times.closing.push_back(bench::Now() - closing);

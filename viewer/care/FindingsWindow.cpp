@@ -8,6 +8,7 @@
 #include "window/Window.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace viewer {
 
@@ -127,6 +128,9 @@ INT_PTR FindingsWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_NOTIFY:
         OnNotify(*reinterpret_cast<NMHDR*>(lParam));
         return TRUE;
+    case WM_DPICHANGED: // the system scales everything else
+        ScaleReportColumns(List(), std::exchange(m_dpi, HIWORD(wParam)), HIWORD(wParam));
+        return FALSE;
     case WM_NCDESTROY:
         m_dialog = nullptr;
         return FALSE;
@@ -137,6 +141,7 @@ INT_PTR FindingsWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void FindingsWindow::OnInit(HWND dialog) {
     m_dialog = dialog;
+    m_dpi = GetDpiForWindow(dialog);
     AddReportColumns(List(), {{Text(IDS_COLUMN_KIND), kKindWidth},
                               {Text(IDS_COLUMN_DOCUMENT), kDocumentWidth},
                               {Text(IDS_COLUMN_FINDING)}});
@@ -147,6 +152,7 @@ void FindingsWindow::OnInit(HWND dialog) {
         SetDlgItemTextW(dialog, button.id, Text(button.text).c_str());
     }
     CentreOn(dialog, GetWindow(dialog, GW_OWNER));
+    ShowFocusInDialog(dialog);
 }
 
 void FindingsWindow::OnCommand(int command) {

@@ -44,6 +44,7 @@ private:
 
     std::function<void(CureCommand)> m_cure;
     HWND m_dialog = nullptr;
+    UINT m_dpi = USER_DEFAULT_SCREEN_DPI;
     std::vector<care::Finding> m_findings;
 };
 

@@ -6,6 +6,8 @@
 #include "window/ReportList.h"
 #include "window/Window.h"
 
+#include <utility>
+
 namespace viewer {
 
 namespace {
@@ -40,7 +42,9 @@ private:
 
     void OnInit(HWND dialog) {
         m_dialog = dialog;
+        m_dpi = GetDpiForWindow(dialog);
         CentreOn(dialog, GetWindow(dialog, GW_OWNER));
+        ShowFocusInDialog(dialog);
         SetWindowTextW(dialog, Text(IDS_COMPARE_TITLE).c_str());
         SetDlgItemTextW(dialog, IDC_DIFFERENCES_SUMMARY, m_packages.summary.c_str());
         AddReportColumns(List(), {{Text(IDS_COLUMN_CHANGE), kChangeWidth},
@@ -72,6 +76,9 @@ private:
             return true;
         case WM_COMMAND:
             return OnCommand(LOWORD(wParam));
+        case WM_DPICHANGED: // the system scales everything else
+            ScaleReportColumns(List(), std::exchange(m_dpi, HIWORD(wParam)), HIWORD(wParam));
+            return false;
         default:
             return false;
         }
@@ -138,6 +145,7 @@ private:
     const ComparedPackages& m_packages;
     const DifferenceReport& m_report;
     HWND m_dialog = nullptr;
+    UINT m_dpi = USER_DEFAULT_SCREEN_DPI;
     bool m_hasNoise; // the list shows what differs in numbers, blanks and comments alone
     std::vector<DifferenceLine> m_lines;
 };

@@ -68,6 +68,7 @@ private:
 
     void OnInit(HWND dialog) {
         m_dialog = dialog;
+        ShowFocusInDialog(dialog);
         SetWindowTextW(dialog, Text(IDS_TEXTS_TITLE, {m_name}).c_str());
         SetDlgItemTextW(dialog, IDC_TEXTS_PLAIN, Text(IDS_WITH_NOISE).c_str());
         SetDlgItemTextW(dialog, IDC_TEXTS_PREVIOUS, Text(IDS_PREVIOUS).c_str());
@@ -100,6 +101,9 @@ private:
             reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {m_pane.Scale(kLeastWidth),
                                                                      m_pane.Scale(kLeastWidth / 2)};
             return true;
+        case WM_DPICHANGED: // the system scales everything else
+            m_pane.ChangeDpi(HIWORD(wParam));
+            return false;
         case WM_COMMAND:
             return OnCommand(LOWORD(wParam));
         default:

@@ -75,7 +75,7 @@ LRESULT TextPairPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool TextPairPane::CreateTexts() {
-    m_font = MakeMessageFont();
+    m_font = MakeMessageFont(Dpi());
     if (!m_before.Create(Handle(), kBeforeId) || !m_after.Create(Handle(), kAfterId)) {
         return false;
     }
@@ -84,6 +84,13 @@ bool TextPairPane::CreateTexts() {
     ShowWindow(m_before.Handle(), SW_SHOWNA);
     ShowWindow(m_after.Handle(), SW_SHOWNA);
     return true;
+}
+
+void TextPairPane::OnMetricsChanged() {
+    m_font = MakeMessageFont(Dpi());
+    m_before.ChangeDpi(Dpi());
+    m_after.ChangeDpi(Dpi());
+    Arrange();
 }
 
 void TextPairPane::Arrange() {

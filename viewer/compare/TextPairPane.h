@@ -29,6 +29,7 @@ public:
 
 protected:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnMetricsChanged() override;
 
 private:
     bool CreateTexts();

@@ -3,12 +3,14 @@
 #include "common/Himetric.h"
 #include "common/Paths.h"
 #include "control/ControlParts.h"
+#include "control/DpiContext.h"
 #include "package/Paths.h"
 #include "texts/Texts.h"
 
 #include <commctrl.h>
 #include <ole2.h>
 
+#include <optional>
 #include <vector>
 
 namespace viewer {
@@ -21,6 +23,7 @@ constexpr wchar_t kContainerClass[] = L"AtlAxWin";
 struct ContainerLibrary {
     BOOL(WINAPI* initialise)() = nullptr;
     HRESULT(WINAPI* getControl)(HWND, IUnknown**) = nullptr;
+    bool isReady = false;
 };
 
 template <class Function>
@@ -28,13 +31,14 @@ void Find(HMODULE library, const char* name, Function& function) {
     function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
 }
 
-// The library stays loaded: its window class lives as long as the program.
+// The library stays loaded: its window class lives as long as the program, and cannot be made again.
 ContainerLibrary LoadContainerLibrary() {
     ContainerLibrary library;
     if (const HMODULE module = LoadLibraryExW(L"atl.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)) {
         Find(module, "AtlAxWinInit", library.initialise);
         Find(module, "AtlAxGetControl", library.getControl);
     }
+    library.isReady = library.initialise && library.getControl && library.initialise();
     return library;
 }
 
@@ -64,9 +68,13 @@ std::wstring ControlHost::Create(HWND parent, int id) {
     if (std::wstring error = m_activation.Activate(common::ModuleFolder(nullptr)); !error.empty()) {
         return error;
     }
-    const ContainerLibrary library = LoadContainerLibrary();
-    if (!library.initialise || !library.getControl || !library.initialise()) {
+    static const ContainerLibrary library = LoadContainerLibrary();
+    if (!library.isReady) {
         return Text(IDS_NO_CONTAINER);
+    }
+    std::optional<DpiContext> ofSystem;
+    if (IsMixedDpiAllowed()) {
+        ofSystem.emplace(DpiContext::kSystem);
     }
     m_container = CreateWindowExW(
         0, kContainerClass, ControlActivation::kClassId, WS_CHILD | WS_CLIPSIBLINGS | WS_TABSTOP, 0, 0, 0, 0,
@@ -91,6 +99,10 @@ void ControlHost::Destroy() noexcept {
     }
 }
 
+SIZE ControlHost::NaturalSize(UINT dpi) const {
+    return IsScaledBySystem(m_container) ? SizeForDpi(m_naturalSize, GetDpiForSystem(), dpi) : m_naturalSize;
+}
+
 void ControlHost::Move(const RECT& area) {
     const LONG width = area.right - area.left;
     const LONG height = area.bottom - area.top;
@@ -104,6 +116,7 @@ void ControlHost::Move(const RECT& area) {
 
 // The control adds the width that it receives to the left edge of the screen to place that window.
 void ControlHost::UpdatePlace() {
+    const DpiContext ofControl(m_container);
     const RECT area = ScreenArea();
     Call(L"OnSizeChange", {NumberArgument(area.right), NumberArgument(area.bottom - area.top)});
 }
@@ -156,6 +169,7 @@ bool ControlHost::TranslateAccelerator(MSG& message) {
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) {
         return false;
     }
+    const DpiContext ofControl(m_container);
     const common::ComPtr<IOleInPlaceActiveObject> active = m_control.As<IOleInPlaceActiveObject>();
     return active && active->TranslateAccelerator(&message) == S_OK;
 }
@@ -179,6 +193,7 @@ void ControlHost::Call(const wchar_t* member, std::initializer_list<VARIANT> arg
     if (FAILED(m_control->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) {
         return;
     }
+    const DpiContext ofControl(m_container); // for windows that the member creates
     // Automation expects the last argument first.
     std::vector<VARIANT> reversed(std::rbegin(arguments), std::rend(arguments));
     DISPPARAMS parameters = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};

@@ -24,8 +24,8 @@ public:
     /// Releases the control and destroys its windows.
     void Destroy() noexcept;
 
-    /// The width and height that show the whole control, in pixels.
-    [[nodiscard]] SIZE NaturalSize() const { return m_naturalSize; }
+    /// The width and height that show the whole control, in pixels of a frame with these dots per inch.
+    [[nodiscard]] SIZE NaturalSize(UINT dpi) const;
 
     /// Moves the container and lets the control draw.
     void Move(const RECT& area);

@@ -1,6 +1,7 @@
 #include "control/ListColumns.h"
 
 #include "control/ControlParts.h"
+#include "control/DpiContext.h"
 
 #include <algorithm>
 
@@ -90,6 +91,7 @@ ListColumns::Widths ListColumns::Read(HWND list) {
 
 // The name column receives the rest of the width, less a vertical scroll bar.
 ListColumns::Widths ListColumns::Fitting(HWND list) {
+    const DpiContext ofControl(list);
     RECT area = {};
     GetWindowRect(list, &area);
     const bool hasBorder = (GetWindowLongW(list, GWL_STYLE) & WS_BORDER) != 0;

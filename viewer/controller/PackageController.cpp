@@ -165,6 +165,7 @@ bool PackageController::Close() {
     if (!CloseInControl()) {
         return false;
     }
+    m_view.OnPackageClosing();
     m_status.Stop();
     m_adding.reset();
     m_control.ClearAllData();

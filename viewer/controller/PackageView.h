@@ -15,6 +15,9 @@ public:
     /// Called when a package was opened, saved or closed, and when opening ended without a change.
     virtual void OnPackageChanged() = 0;
 
+    /// Called when the package is about to be closed: every question about it is answered.
+    virtual void OnPackageClosing() = 0;
+
     /// Called when the controller's `IsUnsaved` or `News` has changed.
     virtual void OnNewsChanged() = 0;
 

@@ -2,6 +2,7 @@
 
 #include "document/DocumentCommands.h"
 #include "window/Painting.h"
+#include "window/Window.h"
 
 #include <algorithm>
 
@@ -18,20 +19,22 @@ bool IsShown(HWND window) {
     return (GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
-int ScaleFor(HWND window, int length) {
-    return MulDiv(length, static_cast<int>(GetDpiForWindow(window)), USER_DEFAULT_SCREEN_DPI);
-}
-
 } // namespace
 
-void DocumentButtons::Create(HWND parent, HFONT font) {
-    m_font = font;
+void DocumentButtons::Create(HWND parent) {
     for (const auto& [number, text] : DocumentCommands()) {
         const HWND button = CreateWindowExW(
             0, L"BUTTON", text.c_str(), WS_CHILD | WS_TABSTOP | BS_PUSHBUTTON, 0, 0, 0, 0, parent,
             reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)), GetModuleHandleW(nullptr), nullptr);
-        SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
         m_buttons.push_back(button);
+    }
+}
+
+void DocumentButtons::SetFont(HFONT font, UINT dpi) {
+    m_font = font;
+    m_dpi = dpi;
+    for (const HWND button : m_buttons) {
+        SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     }
 }
 
@@ -49,7 +52,7 @@ int DocumentButtons::Place(int left, int top, int right) {
         if (!IsShown(button)) {
             continue;
         }
-        const int gap = ScaleFor(button, kButtonGap);
+        const int gap = ScaleFor(m_dpi, kButtonGap);
         const SIZE size = SizeOf(button);
         if (x > left && x + size.cx > right) {
             x = left;
@@ -67,8 +70,8 @@ SIZE DocumentButtons::SizeOf(HWND button) const {
     GetWindowTextW(button, text, ARRAYSIZE(text));
     RECT area = {};
     DrawTextW(TextContext(button, m_font).Dc(), text, -1, &area, DT_CALCRECT | DT_SINGLELINE);
-    const int padding = ScaleFor(button, kPadding);
-    return {std::max<LONG>(ScaleFor(button, kLeastWidth), area.right + 2 * padding), area.bottom + padding};
+    const int padding = ScaleFor(m_dpi, kPadding);
+    return {std::max<LONG>(ScaleFor(m_dpi, kLeastWidth), area.right + 2 * padding), area.bottom + padding};
 }
 
 } // namespace viewer

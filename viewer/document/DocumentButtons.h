@@ -11,9 +11,11 @@ struct DocumentDetails;
 
 class DocumentButtons {
 public:
-    /// Creates the buttons, hidden, as children of `parent`, which gets their commands. The font outlives
-    /// them.
-    void Create(HWND parent, HFONT font);
+    /// Creates the buttons, hidden, as children of `parent`, which gets their commands.
+    void Create(HWND parent);
+
+    /// Sets their font, which outlives its use, and the dots per inch that they are laid out for.
+    void SetFont(HFONT font, UINT dpi);
 
     /// Shows those that make sense for a document; null for none.
     void Show(const DocumentDetails* document);
@@ -26,6 +28,7 @@ private:
     [[nodiscard]] SIZE SizeOf(HWND button) const;
 
     HFONT m_font = nullptr;
+    UINT m_dpi = USER_DEFAULT_SCREEN_DPI;
     std::vector<HWND> m_buttons; // destroyed with the parent
 };
 

@@ -62,8 +62,9 @@ void DocumentPane::Show(std::unique_ptr<DocumentContent> content) {
 LRESULT DocumentPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_CREATE:
+        m_buttons.Create(Handle());
         MakeFonts();
-        m_buttons.Create(Handle(), m_textFont.get());
+        m_preview.OnFailed([this] { OnPreviewFailed(); });
         return m_text.Create(Handle(), kTextId) && m_preview.Create(Handle(), kPreviewId) ? 0 : -1;
     case WM_SIZE:
         Arrange();
@@ -93,8 +94,17 @@ LRESULT DocumentPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void DocumentPane::MakeFonts() {
-    m_textFont = MakeMessageFont();
-    m_headingFont = MakeHeadingFont();
+    common::UniqueFont textFont = MakeMessageFont(Dpi());
+    m_buttons.SetFont(textFont.get(), Dpi());
+    m_textFont = std::move(textFont);
+    m_headingFont = MakeHeadingFont(Dpi());
+}
+
+void DocumentPane::OnMetricsChanged() {
+    MakeFonts();
+    m_text.ChangeDpi(Dpi());
+    m_preview.ChangeDpi(Dpi());
+    Arrange();
 }
 
 // Of files of its kind, without touching the file.
@@ -115,8 +125,11 @@ void DocumentPane::StartPreview() {
     if (!Has(ContentKind::Previewed)) {
         return;
     }
-    const PreviewedDocument document = std::move(m_content->preview); // messages may bring another document
-    if (!m_preview.Show(document)) {
+    m_preview.Show(std::move(m_content->preview));
+}
+
+void DocumentPane::OnPreviewFailed() {
+    if (m_content) {
         m_content->kind = ContentKind::Other;
         InvalidateRect(Handle(), nullptr, FALSE);
     }
@@ -128,8 +141,10 @@ void DocumentPane::Arrange() {
     GetClientRect(Handle(), &area);
     InflateRect(&area, -Scale(kPageMargin), -Scale(kPageMargin));
     m_heading = area;
-    m_heading.bottom =
-        area.top + FontHeight(m_headingFont.get()) + FontHeight(m_textFont.get()) + Scale(kPageGap);
+    const RECT text = TextPlace();
+    m_heading.bottom = text.top + LineHeight(Handle(), m_headingFont.get()) + Scale(kPageGap) +
+                       WrappedHeight(Handle(), m_textFont.get(), m_content ? FactsText() : std::wstring(),
+                                     text.right - text.left);
     m_body = area;
     m_body.top =
         m_buttons.Place(area.left, m_heading.bottom + Scale(2 * kPageGap), area.right) + Scale(kPageGap);
@@ -140,10 +155,13 @@ void DocumentPane::Arrange() {
     InvalidateRect(Handle(), nullptr, FALSE);
 }
 
-int DocumentPane::FontHeight(HFONT font) const {
-    TEXTMETRICW metrics = {};
-    GetTextMetricsW(TextContext(Handle(), font).Dc(), &metrics);
-    return metrics.tmHeight;
+// Of name and facts, beside the icon.
+RECT DocumentPane::TextPlace() const {
+    RECT place = m_heading;
+    if (m_icon) {
+        place.left += GetSystemMetricsForDpi(SM_CXICON, Dpi()) + Scale(2 * kPageGap);
+    }
+    return place;
 }
 
 void DocumentPane::OnCommand(int command) {
@@ -181,21 +199,21 @@ void DocumentPane::Paint(HDC dc, const RECT& area) const {
         WriteCentred(dc, m_textFont.get(), palette.text, Text(IDS_SELECT_DOCUMENT), area);
         return;
     }
-    PaintHeading(dc, palette, m_heading);
+    PaintHeading(dc, palette);
     PaintContent(dc, palette);
 }
 
 // The icon, beside it name and facts.
-void DocumentPane::PaintHeading(HDC dc, const Palette& palette, RECT place) const {
+void DocumentPane::PaintHeading(HDC dc, const Palette& palette) const {
     constexpr UINT kLine = DT_SINGLELINE | DT_END_ELLIPSIS;
     if (m_icon) {
-        const int side = GetSystemMetrics(SM_CXICON);
-        DrawIconEx(dc, place.left, place.top, m_icon.get(), side, side, 0, nullptr, DI_NORMAL);
-        place.left += side + Scale(2 * kPageGap);
+        const int side = GetSystemMetricsForDpi(SM_CXICON, Dpi());
+        DrawIconEx(dc, m_heading.left, m_heading.top, m_icon.get(), side, side, 0, nullptr, DI_NORMAL);
     }
+    RECT place = TextPlace();
     place.top += Write(dc, m_headingFont.get(), palette.text, m_content->details.name, place, kLine);
     place.top += Scale(kPageGap);
-    Write(dc, m_textFont.get(), palette.text, FactsText(), place, kLine);
+    Write(dc, m_textFont.get(), palette.text, FactsText(), place, DT_WORDBREAK);
 }
 
 void DocumentPane::PaintContent(HDC dc, const Palette& palette) const {

@@ -187,8 +187,13 @@ void TextView::UpdateScrollBars() {
     SetScrollInfo(Handle(), SB_HORZ, &info, TRUE);
 }
 
+void TextView::OnMetricsChanged() {
+    MakeFont();
+    UpdateScrollBars();
+}
+
 void TextView::MakeFont() {
-    const int height = -MulDiv(9, static_cast<int>(GetDpiForWindow(Handle())), 72); // 9 points
+    const int height = -MulDiv(9, static_cast<int>(Dpi()), 72); // 9 points
     m_font.reset(CreateFontW(height, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                              OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
                              FIXED_PITCH | FF_MODERN, L"Consolas"));

@@ -32,6 +32,7 @@ public:
 
 protected:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnMetricsChanged() override;
 
 private:
     void Paint(HDC dc, const RECT& area) const;

@@ -50,6 +50,7 @@ private:
     void OnInit(HWND dialog) {
         m_dialog = dialog;
         CentreOn(dialog, GetWindow(dialog, GW_OWNER));
+        ShowFocusInDialog(dialog);
         SetWindowTextW(dialog, Text(IDS_VERSIONS_TITLE).c_str());
         SetItemText(IDC_VERSIONS_SUMMARY, Summary());
         SetItemText(IDC_VERSIONS_LIST, Text(IDS_VERSIONS_TITLE));

@@ -20,20 +20,21 @@ constexpr int kRemarksId = 101;
 constexpr int kHistoryMargin = 16;
 constexpr int kHistoryGap = 6;
 constexpr int kRemarksHeight = 56;
-constexpr int kLabelHeight = 18;
+constexpr int kLabelGap = 4;
 constexpr int kLeastRemarks = 120; // width of the column
+constexpr int kCellPadding = 14;   // that a list view adds to a text
 
 struct Column {
     UINT title;
     std::wstring HistoryLine::*text;
-    int width;
+    int width; // at least, at 96 dots per inch; 0 for the column that receives the rest
 };
 
 constexpr Column kColumns[] = {
     {IDS_COLUMN_TIME, &HistoryLine::time, 130},
     {IDS_COLUMN_OPERATION, &HistoryLine::operation, 80},
     {IDS_COLUMN_BY, &HistoryLine::by, 100},
-    {IDS_COLUMN_REMARKS, &HistoryLine::remarks, 0}, // the rest
+    {IDS_COLUMN_REMARKS, &HistoryLine::remarks, 0},
 };
 
 } // namespace
@@ -104,7 +105,7 @@ bool HistoryPane::CreateParts() {
         SendMessageW(part, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
         return part;
     };
-    m_font = MakeMessageFont();
+    m_font = MakeMessageFont(Dpi());
     m_list =
         create(WC_LISTVIEWW, Text(IDS_PAGE_HISTORY),
                LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER, kListId);
@@ -115,6 +116,15 @@ bool HistoryPane::CreateParts() {
     ListView_SetExtendedListViewStyle(m_list, LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
     AddColumns();
     return m_list && m_remarks;
+}
+
+void HistoryPane::OnMetricsChanged() {
+    common::UniqueFont font = MakeMessageFont(Dpi());
+    for (const HWND part : {m_list, m_label, m_remarks}) {
+        SendMessageW(part, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+    }
+    m_font = std::move(font);
+    Arrange();
 }
 
 void HistoryPane::AddColumns() {
@@ -134,7 +144,8 @@ void HistoryPane::Arrange() {
     const int width = std::max(0L, area.right - area.left);
     const int height = std::max(0L, area.bottom - area.top);
     const int remarks = std::min(Scale(kRemarksHeight), height);
-    const int label = Scale(kLabelHeight);
+    const int label =
+        WrappedHeight(Handle(), m_font.get(), Text(IDS_REMARKS_OF_ENTRY), width) + Scale(kLabelGap);
     const int list = std::max(0, height - remarks - label - Scale(kHistoryGap));
     MoveWindow(m_list, area.left, area.top, width, list, TRUE);
     MoveWindow(m_label, area.left, area.top + height - remarks - label, width, label, TRUE);
@@ -144,10 +155,12 @@ void HistoryPane::Arrange() {
 
 // The remarks receive the rest of the width, less a vertical scroll bar.
 void HistoryPane::FitColumns(int width) {
-    int rest = width - GetSystemMetrics(SM_CXVSCROLL) - 2 * GetSystemMetrics(SM_CXEDGE);
+    int rest =
+        width - GetSystemMetricsForDpi(SM_CXVSCROLL, Dpi()) - 2 * GetSystemMetricsForDpi(SM_CXEDGE, Dpi());
     for (int i = 0; i < static_cast<int>(std::size(kColumns)); ++i) {
-        const int wanted =
-            kColumns[i].width ? Scale(kColumns[i].width) : std::max(rest, Scale(kLeastRemarks));
+        const int least = kColumns[i].width ? Scale(kColumns[i].width) : std::max(rest, Scale(kLeastRemarks));
+        const int title = TextSize(Handle(), m_font.get(), Text(kColumns[i].title)).cx + Scale(kCellPadding);
+        const int wanted = std::max(least, title);
         ListView_SetColumnWidth(m_list, i, wanted);
         rest -= wanted;
     }

@@ -10,7 +10,8 @@ namespace viewer {
 namespace {
 
 constexpr wchar_t kPaneClass[] = L"MXOVPreviewPane";
-constexpr int kMargin = 24;
+constexpr int kMargin = 24; // at 96 dots per inch, as the other
+constexpr int kLineGap = 4;
 
 } // namespace
 
@@ -47,9 +48,8 @@ void PreviewPane::Clear() {
 LRESULT PreviewPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_CREATE:
-    case WM_SETTINGCHANGE:
-        MakeFonts();
-        break;
+        OnMetricsChanged();
+        return 0;
     case WM_ERASEBKGND:
         return TRUE;
     case WM_PAINT: {
@@ -63,9 +63,9 @@ LRESULT PreviewPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return Default(message, wParam, lParam);
 }
 
-void PreviewPane::MakeFonts() {
-    m_textFont = MakeMessageFont();
-    m_headingFont = MakeHeadingFont();
+void PreviewPane::OnMetricsChanged() {
+    m_textFont = MakeMessageFont(Dpi());
+    m_headingFont = MakeHeadingFont(Dpi());
 }
 
 void PreviewPane::Paint(HDC dc, const RECT& area) const {
@@ -85,8 +85,8 @@ void PreviewPane::PaintPackage(HDC dc, const RECT& area, const Palette& palette)
     rest.top += Write(dc, m_headingFont.get(), palette.text, m_summary.name, rest, kLine);
     for (const std::wstring& line : {m_summary.version, m_summary.lastChange}) {
         if (!line.empty()) {
-            rest.top += Scale(4) + Write(dc, m_textFont.get(), palette.text, line,
-                                         {rest.left, rest.top + Scale(4), rest.right, rest.bottom}, kLine);
+            rest.top += Scale(kLineGap);
+            rest.top += Write(dc, m_textFont.get(), palette.text, line, rest, DT_WORDBREAK);
         }
     }
     rest.top += Scale(kMargin) / 2;

@@ -22,12 +22,12 @@ public:
 
 protected:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnMetricsChanged() override;
 
 private:
     void Paint(HDC dc, const RECT& area) const;
     void PaintPackage(HDC dc, const RECT& area, const Palette& palette) const;
     void PaintPicture(HDC dc, const RECT& area, const Palette& palette) const;
-    void MakeFonts();
 
     PackageSummary m_summary;
     common::UniqueBitmap m_picture;

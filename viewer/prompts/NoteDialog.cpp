@@ -27,6 +27,7 @@ std::wstring TextOf(HWND field) {
 
 void Prepare(HWND dialog, const Note& note) {
     CentreOn(dialog, GetParent(dialog));
+    ShowFocusInDialog(dialog);
     SetWindowTextW(dialog, note.title.c_str());
     SetDlgItemTextW(dialog, IDOK, note.save.c_str());
     SetDlgItemTextW(dialog, IDCANCEL, note.cancel.c_str());

@@ -40,6 +40,7 @@ void ProgressDialog::Update() {
 INT_PTR CALLBACK ProgressDialog::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (message == WM_INITDIALOG) {
         SetWindowLongPtrW(dialog, DWLP_USER, lParam);
+        ShowFocusInDialog(dialog);
         return TRUE;
     }
     if (message == WM_COMMAND && LOWORD(wParam) == IDCANCEL) {

@@ -22,7 +22,7 @@ constexpr int kStartMargin = 24;
 constexpr int kStartGap = 12;
 constexpr int kIconSide = 48;
 constexpr int kPictureSide = 96;
-constexpr int kRecentLabelHeight = 20;
+constexpr int kRecentLabelGap = 6;
 constexpr int kOpenButtonPadding = 14;
 constexpr SIZE kItemSpacing = {140, 140};
 constexpr int kMostListWidth = 3 * kItemSpacing.cx + 40;
@@ -78,9 +78,7 @@ LRESULT StartPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return reinterpret_cast<LRESULT>(GetStockObject(DC_BRUSH));
     }
     case WM_SYSCOLORCHANGE:
-        ListView_SetBkColor(m_list, GetSysColor(COLOR_BTNFACE));
-        ListView_SetTextBkColor(m_list, GetSysColor(COLOR_BTNFACE));
-        ListView_SetTextColor(m_list, GetSysColor(COLOR_BTNTEXT));
+        OnColoursChanged();
         return Default(message, wParam, lParam);
     case WM_COMMAND:
         SendToFrame(LOWORD(wParam));
@@ -99,14 +97,8 @@ LRESULT StartPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool StartPane::CreateParts() {
-    m_font = MakeMessageFont();
-    TEXTMETRICW metrics = {};
-    GetTextMetricsW(TextContext(Handle(), m_font.get()).Dc(), &metrics);
-    m_lineHeight = metrics.tmHeight;
+    LoadFontAndIcon();
     m_invitation = LinesOf(Text(IDS_INVITATION));
-    const int side = Scale(kIconSide);
-    m_packageIcon.reset(static_cast<HICON>(LoadImageW(
-        GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_PACKAGE), IMAGE_ICON, side, side, LR_DEFAULTCOLOR)));
     m_button = CreatePart(L"BUTTON", Text(IDS_OPEN_A_PACKAGE), WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON,
                           IDM_FILE_OPEN);
     m_label = CreatePart(L"STATIC", Text(IDS_RECENT_PACKAGES), 0, kRecentLabelId);
@@ -114,10 +106,40 @@ bool StartPane::CreateParts() {
                         WS_TABSTOP | LVS_ICON | LVS_SINGLESEL | LVS_AUTOARRANGE | LVS_SHAREIMAGELISTS,
                         kRecentListId);
     ListView_SetExtendedListViewStyle(m_list, LVS_EX_ONECLICKACTIVATE | LVS_EX_INFOTIP);
-    SendMessageW(Handle(), WM_SYSCOLORCHANGE, 0, 0);
+    SetListColours();
     MakeImages();
     m_reader = std::make_unique<PictureReader>(Handle(), kPictureRead, ReadPackagePicture);
     return m_button && m_label && m_list;
+}
+
+void StartPane::LoadFontAndIcon() {
+    m_font = MakeMessageFont(Dpi());
+    m_lineHeight = LineHeight(Handle(), m_font.get());
+    const int side = Scale(kIconSide);
+    m_packageIcon.reset(static_cast<HICON>(LoadImageW(
+        GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_PACKAGE), IMAGE_ICON, side, side, LR_DEFAULTCOLOR)));
+}
+
+void StartPane::OnMetricsChanged() {
+    LoadFontAndIcon();
+    for (const HWND part : {m_button, m_label, m_list}) {
+        SendMessageW(part, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
+    }
+    MakeImages();
+    ShowRecent(std::vector(m_packages));
+}
+
+// The pictures have an edge in one of the colours.
+void StartPane::OnColoursChanged() {
+    SetListColours();
+    MakeImages();
+    ShowRecent(std::vector(m_packages));
+}
+
+void StartPane::SetListColours() const {
+    ListView_SetBkColor(m_list, GetSysColor(COLOR_BTNFACE));
+    ListView_SetTextBkColor(m_list, GetSysColor(COLOR_BTNFACE));
+    ListView_SetTextColor(m_list, GetSysColor(COLOR_BTNTEXT));
 }
 
 HWND StartPane::CreatePart(const wchar_t* className, const std::wstring& text, DWORD style, int id) {
@@ -128,10 +150,12 @@ HWND StartPane::CreatePart(const wchar_t* className, const std::wstring& text, D
     return part;
 }
 
-// The first image stands for packages without a picture, or whose picture is not read yet.
+// The first image stands for packages without a picture, or whose picture is not read yet. An image of 24
+// bits has no transparency: that of a picture would also show through the card around it.
 void StartPane::MakeImages() {
     const int side = Scale(kPictureSide);
-    m_images.reset(ImageList_Create(side, side, ILC_COLOR32, 1, 8));
+    ListView_SetImageList(m_list, nullptr, LVSIL_NORMAL);
+    m_images.reset(ImageList_Create(side, side, ILC_COLOR24, 1, 8));
     AddImage(nullptr);
     ListView_SetImageList(m_list, m_images.get(), LVSIL_NORMAL);
     SendMessageW(m_list, LVM_SETICONSPACING, 0, MAKELPARAM(Scale(kItemSpacing.cx), Scale(kItemSpacing.cy)));
@@ -228,17 +252,14 @@ void StartPane::ArrangeRecent(const RECT& area, int top) {
     const int margin = Scale(kStartMargin);
     const int width = std::clamp(static_cast<int>(area.right) - 2 * margin, 0, Scale(kMostListWidth));
     const int left = m_axis - width / 2;
-    const int label = Scale(kRecentLabelHeight);
+    const int label = m_lineHeight + Scale(kRecentLabelGap);
     const int height = std::max(0, static_cast<int>(area.bottom) - top - label - Scale(kStartGap));
     MoveWindow(m_label, left, top, width, label, TRUE);
     MoveWindow(m_list, left, top + label, width, height, TRUE);
 }
 
 SIZE StartPane::ButtonSize() const {
-    const std::wstring title = Text(IDS_OPEN_A_PACKAGE);
-    SIZE size = {};
-    GetTextExtentPoint32W(TextContext(Handle(), m_font.get()).Dc(), title.c_str(),
-                          static_cast<int>(title.size()), &size);
+    const SIZE size = TextSize(Handle(), m_font.get(), Text(IDS_OPEN_A_PACKAGE));
     return {size.cx + 2 * Scale(kOpenButtonPadding), size.cy + Scale(kOpenButtonPadding)};
 }
 

@@ -34,12 +34,16 @@ public:
 
 protected:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnMetricsChanged() override;
 
 private:
     using PictureReader = RequestThread<std::wstring, common::UniqueBitmap>;
 
     bool CreateParts();
     HWND CreatePart(const wchar_t* className, const std::wstring& text, DWORD style, int id);
+    void OnColoursChanged();
+    void LoadFontAndIcon();
+    void SetListColours() const;
     void MakeImages();
     int AddImage(HBITMAP picture);
     void FillList();
@@ -58,9 +62,9 @@ private:
     HWND m_label = nullptr;
     HWND m_list = nullptr;
     std::vector<std::wstring> m_invitation; // lines
-    int m_lineHeight = 0;
-    int m_axis = 0; // in client coordinates, as the next one
-    int m_top = 0;  // of the icon
+    int m_lineHeight = 0;                   // of a line
+    int m_axis = 0;                         // in client coordinates, as the next one
+    int m_top = 0;                          // of the icon
     common::UniqueIcon m_packageIcon;
     common::UniqueFont m_font;
     common::UniqueOf<HIMAGELIST, &ImageList_Destroy> m_images;

@@ -8,10 +8,10 @@ namespace viewer {
 
 namespace {
 
-LOGFONTW MessageFont() {
+LOGFONTW MessageFont(UINT dpi) {
     NONCLIENTMETRICSW metrics = {};
     metrics.cbSize = sizeof metrics;
-    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0);
+    SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0, dpi);
     return metrics.lfMessageFont;
 }
 
@@ -96,16 +96,35 @@ void DrawPicture(HDC dc, HBITMAP picture, const RECT& area) {
                0, bitmap.bmWidth, bitmap.bmHeight, SRCCOPY);
 }
 
-common::UniqueFont MakeMessageFont() {
-    const LOGFONTW font = MessageFont();
+common::UniqueFont MakeMessageFont(UINT dpi) {
+    const LOGFONTW font = MessageFont(dpi);
     return common::UniqueFont(CreateFontIndirectW(&font));
 }
 
-common::UniqueFont MakeHeadingFont() {
-    LOGFONTW font = MessageFont();
+common::UniqueFont MakeHeadingFont(UINT dpi) {
+    LOGFONTW font = MessageFont(dpi);
     font.lfHeight *= 2;
     font.lfWeight = FW_BOLD;
     return common::UniqueFont(CreateFontIndirectW(&font));
+}
+
+int LineHeight(HWND window, HFONT font) {
+    TEXTMETRICW metrics = {};
+    GetTextMetricsW(TextContext(window, font).Dc(), &metrics);
+    return metrics.tmHeight;
+}
+
+SIZE TextSize(HWND window, HFONT font, const std::wstring& line) {
+    SIZE size = {};
+    GetTextExtentPoint32W(TextContext(window, font).Dc(), line.c_str(), static_cast<int>(line.size()), &size);
+    return size;
+}
+
+int WrappedHeight(HWND window, HFONT font, const std::wstring& text, int width) {
+    RECT area = {0, 0, std::max(1, width), 0};
+    DrawTextW(TextContext(window, font).Dc(), text.c_str(), -1, &area,
+              DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
+    return area.bottom;
 }
 
 } // namespace viewer

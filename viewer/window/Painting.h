@@ -76,8 +76,17 @@ void WriteOnAxis(HDC dc, HFONT font, COLORREF colour, const std::wstring& line, 
 /// Draws a picture in the middle of an area: as large as fits, in its proportions, and not enlarged.
 void DrawPicture(HDC dc, HBITMAP picture, const RECT& area);
 
-/// The system's font for messages, and the same twice as large for headings.
-[[nodiscard]] common::UniqueFont MakeMessageFont();
-[[nodiscard]] common::UniqueFont MakeHeadingFont();
+/// The system's font for messages at some dots per inch, and the same twice as large for headings.
+[[nodiscard]] common::UniqueFont MakeMessageFont(UINT dpi);
+[[nodiscard]] common::UniqueFont MakeHeadingFont(UINT dpi);
+
+/// The height of a line, in pixels.
+[[nodiscard]] int LineHeight(HWND window, HFONT font);
+
+/// The width and height of one line, in pixels.
+[[nodiscard]] SIZE TextSize(HWND window, HFONT font, const std::wstring& line);
+
+/// The height of a text in an area of this width, where its lines are broken between words, in pixels.
+[[nodiscard]] int WrappedHeight(HWND window, HFONT font, const std::wstring& text, int width);
 
 } // namespace viewer

@@ -1,5 +1,7 @@
 #include "window/ReportList.h"
 
+#include "window/Window.h"
+
 #include <algorithm>
 
 namespace viewer {
@@ -8,17 +10,23 @@ void AddReportColumns(HWND list, const std::vector<ReportColumn>& columns) {
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
     RECT area = {};
     GetClientRect(list, &area);
-    int rest = area.right - GetSystemMetrics(SM_CXVSCROLL);
+    const UINT dpi = GetDpiForWindow(list);
+    int rest = area.right - GetSystemMetricsForDpi(SM_CXVSCROLL, dpi);
     for (std::size_t i = 0; i < columns.size(); ++i) {
         std::wstring title = columns[i].title;
         LVCOLUMNW column = {};
         column.mask = LVCF_TEXT | LVCF_WIDTH;
         column.pszText = title.data();
-        column.cx = i + 1 < columns.size() ? MulDiv(columns[i].width, static_cast<int>(GetDpiForWindow(list)),
-                                                    USER_DEFAULT_SCREEN_DPI)
-                                           : rest;
+        column.cx = i + 1 < columns.size() ? ScaleFor(dpi, columns[i].width) : rest;
         rest -= column.cx;
         SendMessageW(list, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
+    }
+}
+
+void ScaleReportColumns(HWND list, UINT from, UINT to) {
+    for (int i = 0; i < Header_GetItemCount(ListView_GetHeader(list)); ++i) {
+        const int width = ListView_GetColumnWidth(list, i);
+        ListView_SetColumnWidth(list, i, MulDiv(width, static_cast<int>(to), static_cast<int>(from)));
     }
 }
 

@@ -19,6 +19,9 @@ struct ReportColumn {
 /// Adds the columns of a list.
 void AddReportColumns(HWND list, const std::vector<ReportColumn>& columns);
 
+/// Widens the columns for other dots per inch.
+void ScaleReportColumns(HWND list, UINT from, UINT to);
+
 /// Answers the list's question for a text.
 void AnswerText(LVITEMW& item, const std::wstring& text);
 

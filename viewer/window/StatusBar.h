@@ -1,7 +1,7 @@
 // The status bar: what happens, and at the right a fact about what is open.
 #pragma once
 
-#include <windows.h>
+#include "common/Handles.h"
 
 #include <string>
 
@@ -20,8 +20,11 @@ public:
     /// Shows a line of text for some seconds; then the parent receives the timer and shows the next one.
     void ShowNote(const std::wstring& text);
 
-    /// Follows the size of the parent; the fact gets a part of this width, in pixels.
-    void Arrange(int parentWidth, int factWidth);
+    /// Follows the size of the parent, in pixels. The fact gets what it needs.
+    void Arrange(int parentWidth);
+
+    /// Shows its texts in the size for these dots per inch.
+    void ChangeDpi(UINT dpi);
 
     [[nodiscard]] int Height() const;
 
@@ -29,6 +32,9 @@ private:
     void SetPart(int part, const std::wstring& text);
 
     HWND m_bar = nullptr; // child, destroyed with the parent
+    common::UniqueFont m_font;
+    UINT m_dpi = USER_DEFAULT_SCREEN_DPI;
+    std::wstring m_fact;
 };
 
 } // namespace viewer

@@ -2,6 +2,20 @@
 
 namespace viewer {
 
+namespace {
+
+constexpr WPARAM kShowFocus = MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS);
+
+bool IsReturn(const MSG& message) {
+    return message.message == WM_KEYDOWN && message.wParam == VK_RETURN;
+}
+
+bool IsButton(HWND window) {
+    return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) != 0;
+}
+
+} // namespace
+
 Window::~Window() {
     if (m_window) {
         SetWindowLongPtrW(m_window, GWLP_USERDATA, 0); // the part that handles messages is gone
@@ -25,12 +39,34 @@ bool Window::Create(WNDCLASSEXW windowClass, DWORD exStyle, const wchar_t* text,
 }
 
 int Window::Scale(int length) const {
-    return MulDiv(length, static_cast<int>(GetDpiForWindow(m_window)), USER_DEFAULT_SCREEN_DPI);
+    return ScaleFor(m_dpi, length);
+}
+
+void Window::ChangeDpi(UINT dpi) {
+    if (dpi != m_dpi) {
+        m_dpi = dpi;
+        OnMetricsChanged();
+        InvalidateRect(m_window, nullptr, TRUE);
+    }
 }
 
 LRESULT Window::Default(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_SYSCOLORCHANGE || message == WM_THEMECHANGED || message == WM_SETTINGCHANGE) {
+    switch (message) {
+    case WM_SETTINGCHANGE:
+        if (wParam == SPI_SETNONCLIENTMETRICS) {
+            OnMetricsChanged();
+        }
+        [[fallthrough]];
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
         InvalidateRect(m_window, nullptr, TRUE);
+        break;
+    case WM_CHANGEUISTATE:
+    case WM_UPDATEUISTATE:
+        wParam = WithFocusSeen(wParam);
+        break;
+    default:
+        break;
     }
     return DefWindowProcW(m_window, message, wParam, lParam);
 }
@@ -39,6 +75,7 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     if (message == WM_NCCREATE) {
         auto* self = static_cast<Window*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
         self->m_window = window;
+        self->m_dpi = GetDpiForWindow(window);
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
     }
     auto* self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
@@ -57,6 +94,36 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
         self->m_window = nullptr;
     }
     return result;
+}
+
+WPARAM WithFocusSeen(WPARAM request) {
+    switch (LOWORD(request)) {
+    case UIS_SET:
+        return MAKEWPARAM(UIS_SET, HIWORD(request) & ~UISF_HIDEFOCUS);
+    case UIS_INITIALIZE:
+        return kShowFocus;
+    default:
+        return request;
+    }
+}
+
+void ShowFocusIn(HWND window) {
+    SendMessageW(window, WM_UPDATEUISTATE, kShowFocus, 0);
+}
+
+void ShowFocusInDialog(HWND dialog) {
+    PostMessageW(dialog, WM_UPDATEUISTATE, kShowFocus, 0);
+}
+
+bool TranslateKeyInside(HWND window, MSG& message) {
+    if (message.hwnd != window && !IsChild(window, message.hwnd)) {
+        return false;
+    }
+    if (IsReturn(message) && IsButton(message.hwnd)) {
+        SendMessageW(message.hwnd, BM_CLICK, 0, 0);
+        return true;
+    }
+    return IsDialogMessageW(window, &message);
 }
 
 void PassToDescendants(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

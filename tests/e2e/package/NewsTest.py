@@ -93,6 +93,36 @@ class NewsTest(ViewerCase):
                          before.frame.find(class_name='MXOVPreviewPane').rect)
         self.finish(viewer)
 
+    def test_the_buttons_of_the_bar_are_reached_with_the_keyboard(self):
+        viewer, before = self.open_sample()
+        self.edit()
+        self.wait_for_news(viewer, CHANGED)
+        viewer.press('F6')
+        viewer.wait('the focus on the button', lambda s: s.focus == button(s, 'Save').handle)
+        viewer.photograph('e2e-news-focus')
+        viewer.press('F6')
+        viewer.wait('the focus on the tabs', lambda s: s.frame.find(handle=s.focus).class_name == 'SysTabControl32')
+        viewer.press('F6', 'F6')
+        viewer.wait('the focus on the button', lambda s: s.focus == button(s, 'Save').handle)
+        viewer.press('Escape')
+        viewer.wait('the focus in the control', lambda s: s.focus == before.focus)
+        viewer.press('F6', 'Return')
+        shown = self.wait_for_news(viewer, '')
+        viewer.wait('the focus in the control', lambda s: s.focus == before.focus)
+        self.assertEqual(shown.frame.text, CLEAN)
+        self.assertTrue(self.packed(PROGRAM_FILE).endswith(b'(edited)\r\n'))
+        self.finish(viewer)
+
+    def test_from_button_to_button_in_the_bar(self):
+        viewer, _ = self.open_sample()
+        os.utime(self.sample, ns=(0, 0))
+        viewer.wait('two buttons', lambda s: button(s, 'Reload') and button(s, 'Compare'))
+        viewer.press('F6', 'Tab')
+        viewer.wait('the second button', lambda s: s.focus == button(s, 'Compare').handle)
+        viewer.press('shift+Tab', 'space')
+        viewer.wait('it is loaded again', lambda s: not news(s) and s.frame.text == CLEAN)
+        self.finish(viewer)
+
     def test_the_news_goes_when_its_cause_goes(self):
         viewer, _ = self.open_sample()
         path = session_folder() / PROGRAM_FILE

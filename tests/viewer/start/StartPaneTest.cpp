@@ -3,6 +3,7 @@
 #include "mxovpackage.h"
 #include "PaintedColours.h"
 #include "resources/resource.h"
+#include "SystemColours.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -33,6 +34,29 @@ std::string RedPicture() {
     bytes.append(reinterpret_cast<const char*>(&info), sizeof info);
     for (int i = 0; i < 400; ++i) {
         bytes.append("\x00\x00\xC8", 3);
+    }
+    return bytes;
+}
+
+// The same with an alpha channel: the lower half is transparent.
+std::string TransparentPicture() {
+    BITMAPFILEHEADER file = {0x4D42, sizeof file + sizeof(BITMAPV5HEADER) + 1600, 0, 0,
+                             sizeof file + sizeof(BITMAPV5HEADER)};
+    BITMAPV5HEADER info = {};
+    info.bV5Size = sizeof info;
+    info.bV5Width = 20;
+    info.bV5Height = 20;
+    info.bV5Planes = 1;
+    info.bV5BitCount = 32;
+    info.bV5Compression = BI_BITFIELDS;
+    info.bV5RedMask = 0x00FF0000;
+    info.bV5GreenMask = 0x0000FF00;
+    info.bV5BlueMask = 0x000000FF;
+    info.bV5AlphaMask = 0xFF000000;
+    std::string bytes(reinterpret_cast<const char*>(&file), sizeof file);
+    bytes.append(reinterpret_cast<const char*>(&info), sizeof info);
+    for (int i = 0; i < 400; ++i) {
+        bytes.append(i < 200 ? std::string(4, char{}) : std::string("\x00\x00\xC8\xFF", 4));
     }
     return bytes;
 }
@@ -162,6 +186,49 @@ TEST_F(StartPaneTest, RecentPackagesHaveTheirPictures) {
     m_page.ShowRecent({missing});
     EXPECT_EQ(ListView_GetItemCount(List()), 1);
     EXPECT_FALSE(CountColours(List()).contains(kRed));
+}
+
+TEST_F(StartPaneTest, APictureWithTransparencyLiesOnItsCard) {
+    const TempFolder folder;
+    const std::wstring missing = folder / L"missing.mxov";
+    m_page.ShowRecent({missing});
+    const int card = CountColours(List())[GetSysColor(COLOR_WINDOW)];
+    const int edge = CountColours(List())[GetSysColor(COLOR_BTNSHADOW)];
+    EXPECT_GT(edge, 4 * 90);
+    m_page.ShowRecent({PackWithPicture(folder, L"bracket", TransparentPicture())});
+    WaitForPicture(0);
+    std::map<COLORREF, int> colours = CountColours(List());
+    EXPECT_EQ(colours[kRed], 20 * 10);
+    EXPECT_GE(colours[GetSysColor(COLOR_BTNSHADOW)], 4 * 90);
+    EXPECT_GT(colours[GetSysColor(COLOR_WINDOW)], card);
+}
+
+TEST_F(StartPaneTest, CardsFollowTheColoursOfTheSystem) {
+    const TempFolder folder;
+    m_page.ShowRecent({PackWithPicture(folder, L"bracket", RedPicture())});
+    WaitForPicture(0);
+    EXPECT_LT(CountColours(List())[kDarkCard], 1000); // texts have it
+    const DarkSystemColours dark;
+    SendMessageW(m_page.Handle(), WM_SYSCOLORCHANGE, 0, 0);
+    WaitForPicture(0);
+    std::map<COLORREF, int> colours = CountColours(List());
+    EXPECT_GT(colours[kDarkCard], 90 * 90 - 20 * 20 - 100);
+    EXPECT_EQ(colours[kRed], 20 * 20);
+}
+
+TEST_F(StartPaneTest, OtherDotsPerInchMakeItsPartsLarger) {
+    RECT before = {};
+    GetClientRect(Button(), &before);
+    m_page.ShowRecent({L"C:\\a.mxov"});
+    const int spacing = LOWORD(SendMessageW(List(), LVM_GETITEMSPACING, FALSE, 0));
+    m_page.ChangeDpi(192);
+    RECT after = {};
+    GetClientRect(Button(), &after);
+    EXPECT_GT(after.right, before.right * 3 / 2);
+    EXPECT_EQ(LOWORD(SendMessageW(List(), LVM_GETITEMSPACING, FALSE, 0)), 2 * spacing);
+    IMAGEINFO image = {};
+    ASSERT_TRUE(ImageList_GetImageInfo(ListView_GetImageList(List(), LVSIL_NORMAL), 0, &image));
+    EXPECT_EQ(image.rcImage.right - image.rcImage.left, 2 * 96);
 }
 
 TEST_F(StartPaneTest, EnterOpensTheRecentPackage) {

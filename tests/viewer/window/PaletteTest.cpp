@@ -2,11 +2,12 @@
 #include "window/Palette.h"
 
 #include "document/DocumentPane.h"
+#include "news/NewsBar.h"
 #include "PaintedColours.h"
 #include "preview/HistoryPane.h"
 #include "preview/PreviewPane.h"
 #include "start/StartPane.h"
-#include "window/NewsBar.h"
+#include "SystemColours.h"
 
 #include <gtest/gtest.h>
 
@@ -19,33 +20,6 @@ namespace {
 
 constexpr int kPaneWidth = 300;
 constexpr int kPaneHeight = 200;
-
-constexpr std::array<int, 7> kElements = {COLOR_BTNFACE,   COLOR_BTNTEXT, COLOR_WINDOW,  COLOR_WINDOWTEXT,
-                                          COLOR_BTNSHADOW, COLOR_INFOBK,  COLOR_INFOTEXT};
-constexpr COLORREF kDarkPage = RGB(32, 16, 48);
-constexpr COLORREF kDarkBar = RGB(48, 32, 16);
-
-// Dark system colours while it lives.
-class DarkSystemColours {
-public:
-    DarkSystemColours() {
-        std::ranges::transform(kElements, m_before.begin(), [](int element) { return GetSysColor(element); });
-        Set({kDarkPage, RGB(255, 255, 0), RGB(0, 0, 0), RGB(255, 255, 255), RGB(0, 255, 255), kDarkBar,
-             RGB(255, 0, 255)});
-    }
-    ~DarkSystemColours() { Set(m_before); }
-    DarkSystemColours(const DarkSystemColours&) = delete;
-    DarkSystemColours& operator=(const DarkSystemColours&) = delete;
-
-private:
-    using Colours = std::array<COLORREF, kElements.size()>;
-
-    static void Set(const Colours& colours) {
-        SetSysColors(static_cast<int>(kElements.size()), kElements.data(), colours.data());
-    }
-
-    Colours m_before = {};
-};
 
 // Each pane in a window of its own.
 class PaletteTest : public testing::Test {

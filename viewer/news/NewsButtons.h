@@ -1,8 +1,8 @@
 // The buttons that the bar shows beside the news of a package.
 #pragma once
 
+#include "news/NewsBar.h"
 #include "session/PackageNews.h"
-#include "window/NewsBar.h"
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-#include "window/NewsBar.h"
+#include "news/NewsBar.h"
 
 #include <gtest/gtest.h>
 
@@ -86,6 +86,53 @@ TEST_F(NewsBarTest, AClickSendsTheCommandAndLeavesTheFocus) {
     SendMessageW(Button(kOtherCommand), WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
     EXPECT_EQ(g_lastCommand, kOtherCommand);
     EXPECT_EQ(GetFocus(), m_frame);
+}
+
+TEST_F(NewsBarTest, ANarrowBarHasItsButtonsBelowTheText) {
+    const std::wstring text = L"A document with a very long name was changed by another program.";
+    m_bar.Show(text, {{kSaveCommand, L"Save"}, {kOtherCommand, L"Compare"}});
+    const int height = m_bar.HeightFor(220);
+    MoveWindow(m_bar.Handle(), 0, 0, 220, height, FALSE);
+    EXPECT_GE(Inside(Button(kSaveCommand)).left, 0);
+    EXPECT_GT(Inside(Button(kSaveCommand)).top, height / 2);
+    EXPECT_LE(Inside(Button(kOtherCommand)).bottom, height);
+}
+
+TEST_F(NewsBarTest, TheFocusStaysOnTheButtonOfACommandOrReturnsToTheParent) {
+    EXPECT_FALSE(m_bar.TakeFocus());
+    Show(L"setup.html was changed.");
+    SetForegroundWindow(m_frame);
+    ASSERT_TRUE(m_bar.TakeFocus());
+    EXPECT_EQ(GetFocus(), Button(kSaveCommand));
+    EXPECT_TRUE(m_bar.HasFocus());
+    m_bar.Show(L"2 documents were changed.", {{kOtherCommand, L"Compare"}, {kSaveCommand, L"Save"}});
+    EXPECT_EQ(GetFocus(), Button(kSaveCommand));
+    m_bar.Show({}, {});
+    EXPECT_EQ(GetFocus(), m_frame);
+    EXPECT_FALSE(m_bar.HasFocus());
+}
+
+TEST_F(NewsBarTest, KeysPressAndLeaveTheButtons) {
+    Show(L"setup.html was changed.");
+    SetForegroundWindow(m_frame);
+    m_bar.TakeFocus();
+    MSG enter = {GetFocus(), WM_KEYDOWN, VK_RETURN, 0, 0, {}};
+    EXPECT_TRUE(m_bar.PreTranslate(enter));
+    EXPECT_EQ(g_lastCommand, kSaveCommand);
+    MSG escape = {GetFocus(), WM_KEYDOWN, VK_ESCAPE, 0, 0, {}};
+    EXPECT_TRUE(m_bar.PreTranslate(escape));
+    EXPECT_EQ(GetFocus(), m_frame);
+    MSG elsewhere = {m_frame, WM_KEYDOWN, VK_RETURN, 0, 0, {}};
+    EXPECT_FALSE(m_bar.PreTranslate(elsewhere));
+}
+
+TEST_F(NewsBarTest, OtherDotsPerInchMakeItHigher) {
+    Show(L"setup.html was changed.");
+    const int height = m_bar.HeightFor(600);
+    m_bar.ChangeDpi(192);
+    EXPECT_GT(m_bar.HeightFor(1200), height * 3 / 2);
+    m_bar.ChangeDpi(96);
+    EXPECT_EQ(m_bar.HeightFor(600), height);
 }
 
 TEST_F(NewsBarTest, ReleasingTheMouseElsewhereSendsNothing) {

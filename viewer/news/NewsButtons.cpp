@@ -1,4 +1,4 @@
-#include "window/NewsButtons.h"
+#include "news/NewsButtons.h"
 
 #include "resources/resource.h"
 #include "texts/Texts.h"
