@@ -11,7 +11,7 @@ namespace viewer {
 namespace {
 
 // At 96 dots per inch.
-constexpr int kLeastWidth = 60;
+constexpr int kLeastButtonWidth = 60;
 constexpr int kPadding = 10;
 constexpr int kButtonGap = 6;
 
@@ -71,7 +71,8 @@ SIZE DocumentButtons::SizeOf(HWND button) const {
     RECT area = {};
     DrawTextW(TextContext(button, m_font).Dc(), text, -1, &area, DT_CALCRECT | DT_SINGLELINE);
     const int padding = ScaleFor(m_dpi, kPadding);
-    return {std::max<LONG>(ScaleFor(m_dpi, kLeastWidth), area.right + 2 * padding), area.bottom + padding};
+    return {std::max<LONG>(ScaleFor(m_dpi, kLeastButtonWidth), area.right + 2 * padding),
+            area.bottom + padding};
 }
 
 } // namespace viewer

@@ -163,7 +163,7 @@ TEST_F(PreviewHostTest, AHandlerThatNeverReturnsHoldsUpNothing) {
     const ULONGLONG begin = GetTickCount64();
     Ask("never");
     EXPECT_LT(GetTickCount64() - begin, PreviewHost::kPatience / 2);
-    EXPECT_TRUE(PumpUntil([this] { return m_hasFailed; }, 4 * PreviewHost::kPatience));
+    EXPECT_TRUE(PumpUntil([this] { return m_hasFailed; }, ULONGLONG{4} * PreviewHost::kPatience));
     EXPECT_GE(GetTickCount64() - begin, PreviewHost::kPatience);
     EXPECT_FALSE(IsShown());
     ASSERT_TRUE(Show());

@@ -136,7 +136,7 @@ TEST_F(VersionStoreTest, TenSavesWithOneDocumentChangedTakeTheRoomOfOne) {
         ASSERT_TRUE(Keep().ok);
     }
     EXPECT_EQ(Versions().size(), 10U);
-    EXPECT_LT(StoredSize(), one + 9 * 8000); // a program, an information file, and two lists of files
+    EXPECT_LT(StoredSize(), one + 72'000); // a program, an information file, and two lists of files
 }
 
 TEST_F(VersionStoreTest, AVersionStatesWhoWhenWhyAndWhat) {

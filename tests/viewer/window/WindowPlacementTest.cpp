@@ -6,13 +6,13 @@ using namespace viewer;
 
 namespace {
 
-constexpr wchar_t kKey[] = L"Software\\MXOVDocView\\Test\\Placement";
+constexpr wchar_t kPlacementKey[] = L"Software\\MXOVDocView\\Test\\Placement";
 
 class WindowPlacementTest : public testing::Test {
 protected:
-    WindowPlacementTest() { RegDeleteTreeW(HKEY_CURRENT_USER, kKey); }
+    WindowPlacementTest() { RegDeleteTreeW(HKEY_CURRENT_USER, kPlacementKey); }
     ~WindowPlacementTest() override {
-        RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
+        RegDeleteTreeW(HKEY_CURRENT_USER, kPlacementKey);
         if (m_window) {
             DestroyWindow(m_window);
         }
@@ -41,7 +41,7 @@ protected:
 TEST_F(WindowPlacementTest, NothingKnownChangesNothing) {
     const RECT area = {30, 40, 330, 240};
     MakeWindow(area);
-    EXPECT_FALSE(RestorePlacement(m_window, kKey));
+    EXPECT_FALSE(RestorePlacement(m_window, kPlacementKey));
     const RECT restored = Area();
     EXPECT_TRUE(EqualRect(&area, &restored));
 }
@@ -49,9 +49,9 @@ TEST_F(WindowPlacementTest, NothingKnownChangesNothing) {
 TEST_F(WindowPlacementTest, ComesBackHiddenWhereItWas) {
     const RECT area = {50, 60, 450, 360};
     MakeWindow(area);
-    StorePlacement(m_window, kKey);
+    StorePlacement(m_window, kPlacementKey);
     MakeWindow({0, 0, 200, 200});
-    EXPECT_FALSE(RestorePlacement(m_window, kKey));
+    EXPECT_FALSE(RestorePlacement(m_window, kPlacementKey));
     const RECT restored = Area();
     EXPECT_TRUE(EqualRect(&area, &restored));
     EXPECT_FALSE(IsWindowVisible(m_window));
@@ -60,17 +60,17 @@ TEST_F(WindowPlacementTest, ComesBackHiddenWhereItWas) {
 TEST_F(WindowPlacementTest, KnowsThatItWasMaximised) {
     MakeWindow({50, 60, 450, 360});
     ShowWindow(m_window, SW_SHOWMAXIMIZED);
-    StorePlacement(m_window, kKey);
+    StorePlacement(m_window, kPlacementKey);
     MakeWindow({0, 0, 200, 200});
-    EXPECT_TRUE(RestorePlacement(m_window, kKey));
+    EXPECT_TRUE(RestorePlacement(m_window, kPlacementKey));
 }
 
 TEST_F(WindowPlacementTest, AValueThatIsNoPlacementIsIgnored) {
     const BYTE bytes[7] = {44};
-    RegSetKeyValueW(HKEY_CURRENT_USER, kKey, L"WindowPlacement", REG_BINARY, bytes, sizeof bytes);
+    RegSetKeyValueW(HKEY_CURRENT_USER, kPlacementKey, L"WindowPlacement", REG_BINARY, bytes, sizeof bytes);
     const RECT area = {30, 40, 330, 240};
     MakeWindow(area);
-    EXPECT_FALSE(RestorePlacement(m_window, kKey));
+    EXPECT_FALSE(RestorePlacement(m_window, kPlacementKey));
     const RECT restored = Area();
     EXPECT_TRUE(EqualRect(&area, &restored));
 }
