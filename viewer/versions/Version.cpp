@@ -96,7 +96,7 @@ std::optional<std::string> ReadList(const std::wstring& path) {
 // The text up to the next mark, which is removed with it.
 std::wstring TakeField(std::wstring& text) {
     const std::size_t end = std::min(text.find(kFieldEnd), text.size());
-    const std::wstring field = text.substr(0, end);
+    std::wstring field = text.substr(0, end);
     text.erase(0, end + 1);
     return field;
 }
