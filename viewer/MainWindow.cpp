@@ -3,7 +3,6 @@
 #include "common/ScopedFlag.h"
 #include "common/SystemError.h"
 #include "control/DpiContext.h"
-#include "control/PropertiesWindow.h"
 #include "MainMenu.h"
 #include "news/NewsButtons.h"
 #include "package/PackageSummary.h"
@@ -77,21 +76,6 @@ bool MainWindow::PreTranslate(MSG& message) {
            m_control.TranslateAccelerator(message) || WrapTabFocus(message);
 }
 
-// Whether a window is the frame, inside it, or floats over it as the properties of a document do. Modal
-// dialogs float too, but handle their messages themselves.
-bool MainWindow::IsOfFrame(HWND window) const {
-    return GetAncestor(window, GA_ROOTOWNER) == Handle();
-}
-
-// The control leaves Tab to its container at both ends. F6 leads to the other side of the window.
-bool MainWindow::WrapTabFocus(const MSG& message) {
-    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || !m_control.HasFocus()) {
-        return false;
-    }
-    m_control.SetFocus(GetKeyState(VK_SHIFT) < 0);
-    return true;
-}
-
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_CREATE:
@@ -120,11 +104,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         m_control.UpdatePlace();
         return 0;
     case WM_SETFOCUS:
-        if (m_control.IsShown()) {
-            m_control.SetFocus();
-        } else {
-            m_pages.TakeFocus();
-        }
+        PassFocusOn();
         return 0;
     case WM_TIMER:
         OnTimer(wParam);
@@ -177,22 +157,6 @@ void MainWindow::OnDropFiles(HDROP drop) {
     const std::vector<std::wstring> files = TakeDroppedFiles(drop);
     SetForegroundWindow(Handle());
     m_packages.TakeFiles(files, mode);
-}
-
-// The focus returns to where it was inside the window.
-void MainWindow::OnActivate(bool active, HWND other) {
-    if (!active) {
-        m_lastFocus = GetFocus();
-        if (IsProperties(other, Handle())) {
-            RECT frame = {};
-            GetWindowRect(Handle(), &frame);
-            PlaceProperties(other, m_control.ScreenArea(), frame); // the control knows of no monitors
-        }
-    } else if (IsChild(Handle(), m_lastFocus) && IsWindowVisible(m_lastFocus)) {
-        SetFocus(m_lastFocus);
-    } else {
-        SetFocus(Handle());
-    }
 }
 
 void MainWindow::OnClose() {
@@ -260,21 +224,6 @@ void MainWindow::ShowTitle() {
         title = (m_packages.IsShowingVersion() ? Text(IDS_VERSION_TITLE, {name}) : name) + L" - " + title;
     }
     SetWindowTextW(Handle(), (m_packages.IsUnsaved() ? L"*" + title : title).c_str());
-}
-
-// Without a package there is nothing to attach documents to.
-void MainWindow::ShowControl(bool shown) {
-    if (shown == m_control.IsShown()) {
-        return;
-    }
-    const bool focused = m_control.HasFocus();
-    m_control.Show(shown);
-    m_layout.Arrange();
-    if (shown) {
-        m_control.SetFocus(); // the frame may have the focus already, and then passes none on
-    } else if (focused) {
-        SetFocus(Handle());
-    }
 }
 
 void MainWindow::OnTimer(UINT_PTR timer) {

@@ -63,6 +63,7 @@ private:
     bool OnCreate();
     void OnDropFiles(HDROP drop);
     void OnActivate(bool active, HWND other);
+    void PassFocusOn();
     void OnTimer(UINT_PTR timer);
     void OnLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
     void OnDpiChanged(UINT dpi, const RECT& suggested);

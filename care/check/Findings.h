@@ -33,7 +33,7 @@ inline constexpr wchar_t kFuture[] = L"future-date";
 inline constexpr wchar_t kOldVersion[] = L"old-version";
 } // namespace finding
 
-/// What a finding is told with; see EnglishMessage.
+/// The message of a finding and its arguments; EnglishMessage formats it.
 enum class FindingText {
     Damaged,        ///< %1: the reason
     LeavesFolder,   ///< %1: section or key, %2: path

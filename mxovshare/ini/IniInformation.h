@@ -6,8 +6,7 @@
 
 namespace mxovshare {
 
-/// Fewer than a document may have that is edited in place: reading a package must take little memory, whoever
-/// made it.
+/// Lower than the limits of a document that is edited in place: a hostile package must not exhaust memory.
 inline constexpr IniLimits kMostInformation = {
     .sections = 25'000, .lines = 100'000, .length = std::size_t{1} << 20};
 

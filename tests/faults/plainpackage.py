@@ -10,8 +10,8 @@ KEYS_OF_NOW = ('Time', 'By')  # of a history entry
 
 
 def parse(data):
-    """The sections of an information file as tuples of name and keys, in order. Whoever and whenever saved is left
-    out. Fails for a section or key that occurs twice: nobody writes that."""
+    """The sections of an information file as tuples of name and keys, in order, without the author and time of saves.
+    Fails for a section or key that occurs twice: nobody writes that."""
     if data[:2] == b'\xff\xfe':
         text = data.decode('utf-16')
     else:

@@ -5,7 +5,6 @@
 #include "resources/resource.h"
 #include "texts/Texts.h"
 #include "window/ReportList.h"
-#include "window/Window.h"
 
 #include <algorithm>
 #include <utility>
@@ -75,84 +74,59 @@ std::wstring FindingsSummary(const std::wstring& package, const std::vector<care
 }
 
 void FindingsWindow::Show(HWND owner, const std::wstring& package, std::vector<care::Finding> findings) {
-    if (!m_dialog && !CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_FINDINGS), owner,
-                                         Procedure, reinterpret_cast<LPARAM>(this))) {
+    if (!Handle() && !Create(IDD_FINDINGS, owner)) {
         return;
     }
     const int selected = SelectedLine(List());
     m_findings = std::move(findings);
-    SetDlgItemTextW(m_dialog, IDC_FINDINGS_SUMMARY, FindingsSummary(package, m_findings).c_str());
+    SetItemText(IDC_FINDINGS_SUMMARY, FindingsSummary(package, m_findings));
     FillReport(List(), m_findings.size(), selected < 0 ? 0 : static_cast<std::size_t>(selected));
     ShowSelected();
-    ShowWindow(m_dialog, SW_SHOW);
+    ShowWindow(Handle(), SW_SHOW);
     SetFocus(List());
 }
 
 void FindingsWindow::Close() {
-    if (m_dialog) {
-        DestroyWindow(m_dialog);
+    if (Handle()) {
+        DestroyWindow(Handle());
     }
 }
 
 const care::Finding* FindingsWindow::Selected() const {
-    const int row = m_dialog ? SelectedLine(List()) : -1;
+    const int row = Handle() ? SelectedLine(List()) : -1;
     return row >= 0 && static_cast<std::size_t>(row) < m_findings.size()
                ? &m_findings[static_cast<std::size_t>(row)]
                : nullptr;
 }
 
-INT_PTR CALLBACK FindingsWindow::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    if (message == WM_INITDIALOG) {
-        SetWindowLongPtrW(dialog, DWLP_USER, lParam);
-    }
-    auto* self = reinterpret_cast<FindingsWindow*>(GetWindowLongPtrW(dialog, DWLP_USER));
-    if (!self) {
-        return FALSE;
-    }
-    try {
-        if (message == WM_INITDIALOG) {
-            self->OnInit(dialog);
-            return FALSE; // the focus is set when it is shown
-        }
-        return self->OnMessage(message, wParam, lParam);
-    } catch (...) {
-        return TRUE; // out of memory: the window stays as it is
-    }
-}
-
-INT_PTR FindingsWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+bool FindingsWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_COMMAND:
         OnCommand(LOWORD(wParam));
-        return TRUE;
+        return true;
     case WM_NOTIFY:
         OnNotify(*reinterpret_cast<NMHDR*>(lParam));
-        return TRUE;
-    case WM_DPICHANGED: // the system scales everything else
-        ScaleReportColumns(List(), std::exchange(m_dpi, HIWORD(wParam)), HIWORD(wParam));
-        return FALSE;
-    case WM_NCDESTROY:
-        m_dialog = nullptr;
-        return FALSE;
+        return true;
     default:
-        return FALSE;
+        return false;
     }
 }
 
-void FindingsWindow::OnInit(HWND dialog) {
-    m_dialog = dialog;
-    m_dpi = GetDpiForWindow(dialog);
+void FindingsWindow::OnDpiChanged(UINT before, UINT after) {
+    ScaleReportColumns(List(), before, after);
+}
+
+bool FindingsWindow::OnInit() {
     AddReportColumns(List(), {{Text(IDS_COLUMN_KIND), kKindWidth},
                               {Text(IDS_COLUMN_DOCUMENT), kDocumentWidth},
                               {Text(IDS_COLUMN_FINDING)}});
-    SetWindowTextW(dialog, Text(IDS_CHECK_TITLE).c_str());
+    SetWindowTextW(Handle(), Text(IDS_CHECK_TITLE).c_str());
     SetWindowTextW(List(), Text(IDS_FINDINGS).c_str());
-    SetDlgItemTextW(dialog, IDCANCEL, Text(IDS_CLOSE).c_str());
+    SetItemText(IDCANCEL, Text(IDS_CLOSE));
     for (const CureButton& button : kCureButtons) {
-        SetDlgItemTextW(dialog, button.id, Text(button.text).c_str());
+        SetItemText(button.id, Text(button.text));
     }
-    CentreOn(dialog, GetWindow(dialog, GW_OWNER));
-    ShowFocusInDialog(dialog);
+    return false; // the focus is set when it is shown
 }
 
 void FindingsWindow::OnCommand(int command) {
@@ -178,16 +152,15 @@ void FindingsWindow::OnNotify(NMHDR& header) const {
 
 void FindingsWindow::ShowSelected() const {
     const care::Finding* finding = Selected();
-    SetDlgItemTextW(m_dialog, IDC_FINDINGS_DETAILS, finding ? DetailsOf(*finding).c_str() : L"");
+    SetDlgItemTextW(Handle(), IDC_FINDINGS_DETAILS, finding ? DetailsOf(*finding).c_str() : L"");
     const std::vector<care::Cure> cures = finding ? care::CuresOf(*finding) : std::vector<care::Cure>();
     for (const CureButton& button : kCureButtons) {
-        EnableWindow(GetDlgItem(m_dialog, button.id),
-                     std::ranges::find(cures, CureOf(button.command)) != cures.end());
+        EnableWindow(Item(button.id), std::ranges::find(cures, CureOf(button.command)) != cures.end());
     }
 }
 
 HWND FindingsWindow::List() const {
-    return GetDlgItem(m_dialog, IDC_FINDINGS_LIST);
+    return Item(IDC_FINDINGS_LIST);
 }
 
 } // namespace viewer

@@ -3,10 +3,8 @@
 #include "compare/TextPairDialog.h"
 #include "resources/resource.h"
 #include "texts/Texts.h"
+#include "window/Dialog.h"
 #include "window/ReportList.h"
-#include "window/Window.h"
-
-#include <utility>
 
 namespace viewer {
 
@@ -15,49 +13,31 @@ namespace {
 constexpr int kChangeWidth = 200; // of its column, at 96 dots per inch
 constexpr int kNameWidth = 180;
 
-class DifferencesDialog {
+class DifferencesDialog : public Dialog {
 public:
     DifferencesDialog(const ComparedPackages& packages, const DifferenceReport& report)
         : m_packages(packages), m_report(report), m_hasNoise(report.lines.empty()) {}
 
-    void Show(HWND owner) {
-        DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_DIFFERENCES), owner, Procedure,
-                        reinterpret_cast<LPARAM>(this));
-    }
+    void Show(HWND owner) { ShowModal(IDD_DIFFERENCES, owner); }
 
 private:
-    static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-        try {
-            if (message == WM_INITDIALOG) {
-                SetWindowLongPtrW(dialog, DWLP_USER, lParam);
-                reinterpret_cast<DifferencesDialog*>(lParam)->OnInit(dialog);
-                return TRUE;
-            }
-            auto* self = reinterpret_cast<DifferencesDialog*>(GetWindowLongPtrW(dialog, DWLP_USER));
-            return self && self->OnMessage(message, wParam, lParam);
-        } catch (...) {
-            return TRUE; // out of memory: the dialog stays as it is
-        }
-    }
-
-    void OnInit(HWND dialog) {
-        m_dialog = dialog;
-        m_dpi = GetDpiForWindow(dialog);
-        CentreOn(dialog, GetWindow(dialog, GW_OWNER));
-        ShowFocusInDialog(dialog);
-        SetWindowTextW(dialog, Text(IDS_COMPARE_TITLE).c_str());
-        SetDlgItemTextW(dialog, IDC_DIFFERENCES_SUMMARY, m_packages.summary.c_str());
+    bool OnInit() override {
+        SetWindowTextW(Handle(), Text(IDS_COMPARE_TITLE).c_str());
+        SetItemText(IDC_DIFFERENCES_SUMMARY, m_packages.summary);
         AddReportColumns(List(), {{Text(IDS_COLUMN_CHANGE), kChangeWidth},
                                   {Text(IDS_COLUMN_WHAT), kNameWidth},
                                   {Text(IDS_COLUMN_DETAILS)}});
         SetWindowTextW(List(), Text(IDS_DIFFERENCES).c_str());
-        SetDlgItemTextW(dialog, IDC_DIFFERENCES_NOISE, Text(IDS_WITH_NOISE).c_str());
-        EnableWindow(GetDlgItem(dialog, IDC_DIFFERENCES_NOISE), !m_report.noise.empty());
-        CheckDlgButton(dialog, IDC_DIFFERENCES_NOISE, m_hasNoise ? BST_CHECKED : BST_UNCHECKED);
-        SetDlgItemTextW(dialog, IDOK, Text(IDS_SIDE_BY_SIDE).c_str());
-        SetDlgItemTextW(dialog, IDCANCEL, Text(IDS_CLOSE).c_str());
+        SetItemText(IDC_DIFFERENCES_NOISE, Text(IDS_WITH_NOISE));
+        EnableWindow(Item(IDC_DIFFERENCES_NOISE), !m_report.noise.empty());
+        CheckDlgButton(Handle(), IDC_DIFFERENCES_NOISE, m_hasNoise ? BST_CHECKED : BST_UNCHECKED);
+        SetItemText(IDOK, Text(IDS_SIDE_BY_SIDE));
+        SetItemText(IDCANCEL, Text(IDS_CLOSE));
         Fill();
+        return true;
     }
+
+    void OnDpiChanged(UINT before, UINT after) override { ScaleReportColumns(List(), before, after); }
 
     void Fill() {
         m_lines = m_report.lines;
@@ -69,16 +49,13 @@ private:
         ShowSelected();
     }
 
-    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
         switch (message) {
         case WM_NOTIFY:
             OnNotify(*reinterpret_cast<NMHDR*>(lParam));
             return true;
         case WM_COMMAND:
             return OnCommand(LOWORD(wParam));
-        case WM_DPICHANGED: // the system scales everything else
-            ScaleReportColumns(List(), std::exchange(m_dpi, HIWORD(wParam)), HIWORD(wParam));
-            return false;
         default:
             return false;
         }
@@ -104,9 +81,9 @@ private:
             ShowTexts();
             return true;
         case IDCANCEL:
-            return EndDialog(m_dialog, IDCANCEL);
+            return End();
         case IDC_DIFFERENCES_NOISE:
-            m_hasNoise = IsDlgButtonChecked(m_dialog, IDC_DIFFERENCES_NOISE) == BST_CHECKED;
+            m_hasNoise = IsDlgButtonChecked(Handle(), IDC_DIFFERENCES_NOISE) == BST_CHECKED;
             Fill();
             return true;
         default:
@@ -124,14 +101,14 @@ private:
 
     void ShowSelected() const {
         const DifferenceLine* line = Selected();
-        SetDlgItemTextW(m_dialog, IDC_DIFFERENCES_DETAILS, line ? line->details.c_str() : L"");
-        EnableWindow(GetDlgItem(m_dialog, IDOK), line && line->textKind);
+        SetDlgItemTextW(Handle(), IDC_DIFFERENCES_DETAILS, line ? line->details.c_str() : L"");
+        EnableWindow(Item(IDOK), line && line->textKind);
     }
 
     void ShowTexts() const {
         const DifferenceLine* line = Selected();
         if (line && line->textKind) {
-            ShowTextPair(m_dialog, m_packages, *line, m_hasNoise);
+            ShowTextPair(Handle(), m_packages, *line, m_hasNoise);
         }
     }
 
@@ -140,12 +117,10 @@ private:
         return line < 0 ? nullptr : &m_lines.at(static_cast<std::size_t>(line));
     }
 
-    [[nodiscard]] HWND List() const { return GetDlgItem(m_dialog, IDC_DIFFERENCES_LIST); }
+    [[nodiscard]] HWND List() const { return Item(IDC_DIFFERENCES_LIST); }
 
     const ComparedPackages& m_packages;
     const DifferenceReport& m_report;
-    HWND m_dialog = nullptr;
-    UINT m_dpi = USER_DEFAULT_SCREEN_DPI;
     bool m_hasNoise; // the list shows what differs in numbers, blanks and comments alone
     std::vector<DifferenceLine> m_lines;
 };

@@ -6,6 +6,7 @@
 #include "prompts/WorkPrompt.h"
 #include "resources/resource.h"
 #include "texts/Texts.h"
+#include "window/Dialog.h"
 #include "window/DisabledWindow.h"
 
 #include <array>
@@ -19,7 +20,7 @@ namespace {
 constexpr int kEdge = 8; // at 96 dots per inch, as the other
 constexpr int kLeastWidth = 540;
 
-class TextPairDialog {
+class TextPairDialog : public Dialog {
 public:
     TextPairDialog(const TextPair& texts, const std::wstring& name, const ComparedPackages& packages)
         : m_texts(std::make_shared<TextPair>(texts)), m_name(name), m_packages(packages) {}
@@ -27,14 +28,15 @@ public:
     // Returns once the user has closed the window.
     void Run(HWND owner, bool isPlain) {
         m_isPlain = isPlain;
-        m_dialog = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_TEXTS), owner,
-                                      Procedure, reinterpret_cast<LPARAM>(this));
-        if (m_dialog) {
+        if (!Create(IDD_TEXTS, owner)) {
+            return;
+        }
+        {
             const DisabledWindow disabled(owner);
-            ShowWindow(m_dialog, SW_SHOW);
+            ShowWindow(Handle(), SW_SHOW);
             PassMessages();
         }
-        DestroyWindow(m_dialog);
+        DestroyWindow(Handle());
     }
 
 private:
@@ -42,7 +44,7 @@ private:
         const HACCEL keys = LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_TEXTS));
         MSG message = {};
         while (!m_isClosed && GetMessageW(&message, nullptr, 0, 0) > 0) {
-            if (!TranslateAcceleratorW(m_dialog, keys, &message) && !IsDialogMessageW(m_dialog, &message)) {
+            if (!TranslateAcceleratorW(Handle(), keys, &message) && !IsDialogMessageW(Handle(), &message)) {
                 TranslateMessage(&message);
                 DispatchMessageW(&message);
             }
@@ -52,47 +54,34 @@ private:
         }
     }
 
-    static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-        try {
-            if (message == WM_INITDIALOG) {
-                SetWindowLongPtrW(dialog, DWLP_USER, lParam);
-                reinterpret_cast<TextPairDialog*>(lParam)->OnInit(dialog);
-                return FALSE; // the focus is set
-            }
-            auto* self = reinterpret_cast<TextPairDialog*>(GetWindowLongPtrW(dialog, DWLP_USER));
-            return self && self->OnMessage(message, wParam, lParam);
-        } catch (...) {
-            return TRUE; // out of memory: the window stays as it is
-        }
-    }
-
-    void OnInit(HWND dialog) {
-        m_dialog = dialog;
-        ShowFocusInDialog(dialog);
-        SetWindowTextW(dialog, Text(IDS_TEXTS_TITLE, {m_name}).c_str());
-        SetDlgItemTextW(dialog, IDC_TEXTS_PLAIN, Text(IDS_WITH_NOISE).c_str());
-        SetDlgItemTextW(dialog, IDC_TEXTS_PREVIOUS, Text(IDS_PREVIOUS).c_str());
-        SetDlgItemTextW(dialog, IDC_TEXTS_NEXT, Text(IDS_NEXT).c_str());
-        SetDlgItemTextW(dialog, IDCANCEL, Text(IDS_CLOSE).c_str());
-        CheckDlgButton(dialog, IDC_TEXTS_PLAIN, m_isPlain ? BST_CHECKED : BST_UNCHECKED);
-        ShowWindow(GetDlgItem(dialog, IDC_TEXTS_PLAIN), m_texts->kind == TextKind::GCode ? SW_SHOW : SW_HIDE);
-        m_pane.Create(dialog, IDC_TEXTS_PANE, m_packages.beforeTitle, m_packages.afterTitle);
+    bool OnInit() override {
+        SetWindowTextW(Handle(), Text(IDS_TEXTS_TITLE, {m_name}).c_str());
+        SetItemText(IDC_TEXTS_PLAIN, Text(IDS_WITH_NOISE));
+        SetItemText(IDC_TEXTS_PREVIOUS, Text(IDS_PREVIOUS));
+        SetItemText(IDC_TEXTS_NEXT, Text(IDS_NEXT));
+        SetItemText(IDCANCEL, Text(IDS_CLOSE));
+        CheckDlgButton(Handle(), IDC_TEXTS_PLAIN, m_isPlain ? BST_CHECKED : BST_UNCHECKED);
+        ShowWindow(Item(IDC_TEXTS_PLAIN), m_texts->kind == TextKind::GCode ? SW_SHOW : SW_HIDE);
+        m_pane.Create(Handle(), IDC_TEXTS_PANE, m_packages.beforeTitle, m_packages.afterTitle);
         SetWindowPos(m_pane.Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-        PlaceOver(GetWindow(GetWindow(dialog, GW_OWNER), GW_OWNER));
+        PlaceOver(GetWindow(GetWindow(Handle(), GW_OWNER), GW_OWNER));
         ShowArranged();
         SetFocus(m_pane.Before().Handle());
+        return false;
     }
+
+    void OnDpiChanged(UINT, UINT after) override { m_pane.ChangeDpi(after); }
 
     // As large as the main window.
     void PlaceOver(HWND frame) const {
         RECT area = {};
         GetWindowRect(frame, &area);
         const int width = std::max<int>(area.right - area.left, m_pane.Scale(kLeastWidth));
-        SetWindowPos(m_dialog, nullptr, area.left, area.top, width, area.bottom - area.top, SWP_NOZORDER);
+        SetWindowPos(Handle(), nullptr, area.left, area.top, width, area.bottom - area.top, SWP_NOZORDER);
         Arrange();
     }
 
-    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
         switch (message) {
         case WM_SIZE:
             Arrange();
@@ -101,9 +90,6 @@ private:
             reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {m_pane.Scale(kLeastWidth),
                                                                      m_pane.Scale(kLeastWidth / 2)};
             return true;
-        case WM_DPICHANGED: // the system scales everything else
-            m_pane.ChangeDpi(HIWORD(wParam));
-            return false;
         case WM_COMMAND:
             return OnCommand(LOWORD(wParam));
         default:
@@ -122,7 +108,7 @@ private:
             ShowState();
             return true;
         case IDC_TEXTS_PLAIN:
-            m_isPlain = IsDlgButtonChecked(m_dialog, IDC_TEXTS_PLAIN) == BST_CHECKED;
+            m_isPlain = IsDlgButtonChecked(Handle(), IDC_TEXTS_PLAIN) == BST_CHECKED;
             ShowArranged();
             return true;
         case IDCANCEL:
@@ -138,7 +124,7 @@ private:
         const auto arrange = [columns, texts = m_texts, isPlain = m_isPlain](WorkProgress&) {
             *columns = ArrangeTexts(*texts, isPlain);
         };
-        if (WaitForWork(m_dialog, Text(IDS_COMPARING, {m_name}), arrange)) {
+        if (WaitForWork(Handle(), Text(IDS_COMPARING, {m_name}), arrange)) {
             m_pane.Show(std::move(*columns));
         }
         ShowState();
@@ -150,16 +136,16 @@ private:
             count == 0
                 ? Text(IDS_SAME_TEXTS)
                 : Text(IDS_DIFFERENCE_OF, {std::to_wstring(m_pane.Current() + 1), std::to_wstring(count)});
-        SetDlgItemTextW(m_dialog, IDC_TEXTS_STATE, state.c_str());
+        SetItemText(IDC_TEXTS_STATE, state);
         for (const int button : {IDC_TEXTS_PREVIOUS, IDC_TEXTS_NEXT}) {
-            EnableWindow(GetDlgItem(m_dialog, button), count > 0);
+            EnableWindow(Item(button), count > 0);
         }
     }
 
     // Below the texts stand the box, if there is one, and then the state with the buttons at the right.
     void Arrange() const {
         RECT area = {};
-        GetClientRect(m_dialog, &area);
+        GetClientRect(Handle(), &area);
         InflateRect(&area, -m_pane.Scale(kEdge), -m_pane.Scale(kEdge));
         const int height = HeightOf(IDCANCEL);
         LONG top = area.bottom - height;
@@ -179,12 +165,12 @@ private:
     }
 
     void Move(int control, LONG left, LONG top) const {
-        SetWindowPos(GetDlgItem(m_dialog, control), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        SetWindowPos(Item(control), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     }
 
     [[nodiscard]] RECT RectOf(int control) const {
         RECT area = {};
-        GetClientRect(GetDlgItem(m_dialog, control), &area);
+        GetClientRect(Item(control), &area);
         return area;
     }
     [[nodiscard]] int WidthOf(int control) const { return RectOf(control).right; }
@@ -194,7 +180,6 @@ private:
     std::wstring m_name;
     const ComparedPackages& m_packages;
     TextPairPane m_pane;
-    HWND m_dialog = nullptr;
     bool m_isPlain = false;
     bool m_isClosed = false;
 };

@@ -5,8 +5,8 @@
 #include "package/ValueText.h"
 #include "resources/resource.h"
 #include "texts/Texts.h"
+#include "window/Dialog.h"
 #include "window/ReportList.h"
-#include "window/Window.h"
 
 namespace viewer {
 
@@ -17,7 +17,7 @@ constexpr int kByWidth = 90;
 constexpr int kRemarksWidth = 130;
 constexpr int kFileWidth = 400;
 
-class VersionsDialog {
+class VersionsDialog : public Dialog {
 public:
     VersionsDialog(const ShownVersions& shown, VersionActions& actions)
         : m_shown(shown), m_versions(shown.list.versions), m_actions(actions) {
@@ -27,31 +27,11 @@ public:
         }
     }
 
-    void Show(HWND owner) {
-        DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_VERSIONS), owner, Procedure,
-                        reinterpret_cast<LPARAM>(this));
-    }
+    void Show(HWND owner) { ShowModal(IDD_VERSIONS, owner); }
 
 private:
-    static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-        try {
-            if (message == WM_INITDIALOG) {
-                SetWindowLongPtrW(dialog, DWLP_USER, lParam);
-                reinterpret_cast<VersionsDialog*>(lParam)->OnInit(dialog);
-                return TRUE;
-            }
-            auto* self = reinterpret_cast<VersionsDialog*>(GetWindowLongPtrW(dialog, DWLP_USER));
-            return self && self->OnMessage(message, wParam, lParam);
-        } catch (...) {
-            return TRUE; // out of memory: the dialog stays as it is
-        }
-    }
-
-    void OnInit(HWND dialog) {
-        m_dialog = dialog;
-        CentreOn(dialog, GetWindow(dialog, GW_OWNER));
-        ShowFocusInDialog(dialog);
-        SetWindowTextW(dialog, Text(IDS_VERSIONS_TITLE).c_str());
+    bool OnInit() override {
+        SetWindowTextW(Handle(), Text(IDS_VERSIONS_TITLE).c_str());
         SetItemText(IDC_VERSIONS_SUMMARY, Summary());
         SetItemText(IDC_VERSIONS_LIST, Text(IDS_VERSIONS_TITLE));
         SetItemText(IDC_VERSIONS_SINCE, Text(IDS_SINCE_THEN));
@@ -62,7 +42,7 @@ private:
         SetItemText(IDC_VERSIONS_TAKE_ALL, Text(IDS_TAKE_ALL));
         SetItemText(IDC_VERSIONS_KEEP, Text(IDS_KEEP_VERSIONS));
         SetItemText(IDCANCEL, Text(IDS_CLOSE));
-        CheckDlgButton(dialog, IDC_VERSIONS_KEEP, m_shown.areKept ? BST_CHECKED : BST_UNCHECKED);
+        CheckDlgButton(Handle(), IDC_VERSIONS_KEEP, m_shown.areKept ? BST_CHECKED : BST_UNCHECKED);
         EnableWindow(Item(IDC_VERSIONS_KEEP), !m_shown.isDecided);
         AddReportColumns(Item(IDC_VERSIONS_LIST), {{Text(IDS_COLUMN_SAVED), kSavedWidth},
                                                    {Text(IDS_COLUMN_BY), kByWidth},
@@ -72,6 +52,13 @@ private:
                          {{Text(IDS_COLUMN_DOCUMENT), kFileWidth}, {Text(IDS_COLUMN_CHANGE)}});
         FillReport(Item(IDC_VERSIONS_LIST), m_versions.size(), 0);
         ShowVersion();
+        return true;
+    }
+
+    void OnDpiChanged(UINT before, UINT after) override {
+        for (const int list : {IDC_VERSIONS_LIST, IDC_VERSIONS_DOCUMENTS}) {
+            ScaleReportColumns(Item(list), before, after);
+        }
     }
 
     // A version that cannot be read comes first.
@@ -83,7 +70,7 @@ private:
         return Text(m_versions.empty() ? IDS_NO_VERSIONS : IDS_VERSIONS_SUMMARY, {m_shown.package});
     }
 
-    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
         switch (message) {
         case WM_NOTIFY:
             OnNotify(*reinterpret_cast<NMHDR*>(lParam));
@@ -116,10 +103,10 @@ private:
 
     bool OnCommand(int command) {
         if (command == IDCANCEL) {
-            return EndDialog(m_dialog, IDCANCEL);
+            return End();
         }
         if (command == IDC_VERSIONS_KEEP) {
-            m_actions.KeepVersions(IsDlgButtonChecked(m_dialog, IDC_VERSIONS_KEEP) == BST_CHECKED);
+            m_actions.KeepVersions(IsDlgButtonChecked(Handle(), IDC_VERSIONS_KEEP) == BST_CHECKED);
             return true;
         }
         const Version* version = Selected();
@@ -129,16 +116,16 @@ private:
     bool Run(int command, const Version& version) {
         switch (command) {
         case IDC_VERSIONS_LOOK:
-            m_actions.LookAt(m_dialog, version);
+            m_actions.LookAt(Handle(), version);
             return true;
         case IDC_VERSIONS_COMPARE:
-            m_actions.CompareWith(m_dialog, version);
+            m_actions.CompareWith(Handle(), version);
             return true;
         case IDC_VERSIONS_TAKE_DOCUMENT:
             TakeDocumentBack(version);
             return true;
         case IDC_VERSIONS_TAKE_ALL:
-            return m_actions.TakeAllBack(m_dialog, version) && EndDialog(m_dialog, IDCANCEL);
+            return m_actions.TakeAllBack(Handle(), version) && End();
         default:
             return false;
         }
@@ -147,8 +134,8 @@ private:
     // The focus leaves a button that is disabled afterwards.
     void TakeDocumentBack(const Version& version) {
         const care::FileChange* document = Document();
-        if (document && m_actions.TakeBack(m_dialog, version, *document)) {
-            SendMessageW(m_dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(IDC_VERSIONS_DOCUMENTS)),
+        if (document && m_actions.TakeBack(Handle(), version, *document)) {
+            SendMessageW(Handle(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(IDC_VERSIONS_DOCUMENTS)),
                          TRUE);
             ShowVersion();
         }
@@ -210,15 +197,11 @@ private:
                    : &m_documents[static_cast<std::size_t>(line)];
     }
 
-    [[nodiscard]] HWND Item(int id) const { return GetDlgItem(m_dialog, id); }
-    void SetItemText(int id, const std::wstring& text) const { SetDlgItemTextW(m_dialog, id, text.c_str()); }
-
     const ShownVersions& m_shown;
     const std::vector<Version>& m_versions; // the oldest first
     VersionActions& m_actions;
     std::vector<std::wstring> m_changes;       // of each version
     std::vector<care::FileChange> m_documents; // from the selected version to what is open
-    HWND m_dialog = nullptr;
 };
 
 } // namespace

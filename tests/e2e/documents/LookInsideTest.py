@@ -161,17 +161,21 @@ class LookInsideTest(DocumentOpeningCase):
                 self.check_open_with(viewer)
         self.finish(viewer)
 
-    def test_the_menu_of_a_missing_link_finds_it(self):
-        viewer, _ = self.open_sample()
-        self.select(viewer, 3, 2)
+    def find_jaws(self, viewer, command):
+        """Finds the missing document by a command in a menu or a button."""
         jaws = self.folder / 'jaws.txt'
         jaws.write_text('the jaws\n', encoding='ascii')
-        self.choose(viewer, 'Find...')
+        command(viewer, 'Find...')
         viewer.wait('the dialog', lambda s: s.others and s.dialog().text == 'Find document')
         viewer.press('ctrl+a')
         viewer.type(windows_path(jaws))
         viewer.press('Return')
-        self.wait_for_page(viewer, 'jaws.txt')
+        return self.wait_for_page(viewer, 'jaws.txt')
+
+    def test_the_menu_of_a_missing_link_finds_it(self):
+        viewer, _ = self.open_sample()
+        self.select(viewer, 3, 2)
+        self.find_jaws(viewer, self.choose)
         self.save(viewer)
         self.finish(viewer)
 
@@ -180,14 +184,7 @@ class LookInsideTest(DocumentOpeningCase):
         shown = self.select(viewer, 3, 2)
         self.assertEqual(list(buttons(shown)), ['Find...', 'Copy path'])
         viewer.photograph('e2e-document-missing')
-        jaws = self.folder / 'jaws.txt'
-        jaws.write_text('the jaws\n', encoding='ascii')
-        self.press_button(viewer, 'Find...')
-        viewer.wait('the dialog', lambda s: s.others and s.dialog().text == 'Find document')
-        viewer.press('ctrl+a')
-        viewer.type(windows_path(jaws))
-        viewer.press('Return')
-        shown = self.wait_for_page(viewer, 'jaws.txt')
+        shown = self.find_jaws(viewer, self.press_button)
         self.assertEqual(text_of(shown), 'the jaws\r\n')
         self.assertEqual((shown.lists()[3].rows[2][0], shown.lists()[3].rows[2][3]), ('jaws.txt', LINKED))
         self.assertEqual(shown.lists()[3].selected, [2])

@@ -15,7 +15,7 @@ void OnSignal(int) {
     g_interrupted = true;
 }
 
-// Those that whoever started the program has it ignore stay so.
+// A signal that the parent process ignores, as nohup does, stays ignored.
 void Handle(void (*handler)(int)) {
     for (const int signal : kSignals) {
         struct sigaction action = {};
