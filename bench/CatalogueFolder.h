@@ -12,6 +12,7 @@ public:
     explicit CatalogueFolder(int count);
 
     [[nodiscard]] std::wstring Path() const { return m_folder.PathWithSeparator(); }
+    [[nodiscard]] const std::wstring& Folder() const { return m_folder.Path(); }
     [[nodiscard]] std::wstring InformationFile() const { return m_folder / L"mxinfo.ini"; }
     [[nodiscard]] const std::vector<std::wstring>& Documents() const { return m_documents; }
 

@@ -1,5 +1,6 @@
 // Loading a catalogue by number of documents, beside its parts and other readers of the same file.
 #include "CatalogueFolder.h"
+#include "common/Handles.h"
 #include "ControlClient.h"
 #include "IniReaders.h"
 #include "Report.h"
@@ -37,6 +38,36 @@ double AttributeQueries(const CatalogueFolder& folder) {
                                   GetFileAttributesExW(document.c_str(), GetFileExInfoStandard, &data));
         }
     });
+}
+
+// The other folders of a package are listed, which this catalogue has none of: one with as many files.
+double ListFolder(int count) {
+    const TempFolder folder;
+    for (int i = 0; i < count; ++i) {
+        folder.Write(std::to_wstring(i) + L".nc", "");
+    }
+    return bench::Median(kRuns, [&] {
+        WIN32_FIND_DATAW data;
+        const common::UniqueSearch search = common::OwnSearch(FindFirstFileW((folder / L"*").c_str(), &data));
+        while (FindNextFileW(search.get(), &data)) {
+            g_sink = g_sink + data.nFileSizeLow;
+        }
+    });
+}
+
+// Takes the rows of the last load out, as the next one does first.
+double ClearList(ControlClient& client, CatalogueFolder& folder) {
+    return bench::Median(
+        kRuns,
+        [&] {
+            client.Call(L"LoadFile", {folder.Path(), L""});
+        },
+        [&] { SendMessageW(client.Item(kAdditionalList), LVM_DELETEALLITEMS, 0, 0); });
+}
+
+double PaintList(HWND list) {
+    return bench::Median(
+        kRuns, [&] { RedrawWindow(list, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); });
 }
 
 // The same rows in the control's own list view, by nothing but messages.
@@ -86,14 +117,19 @@ int main() {
         const double load = loads[count] = LoadThroughCom(client, folder);
         const double index = bench::Median(kRuns, touch, [&] { g_sink = readers::PlainIndex(file, count); });
         const double queries = AttributeQueries(folder);
+        const double clearing = ClearList(client, folder);
         const double fill = FillList(client.Item(kAdditionalList), folder);
+        const double painting = PaintList(client.Item(kAdditionalList));
         const double scan = bench::Median(kRuns, [&] { g_sink = readers::ScanBytes(file); });
 
         bench::Limited(Title(count, "LoadFile through COM, beside the sum of").c_str(), load,
-                       index + queries + fill, kMostOfParts);
+                       index + queries + clearing + fill, kMostOfParts);
         Row(count, "  plain one-pass index with look-ups", index);
         Row(count, "  one attribute query each", queries);
+        Row(count, "  taking out the rows of the last load", clearing);
         Row(count, "  redraw-off list fill", fill);
+        Row(count, "painting the rows, after it", painting);
+        Row(count, "listing a folder of as many files", ListFolder(count));
         Row(count, "one read and scan of the bytes", scan);
         Row(count, "INIFile: read and index",
             bench::Median(kRuns, touch, [&] { g_sink = readers::SharedLibraryIndex(file); }), scan);

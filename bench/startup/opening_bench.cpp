@@ -1,5 +1,6 @@
 // The viewer started with a package of 200 files and 100 MB, until its rows are painted, beside a plain copy
-// of the unpacked folder; and the time from closing it until its window is gone.
+// of the unpacked folder and beside its start without a package; and the time from closing it until its
+// window is gone.
 #include "mxovpackage.h"
 #include "mxovshare.h"
 #include "PackageFolder.h"
@@ -20,6 +21,7 @@ constexpr int kRuns = 7;
 constexpr double kOpeningLimit = 1.5; // times the copy
 constexpr double kClosingLimit = 100; // milliseconds
 constexpr DWORD kPatience = 120'000;  // milliseconds
+constexpr DWORD kPollPeriod = 10;     // milliseconds; each poll takes time from the viewer
 constexpr int kProgramList = 1005;    // of the control
 constexpr LRESULT kPrograms = 100;    // half of the files
 constexpr wchar_t kFrameClass[] = L"MXOVViewerFrame";
@@ -62,19 +64,36 @@ bool WaitFor(Condition condition) {
         if (GetTickCount64() > end) {
             return false;
         }
-        Sleep(1);
+        Sleep(kPollPeriod);
     }
     return true;
 }
 
 struct Times {
-    std::vector<double> copy; // milliseconds
+    std::vector<double> copy;  // milliseconds
+    std::vector<double> start; // without a package
     std::vector<double> opening;
     std::vector<double> closing;
     std::vector<double> end;
 };
 
-// Opens the package and closes it again; false when it does not come up.
+// Starts the viewer and closes it again; false when it does not come up.
+bool Start(Times& times) {
+    HWND frame = nullptr;
+    const double begin = bench::Now();
+    const Process viewer(L"viewer.exe");
+    if (!viewer || !WaitFor([&] {
+            frame = ShownWindowOf(viewer.Id(), kFrameClass);
+            return frame && !GetUpdateRect(frame, nullptr, FALSE);
+        })) {
+        return false;
+    }
+    times.start.push_back(bench::Now() - begin);
+    PostMessageW(frame, WM_CLOSE, 0, 0);
+    return viewer.EndsWithin(kPatience);
+}
+
+// The same with the package.
 bool OpenAndClose(const std::wstring& package, Times& times) {
     HWND frame = nullptr;
     const double begin = bench::Now();
@@ -108,17 +127,20 @@ int main() {
     bool well = mxovshare::CreatePackage(folder.Path(), package).ok;
     for (int run = 0; run < kRuns && well; ++run) { // in turns, so that a busy machine slows both alike
         times.copy.push_back(TimePlainCopy(folder));
-        well = OpenAndClose(package, times);
+        well = Start(times) && OpenAndClose(package, times);
     }
     if (!well) {
         std::puts("the viewer did not show the package");
         return 1;
     }
     const double copy = bench::MedianOf(times.copy);
+    const double start = bench::MedianOf(times.start);
     const double opening = bench::MedianOf(times.opening);
     const double closing = bench::MedianOf(times.closing);
     bench::Row("plain copy of the unpacked folder, 100 MB", copy);
+    bench::Compared("start of the viewer without a package", start, copy);
     bench::Limited("start of the viewer with it, until painted rows", opening, copy, kOpeningLimit);
+    bench::Limited("what the package adds to the start", opening - start, copy, kOpeningLimit);
     bench::LimitedTime("closing, until the window is gone", closing, kClosingLimit);
     bench::Row("closing, until the process has ended", bench::MedianOf(times.end));
     return 0;
