@@ -100,7 +100,8 @@ std::unique_ptr<PackageSession> SessionStore::Create(const std::wstring& package
             return std::unique_ptr<PackageSession>(
                 new PackageSession(*this, packageFile, folder, std::move(file)));
         }
-        // Another viewer that removes the last session of the folder removes the folder too, perhaps at this moment.
+        // Another viewer that removes the last session of the folder removes the folder too, perhaps at this
+        // moment.
         const DWORD reason = GetLastError();
         if (reason != ERROR_FILE_EXISTS && !(IsGone(reason) && MakeFolder(store))) {
             error = Text(IDS_STORE_UNUSABLE, {store, common::SystemErrorText(reason)});
