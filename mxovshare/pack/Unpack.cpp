@@ -19,17 +19,18 @@ namespace {
 
 constexpr wchar_t kSeparators[] = L"\\/";
 
-// What unpacking has created; removes it, newest first, unless it is kept. Entries are added before they are
-// created, so that nothing can fail in between.
+// What unpacking has created; removes it, newest first, unless it is kept.
 class CreatedFiles {
 public:
-    CreatedFiles() = default;
+    explicit CreatedFiles(std::size_t files) : m_files(files) {}
     ~CreatedFiles() {
-        for (auto created = m_created.rbegin(); created != m_created.rend(); ++created) {
-            if (created->folders == 0) {
-                RemoveFile(created->path);
+        for (const std::wstring& file : m_files) {
+            if (!file.empty()) {
+                RemoveFile(file);
             }
-            for (std::size_t i = 0; i < created->folders; ++i) {
+        }
+        for (auto created = m_folders.rbegin(); created != m_folders.rend(); ++created) {
+            for (std::size_t i = 0; i < created->count; ++i) {
                 RemoveFolder(created->path);
                 created->path.resize(created->path.find_last_of(kSeparators));
             }
@@ -38,48 +39,49 @@ public:
     CreatedFiles(const CreatedFiles&) = delete;
     CreatedFiles& operator=(const CreatedFiles&) = delete;
 
-    void AddFile(std::wstring path) { m_created.push_back({std::move(path)}); }
-    void BeginFolders() { m_created.push_back({}); }
+    // Adds a file that was created, on any thread, each index once.
+    void AddFile(std::size_t index, std::wstring&& path) noexcept { m_files[index] = std::move(path); }
+    // Called before the first of nested folders is created, so that nothing can fail in between.
+    void BeginFolders() { m_folders.push_back({}); }
     // Adds a folder that was created inside the one before it.
     void AddFolder(std::wstring&& path) noexcept {
-        m_created.back().path = std::move(path);
-        ++m_created.back().folders;
+        m_folders.back().path = std::move(path);
+        ++m_folders.back().count;
     }
-    // Removes the last entry, which was not created.
-    void Drop() { m_created.pop_back(); }
-    void Keep() { m_created.clear(); }
+    void Keep() {
+        m_files.clear();
+        m_folders.clear();
+    }
 
 private:
-    // A file, or the innermost of nested folders: storing each one's path would take the square of their
-    // depth.
-    struct Created {
+    // The innermost of nested folders: storing each one's path would take the square of their depth.
+    struct Folders {
         std::wstring path;
-        std::size_t folders = 0;
+        std::size_t count = 0;
     };
-    std::vector<Created> m_created;
+    std::vector<std::wstring> m_files;
+    std::vector<Folders> m_folders;
 };
 
 class Unpacker {
 public:
     Unpacker(const std::wstring& file, const std::wstring& folder, WebMark::StreamProbe hasStreams)
         : m_source(file), m_entries(ReadZipDirectory(m_source)), m_mark(file, hasStreams),
-          m_folder(FolderPath(folder)) {}
+          m_folder(FolderPath(folder)), m_created(m_entries.size()) {}
 
     void Run(PackageProgress* progress, const std::function<void()>& onUnpacked) {
         PrepareFolder();
         CheckRoom();
-        ProgressMeter meter(progress, TotalSize(m_entries));
         for (const ZipEntry& entry : m_entries) {
-            const std::wstring name = RelativePath(entry);
-            meter.Begin(name);
-            const std::wstring path = JoinPath(m_folder, name);
-            if (entry.isFolder) {
-                MakeFolders(path);
-            } else {
-                MakeFolders(path.substr(0, path.find_last_of(kSeparators)));
-                UnpackFile(entry, path, meter);
-            }
+            const std::wstring path = PathOf(entry);
+            MakeFolders(entry.isFolder ? path : path.substr(0, path.find_last_of(kSeparators)));
         }
+        ProgressMeter meter(progress, TotalSize(m_entries));
+        ForEachEntry(m_entries, meter, [this](std::size_t index, const OnPiece& onPiece) {
+            if (!m_entries[index].isFolder) {
+                UnpackFile(index, onPiece);
+            }
+        });
         onUnpacked();
         m_created.Keep();
     }
@@ -134,20 +136,25 @@ private:
         return missing;
     }
 
-    void UnpackFile(const ZipEntry& entry, const std::wstring& path, ProgressMeter& meter) {
-        const std::wstring full = common::LongPath(path);
-        m_created.AddFile(full);
+    [[nodiscard]] std::wstring PathOf(const ZipEntry& entry) const {
+        return JoinPath(m_folder, RelativePath(entry));
+    }
+
+    void UnpackFile(std::size_t index, const OnPiece& onPiece) {
+        const ZipEntry& entry = m_entries[index];
+        const std::wstring path = PathOf(entry);
+        std::wstring full = common::LongPath(path);
         const bool isHidden = (entry.attributes & kAttributeHidden) != 0;
         DWORD error = ERROR_SUCCESS;
         const common::UniqueHandle handle = CreateNewFile(full, isHidden, error);
         if (!handle) {
-            m_created.Drop();
             ThrowFileFailure(L"cannot create", path, error);
         }
+        m_created.AddFile(index, std::move(full));
         OpenFile target(handle.get(), path);
         const std::uint32_t packed = ReadEntry(m_source, entry, [&](Bytes piece) {
             target.Write(target.Size(), piece);
-            meter.Advance(piece.size());
+            onPiece(piece);
         });
         VerifiedEntryCache::Instance().Add(entry, packed);
         m_mark.CopyTo(path);

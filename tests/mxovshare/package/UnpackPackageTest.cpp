@@ -14,6 +14,15 @@ using namespace mxovshare;
 
 namespace {
 
+// Entries that take long enough to be unpacked on several processors.
+std::vector<ForgedEntry> LongEntries() {
+    std::vector<ForgedEntry> entries;
+    for (const char* name : {"1.nc", "2.nc", "a/3.nc", "a/b/4.nc", "5.nc"}) {
+        entries.push_back(MakeEntry(name, std::string(1'500'000, *name), true));
+    }
+    return entries;
+}
+
 class UnpackPackageTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -63,6 +72,8 @@ TEST_F(UnpackPackageTest, ReadsTimesWithoutAZoneAsLocalTimes) {
 }
 
 TEST_F(UnpackPackageTest, IsCancelledAtAnyMomentWithoutATrace) {
+    // What takes no more than a moment is unpacked in one piece.
+    m_work.Write(L"p.mxov", ForgeZip(LongEntries()));
     const auto before = TakeSnapshot(m_work.Path());
     for (int passes = 0; passes < 100; ++passes) {
         CancellingProgress progress(passes);
@@ -93,6 +104,27 @@ TEST_F(UnpackPackageTest, LeavesNothingOfADamagedPackage) {
     EXPECT_FALSE(VerifyPackage(m_work / L"bad.mxov").ok);
     std::vector<PackageEntry> entries;
     EXPECT_TRUE(ListPackage(m_work / L"bad.mxov", entries).ok);
+}
+
+TEST_F(UnpackPackageTest, UnpacksLongEntriesSideBySide) {
+    m_work.Write(L"p.mxov", ForgeZip(LongEntries()));
+    ASSERT_TRUE(UnpackPackage(Package(), m_work / L"out").ok);
+    for (const ForgedEntry& entry : LongEntries()) {
+        const std::wstring name(entry.central.name.begin(), entry.central.name.end());
+        EXPECT_EQ(m_work.Read(L"out/" + name), std::string(1'500'000, entry.central.name[0]));
+    }
+}
+
+TEST_F(UnpackPackageTest, ReportsTheFirstDamagedEntryAndLeavesNothingOfThoseBesideIt) {
+    std::vector<ForgedEntry> entries = LongEntries();
+    for (const std::size_t damaged : {1, 3}) {
+        entries[damaged].local.crc32 = entries[damaged].central.crc32 ^= 1;
+    }
+    m_work.Write(L"p.mxov", ForgeZip(entries));
+    const auto before = TakeSnapshot(m_work.Path());
+    const PackageResult result = UnpackPackage(Package(), m_work / L"out");
+    EXPECT_EQ(result.message, L"\"" + Package() + L"\": entry \"2.nc\": its data does not meet its checksum");
+    EXPECT_EQ(TakeSnapshot(m_work.Path()), before);
 }
 
 TEST_F(UnpackPackageTest, NamesAPackageThatCannotBeOpened) {
