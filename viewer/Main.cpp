@@ -50,6 +50,9 @@ int RunWindow(const CommandLine& line, int show) {
     sessions.RemoveLeftovers();
     VersionKeeper versions(VersionStore::UserFolder(), VersionSettings(MainWindow::kSettingsKey));
     MainWindow window(sessions, versions);
+    if (!line.package.empty()) {
+        window.Packages().Prepare(line.package);
+    }
     if (const std::wstring error = window.Create(); !error.empty()) {
         MessageBoxW(nullptr, error.c_str(), MainWindow::kProgramName, MB_OK | MB_ICONERROR);
         return kFailed;

@@ -191,6 +191,12 @@ void MainWindow::Leave() {
     }
 }
 
+// The documents are what is waited for; picture and history follow.
+void MainWindow::OnCatalogueLoaded() {
+    ShowControl(true);
+    m_control.Paint();
+}
+
 void MainWindow::OnPackageChanged() {
     const PackageSession* session = m_packages.Session();
     m_care.OnPackageChanged();

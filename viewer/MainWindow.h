@@ -53,6 +53,7 @@ protected:
 
 private:
     [[nodiscard]] HWND Frame() const override { return Handle(); }
+    void OnCatalogueLoaded() override;
     void OnPackageChanged() override;
     void OnPackageClosing() override;
     void OnNewsChanged() override;

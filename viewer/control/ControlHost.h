@@ -69,6 +69,9 @@ public:
     void Show(bool shown) { ShowWindow(m_container, shown ? SW_SHOWNA : SW_HIDE); }
     [[nodiscard]] bool IsShown() const { return (GetWindowLongW(m_container, GWL_STYLE) & WS_VISIBLE) != 0; }
 
+    /// Paints at once what of the control is to be painted.
+    void Paint() { RedrawWindow(m_container, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); }
+
     /// Lets the control take the user's input or not.
     void Enable(bool enabled) { EnableWindow(m_container, enabled); }
 

@@ -20,19 +20,29 @@ PackageController::PackageController(PackageView& view, ControlHost& control, Se
     : m_view(view), m_control(control), m_sessions(sessions), m_versions(view, versions, kNotKept),
       m_recent(settingsKey) {}
 
+void PackageController::Prepare(const std::wstring& path) {
+    std::wstring error;
+    if (std::unique_ptr<PackageSession> session = m_sessions.Create(path, error)) {
+        m_opening.Prepare(std::move(session));
+    }
+}
+
 void PackageController::Open(const std::wstring& path) {
     if (IsOpening() || m_prompting) {
         MessageBeep(MB_OK);
         return;
     }
     if (!CanOpen(path)) {
+        m_opening.Cancel();
         return;
     }
-    std::wstring error;
-    std::unique_ptr<PackageSession> session = m_sessions.Create(path, error);
-    if (!session) {
-        m_view.ShowError(Text(IDS_CANNOT_OPEN, {FileName(path), error}));
-        return;
+    std::unique_ptr<PackageSession> session;
+    if (std::wstring error; !m_opening.IsPrepared(path)) {
+        session = m_sessions.Create(path, error);
+        if (!session) {
+            m_view.ShowError(Text(IDS_CANNOT_OPEN, {FileName(path), error}));
+            return;
+        }
     }
     // The open package is saved before it is unpacked again, and must not change in between.
     m_reloading = m_session && common::IsSamePath(path, m_session->PackageFile());
@@ -43,7 +53,10 @@ void PackageController::Open(const std::wstring& path) {
         }
         m_control.Enable(false);
     }
-    m_opening.Start(std::move(session), m_view.Frame(), kUnpacked);
+    if (session) {
+        m_opening.Prepare(std::move(session));
+    }
+    m_opening.Start(m_view.Frame(), kUnpacked);
     m_view.ShowStatus(Text(IDS_OPENING, {path}));
 }
 
@@ -183,6 +196,7 @@ bool PackageController::OfferCrashRecovery() {
     if (!chosen) {
         return false;
     }
+    m_opening.Cancel();
     chosen->Resume();
     SwitchTo(std::move(chosen));
     m_control.MarkChanged();
@@ -206,6 +220,7 @@ void PackageController::SwitchTo(std::unique_ptr<PackageSession> session) {
     m_adding.reset();
     m_control.LoadFile(session->FolderWithSeparator(), session->PackageFile());
     m_session = std::move(session);
+    m_view.OnCatalogueLoaded();
     m_versions.Start();
     m_status.Start(*m_session, m_view.Frame(), kWatched);
     AddToRecent();

@@ -56,6 +56,10 @@ public:
     /// What other programs did to the package, else that it holds programs; empty text for nothing.
     [[nodiscard]] const PackageNews& News() const { return m_status.News(); }
 
+    /// Begins to unpack a package that is about to be opened, while the window is still being made. Reports
+    /// nothing: what fails here fails again when it is opened.
+    void Prepare(const std::wstring& path);
+
     /// Opens a package in place of the open one, which is closed only when the other is unpacked. Shows
     /// an error when it cannot be opened; the open package then stays as it was.
     void Open(const std::wstring& path);

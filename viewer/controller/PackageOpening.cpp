@@ -12,14 +12,24 @@ constexpr UINT kProgressPeriod = 100; // milliseconds between its updates
 
 } // namespace
 
-void PackageOpening::Start(std::unique_ptr<PackageSession> session, HWND frame, UINT message) {
+void PackageOpening::Prepare(std::unique_ptr<PackageSession> session) {
+    m_prepared = std::make_unique<UnpackTask>(std::move(session));
+}
+
+bool PackageOpening::IsPrepared(const std::wstring& packageFile) const {
+    return m_prepared && m_prepared->PackageFile() == packageFile;
+}
+
+void PackageOpening::Start(HWND frame, UINT message) {
     m_frame = frame;
-    m_task = std::make_unique<UnpackTask>(std::move(session), frame, message);
+    m_task = std::move(m_prepared);
+    m_task->NotifyAtEnd(frame, message);
     SetTimer(frame, kTimer, kProgressDelay, nullptr);
 }
 
 void PackageOpening::Cancel() {
     CloseProgress();
+    m_prepared.reset();
     m_task.reset();
 }
 

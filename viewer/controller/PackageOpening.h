@@ -5,6 +5,7 @@
 #include "session/UnpackTask.h"
 
 #include <memory>
+#include <string>
 #include <utility>
 
 namespace viewer {
@@ -14,13 +15,19 @@ public:
     /// Of the window that `Start` was passed.
     static constexpr UINT_PTR kTimer = 1;
 
-    /// Unpacks into the session's folder. The timer of `frame` drives the progress window, and `message` is
-    /// posted to it at the end.
-    void Start(std::unique_ptr<PackageSession> session, HWND frame, UINT message);
+    /// Begins to unpack into the session's folder, unseen.
+    void Prepare(std::unique_ptr<PackageSession> session);
+
+    /// Whether the unpacking of this package has begun unseen.
+    [[nodiscard]] bool IsPrepared(const std::wstring& packageFile) const;
+
+    /// Shows what was prepared. The timer of `frame` drives the progress window, and `message` is posted to
+    /// it at the end.
+    void Start(HWND frame, UINT message);
 
     [[nodiscard]] bool IsRunning() const { return m_task != nullptr; }
 
-    /// Ends the unpacking that is under way, if any.
+    /// Ends the unpacking that is under way, if any, seen or not.
     void Cancel();
 
     /// Shows the progress. Called for each message of the timer.
@@ -36,6 +43,7 @@ private:
     void CloseProgress();
 
     HWND m_frame = nullptr;
+    std::unique_ptr<UnpackTask> m_prepared;
     std::unique_ptr<UnpackTask> m_task;
     std::unique_ptr<ProgressDialog> m_progress;
 };

@@ -12,6 +12,9 @@ public:
     /// The window that owns message boxes and receives the controller's messages.
     [[nodiscard]] virtual HWND Frame() const = 0;
 
+    /// Called when the control has loaded another package, before anything else is read of it.
+    virtual void OnCatalogueLoaded() = 0;
+
     /// Called when a package was opened, saved or closed, and when opening ended without a change.
     virtual void OnPackageChanged() = 0;
 

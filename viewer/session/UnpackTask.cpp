@@ -35,8 +35,8 @@ PackageResult Unpack(const std::wstring& packageFile, const std::wstring& folder
 
 } // namespace
 
-UnpackTask::UnpackTask(std::unique_ptr<PackageSession> session, HWND notify, UINT message)
-    : m_session(std::move(session)), m_thread([this, notify, message] { Run(notify, message); }) {}
+UnpackTask::UnpackTask(std::unique_ptr<PackageSession> session)
+    : m_session(std::move(session)), m_thread([this] { Run(); }) {}
 
 UnpackTask::~UnpackTask() {
     Cancel();
@@ -45,18 +45,31 @@ UnpackTask::~UnpackTask() {
     }
 }
 
+void UnpackTask::NotifyAtEnd(HWND window, UINT message) {
+    const std::lock_guard guard(m_lock);
+    m_window = window;
+    m_message = message;
+    if (m_hasEnded) {
+        PostMessageW(window, message, 0, 0);
+    }
+}
+
 std::pair<mxovshare::PackageResult, std::unique_ptr<PackageSession>> UnpackTask::Finish() {
     m_thread.join();
     return {std::move(m_result), std::move(m_session)};
 }
 
-void UnpackTask::Run(HWND notify, UINT message) noexcept {
+void UnpackTask::Run() noexcept {
     try {
         m_result = Unpack(m_session->PackageFile(), m_session->Folder(), *this);
     } catch (...) {
         m_result.ok = false; // out of memory: without a text
     }
-    PostMessageW(notify, message, 0, 0);
+    const std::lock_guard guard(m_lock);
+    m_hasEnded = true;
+    if (m_window) {
+        PostMessageW(m_window, m_message, 0, 0);
+    }
 }
 
 } // namespace viewer

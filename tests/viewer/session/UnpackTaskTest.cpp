@@ -54,18 +54,34 @@ TEST(UnpackTask, UnpacksIntoTheFolderOfTheSession) {
     const TempFolder folder;
     SessionStore store(folder / L"sessions");
     const common::UniqueWindow window = MessageWindow();
-    UnpackTask task(NewSession(store, MakePackage(folder)), window.get(), kFinished);
+    UnpackTask task(NewSession(store, MakePackage(folder)));
+    task.NotifyAtEnd(window.get(), kFinished);
     ASSERT_TRUE(WaitForMessage(window.get()));
     const auto [result, session] = task.Finish();
     EXPECT_TRUE(result.ok);
     EXPECT_TRUE(FileExists(session->FolderWithSeparator() + L"GCode\\a.nc"));
 }
 
+TEST(UnpackTask, WhoAsksAfterTheEndIsNotifiedToo) {
+    const TempFolder folder;
+    SessionStore store(folder / L"sessions");
+    const common::UniqueWindow window = MessageWindow();
+    UnpackTask task(NewSession(store, MakePackage(folder)));
+    while (task.Current().done < 5100) {
+        Sleep(1);
+    }
+    Sleep(50); // usually the thread has ended by then
+    task.NotifyAtEnd(window.get(), kFinished);
+    ASSERT_TRUE(WaitForMessage(window.get()));
+    EXPECT_TRUE(task.Finish().first.ok);
+}
+
 TEST(UnpackTask, AFileThatIsNoPackageLeavesNothing) {
     const TempFolder folder;
     SessionStore store(folder / L"sessions");
     const common::UniqueWindow window = MessageWindow();
-    UnpackTask task(NewSession(store, folder.Write(L"letter.mxov", "Dear Sir")), window.get(), kFinished);
+    UnpackTask task(NewSession(store, folder.Write(L"letter.mxov", "Dear Sir")));
+    task.NotifyAtEnd(window.get(), kFinished);
     ASSERT_TRUE(WaitForMessage(window.get()));
     const auto [result, session] = task.Finish();
     EXPECT_FALSE(result.ok);
@@ -82,14 +98,16 @@ TEST(UnpackTask, APolicyRefusesPackagesThatHoldPrograms) {
     const common::UniqueWindow window = MessageWindow();
     {
         const PolicyValue policy(common::kRefuseProgramsPolicy, 1);
-        UnpackTask task(NewSession(store, package), window.get(), kFinished);
+        UnpackTask task(NewSession(store, package));
+        task.NotifyAtEnd(window.get(), kFinished);
         ASSERT_TRUE(WaitForMessage(window.get()));
         const auto [result, session] = task.Finish();
         EXPECT_FALSE(result.ok || result.cancelled);
         EXPECT_NE(result.message.find(L"Tools\\setup.exe"), std::wstring::npos);
         EXPECT_FALSE(FolderExists(session->Folder()));
     }
-    UnpackTask task(NewSession(store, package), window.get(), kFinished);
+    UnpackTask task(NewSession(store, package));
+    task.NotifyAtEnd(window.get(), kFinished);
     ASSERT_TRUE(WaitForMessage(window.get()));
     EXPECT_TRUE(task.Finish().first.ok);
 }
@@ -103,7 +121,7 @@ TEST(UnpackTask, EndingItEarlyLeavesNothing) {
     const common::UniqueWindow window = MessageWindow();
     std::unique_ptr<PackageSession> session = NewSession(store, package);
     const std::wstring unpacked = session->Folder();
-    { UnpackTask task(std::move(session), window.get(), kFinished); }
+    { UnpackTask task(std::move(session)); }
     store.WaitForRemovals();
     EXPECT_EQ(GetFileAttributesW(unpacked.c_str()), INVALID_FILE_ATTRIBUTES);
     EXPECT_FALSE(FileExists(unpacked + L".session"));
