@@ -80,7 +80,7 @@ void EditAtRandom(unsigned seed, const TextPlatform& platform) {
 }
 
 // Edits files drawn from seeds, six times as many with MXOV_LONG.
-void EditMany(unsigned count, const TextPlatform& platform) {
+void ExpectAgreement(unsigned count, const TextPlatform& platform) {
     const unsigned seeds = std::getenv("MXOV_LONG") ? 6 * count : count;
     for (unsigned seed = 0; seed < seeds && !testing::Test::HasFailure(); ++seed) {
         EditAtRandom(seed, platform);
@@ -88,15 +88,15 @@ void EditMany(unsigned count, const TextPlatform& platform) {
 }
 
 TEST(IniRandomEdit, AgreesWithThePlainRulesOnASingleBytePage) {
-    EditMany(1'000, SingleBytePage());
+    ExpectAgreement(1'000, SingleBytePage());
 }
 
 TEST(IniRandomEdit, AgreesWithThePlainRulesOnADoubleBytePage) {
-    EditMany(1'000, DoubleBytePage());
+    ExpectAgreement(1'000, DoubleBytePage());
 }
 
 TEST(IniRandomEdit, AgreesWithThePlainRulesWhereTheCodePageIsUtf8) {
-    EditMany(500, Utf8Page());
+    ExpectAgreement(500, Utf8Page());
 }
 
 } // namespace
