@@ -12,7 +12,7 @@ namespace viewer {
 
 namespace {
 
-constexpr int kSavedWidth = 140; // of its column, at 96 dots per inch
+constexpr int kSavedWidth = 160; // of its column, at 96 dots per inch
 constexpr int kByWidth = 90;
 constexpr int kRemarksWidth = 130;
 constexpr int kFileWidth = 400;

@@ -42,6 +42,9 @@ bool Fits(SIZE needed, const RECT& area) {
 }
 
 bool DoesButtonFit(HWND button, const RECT& area) {
+    if ((GetWindowLongW(button, GWL_STYLE) & (BS_BITMAP | BS_ICON)) != 0) {
+        return true; // its text is for screen readers
+    }
     SIZE needed = NeededBy(button, TextOf(button), DT_SINGLELINE);
     const LONG kind = GetWindowLongW(button, GWL_STYLE) & BS_TYPEMASK;
     const bool isPushed = kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON;

@@ -1,10 +1,12 @@
-// Whether every text of the viewer has its place, in each language. The test runs this program with the dots
-// per inch of 100 to 200 percent.
+// Whether every text and control of the viewer's parts and dialogs has its place, in each language. The test
+// runs this program with the dots per inch of 100 to 200 percent.
 #include "care/FindingsWindow.h"
 #include "compare/DifferencesDialog.h"
 #include "compare/TextPairDialog.h"
 #include "document/DocumentPane.h"
+#include "earlier/VersionsDialog.h"
 #include "FittingTexts.h"
+#include "LayoutFaults.h"
 #include "news/NewsBar.h"
 #include "news/NewsButtons.h"
 #include "preview/HistoryPane.h"
@@ -33,6 +35,15 @@ constexpr const wchar_t* kLanguages[] = {L"English", L"German", L"French", L"Jap
 
 using Texts = std::vector<std::wstring>;
 
+// The texts that are cut off in a window, and what is wrong with the places of the windows inside.
+Texts FaultsOf(HWND window) {
+    Texts faults = CutControlTexts(window);
+    for (const std::wstring& fault : LayoutFaults(window)) {
+        faults.push_back(fault);
+    }
+    return faults;
+}
+
 class TextFitTest : public testing::TestWithParam<const wchar_t*> {
 protected:
     TextFitTest() { UseTexts(GetParam(), GetModuleHandleW(L"mxovshare.dll")); }
@@ -52,16 +63,16 @@ protected:
 
     [[nodiscard]] int Scaled(int length) const { return ScaleFor(GetDpiForWindow(m_frame.get()), length); }
 
-    // What does not fit in a page of this width, at 96 dots per inch.
+    // What is wrong in a page of this width, at 96 dots per inch.
     template <class Pane>
-    [[nodiscard]] Texts CutIn(Pane& pane, int width) const {
+    [[nodiscard]] Texts FaultsIn(Pane& pane, int width) const {
         MoveWindow(pane.Handle(), 0, 0, Scaled(width), Scaled(kPaneHeight), FALSE);
         ShowWindow(pane.Handle(), SW_SHOWNA);
         const DrawnTexts drawn;
         RedrawWindow(pane.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-        Texts cut = CutControlTexts(pane.Handle());
-        cut.insert(cut.end(), drawn.Cut().begin(), drawn.Cut().end());
-        return cut;
+        Texts faults = FaultsOf(pane.Handle());
+        faults.insert(faults.end(), drawn.Cut().begin(), drawn.Cut().end());
+        return faults;
     }
 
     const DPI_AWARENESS_CONTEXT m_before = SetThreadDpiAwarenessContext(DPI_AWARENESS_CONTEXT_SYSTEM_AWARE);
@@ -101,19 +112,19 @@ HWND ModalDialog() {
     return found;
 }
 
-// What does not fit in the dialog that `show` shows until it is closed.
-Texts CutInDialog(const std::function<void()>& show) {
-    static Texts cut;
-    cut = {L"no dialog"};
+// What is wrong in the dialog that `show` shows until it is closed.
+Texts FaultsInDialog(const std::function<void()>& show) {
+    static Texts faults;
+    faults = {L"no dialog"};
     const UINT_PTR timer = SetTimer(nullptr, 0, 100, [](HWND, UINT, UINT_PTR, DWORD) {
         if (const HWND dialog = ModalDialog()) {
-            cut = CutControlTexts(dialog);
+            faults = FaultsOf(dialog);
             PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
         }
     });
     show();
     KillTimer(nullptr, timer);
-    return cut;
+    return faults;
 }
 
 } // namespace
@@ -122,7 +133,7 @@ TEST_P(TextFitTest, ThePageWithoutAPackage) {
     StartPane pane;
     pane.Create(m_frame.get(), 1);
     pane.ShowRecent({L"C:\\a.mxov"});
-    EXPECT_EQ(CutIn(pane, kLeastStart), Texts());
+    EXPECT_EQ(FaultsIn(pane, kLeastStart), Texts());
 }
 
 TEST_P(TextFitTest, ThePictureAndTheHistory) {
@@ -131,22 +142,22 @@ TEST_P(TextFitTest, ThePictureAndTheHistory) {
     picture.Show({L"plan", L"Maxtrel Orvando 2024", L"",
                   Text(IDS_LAST_ENTRY, {Text(IDS_ENTRY_TIME, {Text(IDS_ENTRY_BY, {L"Released", L"M. Keller"}),
                                                               L"2024-05-13 08:44"})})});
-    EXPECT_EQ(CutIn(picture, kLeastWidth), Texts());
+    EXPECT_EQ(FaultsIn(picture, kLeastWidth), Texts());
     HistoryPane history;
     history.Create(m_frame.get(), 2);
-    EXPECT_EQ(CutIn(history, kLeastWidth), Texts());
+    EXPECT_EQ(FaultsIn(history, kLeastWidth), Texts());
 }
 
 TEST_P(TextFitTest, ThePageOfADocument) {
     DocumentPane pane;
     pane.Create(m_frame.get(), 1);
-    EXPECT_EQ(CutIn(pane, kLeastWidth), Texts());
+    EXPECT_EQ(FaultsIn(pane, kLeastWidth), Texts());
     for (const bool isLink : {false, true}) {
         pane.Show(ContentOf(false, isLink, false));
-        EXPECT_EQ(CutIn(pane, kLeastWidth), Texts());
+        EXPECT_EQ(FaultsIn(pane, kLeastWidth), Texts());
         for (const bool isFromOutside : {false, true}) {
             pane.Show(ContentOf(true, isLink, isFromOutside));
-            EXPECT_EQ(CutIn(pane, kLeastWidth), Texts());
+            EXPECT_EQ(FaultsIn(pane, kLeastWidth), Texts());
         }
     }
 }
@@ -164,7 +175,7 @@ TEST_P(TextFitTest, TheBarForNews) {
             RedrawWindow(bar.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
             EXPECT_GT(drawn.Count(), 0);
             EXPECT_EQ(drawn.Cut(), Texts()) << width;
-            EXPECT_EQ(CutControlTexts(bar.Handle()), Texts()) << width;
+            EXPECT_EQ(FaultsOf(bar.Handle()), Texts()) << width;
         }
     }
 }
@@ -179,23 +190,41 @@ TEST_P(TextFitTest, TheListOfFindings) {
         found.back().inserts = {L"a.nc", L"b.nc", L"c.nc"};
     }
     findings.Show(m_frame.get(), L"bracket.mxov", found);
-    EXPECT_EQ(CutControlTexts(findings.Handle()), Texts());
+    EXPECT_EQ(FaultsOf(findings.Handle()), Texts());
 }
 
 TEST_P(TextFitTest, TheDialogs) {
-    EXPECT_EQ(CutInDialog([this] { static_cast<void>(AskForNote(m_frame.get(), L"C:\\bracket.mxov")); }),
+    EXPECT_EQ(FaultsInDialog([this] { static_cast<void>(AskForNote(m_frame.get(), L"C:\\bracket.mxov")); }),
               Texts());
     ComparedPackages packages;
     packages.summary = Text(IDS_DIFFERS_FROM, {L"bracket.mxov"});
     DifferenceReport report;
     report.lines = {{Text(IDS_DOCUMENT_NEW), L"plan.pdf", Text(IDS_COPY_AT, {L"ReferanceFiles\\plan.pdf"})}};
-    EXPECT_EQ(CutInDialog([&] { ShowDifferences(m_frame.get(), packages, report); }), Texts());
+    EXPECT_EQ(FaultsInDialog([&] { ShowDifferences(m_frame.get(), packages, report); }), Texts());
     WorkProgress work;
-    EXPECT_EQ(CutInDialog([&] {
+    EXPECT_EQ(FaultsInDialog([&] {
                   const ProgressDialog progress(m_frame.get(), work, Text(IDS_OPENING, {L"bracket.mxov"}));
                   PumpUntil([&work] { return work.IsCancelled(); });
               }),
               Texts());
+}
+
+TEST_P(TextFitTest, TheEarlierVersions) {
+    class : public VersionActions {
+        void LookAt(HWND, const Version&) override {}
+        void CompareWith(HWND, const Version&) override {}
+        bool TakeBack(HWND, const Version&, const care::FileChange&) override { return false; }
+        bool TakeAllBack(HWND, const Version&) override { return false; }
+        void KeepVersions(bool) override {}
+    } actions;
+    ShownVersions shown;
+    shown.package = L"bracket.mxov";
+    EXPECT_EQ(FaultsInDialog([&] { ShowVersions(m_frame.get(), shown, actions); }), Texts());
+    Version version;
+    version.saved = {0, 31'000'000};
+    version.files = {{L"GCode\\a.nc", 1, 1, L""}};
+    shown.list.versions = {version};
+    EXPECT_EQ(FaultsInDialog([&] { ShowVersions(m_frame.get(), shown, actions); }), Texts());
 }
 
 TEST_P(TextFitTest, TheTextsBesideEachOther) {
@@ -204,5 +233,5 @@ TEST_P(TextFitTest, TheTextsBesideEachOther) {
     folder.Write(L"b\\GCode\\a.nc", "G0 X1\n");
     const ComparedPackages packages = {folder / L"a", folder / L"b", L"a.mxov", Text(IDS_OPEN_NOW), L""};
     const DifferenceLine line = {Text(IDS_CONTENT_CHANGED), L"a.nc", L"", L"GCode\\a.nc", TextKind::GCode};
-    EXPECT_EQ(CutInDialog([&] { ShowTextPair(m_frame.get(), packages, line, false); }), Texts());
+    EXPECT_EQ(FaultsInDialog([&] { ShowTextPair(m_frame.get(), packages, line, false); }), Texts());
 }

@@ -1,13 +1,10 @@
 // The viewer's window as a whole, with the registered control, when the system changes around it.
-#include "MainWindow.h"
+#include "MainWindowFixture.h"
 
 #include "care/FindingsWindow.h"
-#include "common/Paths.h"
 #include "PaintedColours.h"
-#include "RealMouse.h"
 #include "resources/resource.h"
 #include "SystemColours.h"
-#include "TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -21,18 +18,6 @@ namespace {
 
 constexpr int kFirstListOfControl = 1004;
 constexpr WPARAM kShownFocus = MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS);
-
-std::vector<HWND> DescendantsOf(HWND window) {
-    std::vector<HWND> windows;
-    EnumChildWindows(
-        window,
-        [](HWND child, LPARAM found) -> BOOL {
-            reinterpret_cast<std::vector<HWND>*>(found)->push_back(child);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&windows));
-    return windows;
-}
 
 // The messages that a window receives while it lives.
 class MessageRecord {
@@ -58,47 +43,8 @@ private:
     std::set<std::pair<UINT, WPARAM>> m_messages;
 };
 
-class MainWindowTest : public testing::Test {
+class MainWindowTest : public MainWindowFixture {
 protected:
-    MainWindowTest() {
-        OleInitialize(nullptr);
-        RegDeleteTreeW(HKEY_CURRENT_USER, MainWindow::kSettingsKey);
-        const std::wstring sample =
-            common::ModuleFolder(GetModuleHandleW(L"mxovshare.dll")) + L"\\bracket.mxov";
-        CopyFileW(sample.c_str(), (m_folder / L"bracket.mxov").c_str(), FALSE);
-    }
-    ~MainWindowTest() override {
-        m_window.Packages().Close();
-        DestroyWindow(Frame());
-        MSG quit = {};
-        PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
-        m_sessions.WaitForRemovals();
-        RegDeleteTreeW(HKEY_CURRENT_USER, MainWindow::kSettingsKey);
-        OleUninitialize();
-    }
-
-    void SetUp() override {
-        ASSERT_EQ(m_window.Create(), L"");
-        m_window.Show(SW_SHOWNORMAL);
-        m_window.Packages().Open(m_folder / L"bracket.mxov");
-        ASSERT_TRUE(PumpUntil([this] { return m_window.Packages().Session() != nullptr; }, 60000));
-    }
-
-    [[nodiscard]] HWND Frame() const { return m_window.Handle(); }
-    [[nodiscard]] HWND Part(int id) const {
-        for (const HWND window : DescendantsOf(Frame())) {
-            if (GetDlgCtrlID(window) == id) {
-                return window;
-            }
-        }
-        return nullptr;
-    }
-    [[nodiscard]] RECT PlaceOf(HWND window) const {
-        RECT area = {};
-        GetWindowRect(window, &area);
-        MapWindowPoints(nullptr, Frame(), reinterpret_cast<POINT*>(&area), 2);
-        return area;
-    }
     [[nodiscard]] int HeightOf(int id) const {
         const RECT area = PlaceOf(Part(id));
         return static_cast<int>(area.bottom - area.top);
@@ -114,11 +60,6 @@ protected:
     void ChangeDpi(UINT dpi, RECT suggested) const {
         SendMessageW(Frame(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&suggested));
     }
-
-    const TempFolder m_folder;
-    SessionStore m_sessions{m_folder / L"sessions", {}};
-    VersionKeeper m_versions{m_folder / L"versions", VersionSettings(MainWindow::kSettingsKey)};
-    MainWindow m_window{m_sessions, m_versions};
 };
 
 } // namespace
