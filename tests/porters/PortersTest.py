@@ -70,6 +70,13 @@ class ModuleTest(unittest.TestCase):
                 with self.subTest(source.name):
                     self.assertRegex(order[0], '^afx')
 
+    def test_the_modules_objects_are_constructed_in_their_order(self):
+        source = (MODULE / 'control/MXOVDocViewModule.cpp').read_text(encoding='utf-8')
+        objects = re.findall(r'^(?:IMPLEMENT_OLECREATE_EX\((\w+)|(?!using|STDAPI)[\w:]+ ([\w:]+);)', source, re.MULTILINE)
+        self.assertEqual([factory or name for factory, name in objects], [
+            'theApp', 'CMXOVDocViewCtrl', 'CMXOVDocViewPropPage', 'docview::partAssemblyRecords', 'docview::gCodeRecords',
+            'docview::setupSheetRecords', 'docview::additionalRecords'])
+
     def included(self, path, seen):
         """The names of the headers of the framework and of the system that a source reads, in order."""
         for name in INCLUDE.findall(path.read_text(encoding='utf-8')):

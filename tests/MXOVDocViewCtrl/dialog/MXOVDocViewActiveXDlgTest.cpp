@@ -2,6 +2,7 @@
 #include "EraseCount.h"
 
 #include "GdiObjectCount.h"
+#include "SubclassingOrder.h"
 
 #include <commctrl.h>
 
@@ -99,6 +100,14 @@ TEST_F(MXOVDocViewActiveXDlgTest, HasItsControlsInTheirPlaces) {
         child = GetWindow(child, GW_HWNDNEXT);
     }
     EXPECT_EQ(child, nullptr);
+}
+
+TEST_F(MXOVDocViewActiveXDlgTest, BindsEachListBeforeTheBoxAroundIt) {
+    m_dialog.DestroyWindow();
+    const SubclassingOrder order;
+    Create();
+    EXPECT_EQ(order.Between(IDC_PART_BOX, IDC_ADDITIONAL_LIST),
+              (std::vector<int>{1004, 1000, 1005, 1001, 1006, 1002, 1007, 1003}));
 }
 
 TEST_F(MXOVDocViewActiveXDlgTest, IsABorderlessChild) {

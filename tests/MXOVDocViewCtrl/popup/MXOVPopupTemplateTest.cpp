@@ -1,6 +1,8 @@
 // What the popup is made of: its template, the host's texts, its message map.
 #include "PopupFixture.h"
 
+#include "SubclassingOrder.h"
+
 #include <mxovshare.h>
 
 #include <tuple>
@@ -51,4 +53,11 @@ TEST_F(MXOVPopupTemplateTest, MessagesAreHandledInTheirOrder) {
                                         {WM_COMMAND, EN_CHANGE, 1037},
                                         {WM_COMMAND, STN_CLICKED, 1049}};
     EXPECT_EQ(lines, expected);
+}
+
+TEST_F(MXOVPopupTemplateTest, BindsTheBoxesBeforeTheOtherControls) {
+    const SubclassingOrder order;
+    Fill(DocumentCategory::PartAssembly);
+    EXPECT_EQ(order.Between(1030, 1048),
+              (std::vector<int>{1048, 1047, 1030, 1032, 1033, 1035, 1042, 1043, 1044, 1045}));
 }

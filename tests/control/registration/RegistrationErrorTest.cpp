@@ -18,6 +18,35 @@ LSTATUS WINAPI RefuseToDelete(HKEY /*key*/, LPCWSTR /*path*/) {
     return ERROR_ACCESS_DENIED;
 }
 
+/// The classes whose keys the control's module creates while the object lives, in their order. One at a time.
+class CreatedClasses {
+public:
+    explicit CreatedClasses(HMODULE module) : m_module(module) {
+        s_paths.clear();
+        s_real = reinterpret_cast<decltype(s_real)>(
+            HookImport(module, "RegCreateKeyExW", reinterpret_cast<void*>(&Create)));
+    }
+    ~CreatedClasses() { HookImport(m_module, "RegCreateKeyExW", reinterpret_cast<void*>(s_real)); }
+    CreatedClasses(const CreatedClasses&) = delete;
+    CreatedClasses& operator=(const CreatedClasses&) = delete;
+
+    [[nodiscard]] static const std::vector<std::wstring>& Paths() { return s_paths; }
+
+private:
+    static LSTATUS WINAPI Create(HKEY key, LPCWSTR path, DWORD reserved, LPWSTR kind, DWORD options,
+                                 REGSAM access, SECURITY_ATTRIBUTES* security, PHKEY created,
+                                 LPDWORD disposition) {
+        if (std::wstring(path) == kControlKey || std::wstring(path) == kPageKey) {
+            s_paths.emplace_back(path);
+        }
+        return s_real(key, path, reserved, kind, options, access, security, created, disposition);
+    }
+
+    static inline decltype(&RegCreateKeyExW) s_real = nullptr;
+    static inline std::vector<std::wstring> s_paths;
+    HMODULE m_module;
+};
+
 class RegistrationErrorTest : public testing::Test {
 protected:
     RegistrationErrorTest() {
@@ -90,6 +119,12 @@ TEST_F(RegistrationErrorTest, RegistersAndUnregistersWithoutTrace) {
     EXPECT_EQ(S_OK, Unregister());
     ExpectClasses(false);
     EXPECT_FALSE(Exists(kLibraryKey));
+}
+
+TEST_F(RegistrationErrorTest, TheControlIsRegisteredBeforeItsPage) {
+    const CreatedClasses created(Module());
+    EXPECT_EQ(S_OK, Register());
+    EXPECT_EQ(created.Paths(), (std::vector<std::wstring>{kControlKey, kPageKey}));
 }
 
 TEST_F(RegistrationErrorTest, TypeLibraryThatCannotBeRegisteredStopsIt) {
