@@ -20,6 +20,18 @@ function(mxov_add_test name)
     endif()
     add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/with-desktop ${options} ${arg_COMMAND})
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT MXOV_BUILD=${MXOV_BUILD})
+    set_property(GLOBAL PROPERTY mxov_command_${name} ${options} ${arg_COMMAND})
+    set_property(GLOBAL PROPERTY mxov_timeout_${name} ${arg_TIMEOUT})
+endfunction()
+
+# Declares a test again, on another computer of tools/places.sh: mxov_add_test_in_place(PLACE NAME [LABELS label])
+function(mxov_add_test_in_place place name)
+    get_property(command GLOBAL PROPERTY mxov_command_${name})
+    get_property(timeout GLOBAL PROPERTY mxov_timeout_${name})
+    add_test(NAME place.${place}.${name}
+        COMMAND ${CMAKE_SOURCE_DIR}/tools/with-desktop --place ${place} ${command})
+    set_tests_properties(place.${place}.${name} PROPERTIES
+        TIMEOUT ${timeout} ENVIRONMENT MXOV_BUILD=${MXOV_BUILD} ${ARGN})
 endfunction()
 
 # A test program: mxov_test(NAME [DESKTOP] [PARALLEL] [SOURCES...] [LIBRARIES...])

@@ -90,11 +90,19 @@ def packed_rows(package, folder):
                       if entry.filename.startswith(folder + '/') and not entry.is_dir())
 
 
+def decoded(content):
+    """A text as its writer meant it: the library keeps the code page of a file that can hold what is new."""
+    try:
+        return content.decode('utf-8-sig')
+    except UnicodeDecodeError:
+        return content.decode('cp1252')
+
+
 def information(package, name='mxinfo.ini'):
     parser = configparser.ConfigParser(interpolation=None, strict=False)
     parser.optionxform = str
     with zipfile.ZipFile(package) as archive:
-        parser.read_string(archive.read(name).decode('utf-8-sig'))
+        parser.read_string(decoded(archive.read(name)))
     return parser
 
 

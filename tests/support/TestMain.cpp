@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 namespace {
 
 constexpr UINT kCrashed = 99;
@@ -18,6 +20,9 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS* info) {
 
 int main(int argc, char** argv) {
     SetUnhandledExceptionFilter(ReportCrash);
+    if (std::getenv("MXOV_DOTS") != nullptr) { // of the display: not to be hidden from this program
+        SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_SYSTEM_AWARE);
+    }
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
