@@ -3,19 +3,12 @@ find_package(ZLIB REQUIRED)
 include(${MXOVSHARE}/zip/sources.cmake)
 
 add_library(package_model STATIC ${CMAKE_SOURCE_DIR}/common/posix/UpperCase.cpp ${MXOVSHARE}/text/posix/UpperCase.cpp
-    ${TESTS}/zip/MemoryFile.cpp ${TESTS}/zip/ZipForge.cpp ${ZIP_SOURCES})
+    ${PACKAGE_FORGE_SOURCES} ${ZIP_SOURCES})
 target_include_directories(package_model PUBLIC ${MXOVSHARE} ${TESTS}/zip ${CMAKE_SOURCE_DIR}/common/posix)
 target_link_libraries(package_model PUBLIC fuzzed ZLIB::ZLIB PRIVATE warnings)
 set_target_properties(package_model PROPERTIES UNITY_BUILD ${MXOV_UNITY})
 
-add_executable(package_native_tests
-    ${TESTS}/pack/JobQueueTest.cpp
-    ${TESTS}/pack/VerifiedEntryCacheTest.cpp
-    ${TESTS}/zip/ChecksumTest.cpp
-    ${TESTS}/zip/EntryNameTest.cpp
-    ${TESTS}/zip/EntryReaderTest.cpp
-    ${TESTS}/zip/ZipDirectoryTest.cpp
-    ${TESTS}/zip/ZipWriterTest.cpp)
+add_executable(package_native_tests ${PACKAGE_NATIVE_TESTS})
 target_link_libraries(package_native_tests PRIVATE package_model GTest::gtest_main warnings)
 add_test(NAME package_native_tests COMMAND package_native_tests)
 
