@@ -1,4 +1,5 @@
 """The tests that a build tree declares, and how one of them is run with a time limit."""
+import contextlib
 import json
 import os
 import re
@@ -28,7 +29,8 @@ def stop():
     """Ends the tests that run, so that those who wait for them go no further."""
     stopped.set()
     for process in list(running):
-        os.killpg(process.pid, signal.SIGTERM)
+        with contextlib.suppress(ProcessLookupError):
+            os.killpg(process.pid, signal.SIGTERM)
 
 
 class Test(typing.NamedTuple):

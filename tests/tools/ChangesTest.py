@@ -1,0 +1,156 @@
+#!/usr/bin/env python3
+"""Which changes tools/mutate makes to a source, and what it leaves alone."""
+import pathlib
+import sys
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools/testing'))
+
+import changes  # noqa: E402
+from reach import Reach  # noqa: E402
+
+SOURCE = '''// A comment: if (a == 1) { Call(); }
+#define LIMIT 5
+#include "Header.h"
+extern "C" int imported;
+static_assert(sizeof(int) == 4, "int");
+
+namespace {
+
+constexpr int kSide = 125; /* 7 */
+enum class Colour { Red, Green };
+struct Guard {
+    explicit Guard(int* place) : m_place(place) { ++*m_place; }
+    ~Guard() { --*m_place; }
+    int* m_place{nullptr};
+};
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(Window, Base)
+    ON_WM_CREATE()
+    ON_COMMAND(1, OnOne)
+END_MESSAGE_MAP()
+
+Window::Window(int side) : m_side(side), m_on{true} {
+    Prepare();
+    Show(SW_ONE | SW_TWO | SW_THREE);
+}
+
+template <class T>
+std::vector<T> Window::Items(const T& first, bool all) const {
+    if (all && first < kSide) {
+        return {first};
+    }
+    if (m_on) {
+        Log(L"on");
+    }
+    const Guard guard(&m_count);
+    std::vector<T> items;
+    items.push_back(first);
+    std::ranges::for_each(items, [&](T& item) {
+        item = 'a';
+        Touch(item);
+    });
+    for (int i = 0; i < 3; ++i) {
+        Touch(i);
+    }
+    return items;
+}
+
+void Window::Clear() {
+    m_on = FALSE;
+    m_side = 0x1F;
+}
+
+STDMETHODIMP_(ULONG) Window::AddRef() {
+    Touch(this);
+    return ++m_references;
+}
+'''
+
+
+def made(kind=None, source=SOURCE):
+    return [str(change).removeprefix(f'{change.kind}: ') for change in changes.changes_of('Window.cpp', source)
+            if kind in (None, change.kind)]
+
+
+class ChangesTest(unittest.TestCase):
+    def test_conditions_are_turned_round_and_signs_replaced(self):
+        self.assertEqual(made('condition'), ['all && first < kSide -> !(all && first < kSide)', '&& -> ||', '< -> <=',
+                                             'm_on -> !(m_on)', '< -> <='])
+
+    def test_constants_and_flags(self):
+        self.assertEqual(made('constant'), ['125 -> 126', '1 -> 2', 'true -> false', 'without SW_ONE |', 'without | SW_TWO',
+                                            'without | SW_THREE', '0 -> 1', '3 -> 4', 'FALSE -> TRUE', '0x1F -> 0x20'])
+
+    def test_texts_and_characters(self):
+        self.assertEqual(made('string'), ['L"on" -> L"xon"', "'a' -> 'x'"])
+
+    def test_calls_entries_of_maps_and_guards_are_left_out(self):
+        self.assertEqual(made('call'), [f'without {text}' for text in (
+            '++*m_place', '--*m_place', 'ON_WM_CREATE()', 'ON_COMMAND(1, OnOne)', 'Prepare()',
+            'Show(SW_ONE | SW_TWO | SW_THREE)', 'Log(L"on")', 'const Guard guard(&m_count)', 'items.push_back(first)',
+            "std::ranges::for_each(items, [&](T& item) { i ... 'a'; Touch(item); })", "item = 'a'", 'Touch(item)', 'Touch(i)',
+            'm_on = FALSE', 'm_side = 0x1F', 'Touch(this)')])
+
+    def test_neighbours_change_places_where_one_of_them_calls(self):
+        orders = made('order')
+        self.assertEqual(orders[0], 'Prepare(); Show(SW_ONE | SW_TWO | SW_THREE); -> Show(SW_ONE | SW_TWO | SW_THREE); Prepare();')
+        self.assertEqual(len(orders), 3)
+
+    def test_functions_return_at_once_as_their_type_asks(self):
+        self.assertEqual(made('return'), ['return;', 'return {};', 'return;', 'return {};'])
+
+    def test_comments_directives_and_what_only_the_compiler_sees_are_left_alone(self):
+        self.assertEqual(made(source=SOURCE[:SOURCE.index('namespace')]), [])
+
+    def test_a_change_applies_to_its_place_alone(self):
+        for change in changes.changes_of('Window.cpp', SOURCE):
+            changed = change.apply(SOURCE)
+            self.assertNotEqual(changed, SOURCE)
+            self.assertEqual(changed[:change.start], SOURCE[:change.start])
+            self.assertTrue(changed.endswith(SOURCE[change.end:]))
+            self.assertEqual(SOURCE[:change.start].count('\n') + 1, change.line)
+
+    def test_a_raw_string_holds_no_code(self):
+        self.assertEqual(made(source='const char* text = R"x(if (a == 1) {)x";\n'),
+                         ['R"x(if (a == 1) {)x" -> R"x(xif (a == 1) {)x"'])
+
+
+class Tree:
+    """What a reach asks of a copy."""
+    tests = {'slow': None, 'quick': None, 'other': None}
+
+    def programs_with(self, source):
+        return {'other', 'library'} if source == 'shared.cpp' else set()
+
+
+class ReachTest(unittest.TestCase):
+    def reach(self, file, source, lines):
+        change = changes.changes_of(file, source)[0]
+        tests = {'slow': (9.0, [2, 3]), 'quick': (1.0, [2]), 'other': (2.0, [])}
+        noted = {'sources': {file: {'digest': change.digest, 'lines': lines}},
+                 'tests': {name: {'passed': True, 'seconds': seconds, 'lines': {file: ran}}
+                           for name, (seconds, ran) in tests.items()}}
+        found = Reach(noted, pathlib.Path('/'))
+        return lambda change, body: [step.test for step in found.steps(change, body, Tree())]
+
+    def test_only_tests_that_ran_the_line_fastest_first(self):
+        source = 'void F() {\n    A();\n    B(\n        1);\n}\n'
+        steps = self.reach('a.cpp', source, [2, 3])
+        found = {str(change): change for change in changes.changes_of('a.cpp', source)}
+        self.assertEqual(steps(found['call: without A()'], 1), ['quick', 'slow'])
+        self.assertEqual(steps(found['constant: 1 -> 2'], 1), ['slow'], 'the line before holds the statement')
+        self.assertEqual(steps(found['constant: 1 -> 2'], None), ['quick', 'slow'], 'no function: whatever runs the source')
+        other = changes.changes_of('a.cpp', source + '\n')[0]
+        self.assertEqual(steps(other, 1), ['quick', 'slow'], 'another source than the one that was measured')
+
+    def test_a_program_that_compiles_the_source_itself_is_run(self):
+        source = 'void F() {\n    A();\n}\n'
+        steps = self.reach('shared.cpp', source, [2])
+        self.assertEqual(steps(changes.changes_of('shared.cpp', source)[0], 1), ['quick', 'other', 'slow'])
+
+
+if __name__ == '__main__':
+    unittest.main(verbosity=2)

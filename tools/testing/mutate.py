@@ -1,0 +1,243 @@
+#!/usr/bin/env python3
+"""Changes one thing at a time in a copy of the sources and runs the tests that reach it; see tools/mutate."""
+import argparse
+import collections
+import contextlib
+import concurrent.futures
+import functools
+import json
+import os
+import pathlib
+import queue
+import random
+import signal
+import subprocess
+import sys
+import threading
+import time
+
+import changes
+import ctests
+from changedtree import ChangedTree, DoesNotBuild
+from linecounts import FOLDERS
+from reach import Reach
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+BUILD = pathlib.Path(os.environ['MXOV_BUILD'])
+FOLDER, LINES = BUILD / 'mutate', BUILD / 'coverage/lines.json'
+COUNTED = ('killed', 'survived')
+
+
+def sources(wanted):
+    """The sources to change: all that are built for Windows, or those that are named or lie in a named folder."""
+    names = subprocess.run(['git', 'ls-files', '-z', '--', *FOLDERS], cwd=ROOT, check=True, capture_output=True).stdout
+    names = sorted(name for name in names.decode().split('\0')
+                   if name.endswith(('.cpp', '.h')) and '/posix/' not in name)
+    if not wanted:
+        return [name for name in names if name.endswith('.cpp')]
+    paths = [pathlib.Path(each).resolve() for each in wanted]
+    found = [name for name in names if ROOT / name in paths or
+             name.endswith('.cpp') and any((ROOT / name).is_relative_to(each) for each in paths)]
+    if not found:
+        sys.exit('mutate: no source of the module, the host\'s library or the framework is named')
+    return found
+
+
+@functools.lru_cache(maxsize=None)
+def changes_in(file):
+    return changes.Changes(file, (ROOT / file).read_text(encoding='utf-8'))
+
+
+def draw(files, seed):
+    """All changes in random order, one a line."""
+    every = [change for file in files for change in changes_in(file).all()]
+    random.Random(seed).shuffle(every)
+    first = {}
+    for change in every:
+        first.setdefault((change.file, change.line), change)
+    return list(first.values())
+
+
+def body_line(change):
+    """The line on which the function around a change begins; None outside of functions."""
+    structure = changes_in(change.file).found
+    around = [brace for brace, _ in structure.bodies if structure.tokens[brace].start < change.start + 1 and
+              change.start <= structure.tokens[structure.partner[brace]].start]
+    return structure.tokens[around[-1]].line if around else None
+
+
+class Results:
+    """What came of each change, in a file with a line for each, so that a later run goes on where one ended."""
+    def __init__(self, path):
+        self.path, self.lock, self.by_key = path, threading.Lock(), {}
+        if path.exists():
+            for line in path.read_text(encoding='utf-8').splitlines():
+                result = json.loads(line)
+                self.by_key[result['key']] = result
+
+    def add(self, change, **result):
+        result = {'key': change.key, 'file': change.file, 'line': change.line, 'change': str(change), **result}
+        with self.lock:
+            self.by_key[change.key] = result
+            with self.path.open('a', encoding='utf-8') as file:
+                file.write(json.dumps(result) + '\n')
+        return result
+
+
+class Worker:
+    """Tries changes in a copy of its own."""
+    def __init__(self, number, options):
+        self.options = options
+        self.tree = ChangedTree(ROOT, (FOLDER / str(number)).resolve(), max(1, (os.cpu_count() or 1) // options.jobs))
+        self.reach = Reach.read(LINES, ROOT)
+        self.log = self.tree.build / 'log/test.log'
+        self.log.parent.mkdir(exist_ok=True)
+        self.noted = self.tree.build / 'unchanged.json'
+        known = json.loads(self.noted.read_text()) if self.noted.exists() else {}
+        self.passes = known['passes'] if known.get('digest') == self.tree.digest else {}
+        self.tree.register()
+
+    def run(self, step):
+        """Builds what a step needs and runs it."""
+        self.tree.build_for(step.test)
+        variables = {'GTEST_FAIL_FAST': '1', 'MXOV_BUILD': str(self.tree.build)}
+        if step.suites:
+            variables['GTEST_FILTER'] = ':'.join(f'{suite}.*' for suite in step.suites)
+        test = self.tree.tests[step.test]
+        return ctests.run_test(test, self.log, min(test.limit, 3 * step.seconds + 60), **variables)
+
+    def passes_unchanged(self, step):
+        """Whether a step passes without any change, in the copy's present state. It is run once."""
+        name = ' '.join((step.test, *step.suites))
+        if name not in self.passes:
+            self.passes[name] = self.run(step).passed
+            self.noted.write_text(json.dumps({'digest': self.tree.digest, 'passes': self.passes}))
+            if not self.passes[name]:
+                print(f'mutate: {step.test} fails without any change and is left out', flush=True)
+        return self.passes[name]
+
+    def steps(self, change, before):
+        """What to run, without what a change survived before."""
+        steps = self.reach.steps(change, body_line(change), self.tree)
+        within = self.options.within or float('inf')
+        return [step for step in steps if step.seconds <= within and step.test not in before]
+
+    def first_failure(self, change, steps):
+        """The first step that fails with a change, with its run."""
+        with self.tree.changed(change):
+            if not self.tree.compile(change):
+                raise DoesNotBuild('the compiler makes the same of it')
+            for step in steps:
+                run = self.run(step)
+                if not run.passed:
+                    return step, run
+        return None, None
+
+    def attempt(self, change, before):
+        """What comes of a change: killed, survived, or that it is none, since it does not compile."""
+        steps = self.steps(change, before)
+        while True:
+            try:
+                step, run = self.first_failure(change, steps)
+            except DoesNotBuild as error:
+                return {'outcome': 'none', 'why': str(error).splitlines()[-1]}
+            if step is None:
+                return {'outcome': 'survived', 'tests': sorted({*before, *(each.test for each in steps)})}
+            if self.passes_unchanged(step):
+                return {'outcome': 'killed', 'by': step.test, 'why': run.why}
+            steps = [each for each in steps if each.test != step.test]
+
+
+class Session:
+    def __init__(self, options):
+        self.options, self.results = options, Results(FOLDER / 'results.jsonl')
+        self.waiting, self.done, self.lock = queue.SimpleQueue(), [], threading.Lock()
+        self.wanted = options.sample
+
+    def go_on(self):
+        """Tries changes until as many are counted as wanted."""
+        drawn = draw(sources(self.options.files), self.options.seed)
+        for change in drawn:
+            self.waiting.put(change)
+        self.wanted = min(self.wanted or len(drawn), len(drawn))
+        with concurrent.futures.ThreadPoolExecutor(self.options.jobs) as pool:
+            futures = [pool.submit(self._work, number) for number in range(1, self.options.jobs + 1)]
+            for future in futures:
+                future.result()
+
+    def _work(self, number):
+        worker = None
+        while not ctests.stopped.is_set():
+            with self.lock:
+                if len(self.done) >= self.wanted or self.waiting.empty():
+                    return
+                change = self.waiting.get()
+            known = self.results.by_key.get(change.key)
+            if not known or self._again(known):
+                worker = worker or Worker(number, self.options)
+                before = set(known['tests']) if known and not self.options.survivors else set()
+                known = self._try(worker, change, before)
+            if known['outcome'] in COUNTED:
+                with self.lock:
+                    self.done.append(known)
+
+    def _again(self, known):
+        """A change that survived is tried again where that is asked for or more tests may run."""
+        return known['outcome'] == 'survived' and (
+            self.options.survivors or known['within'] and (self.options.within or float('inf')) > known['within'])
+
+    def _try(self, worker, change, before):
+        start = time.monotonic()
+        result = self.results.add(change, **worker.attempt(change, before), within=self.options.within,
+                                  seconds=round(time.monotonic() - start, 1))
+        by = f", {result['by']}: {result['why']}" if 'by' in result else ''
+        print(f"{len(self.done) + 1}/{self.wanted} {result['outcome']} {change.file}:{change.line} {change} "
+              f"({result['seconds']} s{by})", flush=True)
+        return result
+
+    def report(self):
+        counts = collections.Counter((result['file'].split('/')[0], result['outcome']) for result in self.done)
+        survivors = sorted((result for result in self.done if result['outcome'] == 'survived'),
+                           key=lambda result: (result['file'], result['line']))
+        print('\n'.join(['', *(f"{each['file']}:{each['line']}: {each['change']}"
+                               f"{'' if each['tests'] else ' (no test reaches it)'}" for each in survivors), '']))
+        for folder in FOLDERS:
+            killed, total = counts[folder, 'killed'], counts[folder, 'killed'] + counts[folder, 'survived']
+            if total:
+                print(f'{folder}: {killed} of {total} changes were noticed, {100 * killed / total:.1f} %')
+        return bool(survivors)
+
+
+def read_options(words):
+    parser = argparse.ArgumentParser(prog='mutate', add_help=False)
+    parser.add_argument('files', nargs='*')
+    parser.add_argument('--sample', type=int)
+    parser.add_argument('--seed', type=int, default=1)
+    parser.add_argument('--jobs', type=int, default=1)
+    parser.add_argument('--within', type=float)
+    parser.add_argument('--survivors', action='store_true')
+    parser.add_argument('--list', action='store_true')
+    return parser.parse_args(words)
+
+
+def main(words):
+    options = read_options(words)
+    FOLDER.mkdir(parents=True, exist_ok=True)
+    if options.list:
+        print('\n'.join(f'{change.file}:{change.line}: {change}'
+                        for change in draw(sources(options.files), options.seed)[:options.sample]))
+        return
+    if not LINES.exists():
+        sys.exit('mutate: which lines each test runs is not known; run tools/coverage first')
+    session = Session(options)
+    for number in (signal.SIGINT, signal.SIGTERM):
+        signal.signal(number, lambda *_: ctests.stop())
+    with contextlib.suppress(ctests.Stopped):
+        session.go_on()
+    if ctests.stopped.is_set():
+        sys.exit('mutate: interrupted; the same command goes on from here')
+    sys.exit(1 if session.report() else 0)
+
+
+if __name__ == '__main__':
+    main(sys.argv[1:])
