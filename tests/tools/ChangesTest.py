@@ -1,12 +1,23 @@
 #!/usr/bin/env python3
-"""Which changes tools/mutate makes to a source, and what it leaves alone."""
+"""Which changes tools/mutate makes to a source and what it leaves alone, which tests it runs, and what it does again."""
+import contextlib
+import io
+import os
 import pathlib
+import shutil
 import sys
+import tempfile
 import unittest
+from unittest import mock
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / 'tools/testing'))
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / 'tools/testing'))
+SCRATCH = pathlib.Path(tempfile.mkdtemp(prefix='mxov-changes-'))
+unittest.addModuleCleanup(shutil.rmtree, SCRATCH)
+os.environ['MXOV_BUILD'] = str(SCRATCH)
 
 import changes  # noqa: E402
+import mutate  # noqa: E402
 from reach import Reach  # noqa: E402
 
 SOURCE = '''// A comment: if (a == 1) { Call(); }
@@ -150,6 +161,67 @@ class ReachTest(unittest.TestCase):
         source = 'void F() {\n    A();\n}\n'
         steps = self.reach('shared.cpp', source, [2])
         self.assertEqual(steps(changes.changes_of('shared.cpp', source)[0], 1), ['quick', 'other', 'slow'])
+
+
+class Worker:
+    """Tries changes without building them: one in three is none, one is noticed, one is not."""
+    tried = []
+
+    def __init__(self, _, options):
+        self.options = options
+
+    def steps(self, _, before):
+        return [test for test in ('first', 'second') if test not in before and self.options.tests.search(test)]
+
+    def attempt(self, change, before):
+        self.tried.append(change.key)
+        return ({'outcome': 'none', 'why': 'does not compile'}, {'outcome': 'killed', 'by': 'first', 'why': 'FAILED'},
+                {'outcome': 'survived', 'tests': sorted({*before, *self.steps(change, before)})})[int(change.key, 16) % 3]
+
+
+class SessionTest(unittest.TestCase):
+    def setUp(self):
+        mutate.FOLDER.mkdir(parents=True)
+        (SCRATCH / 'Window.cpp').write_text(SOURCE, encoding='ascii')
+        self.addCleanup(shutil.rmtree, mutate.FOLDER)
+
+    def run_session(self, *words):
+        """What was tried, and what came of it in the end."""
+        Worker.tried.clear()
+        with mock.patch.multiple(mutate, Worker=Worker, ROOT=SCRATCH, sources=lambda _: ['Window.cpp']), \
+                contextlib.redirect_stdout(io.StringIO()):
+            session = mutate.Session(mutate.read_options(words))
+            session.go_on()
+            session.report()
+        return list(Worker.tried), {result['key']: result['outcome'] for result in session.done}
+
+    def test_what_was_tried_is_not_tried_again_and_a_larger_sample_goes_on(self):
+        tried, six = self.run_session('--sample', '6')
+        self.assertEqual(len(six), 6)
+        self.assertLess(set(six), set(tried), 'what does not compile is drawn anew')
+        self.assertEqual(self.run_session('--sample', '6'), ([], six))
+        more, nine = self.run_session('--sample', '9', '--jobs', '2')
+        self.assertEqual(len(nine), 9)
+        self.assertLess(set(six), set(nine))
+        self.assertFalse(set(more) & set(tried))
+
+    def test_another_seed_draws_others(self):
+        _, one = self.run_session('--sample', '6', '--seed', '1')
+        _, two = self.run_session('--sample', '6', '--seed', '2')
+        self.assertNotEqual(set(one), set(two))
+
+    def test_what_survived_is_taken_up_when_more_tests_may_run(self):
+        _, six = self.run_session('--sample', '6', '--tests', 'first')
+        survivors = {key for key, outcome in six.items() if outcome == 'survived'}
+        self.assertTrue(survivors)
+        tried, _ = self.run_session('--sample', '6')
+        self.assertEqual(set(tried), survivors)
+
+    def test_survivors_alone_are_tried_again_on_request(self):
+        _, six = self.run_session('--sample', '6')
+        tried, again = self.run_session('--survivors')
+        self.assertEqual(set(tried), {key for key, outcome in six.items() if outcome == 'survived'})
+        self.assertEqual(again, six)
 
 
 if __name__ == '__main__':

@@ -8,8 +8,8 @@ import functools
 import json
 import os
 import pathlib
-import queue
 import random
+import re
 import signal
 import subprocess
 import sys
@@ -119,8 +119,8 @@ class Worker:
     def steps(self, change, before):
         """What to run, without what a change survived before."""
         steps = self.reach.steps(change, body_line(change), self.tree)
-        within = self.options.within or float('inf')
-        return [step for step in steps if step.seconds <= within and step.test not in before]
+        return [step for step in steps if step.seconds <= self.options.within and self.options.tests.search(step.test)
+                and step.test not in before]
 
     def first_failure(self, change, steps):
         """The first step that fails with a change, with its run."""
@@ -151,47 +151,47 @@ class Worker:
 class Session:
     def __init__(self, options):
         self.options, self.results = options, Results(FOLDER / 'results.jsonl')
-        self.waiting, self.done, self.lock = queue.SimpleQueue(), [], threading.Lock()
-        self.wanted = options.sample
+        self.drawn = draw(sources(options.files), options.seed)
+        self.wanted = min(options.sample or len(self.drawn), len(self.drawn))
+        self.waiting, self.came_of, self.lock = iter(self.drawn), {}, threading.Lock()
+
+    @property
+    def done(self):
+        """What is counted, in the order of drawing. Of changes that are tried side by side more may have come out."""
+        return [self.came_of[change.key] for change in self.drawn if change.key in self.came_of][:self.wanted]
 
     def go_on(self):
         """Tries changes until as many are counted as wanted."""
-        drawn = draw(sources(self.options.files), self.options.seed)
-        for change in drawn:
-            self.waiting.put(change)
-        self.wanted = min(self.wanted or len(drawn), len(drawn))
         with concurrent.futures.ThreadPoolExecutor(self.options.jobs) as pool:
             futures = [pool.submit(self._work, number) for number in range(1, self.options.jobs + 1)]
             for future in futures:
                 future.result()
 
+    def _next(self):
+        """The next change; None at the end."""
+        with self.lock:
+            at_end = len(self.came_of) >= self.wanted or ctests.stopped.is_set()
+            return None if at_end else next(self.waiting, None)
+
     def _work(self, number):
         worker = None
-        while not ctests.stopped.is_set():
-            with self.lock:
-                if len(self.done) >= self.wanted or self.waiting.empty():
-                    return
-                change = self.waiting.get()
+        while change := self._next():
             known = self.results.by_key.get(change.key)
-            if not known or self._again(known):
+            if known and known['outcome'] == 'survived' or not known and not self.options.survivors:
                 worker = worker or Worker(number, self.options)
                 before = set(known['tests']) if known and not self.options.survivors else set()
-                known = self._try(worker, change, before)
-            if known['outcome'] in COUNTED:
+                if not known or self.options.survivors or worker.steps(change, before):
+                    known = self._try(worker, change, before)
+            if known and known['outcome'] in COUNTED:
                 with self.lock:
-                    self.done.append(known)
-
-    def _again(self, known):
-        """A change that survived is tried again where that is asked for or more tests may run."""
-        return known['outcome'] == 'survived' and (
-            self.options.survivors or known['within'] and (self.options.within or float('inf')) > known['within'])
+                    self.came_of[change.key] = known
 
     def _try(self, worker, change, before):
         start = time.monotonic()
-        result = self.results.add(change, **worker.attempt(change, before), within=self.options.within,
+        result = self.results.add(change, **worker.attempt(change, before),
                                   seconds=round(time.monotonic() - start, 1))
         by = f", {result['by']}: {result['why']}" if 'by' in result else ''
-        print(f"{len(self.done) + 1}/{self.wanted} {result['outcome']} {change.file}:{change.line} {change} "
+        print(f"{len(self.came_of) + 1}/{self.wanted} {result['outcome']} {change.file}:{change.line} {change} "
               f"({result['seconds']} s{by})", flush=True)
         return result
 
@@ -214,7 +214,8 @@ def read_options(words):
     parser.add_argument('--sample', type=int)
     parser.add_argument('--seed', type=int, default=1)
     parser.add_argument('--jobs', type=int, default=1)
-    parser.add_argument('--within', type=float)
+    parser.add_argument('--within', type=float, default=float('inf'))
+    parser.add_argument('--tests', type=re.compile, default=re.compile(''))
     parser.add_argument('--survivors', action='store_true')
     parser.add_argument('--list', action='store_true')
     return parser.parse_args(words)
