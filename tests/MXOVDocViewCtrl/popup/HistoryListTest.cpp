@@ -118,6 +118,7 @@ TEST_F(HistoryListTest, RowsAreFoundByTheirBeginning) {
     EXPECT_EQ(Find(1, LVFI_STRING | LVFI_PARTIAL | LVFI_WRAP, L"c"), 0);
     EXPECT_EQ(Find(-1, LVFI_STRING | LVFI_PARTIAL, L"Created at the beginning"), -1);
     EXPECT_EQ(Find(-1, LVFI_STRING, L"Bo"), -1) << "only the first column counts";
+    EXPECT_EQ(Find(-1, LVFI_PARAM, L"Updated"), -1) << "rows have no values of their own";
 }
 
 TEST_F(HistoryListTest, ATypedLetterGoesToItsRow) {

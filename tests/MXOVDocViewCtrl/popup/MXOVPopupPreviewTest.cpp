@@ -42,6 +42,18 @@ std::string EvenCodes() {
     return codes + std::string{'\0', '\1'};
 }
 
+/// A bitmap of 16 bits a pixel with this much room for the three colour masks before the pixels.
+std::string MaskedBytes(DWORD room) {
+    const DWORD masks[] = {0xF800, 0x07E0, 0x001F};
+    std::string bytes = BitmapBytes(16, [&](BitmapHeaders& h) {
+        h.info.biCompression = BI_BITFIELDS;
+        h.file.bfOffBits += room;
+    });
+    bytes.insert(sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER), reinterpret_cast<const char*>(masks),
+                 room);
+    return bytes;
+}
+
 class MXOVPopupPreviewTest : public PopupFixture {
 protected:
     bool Shows(const std::string& bytes) {
@@ -80,6 +92,11 @@ TEST_F(MXOVPopupPreviewTest, DamagedOlderHeadersAreNotShown) {
     for (std::size_t length = 0; length < whole.size(); length += 7) {
         EXPECT_FALSE(Shows(whole.substr(0, length))) << length;
     }
+}
+
+TEST_F(MXOVPopupPreviewTest, ColourMasksAreShownWhenTheyAreWhole) {
+    EXPECT_TRUE(Shows(MaskedBytes(12)));
+    EXPECT_FALSE(Shows(MaskedBytes(11))) << "the pixels begin inside the masks";
 }
 
 TEST_F(MXOVPopupPreviewTest, CompressedPixelsAreShownWithAndWithoutAStatedSize) {

@@ -71,10 +71,12 @@ TEST_F(ControlPersistTest, MemoryKeepsEverything) {
         EXPECT_EQ(S_FALSE, memory->IsDirty());
     }
     const ComPtr<IUnknown> control = CreateControl();
-    ASSERT_EQ(
-        S_OK,
-        control.As<IPersistMemory>(IID_IPersistMemory)->Load(bytes.data(), static_cast<ULONG>(bytes.size())));
+    const ComPtr<IPersistMemory> memory = control.As<IPersistMemory>(IID_IPersistMemory);
+    EXPECT_EQ(S_OK, memory->InitNew());
+    ExpectDefaults();
+    ASSERT_EQ(S_OK, memory->Load(bytes.data(), static_cast<ULONG>(bytes.size())));
     ExpectChanged(control);
+    EXPECT_EQ(E_UNEXPECTED, memory->InitNew()) << "after a load";
 }
 
 TEST_F(ControlPersistTest, StorageKeepsEverything) {
@@ -205,6 +207,8 @@ TEST_F(ControlPersistTest, NothingToPersistToIsRefused) {
     EXPECT_EQ(E_POINTER, Stream(control)->Save(nullptr, TRUE));
     EXPECT_EQ(E_POINTER, Stream(control)->GetClassID(nullptr));
     EXPECT_EQ(E_POINTER, control.As<IPersistMemory>(IID_IPersistMemory)->Load(nullptr, 10));
+    EXPECT_EQ(E_POINTER, control.As<IPersistMemory>(IID_IPersistMemory)->Save(nullptr, TRUE, 10));
+    EXPECT_EQ(E_POINTER, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Save(nullptr, TRUE, TRUE));
     EXPECT_EQ(E_POINTER, control.As<IPersistStorage>(IID_IPersistStorage)->InitNew(nullptr));
     EXPECT_EQ(E_POINTER, control.As<IPersistPropertyBag>(IID_IPersistPropertyBag)->Load(nullptr, nullptr));
 }

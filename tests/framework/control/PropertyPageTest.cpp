@@ -28,12 +28,13 @@ public:
     }
     STDMETHODIMP TranslateAccelerator(MSG*) override {
         ++keys;
-        return S_FALSE;
+        return answer;
     }
 
     LONG references = 1;
     DWORD status = 0;
     int keys = 0;
+    HRESULT answer = S_FALSE; ///< to keys
 };
 
 class PropertyPageTest : public OleTest {
@@ -127,10 +128,43 @@ TEST_F(PropertyPageTest, ShowsAndAppliesAProperty) {
     EXPECT_EQ(S_OK, m_page->SetPageSite(nullptr));
 }
 
+TEST_F(PropertyPageTest, ShowsTheObjectsThatItGetsWhileItIsActive) {
+    const RECT place = {0, 0, 100, 90};
+    ASSERT_EQ(S_OK, m_page->Activate(m_frame, &place, FALSE));
+    CTestControl::last->caption = L"late";
+    IUnknown* objects[] = {m_control.Get()};
+    ASSERT_EQ(S_OK, m_page->SetObjects(1, objects));
+    EXPECT_EQ(CString(L"late"), EditText());
+    EXPECT_EQ(S_OK, m_page->Deactivate());
+    EXPECT_EQ(S_OK, m_page->SetObjects(0, nullptr));
+}
+
+TEST_F(PropertyPageTest, KeysGoToItsControlsAndThenToTheFrame) {
+    const RECT place = {0, 0, 100, 90};
+    ASSERT_EQ(S_OK, m_page->Activate(m_frame, &place, FALSE));
+    ASSERT_EQ(S_OK, m_page->Show(SW_SHOW));
+    MSG arrow = {Edit(), WM_KEYDOWN, VK_LEFT, 1, 0, {}};
+    MSG tab = {Edit(), WM_KEYDOWN, VK_TAB, 1, 0, {}};
+    EXPECT_EQ(S_FALSE, m_page->TranslateAccelerator(&tab)) << "no frame wants it";
+    ASSERT_EQ(S_OK, m_page->SetPageSite(&m_site));
+    EXPECT_EQ(S_OK, m_page->TranslateAccelerator(&arrow));
+    EXPECT_EQ(0, m_site.keys);
+    EXPECT_EQ(S_FALSE, m_page->TranslateAccelerator(&tab)) << "past its last control";
+    EXPECT_EQ(1, m_site.keys);
+    m_site.answer = S_OK;
+    EXPECT_EQ(S_OK, m_page->TranslateAccelerator(&tab));
+    EXPECT_EQ(E_POINTER, m_page->TranslateAccelerator(nullptr));
+    EXPECT_EQ(S_OK, m_page->Deactivate());
+    EXPECT_EQ(S_OK, m_page->SetPageSite(nullptr));
+}
+
 TEST_F(PropertyPageTest, WhatItDoesNotHaveIsAnsweredAsDocumented) {
     EXPECT_EQ(E_NOTIMPL, m_page->EditProperty(1));
     EXPECT_EQ(E_NOTIMPL, m_page->Help(nullptr));
     EXPECT_EQ(E_UNEXPECTED, m_page->Apply());
+    const RECT place = {0, 0, 100, 90};
+    EXPECT_EQ(E_UNEXPECTED, m_page->Move(&place));
+    EXPECT_EQ(E_POINTER, m_page->Move(nullptr));
     MockSink unscriptable;
     IUnknown* objects[] = {nullptr};
     EXPECT_EQ(E_NOINTERFACE, m_page->SetObjects(1, objects));
