@@ -56,6 +56,12 @@ public:
         return count;
     }
 
+    [[nodiscard]] COLORREF At(int x, int y) const {
+        GdiFlush();
+        const DWORD pixel = m_pixels[y * kWidth + x];
+        return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
+    }
+
 private:
     static constexpr DWORD kUntouched = 0x00123456;
     HDC m_dc;
@@ -172,6 +178,25 @@ TEST_F(ActivationTest, OddAmbientValuesAreHarmless) {
         }
         ExpectDraws(View().Get(), "odd ambient values");
         EXPECT_EQ(S_OK, InPlace()->InPlaceDeactivate());
+    }
+}
+
+TEST_F(ActivationTest, DrawsInTheContainersBackgroundColour) {
+    constexpr COLORREF kCopper = RGB(184, 115, 51);
+    const std::pair<DWORD, COLORREF> colours[] = {
+        {kCopper, kCopper}, {0x80000000 | COLOR_HIGHLIGHT, GetSysColor(COLOR_HIGHLIGHT)}};
+    ASSERT_EQ(S_OK, Activate());
+    for (const auto& [ambient, drawn] : colours) {
+        VARIANT colour = {};
+        colour.vt = VT_I4;
+        colour.lVal = static_cast<LONG>(ambient);
+        container.ambients[DISPID_AMBIENT_BACKCOLOR] = colour;
+        const Canvas canvas;
+        const RECTL bounds = {10, 10, 90, 70};
+        EXPECT_EQ(S_OK, View()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, canvas.Dc(), &bounds,
+                                     nullptr, nullptr, 0));
+        EXPECT_EQ(canvas.At(50, 40), drawn);
+        EXPECT_EQ(canvas.At(10, 10), drawn);
     }
 }
 
