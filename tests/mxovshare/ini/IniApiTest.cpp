@@ -131,6 +131,9 @@ TEST(INIFile, AgreesWithThePlatformOnOddFiles) {
         "k==v",        "k=[t]",           "k\t= v\n", "[t] ; x\nk=1", "[t]k=1\nk=2", "k=a\xE9"};
     const TempFolder folder;
     for (const std::string_view line : lines) {
+        if (IsDBCSLeadByte(static_cast<BYTE>(line.back()))) {
+            continue; // there the platform takes the line end for the second half of a character
+        }
         for (const std::string start :
              {"[s]\r\n", "[ s ]\r\n", "  [s] x\n", "[s]\r", "\n\n[S]\n\n", "[t]\nk=0\n[s]\n"}) {
             const std::string bytes = start + std::string(line) + "\n[u]\nk=7\n";

@@ -1,6 +1,7 @@
 #include "compare/PackageDifferences.h"
 
 #include "mxovpackage.h"
+#include "package/ValueText.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -80,11 +81,12 @@ TEST_F(PackageDifferencesTest, FilesKeysAndHistoryAreListed) {
     ASSERT_TRUE(report.result.ok) << report.result.message.c_str();
     EXPECT_EQ(report.lines.size(), 9u);
     EXPECT_EQ(DetailsOf(report, L"Content changed", L"1.nc"),
-              L"18 bytes \u2192 17 bytes\r\nNC\\1.nc\r\n- 1: N10 G0 X1\r\n+ 1: N5 G0 X2");
-    EXPECT_EQ(DetailsOf(report, L"Document added", L"3.nc"), L"3 bytes\r\nNC\\3.nc");
-    EXPECT_EQ(DetailsOf(report, L"Document removed", L"gone.nc"), L"4 bytes\r\nNC\\gone.nc");
+              ByteSizeText(18) + L" \u2192 " + ByteSizeText(17) +
+                  L"\r\nNC\\1.nc\r\n- 1: N10 G0 X1\r\n+ 1: N5 G0 X2");
+    EXPECT_EQ(DetailsOf(report, L"Document added", L"3.nc"), ByteSizeText(3) + L"\r\nNC\\3.nc");
+    EXPECT_EQ(DetailsOf(report, L"Document removed", L"gone.nc"), ByteSizeText(4) + L"\r\nNC\\gone.nc");
     EXPECT_EQ(DetailsOf(report, L"Renamed", L"b.txt"), L"From a.txt");
-    EXPECT_EQ(DetailsOf(report, L"Added", L"c.txt"), L"5 bytes\r\nc.txt");
+    EXPECT_EQ(DetailsOf(report, L"Added", L"c.txt"), ByteSizeText(5) + L"\r\nc.txt");
     EXPECT_EQ(DetailsOf(report, L"Changed", L"Version"), L"Example 2024 \u2192 Example 2025");
     EXPECT_EQ(DetailsOf(report, L"History entry added", L"2024-01-01 00:00:00"), L"Updated, B");
 }
@@ -190,8 +192,8 @@ TEST_F(DocumentLinesTest, AnAddedDocumentIsOneLine) {
     EXPECT_EQ(Listed("", Additional("ReferanceFiles\\plan.txt", true), {L"ReferanceFiles\\plan.txt"}),
               L"Document added|plan.txt|Copy in the package: ReferanceFiles\\plan.txt\n");
     EXPECT_EQ(Listed("", Additional("C:\\jobs\\list.pdf", false, "Tools")),
-              L"Document added|list.pdf|Link to C:\\jobs\\list.pdf\r\nTools\nAdded|plan.txt|3 bytes\r\n"
-              L"ReferanceFiles\\plan.txt\n");
+              L"Document added|list.pdf|Link to C:\\jobs\\list.pdf\r\nTools\nAdded|plan.txt|" +
+                  ByteSizeText(3) + L"\r\nReferanceFiles\\plan.txt\n");
 }
 
 TEST_F(DocumentLinesTest, ARemovedDocumentIsOneLine) {
