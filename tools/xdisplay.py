@@ -94,6 +94,10 @@ class Display:
 
     def picture(self, window=None, part=None, compression=9):
         """A window or the whole display as a PNG file; `part`: left, top, width and height of a part."""
+        return png(*self.pixels(window, part), compression)
+
+    def pixels(self, window=None, part=None):
+        """The width, the height and the lines of what `picture` shows, as `png` takes them."""
         window = self.root if window is None else Window(window)
         if part is None:
             root, numbers = Window(), [ctypes.c_uint() for _ in range(6)]
@@ -113,4 +117,4 @@ class Display:
             for place in (1, 2, 3):
                 line[place::3] = pixels[start + 3 - place:start + 4 * width:4]
             lines.append(line)
-        return png(width, height, lines, compression)
+        return width, height, lines

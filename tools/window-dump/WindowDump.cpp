@@ -160,15 +160,19 @@ int NumberIn(const std::string& word) {
 // Carries a command out; the exit code.
 int Run(const std::vector<std::string>& words) {
     const std::map<std::string_view, std::size_t> known = {
-        {"catalogue", 1}, {"windows", 1}, {"press", 2},
-        {"insert", 3},    {"input", 3},   {"forget", 2},
-        {"copied", 1},    {"names", 1},   {"copy", std::max<std::size_t>(words.size(), 2)}};
+        {"catalogue", 1}, {"windows", 1},
+        {"press", 2},     {"insert", 3},
+        {"input", 3},     {"forget", 2},
+        {"command", 2},   {"copied", 1},
+        {"names", 1},     {"copy", std::max<std::size_t>(words.size(), 2)}};
     const std::string command = words.empty() ? "" : words.front();
     const auto found = known.find(command);
     if (found == known.end() || words.size() != found->second) {
-        std::fputs("usage: WindowDump catalogue | windows | press NUMBER | insert NUMBER FILE | input X Y | "
-                   "copy FILE... | copied | names | forget KEY | serve\n",
-                   stderr);
+        std::fputs(
+            "usage: WindowDump catalogue | windows | press NUMBER | command NUMBER | insert NUMBER FILE | "
+            "input X Y | "
+            "copy FILE... | copied | names | forget KEY | serve\n",
+            stderr);
         return 2;
     }
     try {
@@ -184,6 +188,8 @@ int Run(const std::vector<std::string>& words) {
             std::printf("%s\n", WindowsJson(frame).c_str());
         } else if (command == "press") {
             PressButton(frame, NumberIn(words[1]));
+        } else if (command == "command") { // of the menu
+            PostMessageW(frame, WM_COMMAND, static_cast<WPARAM>(NumberIn(words[1])), 0);
         } else if (command == "insert") {
             InsertText(frame, NumberIn(words[1]), ReadText(words[2].c_str()));
         } else if (command == "copy") {
