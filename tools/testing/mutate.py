@@ -111,8 +111,10 @@ class Worker:
         name = ' '.join((step.test, *step.suites))
         if name not in self.passes:
             self.passes[name] = self.run(step).passed
-            self.noted.write_text(json.dumps({'digest': self.tree.digest, 'passes': self.passes}))
-            if not self.passes[name]:
+            if self.passes[name]:
+                passes = {each: True for each, passed in self.passes.items() if passed}  # what fails is run again next time
+                self.noted.write_text(json.dumps({'digest': self.tree.digest, 'passes': passes}))
+            else:
                 print(f'mutate: {step.test} fails without any change and is left out', flush=True)
         return self.passes[name]
 
@@ -151,9 +153,15 @@ class Worker:
 class Session:
     def __init__(self, options):
         self.options, self.results = options, Results(FOLDER / 'results.jsonl')
-        self.drawn = draw(sources(options.files), options.seed)
+        files = sources(options.files)
+        self.drawn = self._survivors(files) if options.survivors else draw(files, options.seed)
         self.wanted = min(options.sample or len(self.drawn), len(self.drawn))
         self.waiting, self.came_of, self.lock = iter(self.drawn), {}, threading.Lock()
+
+    def _survivors(self, files):
+        """All that no test noticed so far, however it was drawn."""
+        every = (change for file in files for change in changes_in(file).all())
+        return [change for change in every if self.results.by_key.get(change.key, {}).get('outcome') == 'survived']
 
     @property
     def done(self):
@@ -177,12 +185,12 @@ class Session:
         worker = None
         while change := self._next():
             known = self.results.by_key.get(change.key)
-            if known and known['outcome'] == 'survived' or not known and not self.options.survivors:
+            if not known or known['outcome'] == 'survived':
                 worker = worker or Worker(number, self.options)
                 before = set(known['tests']) if known and not self.options.survivors else set()
                 if not known or self.options.survivors or worker.steps(change, before):
                     known = self._try(worker, change, before)
-            if known and known['outcome'] in COUNTED:
+            if known['outcome'] in COUNTED:
                 with self.lock:
                     self.came_of[change.key] = known
 
