@@ -44,7 +44,7 @@ std::string HalfNoise(unsigned seed) {
     return bytes;
 }
 
-/// A package and its folder, of this size.
+/// A package and its folder, of this size, in which the first file has changed since.
 class Package {
 public:
     explicit Package(int megabytes) {
@@ -53,6 +53,7 @@ public:
             m_folder.Write(L"GCode\\" + std::to_wstring(i), HalfNoise(static_cast<unsigned>(i)));
         }
         Require(mxovshare::CreatePackage(m_folder.Path(), File()).ok, "packing");
+        m_folder.Write(L"GCode\\0", HalfNoise(static_cast<unsigned>(megabytes)));
     }
 
     [[nodiscard]] const std::wstring& Folder() const { return m_folder.Path(); }
@@ -125,7 +126,7 @@ int wmain(int count, wchar_t** arguments) {
         const Package package(kSizes[i]);
         const std::string size = std::to_string(kSizes[i]) + " MB";
         saving[i] = PeakOf(L"save", package.Folder(), package.File());
-        Print(("save of " + size).c_str(), saving[i]);
+        Print(("save of " + size + " after one change").c_str(), saving[i]);
         unpacking[i] = PeakOf(L"unpack", package.File(), package.Target());
         Print(("unpacking of " + size).c_str(), unpacking[i]);
     }

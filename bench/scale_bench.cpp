@@ -1,12 +1,10 @@
-// How the time of loading, saving, checking, listing and unpacking grows with the number of documents.
-#include "ControlClient.h"
+// How the time of saving, checking, listing and unpacking grows with the number of documents. That of loading
+// is in catalogue_bench.
 #include "mxovpackage.h"
 #include "mxovshare.h"
 #include "Report.h"
 #include "TempFolder.h"
 #include "Timing.h"
-
-#include <commctrl.h>
 
 #include <cmath>
 #include <cstdio>
@@ -18,9 +16,7 @@
 namespace {
 
 constexpr int kCounts[] = {10, 100, 1000, 10'000, 100'000};
-constexpr int kRuns = 7;
 constexpr double kMostGrowth = 1.1; // exponent
-constexpr int kProgramList = 1005;
 
 void Require(bool done, const char* what) {
     if (!done) {
@@ -29,12 +25,13 @@ void Require(bool done, const char* what) {
     }
 }
 
-/// A folder of so many G-code files of some hundred bytes, and the package made of it.
+/// So many G-code files of some hundred bytes, a hundred to a folder, and the package made of them. (With all
+/// in one folder Wine reads its names for each new file.)
 class Documents {
 public:
     explicit Documents(int count) : m_count(count) {
         m_folder.Write(L"mxinfo.ini",
-                       "[FILEINFO]\r\nMaxtlreVersion=Package Writer 2024\r\nGCode=GCode\\0.nc\r\n");
+                       "[FILEINFO]\r\nMaxtlreVersion=Package Writer 2024\r\nGCode=GCode\\0\\0.nc\r\n");
         for (int i = 0; i < count; ++i) {
             Change(i, 1);
         }
@@ -47,10 +44,13 @@ public:
             text += "N" + std::to_string(line) + "0 G01 X" + std::to_string(number) + "." +
                     std::to_string(line) + " F" + std::to_string(feed) + "\r\n";
         }
-        m_folder.Write(L"GCode\\" + std::to_wstring(number) + L".nc", text);
+        m_folder.Write(L"GCode\\" + std::to_wstring(number / 100) + L"\\" + std::to_wstring(number) + L".nc",
+                       text);
     }
 
     [[nodiscard]] int Count() const { return m_count; }
+    /// How often each work is done: unpacking the most takes minutes.
+    [[nodiscard]] int Runs() const { return m_count > 10'000 ? 1 : 7; }
     [[nodiscard]] std::wstring Package() const { return m_work / L"p.mxov"; }
     [[nodiscard]] const TempFolder& Folder() const { return m_folder; }
 
@@ -60,19 +60,10 @@ private:
     TempFolder m_work;
 };
 
-double Load(const Documents& documents) {
-    ControlClient client;
-    const double time = bench::Median(kRuns, [&] {
-        client.Call(L"LoadFile", {documents.Folder().PathWithSeparator(), L""});
-    });
-    Require(SendMessageW(client.Item(kProgramList), LVM_GETITEMCOUNT, 0, 0) == documents.Count(), "loading");
-    return time;
-}
-
 double Save(const Documents& documents) {
     int feed = 100;
     return bench::Median(
-        kRuns, [&] { documents.Change(0, ++feed); },
+        documents.Runs(), [&] { documents.Change(0, ++feed); },
         [&] {
             mxovshare::Utils::ReGenerateOrvandoFile(documents.Folder().Path(), documents.Package(),
                                                     L"Edited");
@@ -80,12 +71,12 @@ double Save(const Documents& documents) {
 }
 
 double Check(const Documents& documents) {
-    return bench::Median(kRuns,
+    return bench::Median(documents.Runs(),
                          [&] { Require(mxovshare::VerifyPackage(documents.Package()).ok, "checking"); });
 }
 
 double List(const Documents& documents) {
-    return bench::Median(kRuns, [&] {
+    return bench::Median(documents.Runs(), [&] {
         std::vector<mxovshare::PackageEntry> entries;
         Require(mxovshare::ListPackage(documents.Package(), entries).ok &&
                     static_cast<int>(entries.size()) >= documents.Count(),
@@ -95,7 +86,7 @@ double List(const Documents& documents) {
 
 double Unpack(const Documents& documents) {
     std::vector<double> times;
-    for (int run = 0; run < kRuns; ++run) {
+    for (int run = 0; run < documents.Runs(); ++run) {
         const TempFolder target;
         times.push_back(bench::Time([&] {
             Require(mxovshare::UnpackPackage(documents.Package(), target / L"unpacked").ok, "unpacking");
@@ -104,16 +95,17 @@ double Unpack(const Documents& documents) {
     return bench::MedianOf(times);
 }
 
-constexpr struct {
+struct Work {
     const char* name;
     double (*time)(const Documents&);
-} kWorks[] = {
-    {"load", Load}, {"save after one change", Save}, {"check", Check}, {"list", List}, {"unpack", Unpack}};
+};
+
+constexpr Work kWorks[] = {
+    {"save after one change", Save}, {"check", Check}, {"list", List}, {"unpack", Unpack}};
 
 } // namespace
 
 int main() {
-    const ComApartment apartment;
     std::map<std::string, double> before;
     for (const int count : kCounts) {
         const Documents documents(count);

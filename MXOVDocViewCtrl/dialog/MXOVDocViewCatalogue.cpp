@@ -8,6 +8,7 @@
 #include "package/RecordLists.h"
 
 #include <algorithm>
+#include <climits>
 #include <utility>
 
 using namespace docview;
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int kSizeColumn = 1;
 constexpr int kDateColumn = 2;
+constexpr int kBehindAll = INT_MAX;
 constexpr DocumentCategory kCategories[] = {DocumentCategory::PartAssembly, DocumentCategory::GCode,
                                             DocumentCategory::SetupSheets,
                                             DocumentCategory::AdditionalDocument};
@@ -102,7 +104,7 @@ void MXOVDocViewActiveXDlg::ShowRow(CListCtrl& list, const ListRow& row) {
     if (!list.GetSafeHwnd()) {
         return;
     }
-    const int place = list.InsertItem(list.GetItemCount(), row.name.c_str(), row.image);
+    const int place = list.InsertItem(kBehindAll, row.name.c_str(), row.image);
     list.SetItemText(place, kSizeColumn, row.size.c_str());
     list.SetItemText(place, kDateColumn, row.date.c_str());
 }
