@@ -109,6 +109,12 @@ TEST_F(MXOVDocViewListsTest, ShareTwoImageListsOfThreeImages) {
         ASSERT_TRUE(ImageList_GetIconSize(images, &width, &height));
         EXPECT_EQ(width, size);
         EXPECT_EQ(height, size);
+        IMAGEINFO info = {};
+        BITMAP bitmap = {};
+        ASSERT_TRUE(ImageList_GetImageInfo(images, 0, &info));
+        EXPECT_NE(GetObjectW(info.hbmImage, sizeof bitmap, &bitmap), 0);
+        EXPECT_EQ(bitmap.bmBitsPixel, 8);
+        EXPECT_NE(info.hbmMask, nullptr);
     }
 }
 
