@@ -1,5 +1,7 @@
 #include "RealMouse.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kAbsoluteRange = 65536;
@@ -40,7 +42,10 @@ bool PumpUntil(const std::function<bool()>& condition, ULONGLONG patience) {
         if (now >= end) {
             return false;
         }
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now), QS_ALLINPUT);
+        // What does not come as a message, such as a file, is looked for too.
+        constexpr ULONGLONG kTurn = 20; // milliseconds
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(std::min(end - now, kTurn)),
+                                  QS_ALLINPUT);
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
             TranslateMessage(&message);

@@ -6,7 +6,7 @@
 #include <functional>
 
 /// Handles messages until the condition holds; false when it does not in time (milliseconds).
-bool PumpUntil(const std::function<bool()>& condition, ULONGLONG patience = 10000);
+bool PumpUntil(const std::function<bool()>& condition, ULONGLONG patience = 60000);
 
 /// Sends a mouse message of SendInput that bears its place on the screen, in pixels. A message without one
 /// can go astray: the display server's report that a window came up under its own pointer may move the mouse
