@@ -5,6 +5,7 @@ import os
 import re
 import shutil
 import struct
+import subprocess
 import unittest
 import zipfile
 
@@ -88,7 +89,9 @@ class ArchiveTest(ReleaseCase):
 
     def test_everything_is_small(self):
         self.assertIn(ARCHIVE, {path.name for path in self.out.iterdir()})
-        self.assertLess(sum(path.stat().st_size for path in self.out.iterdir()), 4 * 1024 * 1024)
+        compiler = subprocess.run(['x86_64-w64-mingw32-g++-posix', '-dumpversion'], capture_output=True, text=True, check=True).stdout
+        most = 4 if compiler.startswith('12') else 5  # a newer one brings a larger run-time library into each program
+        self.assertLess(sum(path.stat().st_size for path in self.out.iterdir()), most * 1024 * 1024)
 
     def test_the_same_files_give_the_same_bytes(self):
         copy = self.folder / 'other place'
