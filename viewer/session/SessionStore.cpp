@@ -37,6 +37,13 @@ void RemoveFinished(const std::wstring& sessions) {
     }
 }
 
+// Wine lets nobody list a folder while somebody tries to remove it, also one that is not empty and stays.
+void RemoveIfEmpty(const std::wstring& folder) {
+    if (EntriesOf(folder).empty()) {
+        RemoveDirectoryW(folder.c_str());
+    }
+}
+
 bool MakeFolder(const std::wstring& folder) {
     return CreateDirectoryW(folder.c_str(), nullptr) || GetLastError() == ERROR_ALREADY_EXISTS;
 }
@@ -149,7 +156,7 @@ void SessionStore::RemoveLeftovers() noexcept {
     RunInBackground([this] {
         for (const std::wstring& folder : m_folders) {
             RemoveFinished(folder);
-            RemoveDirectoryW(folder.c_str()); // when it is empty
+            RemoveIfEmpty(folder);
         }
     });
 }
@@ -157,7 +164,7 @@ void SessionStore::RemoveLeftovers() noexcept {
 void SessionStore::Remove(const std::wstring& folder) noexcept {
     RunInBackground([folder] {
         RemoveFolder(folder);
-        RemoveDirectoryW(ParentFolder(folder).c_str()); // when it is empty
+        RemoveIfEmpty(ParentFolder(folder));
     });
 }
 
