@@ -3,8 +3,17 @@
 #pragma once
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace bench {
+
+/// Ends the program when a step of it failed, which it names.
+inline void Require(bool done, const char* what) {
+    if (!done) {
+        std::printf("%s failed\n", what);
+        std::exit(1);
+    }
+}
 
 /// A line without a ratio, in milliseconds.
 inline void Row(const char* what, double milliseconds) {

@@ -10,22 +10,16 @@
 #include <psapi.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <random>
 #include <string>
+
+using bench::Require;
 
 namespace {
 
 constexpr double kMostGrowth = 64; // MB, between a small and a large package
 constexpr std::size_t kFileSize = 4'000'000;
 constexpr int kFailed = -1;
-
-void Require(bool done, const char* what) {
-    if (!done) {
-        std::printf("%s failed\n", what);
-        std::exit(1);
-    }
-}
 
 /// The most that this process has had in memory, MB.
 double PeakOfThisProcess() {

@@ -10,7 +10,6 @@
 #include "zip/ZipDirectory.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <vector>
 
 using namespace mxovshare;
@@ -20,13 +19,6 @@ namespace {
 
 constexpr int kRuns = 5;
 constexpr int kSavingRuns = 15; // the disk's times scatter
-
-void Require(bool done, const char* what) {
-    if (!done) {
-        std::printf("%s failed\n", what);
-        std::exit(1);
-    }
-}
 
 std::uint64_t SizeOf(const std::wstring& path) {
     WIN32_FILE_ATTRIBUTE_DATA data = {};

@@ -8,22 +8,16 @@
 
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <string>
 #include <vector>
+
+using bench::Require;
 
 namespace {
 
 constexpr int kCounts[] = {10, 100, 1000, 10'000, 100'000};
 constexpr double kMostGrowth = 1.1; // exponent
-
-void Require(bool done, const char* what) {
-    if (!done) {
-        std::printf("%s failed\n", what);
-        std::exit(1);
-    }
-}
 
 /// So many G-code files of some hundred bytes, a hundred to a folder, and the package made of them. (With all
 /// in one folder Wine reads its names for each new file.)

@@ -18,7 +18,7 @@ std::uint64_t TotalSize(const std::vector<ZipEntry>& entries);
 /// The entry's name as a path relative to the package folder, separated by "\".
 std::wstring RelativePath(const ZipEntry& entry);
 
-/// Takes the size of a piece that was unpacked. Throws Cancelled once the work is to stop.
+/// Counts an unpacked piece as progress. Throws Cancelled once the work is to stop.
 using OnPiece = std::function<void(Bytes)>;
 
 /// Unpacks the entry of an index, on any thread, and passes each piece to `onPiece`. May throw.

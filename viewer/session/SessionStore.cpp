@@ -37,7 +37,7 @@ void RemoveFinished(const std::wstring& sessions) {
     }
 }
 
-// Wine lets nobody list a folder while somebody tries to remove it, also one that is not empty and stays.
+// Under Wine, trying to remove a folder that is not empty makes listing it fail for a moment.
 void RemoveIfEmpty(const std::wstring& folder) {
     if (EntriesOf(folder).empty()) {
         RemoveDirectoryW(folder.c_str());

@@ -7,8 +7,8 @@
 
 namespace viewer {
 
-/// Base of such objects. Opened centred on its owner, with the focus shown; what a handler throws for want of
-/// memory leaves the dialog as it is.
+/// Base class. Opens centred on its owner and shows the focus. An exception thrown by a handler is
+/// caught; the dialog stays open and unchanged.
 class Dialog {
 public:
     virtual ~Dialog() = default;
