@@ -4,6 +4,7 @@ import struct
 import zlib
 
 Window = ctypes.c_ulong
+CLIENT_MESSAGE = 33
 ALL_PLANES, Z_PIXMAP = ctypes.c_ulong(-1), 2
 ERROR_HANDLER = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
 
@@ -14,6 +15,13 @@ class Image(ctypes.Structure):
                 ('data', ctypes.c_void_p), ('byte_order', ctypes.c_int), ('unit', ctypes.c_int),
                 ('bit_order', ctypes.c_int), ('pad', ctypes.c_int), ('depth', ctypes.c_int),
                 ('line_bytes', ctypes.c_int), ('pixel_bits', ctypes.c_int)]
+
+
+class Message(ctypes.Structure):
+    """Xlib's XClientMessageEvent, as long as an XEvent."""
+    _fields_ = [('type', ctypes.c_int), ('serial', ctypes.c_ulong), ('is_sent', ctypes.c_int),
+                ('display', ctypes.c_void_p), ('window', Window), ('message', ctypes.c_ulong), ('format', ctypes.c_int),
+                ('data', ctypes.c_long * 17)]
 
 
 def png(width, height, lines, compression=9):
@@ -38,6 +46,7 @@ class Display:
         self.x = ctypes.CDLL('libX11.so.6')
         self.x.XOpenDisplay.restype = ctypes.c_void_p
         self.x.XDefaultRootWindow.restype = Window
+        self.x.XInternAtom.restype = ctypes.c_ulong
         self.x.XGetImage.restype = ctypes.POINTER(Image)
         self.x.XSetErrorHandler(ignore_error)
         self.display = ctypes.c_void_p(self.x.XOpenDisplay(None))
@@ -79,6 +88,14 @@ class Display:
         test.XTestFakeButtonEvent.argtypes = [ctypes.c_void_p, ctypes.c_uint, ctypes.c_int, ctypes.c_ulong]
         for pressed in (1, 0, 1, 0):
             test.XTestFakeButtonEvent(self.display, 1, pressed, 0)
+        self.x.XFlush(self.display)
+
+    def close(self, window):
+        """Asks a window to close, as the button in its title does."""
+        protocols, close = (self.x.XInternAtom(self.display, name, False) for name in (b'WM_PROTOCOLS', b'WM_DELETE_WINDOW'))
+        message = Message(type=CLIENT_MESSAGE, window=window, message=protocols, format=32)
+        message.data[0] = close
+        self.x.XSendEvent(self.display, Window(window), False, ctypes.c_long(0), ctypes.byref(message))
         self.x.XFlush(self.display)
 
     def area(self, window):

@@ -6,7 +6,6 @@ import os
 import pathlib
 import re
 import shutil
-import signal
 import struct
 import subprocess
 import tempfile
@@ -279,7 +278,7 @@ class ViewerCase(unittest.TestCase):
 
 
 def explorer_windows():
-    """What is selected in the visible folder windows of the system, by their processes."""
+    """The display's visible folder windows of the system, and what is selected in each."""
     shown = {}
     for process in pathlib.Path('/proc').iterdir():
         try:
@@ -287,10 +286,10 @@ def explorer_windows():
         except (OSError, NotADirectoryError):
             continue
         if words[0].lower().endswith('explorer.exe') and len(words) > 1 and words[1].startswith('/select,'):
-            found = subprocess.run(['xdotool', 'search', '--onlyvisible', '--pid', process.name, ''], check=False,
+            found = subprocess.run(['xdotool', 'search', '--all', '--onlyvisible', '--pid', process.name, '.'], check=False,
                                    capture_output=True, text=True)
-            if found.stdout.strip():
-                shown[int(process.name)] = words[1].removeprefix('/select,').strip('"')
+            selected = words[1].removeprefix('/select,').strip('"')
+            shown |= {int(window): selected for window in found.stdout.split()}
     return shown
 
 
@@ -332,8 +331,8 @@ class DocumentOpeningCase(ViewerCase):
         viewer.wait_until_nothing_hinders(f'the folder with {path}', lambda: (
             None if path in explorer_windows().values() else str(explorer_windows())))
         viewer.photograph('e2e-shown-in-folder')
-        for process in [number for number, selected in explorer_windows().items() if selected == path]:
-            os.kill(process, signal.SIGKILL)
+        for window in [window for window, selected in explorer_windows().items() if selected == path]:
+            viewer.display().close(window)
         viewer.wait_until_nothing_hinders('the window is closed', lambda: (
             str(explorer_windows()) if explorer_windows() else None))
 

@@ -190,6 +190,7 @@ TEST_F(PreviewHostTest, AHandlerThatNoLongerAnswersCannotBeTakenOut) {
     host->Show({kTestHandler, m_folder.Write(L"a.tst", "stuck"), "stuck"});
     ASSERT_TRUE(PumpUntil(IsFieldVisible));
     MoveWindow(host->Handle(), 0, 0, 50, 50, FALSE);
+    ASSERT_TRUE(PumpUntil([] { return TextPreviewHandler::Record().isStuck; }));
     const ULONGLONG begin = GetTickCount64();
     EXPECT_FALSE(host->End());
     EXPECT_LT(GetTickCount64() - begin, 4000U);

@@ -20,6 +20,7 @@ struct PreviewRecord {
     std::wstring file; ///< that it was passed; empty when it got a stream
     int unloads = 0;
     HWND field = nullptr;
+    bool isStuck = false; ///< in a change of the size that does not return
 };
 
 class TextPreviewHandler final
@@ -66,6 +67,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE SetRect(const RECT* area) noexcept override {
         if (m_text.starts_with("stuck")) {
+            Record().isStuck = true;
             Sleep(INFINITE);
         }
         m_area = *area;
