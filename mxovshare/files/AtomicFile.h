@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <thread>
 
 namespace mxovshare {
 
@@ -32,6 +33,10 @@ public:
     /// The open temporary file, for seeking, reading back and writing in place; closed by Commit.
     HANDLE Handle() const { return m_file.get(); }
 
+    /// Starts to flush what was written so far on another thread, so that Commit has less to wait for. It
+    /// also reports a failure of this, which the system may report only once.
+    void FlushMeanwhile();
+
     /// Flushes, replaces the target and closes, waiting while the target is in use. A read-only target is
     /// left as it is and fails; otherwise its attributes are kept. False leaves the target unchanged and
     /// removes the temporary file. `beforeReplace`, if given, is called immediately before each attempt to
@@ -50,6 +55,7 @@ private:
     bool Fail(DWORD error);
     bool Create();
     bool Flush();
+    bool EndFlush();
     bool KeepAttributes();
     bool Replace(const std::function<void()>& beforeReplace);
     void Discard();
@@ -58,6 +64,8 @@ private:
     std::wstring m_temporary;
     DWORD m_patience;
     common::UniqueHandle m_file;
+    std::thread m_flushing;             // ends before the handle is closed
+    DWORD m_flushError = ERROR_SUCCESS; // of that thread, once it has ended
     DWORD m_error = ERROR_SUCCESS;
     bool m_exists = false; // the temporary file is ours to remove
 };

@@ -111,29 +111,45 @@ bool DropUnusable(const std::vector<Outcome>& outcomes, std::vector<const ZipEnt
     return dropped;
 }
 
-// Verifies what was packed from files. The directory is in the order of the items.
-void VerifyPacked(const ByteSource& file, const std::vector<Outcome>& outcomes, ProgressMeter& meter) {
-    const std::vector<ZipEntry> entries = ReadZipDirectory(file);
-    std::vector<ZipEntry> packed;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (outcomes[i] == Outcome::Packed) {
-            packed.push_back(entries[i]);
-        }
+// The entries whose items have this outcome. The directory is in the order of the items.
+std::vector<ZipEntry> EntriesWith(Outcome outcome, const std::vector<Outcome>& outcomes,
+                                  const ByteSource& file) {
+    std::vector<ZipEntry> entries = ReadZipDirectory(file);
+    std::size_t i = 0;
+    std::erase_if(entries, [&](const ZipEntry&) { return outcomes[i++] != outcome; });
+    return entries;
+}
+
+void Verify(const ByteSource& file, const std::vector<ZipEntry>& entries, ProgressMeter& meter) {
+    CheckEntries(file, entries, meter, &VerifiedEntryCache::Instance());
+}
+
+bool IsSound(const ByteSource& file, const std::vector<ZipEntry>& entries, ProgressMeter& meter) {
+    try {
+        Verify(file, entries, meter);
+        return true;
+    } catch (const PackageError&) {
+        return false;
     }
-    CheckEntries(file, packed, meter, &VerifiedEntryCache::Instance());
 }
 
 // Closes the old package on return, so that it can be replaced.
-void PackInto(HANDLE target, const std::wstring& file, const std::vector<FolderItem>& items,
+void PackInto(AtomicFile& target, const std::wstring& file, const std::vector<FolderItem>& items,
               ProgressMeter& meter) {
-    OpenFile packed(target, file);
+    OpenFile packed(target.Handle(), file);
     const OldPackage old(file);
     std::vector<const ZipEntry*> reuse = FindReuseCandidates(items, old.Entries());
-    std::vector<Outcome> outcomes;
-    do {
-        outcomes = PackItems(packed, items, old, reuse, meter);
-    } while (DropUnusable(outcomes, reuse));
-    VerifyPacked(packed, outcomes, meter);
+    for (;;) {
+        const std::vector<Outcome> outcomes = PackItems(packed, items, old, reuse, meter);
+        if (DropUnusable(outcomes, reuse)) {
+            continue;
+        }
+        target.FlushMeanwhile(); // the disk works while the processors verify
+        if (IsSound(packed, EntriesWith(Outcome::Copied, outcomes, packed), meter)) {
+            return Verify(packed, EntriesWith(Outcome::Packed, outcomes, packed), meter);
+        }
+        std::ranges::fill(reuse, nullptr);
+    }
 }
 
 } // namespace
@@ -153,7 +169,7 @@ void NewPackage::Pack(const std::wstring& folder, PackageProgress* progress, con
     for (int attempt = 1;; ++attempt, pause *= 2) {
         try {
             RefuseTooMuch(folder, items);
-            PackInto(m_target.Handle(), m_file, items, meter);
+            PackInto(m_target, m_file, items, meter);
             return;
         } catch (const FileChanged&) {
             if (attempt == kAttempts) {
@@ -176,7 +192,9 @@ void NewPackage::Pack(const std::vector<FolderItem>& items, const ByteSource& ol
             throw EntryError(items[i].item.name, "its data is damaged");
         }
     }
-    VerifyPacked(packed, outcomes, meter);
+    m_target.FlushMeanwhile();
+    Verify(packed, EntriesWith(Outcome::Copied, outcomes, packed), meter);
+    Verify(packed, EntriesWith(Outcome::Packed, outcomes, packed), meter);
 }
 
 std::wstring NewPackage::KeepProperties() {

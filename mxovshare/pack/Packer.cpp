@@ -106,9 +106,11 @@ private:
                 return Outcome::Different;
             }
             m_target.writer.CopyReserved(*file.place, m_old, *file.entry, checkpoint);
-            VerifiedEntryCache::Instance().Verify(m_target.file, *file.place, checkpoint);
+            if (!VerifiedEntryCache::Instance().IsVerified(m_target.file, *file.place, checkpoint)) {
+                return Outcome::Copied;
+            }
             m_target.copied += file.entry->size;
-            return Outcome::Copied;
+            return Outcome::Verified;
         } catch (const PackageError&) {
             return Outcome::Damaged;
         }

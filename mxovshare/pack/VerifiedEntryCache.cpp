@@ -1,7 +1,6 @@
 #include "pack/VerifiedEntryCache.h"
 
 #include "zip/Checksum.h"
-#include "zip/EntryReader.h"
 #include "zip/ZipFormat.h"
 
 namespace mxovshare {
@@ -31,19 +30,18 @@ std::optional<std::uint32_t> VerifiedEntryCache::PackedChecksum(const ZipEntry& 
     return found != m_verified.end() ? std::optional(found->second) : std::nullopt;
 }
 
-void VerifiedEntryCache::Verify(const ByteSource& source, const ZipEntry& entry,
-                                const std::function<void(Bytes)>& onPiece) {
-    if (const auto known = PackedChecksum(entry)) {
-        std::uint32_t checksum = 0;
-        ReadPieces(source, entry.dataOffset, entry.packedSize, [&](Bytes piece) {
-            onPiece(piece);
-            checksum = Checksum(checksum, piece);
-        });
-        if (checksum == *known) {
-            return;
-        }
+bool VerifiedEntryCache::IsVerified(const ByteSource& source, const ZipEntry& entry,
+                                    const std::function<void(Bytes)>& onPiece) const {
+    const auto known = PackedChecksum(entry);
+    if (!known) {
+        return false;
     }
-    Add(entry, ReadEntry(source, entry, onPiece));
+    std::uint32_t checksum = 0;
+    ReadPieces(source, entry.dataOffset, entry.packedSize, [&](Bytes piece) {
+        onPiece(piece);
+        checksum = Checksum(checksum, piece);
+    });
+    return checksum == *known;
 }
 
 void VerifiedEntryCache::Clear() {

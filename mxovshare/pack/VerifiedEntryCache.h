@@ -27,10 +27,10 @@ public:
     /// The checksum that packed data of the entry must have; empty when it is unknown.
     std::optional<std::uint32_t> PackedChecksum(const ZipEntry& entry) const;
 
-    /// Verifies that the packed data of `entry` in `source` is sound: by its checksum if that is known,
-    /// otherwise by unpacking it. Throws PackageError when it is not. `onPiece` is called for each piece and
-    /// may throw.
-    void Verify(const ByteSource& source, const ZipEntry& entry, const std::function<void(Bytes)>& onPiece);
+    /// Whether the packed data of `entry` in `source` has the checksum that it must have; false also when
+    /// that is unknown. `onPiece` is called for each piece and may throw.
+    bool IsVerified(const ByteSource& source, const ZipEntry& entry,
+                    const std::function<void(Bytes)>& onPiece) const;
 
     void Clear();
 

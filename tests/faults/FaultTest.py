@@ -107,8 +107,9 @@ class FaultTest(FaultCase):
 
     def test_a_flush_that_fails_while_a_large_package_is_written(self):
         """The system tells such a failure once, so what comes after it proves nothing."""
-        # One before the package is replaced; then the information file's, whose text is written again.
-        most, last = 1, 4
+        # One while the package is verified and one before it is replaced; then the information file's, whose text is
+        # written again.
+        most, last = 2, 4
         faults = [(FLUSH_ERROR, target) for target in range(1, last + 1)]
         faults += [(INFORMATION_FLUSH_ERROR, target) for target in (1, 2)]
         large = random.Random(5).randbytes(LARGE)
@@ -140,7 +141,7 @@ class FaultTest(FaultCase):
                     self.assertEqual(contents(first)['mxinfo.ini'], information)
                 self.assertEqual(contents(package)['large.bin'], large)
         fired = {fault for fault, act in zip(faults, acts) if act.fired}
-        self.assertEqual(fired, {(FLUSH_ERROR, most), (INFORMATION_FLUSH_ERROR, 1)})
+        self.assertEqual(fired, {(FLUSH_ERROR, 1), (FLUSH_ERROR, most), (INFORMATION_FLUSH_ERROR, 1)})
         again = acts[faults.index((INFORMATION_FLUSH_ERROR, 1))]
         self.assertGreater(again.calls, 1, 'the information file goes out again')
 
