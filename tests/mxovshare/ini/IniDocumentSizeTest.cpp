@@ -49,23 +49,29 @@ std::vector<std::string> CollidingNames() {
     return names;
 }
 
-TEST(IniDocumentSize, NamesThatCollideInAHashTableAreNoSlower) {
-    const std::vector<std::string> names = CollidingNames();
+// Of reading names as sections and as keys and looking for the last of each.
+std::clock_t TimeOf(const std::vector<std::string>& names) {
     std::string sections;
     std::string keys = "[s]\n";
     for (const std::string& name : names) {
         sections += "[" + name + "]\n";
         keys += name + "=1\n";
     }
-    const auto time = [](const std::string& bytes, std::u16string_view section, std::u16string_view key) {
-        const std::clock_t start = std::clock();
-        EXPECT_EQ(IniDocument(kPlainPage, bytes).Value(section, key), key.empty() ? u"" : u"1");
-        return (std::clock() - start) / CLOCKS_PER_SEC; // of processor time
-    };
     const std::u16string last(names.back().begin(), names.back().end());
-    // Comparing each name with each other takes many seconds.
-    EXPECT_LT(time(sections, last, u""), 1);
-    EXPECT_LT(time(keys, u"s", last), 1);
+    const std::clock_t start = std::clock(); // of processor time
+    EXPECT_EQ(IniDocument(kPlainPage, sections).Value(last, u""), u"");
+    EXPECT_EQ(IniDocument(kPlainPage, keys).Value(u"s", last), u"1");
+    return std::clock() - start;
+}
+
+TEST(IniDocumentSize, NamesThatCollideInAHashTableAreNoSlower) {
+    const std::vector<std::string> colliding = CollidingNames();
+    std::vector<std::string> others;
+    for (std::size_t i = 0; i < colliding.size(); ++i) {
+        others.push_back(std::to_string(i) + colliding[i].substr(0, colliding[i].size() - 4));
+    }
+    // Comparing each name with each other takes some hundred times as long.
+    EXPECT_LT(TimeOf(colliding), 20 * TimeOf(others) + CLOCKS_PER_SEC / 50);
 }
 
 TEST(IniDocumentSize, ManySectionsOfOneNameGoAtOnce) {
