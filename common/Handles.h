@@ -28,6 +28,7 @@ using UniqueBitmap = UniqueOf<HBITMAP, &DeleteObject>;
 using UniqueIcon = UniqueOf<HICON, &DestroyIcon>;
 using UniqueMemoryDc = UniqueOf<HDC, &DeleteDC>;
 using UniqueWindow = UniqueOf<HWND, &DestroyWindow>;
+using UniqueHook = UniqueOf<HHOOK, &UnhookWindowsHookEx>;
 using UniqueModule = UniqueOf<HMODULE, &FreeLibrary>;
 using UniqueRegistryKey = UniqueOf<HKEY, &RegCloseKey>;
 /// Text from CoTaskMemAlloc.

@@ -1,7 +1,6 @@
 #include "DialogKeyboard.h"
 
 #include <string_view>
-#include <utility>
 
 namespace docview {
 
@@ -55,17 +54,9 @@ bool Handle(MSG& message) {
 } // namespace
 
 void DialogKeyboard::Start(HWND dialog, CloseAction close) {
-    Stop();
     served = dialog;
     closeServed = close;
-    m_hook = SetWindowsHookExW(WH_GETMESSAGE, Hook, nullptr, GetCurrentThreadId());
-}
-
-void DialogKeyboard::Stop() {
-    if (m_hook) {
-        UnhookWindowsHookEx(std::exchange(m_hook, nullptr));
-        served = nullptr;
-    }
+    m_hook.reset(SetWindowsHookExW(WH_GETMESSAGE, Hook, nullptr, GetCurrentThreadId()));
 }
 
 LRESULT CALLBACK DialogKeyboard::Hook(int code, WPARAM removal, LPARAM parameter) noexcept {

@@ -1,5 +1,7 @@
 #include "PropertyPage.h"
 
+#include <utility>
+
 IMPLEMENT_DYNAMIC(COlePropertyPage, CDialog)
 
 BEGIN_INTERFACE_MAP(COlePropertyPage, CDialog)
@@ -58,9 +60,7 @@ void COlePropertyPage::OnCancel() {
 }
 
 void COlePropertyPage::SendPending() {
-    const std::vector<Pending> pending = std::move(m_pending);
-    m_pending.clear();
-    for (const Pending& change : pending) {
+    for (const Pending& change : std::exchange(m_pending, {})) {
         common::Variant argument;
         (&argument)->vt = VT_BSTR;
         (&argument)->bstrVal = change.value.AllocSysString();
@@ -79,8 +79,8 @@ void COlePropertyPage::SendPending() {
 
 namespace {
 
-/// A property of an object as a text; FALSE, and nothing changed, when it has none.
-bool ReadText(IDispatch* object, LPCTSTR name, CString& text) {
+/// A property of an object as a text; nothing is changed when it has none.
+void ReadText(IDispatch* object, LPCTSTR name, CString& text) {
     DISPID id = DISPID_UNKNOWN;
     LPOLESTR property = const_cast<LPOLESTR>(name);
     common::Variant value;
@@ -90,10 +90,9 @@ bool ReadText(IDispatch* object, LPCTSTR name, CString& text) {
         FAILED(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value, nullptr,
                               nullptr)) ||
         FAILED(::VariantChangeType(&shown, &value, 0, VT_BSTR))) {
-        return false;
+        return;
     }
     text = CString(shown.Get().bstrVal);
-    return true;
 }
 
 } // namespace
