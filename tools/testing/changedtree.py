@@ -22,7 +22,6 @@ NEEDS = {
     'control.': PRODUCT,
     'mxovpkg_': ('mxovpkg', *PRODUCT),
 }
-LONG_AGO = 1
 LINKED = {'.exe', '.dll', '.ocx', '.a', ''}
 
 
@@ -117,7 +116,7 @@ class ChangedTree:
     @contextlib.contextmanager
     def changed(self, change):
         """The copy with one change. At the end the source and its objects are as before, and what was linked from them is
-        older than they are, so that it is linked again when the next test needs it."""
+        gone, so that it is linked again when the next test needs it."""
         objects = self.objects.get(change.file, ())
         self._ninja('mxov_idl', *objects)
         kept = [Kept(path) for path in (self.folder / change.file, *(self.tree / each for each in objects))]
@@ -128,7 +127,7 @@ class ChangedTree:
         finally:
             for each in kept[1:]:
                 each.restore_for_ninja()
-            self._age(log_size, lambda path: not objects or path.suffix in LINKED)
+            self._remove_built(log_size, lambda path: not objects or path.suffix in LINKED)
             kept[0].restore()
 
     def compile(self, change):
@@ -142,12 +141,13 @@ class ChangedTree:
     def _log(self):
         return self.tree / '.ninja_log'
 
-    def _age(self, size, is_stale):
-        """Makes those files older than all sources that were built since the log had this size and hold the change."""
+    def _remove_built(self, size, is_stale):
+        """Removes those files that were built since the log had this size and hold the change. A shared library that is only
+        older than its objects would not be linked again: ninja goes by the time in its log."""
         text = self._log().read_bytes()
         lines = (text[size:] if len(text) >= size else text).decode().splitlines()
         for line in lines:
             fields = line.split('\t')
             path = self.tree / fields[3] if len(fields) > 3 else None
-            if path and is_stale(path) and path.is_file():
-                os.utime(path, ns=(LONG_AGO, LONG_AGO))
+            if path and is_stale(path):
+                path.unlink(missing_ok=True)

@@ -18,6 +18,7 @@ import time
 
 import changes
 import ctests
+import unnoticeable
 from changedtree import ChangedTree, DoesNotBuild
 from linecounts import FOLDERS
 from reach import Reach
@@ -49,13 +50,22 @@ def changes_in(file):
 
 
 def draw(files, seed):
-    """All changes in random order, one a line."""
+    """All changes in random order, one a line, without those that nothing could notice."""
     every = [change for file in files for change in changes_in(file).all()]
     random.Random(seed).shuffle(every)
     first = {}
     for change in every:
         first.setdefault((change.file, change.line), change)
-    return list(first.values())
+    return [change for change in first.values() if can_be_noticed(change)]
+
+
+@functools.lru_cache(maxsize=None)
+def unnoticeable_rows():
+    return unnoticeable.rows((ROOT / 'tests/unnoticeable.md').read_text(encoding='utf-8'))
+
+
+def can_be_noticed(change):
+    return unnoticeable.row_of(change, changes_in(change.file).source) not in unnoticeable_rows()
 
 
 def body_line(change):
@@ -144,7 +154,8 @@ class Worker:
             except DoesNotBuild as error:
                 return {'outcome': 'none', 'why': str(error).splitlines()[-1]}
             if step is None:
-                return {'outcome': 'survived', 'tests': sorted({*before, *(each.test for each in steps)})}
+                whole = {step.test for step in steps if not step.suites}
+                return {'outcome': 'survived', 'tests': sorted({*before, *whole})}
             if self.passes_unchanged(step):
                 return {'outcome': 'killed', 'by': step.test, 'why': run.why}
             steps = [each for each in steps if each.test != step.test]
@@ -161,7 +172,8 @@ class Session:
     def _survivors(self, files):
         """All that no test noticed so far, however it was drawn."""
         every = (change for file in files for change in changes_in(file).all())
-        return [change for change in every if self.results.by_key.get(change.key, {}).get('outcome') == 'survived']
+        return [change for change in every
+                if self.results.by_key.get(change.key, {}).get('outcome') == 'survived' and can_be_noticed(change)]
 
     @property
     def done(self):
