@@ -76,6 +76,25 @@ void CollapsePaintTest::ExpectTitleAt(const CRect& place, const wchar_t* title) 
     }
 }
 
+TEST_F(CollapsePaintTest, OnlyTheFirstPaintingRenders) {
+    ASSERT_TRUE(box.SubclassWindow(parent.AddGroupBox(kPlace, L"Abc")));
+    const RECT middle{20, 10, 180, 11};
+    const auto shows = [&](COLORREF colour) {
+        box.m_headerColour = colour; // without the setter, which renders
+        box.Invalidate();
+        return Look().Count(middle, colour) > 0;
+    };
+    EXPECT_TRUE(shows(kHeader));
+    EXPECT_FALSE(shows(kBorder));
+}
+
+TEST_F(CollapsePaintTest, ASetterPaintsAtOnceInAParentThatClipsItsChildren) {
+    SetWindowLongW(parent.Window(), GWL_STYLE, WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN);
+    Bind();
+    box.SetHeaderColor(kHeader);
+    EXPECT_GT(Picture(box.m_hWnd).Count({20, 10, 180, 11}, kHeader), 0);
+}
+
 TEST_F(CollapsePaintTest, TitleBarIsAsHighAsTheTitleAndFour) {
     BindColoured();
     EXPECT_EQ(box.m_headerRect, CRect(1, 1, 199, 1 + box.TextHeight() + 4));

@@ -56,11 +56,11 @@ void DialogFixture::Select(int list, int item) const {
     SendMessageW(Item(list), LVM_SETITEMSTATE, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&state));
 }
 
-void DialogFixture::Notify(int list, UINT code) const {
+LRESULT DialogFixture::Notify(int list, UINT code) const {
     NMITEMACTIVATE notification = {};
     notification.hdr = {Item(list), static_cast<UINT_PTR>(list), code};
-    SendMessageW(m_dialog.GetSafeHwnd(), WM_NOTIFY, static_cast<WPARAM>(list),
-                 reinterpret_cast<LPARAM>(&notification));
+    return SendMessageW(m_dialog.GetSafeHwnd(), WM_NOTIFY, static_cast<WPARAM>(list),
+                        reinterpret_cast<LPARAM>(&notification));
 }
 
 void DialogFixture::ClickHeader(int box) const {

@@ -42,8 +42,8 @@ protected:
 
     std::vector<ShownRow> Rows(int list) const { return ShownRows(Item(list)); }
     void Select(int list, int item) const;
-    /// Sends a notification as the list view itself does.
-    void Notify(int list, UINT code) const;
+    /// Sends a notification as the list view itself does; returns the answer.
+    LRESULT Notify(int list, UINT code) const;
     /// Presses and releases the left button in the header of a section box.
     void ClickHeader(int box) const;
     /// Sends the command of a button.

@@ -10,19 +10,21 @@ using namespace docview;
 
 namespace {
 
-/// Notes, when the properties are shown, whether a button is enabled.
+/// Notes, when the properties are shown, whether a button is enabled and where they are.
 class ShowingWatch {
 public:
     explicit ShowingWatch(HWND button)
         : m_hook(SetWindowsHookExW(WH_CALLWNDPROC, Watch, nullptr, GetCurrentThreadId())) {
         watched = button;
         enabled.clear();
+        lefts.clear();
     }
     ~ShowingWatch() { UnhookWindowsHookEx(m_hook); }
     ShowingWatch(const ShowingWatch&) = delete;
     ShowingWatch& operator=(const ShowingWatch&) = delete;
 
     static inline std::vector<bool> enabled;
+    static inline std::vector<LONG> lefts;
 
 private:
     static LRESULT CALLBACK Watch(int code, WPARAM wParam, LPARAM lParam) {
@@ -31,6 +33,9 @@ private:
         if (popup && message.hwnd == popup->GetSafeHwnd() && message.message == WM_SHOWWINDOW &&
             message.wParam) {
             enabled.push_back(IsWindowEnabled(watched) != FALSE);
+            RECT place = {};
+            GetWindowRect(message.hwnd, &place);
+            lefts.push_back(place.left);
         }
         return CallNextHookEx(nullptr, code, wParam, lParam);
     }
@@ -141,6 +146,14 @@ TEST_F(MXOVDocViewListsTest, ClickOnAnItemFocusesItsList) {
     }
 }
 
+TEST_F(MXOVDocViewListsTest, ClicksGoOnToTheList) {
+    for (const int list : kLists) {
+        EXPECT_EQ(Notify(list, NM_CLICK), 0) << list;
+        EXPECT_EQ(Notify(list, NM_DBLCLK), 0) << list;
+        EXPECT_EQ(Notify(list, NM_KILLFOCUS), 0) << list;
+    }
+}
+
 TEST_F(MXOVDocViewListsTest, ClickBesideTheAdditionalItemsLeavesDeleteAsItIs) {
     Notify(IDC_ADDITIONAL_LIST, NM_CLICK);
     EXPECT_FALSE(IsEnabled(IDC_DELETE));
@@ -187,6 +200,18 @@ TEST_F(MXOVDocViewListsTest, DeleteGoesOnAfterThePropertiesAreShownAndOffBefore)
         Select(list, 0);
         Notify(list, NM_CLICK);
         EXPECT_EQ(ShowingWatch::enabled, std::vector<bool>{false}) << list;
+        MXOVPopupDlg::CloseOf(m_dialog);
+    }
+}
+
+TEST_F(MXOVDocViewListsTest, PropertiesAreInTheirPlaceBeforeTheyAreShown) {
+    const ShowingWatch watch(Item(IDC_DELETE));
+    m_dialog.SetSize(321, 500);
+    for (const int list : kLists) {
+        ShowingWatch::lefts.clear();
+        Select(list, 0);
+        Notify(list, NM_CLICK);
+        EXPECT_EQ(ShowingWatch::lefts, std::vector<LONG>{327}) << list;
         MXOVPopupDlg::CloseOf(m_dialog);
     }
 }

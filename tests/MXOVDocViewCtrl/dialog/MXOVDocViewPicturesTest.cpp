@@ -38,9 +38,11 @@ std::vector<DWORD> PixelsOfPicture(UINT id, int width, int height) {
     return pixels;
 }
 
-/// An image of a list, drawn on a ground that no picture has.
+constexpr DWORD kGround = 0xff00ff; // which no picture has
+constexpr DWORD kWhite = 0xffffff;
+
+/// An image of a list, drawn on the ground.
 std::vector<DWORD> PixelsOfImage(HIMAGELIST images, int index, int size) {
-    constexpr DWORD kGround = 0xff00ff;
     BITMAPINFO info = {};
     info.bmiHeader = {sizeof(BITMAPINFOHEADER), size, -size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     void* bits = nullptr;
@@ -57,7 +59,6 @@ std::vector<DWORD> PixelsOfImage(HIMAGELIST images, int index, int size) {
     DeleteDC(dc);
     for (DWORD& pixel : pixels) {
         pixel &= 0xffffff;
-        pixel = pixel == kGround ? 0xffffff : pixel; // where the mask leaves the ground, the strip is white
     }
     return pixels;
 }
@@ -109,7 +110,10 @@ TEST_F(MXOVDocViewPicturesTest, ImagesAreThePicturesOfTheStripsInTheirOrder) {
             reinterpret_cast<HIMAGELIST>(SendMessageW(Item(IDC_PART_LIST), LVM_GETIMAGELIST, list.kind, 0));
         const std::vector<DWORD> strip = PixelsOfPicture(list.strip, kCount * list.size, list.size);
         for (int index = 0; index < kCount; ++index) {
-            const std::vector<DWORD> image = PixelsOfImage(images, index, list.size);
+            std::vector<DWORD> image = PixelsOfImage(images, index, list.size);
+            EXPECT_EQ(std::ranges::count(image, kWhite), 0) << list.strip << ": white is transparent";
+            EXPECT_GT(std::ranges::count(image, kGround), list.size) << list.strip;
+            std::ranges::replace(image, kGround, kWhite);
             const int distance = Distance(image, Part(strip, index, list.size, kCount));
             for (int other = 0; other < kCount; ++other) {
                 if (other != index) {

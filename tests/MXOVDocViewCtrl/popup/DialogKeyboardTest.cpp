@@ -81,10 +81,13 @@ TEST_F(DialogKeyboardTest, ShortcutsOfTheHostReachItsMessageLoop) {
     Key(VK_F5);
     PressWith(VK_CONTROL, L'W');
     PressWith(VK_CONTROL, L'O');
+    PressWith(VK_CONTROL, L'0');
+    PressWith(VK_CONTROL, L'9');
     Key(VK_F24);
-    EXPECT_EQ(KeysOfTheHost(), (std::vector<WPARAM>{VK_F1, VK_F5, L'W', L'O'}));
+    EXPECT_EQ(KeysOfTheHost(), (std::vector<WPARAM>{VK_F1, VK_F5, L'W', L'O', L'0', L'9'}));
     // What edits is the popup's.
     PressWith(VK_CONTROL, L'A');
+    PressWith(VK_CONTROL, VK_NUMPAD0);
     Key(L'W');
     Key(VK_F24);
     EXPECT_EQ(KeysOfTheHost(), std::vector<WPARAM>());

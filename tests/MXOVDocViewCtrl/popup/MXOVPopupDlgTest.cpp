@@ -270,6 +270,13 @@ TEST_F(MXOVPopupDlgTest, AnUnknownCategoryShowsAndWritesNothing) {
     EXPECT_EQ(m_package.Read(L"mxinfo.ini"), "");
 }
 
+TEST_F(MXOVPopupDlgTest, ItsFirstControlHasTheFocusBeforeItIsShown) {
+    SetForegroundWindow(m_owner.GetSafeHwnd());
+    SetFocus(m_owner.GetSafeHwnd());
+    Fill(DocumentCategory::PartAssembly);
+    EXPECT_EQ(GetFocus(), GetNextDlgTabItem(Popup(), nullptr, FALSE));
+}
+
 TEST_F(MXOVPopupDlgTest, IsWhite) {
     Fill(DocumentCategory::PartAssembly);
     const HDC dc = GetDC(Popup());

@@ -116,6 +116,12 @@ TEST_F(ContainerTest, HostWithDialogMessagesAloneTabsIntoIt) {
     DestroyWindow(before);
 }
 
+TEST_F(ContainerTest, ItsWindowClipsItsDialogAndLetsTabIn) {
+    ASSERT_EQ(S_OK, Activate(OLEIVERB_INPLACEACTIVATE));
+    EXPECT_NE(GetWindowLongW(container.ControlWindow(), GWL_STYLE) & WS_CLIPCHILDREN, 0);
+    EXPECT_NE(GetWindowLongW(container.ControlWindow(), GWL_EXSTYLE) & WS_EX_CONTROLPARENT, 0);
+}
+
 TEST_F(ContainerTest, DeactivationInsideTheActivationLeavesNoActiveObject) {
     for (const std::string moment :
          {"OnUIActivate", "SetActiveObject", "SetBorderSpace(null)", "OnFocus(1)"}) {

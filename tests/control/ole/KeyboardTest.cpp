@@ -67,14 +67,14 @@ protected:
     }
 
     /// Enters from the container by Tab or Shift+Tab, which is still held, as containers do.
-    void EnterByTab(bool backwards) {
+    void EnterByTab(bool backwards, LONG verb = OLEIVERB_UIACTIVATE) {
         SetFocus(container.Window());
         BYTE keys[256] = {};
         GetKeyboardState(keys);
         keys[VK_SHIFT] = backwards ? 0x80 : 0;
         SetKeyboardState(keys);
         MSG tab = {container.Window(), WM_KEYDOWN, VK_TAB, 0, 0, {0, 0}};
-        EXPECT_EQ(S_OK, container.DoVerb(OLEIVERB_UIACTIVATE, &tab));
+        EXPECT_EQ(S_OK, container.DoVerb(verb, &tab));
         keys[VK_SHIFT] = 0;
         SetKeyboardState(keys);
     }
@@ -110,6 +110,13 @@ TEST_F(KeyboardTest, TabGoesThroughEveryEnabledControlInTemplateOrderAndOutAtBot
     order = {kSaveButton, kPartList, kGCodeList, kSetupList, kAddButton, kDeleteButton, kAdditionalList};
     ExpectRound(order, false);
     ExpectRound({order.rbegin(), order.rend()}, true);
+}
+
+TEST_F(KeyboardTest, TabEntersWithThePrimaryVerbToo) {
+    EnterByTab(true, OLEIVERB_PRIMARY);
+    EXPECT_EQ(kAdditionalList, Focus());
+    EnterByTab(false, OLEIVERB_PRIMARY);
+    EXPECT_EQ(kPartList, Focus());
 }
 
 TEST_F(KeyboardTest, AltSSavesFromEveryControl) {

@@ -4,6 +4,8 @@
 #include "ImportHook.h"
 
 #include <stdexcept>
+#include <string>
+#include <string_view>
 
 namespace {
 
@@ -13,9 +15,12 @@ constexpr wchar_t kPageKey[] = L"CLSID\\{D282CB0E-7C46-48A7-B12A-E3137955F8C1}";
 constexpr wchar_t kLibraryKey[] = L"TypeLib\\{D14D7A76-F727-49FE-ADA4-641D4B61ED73}";
 constexpr wchar_t kProgIdKey[] = L"MXOVTREETAB.MXOVDocViewCtrlVS2015.13";
 
+/// What cannot be deleted: keys that begin with this.
+std::wstring refused;
+
 /// In place of the system's function in the control's module.
-LSTATUS WINAPI RefuseToDelete(HKEY /*key*/, LPCWSTR /*path*/) {
-    return ERROR_ACCESS_DENIED;
+LSTATUS WINAPI RefuseToDelete(HKEY key, LPCWSTR path) {
+    return std::wstring_view(path).starts_with(refused) ? ERROR_ACCESS_DENIED : RegDeleteTreeW(key, path);
 }
 
 /// The classes whose keys the control's module creates while the object lives, in their order. One at a time.
@@ -160,15 +165,19 @@ TEST_F(RegistrationErrorTest, UnregisteringWithoutTheTypeLibraryLeavesTheClasses
 }
 
 TEST_F(RegistrationErrorTest, ClassThatCannotBeUnregisteredIsTold) {
-    ASSERT_EQ(S_OK, Register());
-    void* const deleteTree = HookImport(Module(), "RegDeleteTreeW", reinterpret_cast<void*>(&RefuseToDelete));
-    ASSERT_TRUE(deleteTree);
-    EXPECT_EQ(SELFREG_E_CLASS, Unregister());
-    HookImport(Module(), "RegDeleteTreeW", deleteTree);
-    EXPECT_FALSE(Exists(kLibraryKey)) << "the type library went first";
-    EXPECT_TRUE(Exists(kControlKey));
-    EXPECT_TRUE(Exists(kPageKey)) << "the first class that fails ends it";
-    EXPECT_EQ(SELFREG_E_TYPELIB, Unregister()) << "and the next try at the type library";
+    for (const wchar_t* key : {L"", L"CLSID\\", L"MXOVTREETAB"}) {
+        refused = key;
+        ASSERT_EQ(S_OK, Register());
+        void* const deleteTree =
+            HookImport(Module(), "RegDeleteTreeW", reinterpret_cast<void*>(&RefuseToDelete));
+        ASSERT_TRUE(deleteTree);
+        EXPECT_EQ(SELFREG_E_CLASS, Unregister()) << key;
+        HookImport(Module(), "RegDeleteTreeW", deleteTree);
+        EXPECT_FALSE(Exists(kLibraryKey)) << "the type library went first";
+        EXPECT_EQ(refused.starts_with(L"M"), !Exists(kControlKey)) << key;
+        EXPECT_TRUE(Exists(kPageKey)) << "the first class that fails ends it";
+        EXPECT_EQ(SELFREG_E_TYPELIB, Unregister()) << "and the next try at the type library";
+    }
 }
 
 TEST_F(RegistrationErrorTest, UnregisteredControlKnowsItsType) {

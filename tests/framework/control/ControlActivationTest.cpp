@@ -1,6 +1,8 @@
 #include "GdiObjectCount.h"
 #include "OleTestControl.h"
 
+#include <algorithm>
+
 namespace {
 
 class ControlActivationTest : public OleTest {
@@ -33,6 +35,7 @@ TEST_F(ControlActivationTest, InPlaceActivationAsksTheContainerInOrder) {
     const std::vector<std::string> expected = {"CanInPlaceActivate", "OnInPlaceActivate", "GetWindow",
                                                "GetWindowContext", "ShowObject"};
     EXPECT_EQ(expected, m_container.Calls());
+    EXPECT_EQ(sizeof(OLEINPLACEFRAMEINFO), m_container.frameInfoSize);
     const HWND window = m_container.ControlWindow();
     ASSERT_TRUE(window);
     EXPECT_TRUE(::IsWindowVisible(window));
@@ -80,11 +83,38 @@ TEST_F(ControlActivationTest, ClipRectangleCutsTheWindow) {
     CRect box;
     EXPECT_EQ(SIMPLEREGION, ::GetWindowRgnBox(m_container.ControlWindow(), box));
     EXPECT_TRUE(IsRect(CRect(40, 0, 200, 100), box));
+    Pump();
+    const HWND dialog = CTestControl::last->dialog.m_hWnd;
+    ASSERT_FALSE(::GetUpdateRect(dialog, nullptr, FALSE));
     const ComPtr<IOleInPlaceObject> inPlace = m_control.As<IOleInPlaceObject>(IID_IOleInPlaceObject);
     ASSERT_EQ(S_OK, inPlace->SetObjectRects(&m_container.position, &m_container.position));
     EXPECT_EQ(0, ::GetWindowRgnBox(m_container.ControlWindow(), box)) << "no region";
+    EXPECT_TRUE(::GetUpdateRect(dialog, nullptr, FALSE)) << "what was cut off is painted";
     EXPECT_EQ(S_OK, inPlace->SetObjectRects(&m_container.position, nullptr));
     EXPECT_EQ(E_INVALIDARG, inPlace->SetObjectRects(nullptr, nullptr));
+}
+
+TEST_F(ControlActivationTest, ARefusedUserInterfaceIsAskedForAgain) {
+    Embed();
+    m_container.habits.allowsUserInterface = false;
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        m_container.ForgetCalls();
+        EXPECT_EQ(OLE_E_NOT_INPLACEACTIVE, m_container.DoVerb(OLEIVERB_UIACTIVATE));
+        EXPECT_TRUE(m_container.WasCalled("OnUIActivate"));
+        EXPECT_FALSE(m_container.HasActiveObject());
+        EXPECT_FALSE(m_container.WasCalled("OnFocus(1)"));
+    }
+}
+
+TEST_F(ControlActivationTest, FocusIsReportedOnceTheUserInterfaceIsActive) {
+    Embed();
+    ASSERT_EQ(S_OK, m_container.DoVerb(OLEIVERB_INPLACEACTIVATE));
+    m_container.ForgetCalls();
+    ::SetFocus(::GetDlgItem(CTestControl::last->dialog.m_hWnd, kFirstEdit));
+    const std::vector<std::string>& calls = m_container.Calls();
+    const auto active = std::ranges::find(calls, "OnUIActivate");
+    EXPECT_NE(calls.end(), std::find(active, calls.end(), "OnFocus(1)"));
+    EXPECT_EQ(1, std::ranges::count(calls, "OnFocus(1)"));
 }
 
 TEST_F(ControlActivationTest, UIActivationNamesTheActiveObjectAndDeactivationTakesItBack) {

@@ -25,7 +25,11 @@ TEST_F(ControlConnectionTest, EventsReachEverySinkOfTheEventInterface) {
     EXPECT_EQ(S_OK, control->FreezeEvents(TRUE));
     CTestControl::last->FireRenamed(L"frozen", 1);
     EXPECT_EQ(1U, typed.calls.size());
+    EXPECT_EQ(S_OK, control->FreezeEvents(TRUE));
     EXPECT_EQ(S_OK, control->FreezeEvents(FALSE));
+    EXPECT_EQ(S_OK, control->FreezeEvents(FALSE));
+    EXPECT_EQ((std::vector<bool>{true, true, true, false}), CTestControl::last->freezes)
+        << "until the last is undone";
     EXPECT_EQ(S_OK, point->Unadvise(first));
     EXPECT_EQ(CONNECT_E_NOCONNECTION, point->Unadvise(first));
     CTestControl::last->FireRenamed(L"thawed", 1);

@@ -113,6 +113,17 @@ TEST_F(ControlKeyboardTest, OtherKeysAreTheContainers) {
     EXPECT_EQ(E_POINTER, m_active->TranslateAccelerator(nullptr));
 }
 
+TEST_F(ControlKeyboardTest, TheContainerLearnsWhichModifiersAreHeld) {
+    const std::vector<std::pair<BYTE, DWORD>> modifiers = {
+        {0, 0}, {VK_SHIFT, 1}, {VK_CONTROL, 2}, {VK_MENU, 4}};
+    for (const auto& [key, flag] : modifiers) {
+        Hold(key, true);
+        Key(WM_KEYDOWN, VK_F5);
+        EXPECT_EQ(flag, m_container.modifiers);
+        Hold(key, false);
+    }
+}
+
 TEST_F(ControlKeyboardTest, DocumentThatComesToTheFrontNamesItsActiveObject) {
     EXPECT_EQ(S_OK, m_active->OnDocWindowActivate(FALSE));
     EXPECT_FALSE(m_container.HasActiveObject());

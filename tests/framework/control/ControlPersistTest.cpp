@@ -57,6 +57,34 @@ TEST_F(ControlPersistTest, StreamKeepsEverything) {
     EXPECT_EQ(E_UNEXPECTED, Stream(control)->InitNew()) << "after a load";
 }
 
+TEST(PropExchange, AResetTakesWholeNumbersWithADefaultAndItsOwnVersion) {
+    framework::OleResetExchange reset;
+    long number = 1;
+    const long standard = 2;
+    EXPECT_FALSE(reset.ExchangeProp(L"Number", VT_R8, &number, &standard));
+    EXPECT_FALSE(reset.ExchangeProp(L"Number", VT_I4, &number, nullptr));
+    EXPECT_EQ(1, number);
+    EXPECT_TRUE(reset.ExchangeProp(L"Number", VT_I4, &number, &standard));
+    EXPECT_EQ(2, number);
+    DWORD loaded = 0;
+    EXPECT_TRUE(reset.ExchangeVersion(loaded, 0x20001, FALSE));
+    EXPECT_EQ(0x20001U, loaded);
+    EXPECT_TRUE(reset.IsLoading());
+    EXPECT_FALSE(reset.HasFailed());
+}
+
+TEST(PropExchange, ABagTakesWholeNumbersUntilSomethingFails) {
+    PropertyBag bag;
+    framework::OleBagExchange save(bag, nullptr, FALSE, true);
+    long number = 7;
+    EXPECT_TRUE(save.ExchangeProp(L"Number", VT_I4, &number, nullptr));
+    EXPECT_EQ(7, bag.values[L"Number"].lVal);
+    EXPECT_FALSE(save.ExchangeProp(L"Other", VT_R8, &number, nullptr));
+    EXPECT_TRUE(save.HasFailed());
+    EXPECT_FALSE(save.ExchangeProp(L"Third", VT_I4, &number, nullptr));
+    EXPECT_EQ(0U, bag.values.count(L"Other") + bag.values.count(L"Third"));
+}
+
 TEST_F(ControlPersistTest, MemoryKeepsEverything) {
     std::vector<BYTE> bytes;
     {

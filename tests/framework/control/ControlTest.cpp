@@ -1,3 +1,4 @@
+#include "common/Himetric.h"
 #include "ControlObjectTest.h"
 
 namespace {
@@ -106,6 +107,57 @@ TEST_F(ControlTest, CloseSavesWhatChangedAndTellsTheSinks) {
     m_object->SetClientSite(nullptr);
 }
 
+TEST_F(ControlTest, IsAHundredByFiftyPixelsUnlessItSaysOtherwise) {
+    class PlainControl : public COleControl {
+        HRESULT GetClassID(LPCLSID) override { return E_FAIL; }
+        UINT GetUserTypeNameID() override { return 0; }
+        DWORD GetMiscStatus() override { return 0; }
+    };
+    auto* plain = new PlainControl;
+    SIZEL extent{};
+    EXPECT_EQ(S_OK, common::Query<IOleObject>(plain->GetIDispatch(FALSE), IID_IOleObject)
+                        ->GetExtent(DVASPECT_CONTENT, &extent));
+    const SIZE pixels = common::HimetricToPixels(extent);
+    EXPECT_EQ(100, pixels.cx);
+    EXPECT_EQ(50, pixels.cy);
+    plain->InternalRelease();
+}
+
+TEST_F(ControlTest, AWindowThatItMadeItselfGoesBeforeIt) {
+    ComPtr<IUnknown> control = CreateControl();
+    CTestControl& made = *CTestControl::last;
+    ASSERT_TRUE(made.CreateEx(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 9, 9, nullptr, nullptr));
+    bool hadWindow = true;
+    made.onEnd = [&hadWindow, window = made.m_hWnd] { hadWindow = ::IsWindow(window); };
+    control.Reset();
+    EXPECT_FALSE(hadWindow);
+}
+
+TEST_F(ControlTest, AmbientPropertiesAreOfTheTypeThatIsAsked) {
+    m_object->SetClientSite(&m_container);
+    CTestControl& control = *CTestControl::last;
+    BOOL flag = FALSE;
+    EXPECT_FALSE(control.GetAmbientProperty(DISPID_AMBIENT_USERMODE, VT_BOOL, &flag)) << "there is none";
+    SetAmbient(DISPID_AMBIENT_USERMODE, VT_BOOL, VARIANT_TRUE);
+    EXPECT_TRUE(control.GetAmbientProperty(DISPID_AMBIENT_USERMODE, VT_BOOL, &flag));
+    EXPECT_EQ(TRUE, flag);
+    SetAmbient(DISPID_AMBIENT_USERMODE, VT_BOOL, VARIANT_FALSE);
+    EXPECT_TRUE(control.GetAmbientProperty(DISPID_AMBIENT_USERMODE, VT_BOOL, &flag));
+    EXPECT_EQ(FALSE, flag);
+    SetAmbient(DISPID_AMBIENT_LOCALEID, VT_I4, 1031);
+    long locale = 0;
+    EXPECT_TRUE(control.GetAmbientProperty(DISPID_AMBIENT_LOCALEID, VT_I4, &locale));
+    EXPECT_EQ(1031, locale);
+    EXPECT_EQ(1031U, control.AmbientLocaleID());
+    CString text;
+    EXPECT_TRUE(control.GetAmbientProperty(DISPID_AMBIENT_LOCALEID, VT_BSTR, &text));
+    EXPECT_EQ(CString(L"1031"), text);
+    double real = 0;
+    EXPECT_FALSE(control.GetAmbientProperty(DISPID_AMBIENT_LOCALEID, VT_R8, &real));
+    EXPECT_EQ(0, real);
+    m_object->SetClientSite(nullptr);
+}
+
 TEST_F(ControlTest, AmbientColourIsTheContainersOrTheWindowsColour) {
     constexpr OLE_COLOR kWindow = 0x80000000U | COLOR_WINDOW;
     EXPECT_EQ(kWindow, CTestControl::last->AmbientBackColor()) << "no site";
@@ -121,6 +173,7 @@ TEST_F(ControlTest, AmbientColourIsTheContainersOrTheWindowsColour) {
               CTestControl::last->TranslateColor(CTestControl::last->AmbientBackColor()));
     SetAmbient(DISPID_AMBIENT_BACKCOLOR, VT_I4, static_cast<long>(0x800000FFU));
     EXPECT_EQ(kWindow, CTestControl::last->AmbientBackColor()) << "no colour at all";
+    EXPECT_EQ(RGB(0, 0, 0), CTestControl::last->TranslateColor(0x800000FFU)) << "nor is its translation";
     const common::Bstr text(L"blue");
     m_container.ambients[DISPID_AMBIENT_BACKCOLOR].vt = VT_BSTR;
     m_container.ambients[DISPID_AMBIENT_BACKCOLOR].bstrVal = text.Get();

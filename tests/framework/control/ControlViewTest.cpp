@@ -1,5 +1,9 @@
 #include "OleTestControl.h"
 
+bool operator==(const POINT& left, const POINT& right) {
+    return left.x == right.x && left.y == right.y;
+}
+
 namespace {
 
 class ControlViewTest : public OleTest {
@@ -69,9 +73,19 @@ TEST_F(ControlViewTest, DrawsIntoTheBoundsBeforeAndAfterActivation) {
 TEST_F(ControlViewTest, LeavesTheDeviceContextAsItWas) {
     const Canvas canvas;
     ::SetMapMode(canvas, MM_HIMETRIC);
-    ASSERT_EQ(S_OK, Draw(canvas, {0, 0, 1000, -1000}));
+    ::SetWindowOrgEx(canvas, 300, 400, nullptr);
+    ::SetViewportOrgEx(canvas, 5, 6, nullptr);
+    ASSERT_EQ(S_OK, Draw(canvas, {300, 400, 1300, -600}));
     EXPECT_EQ(MM_HIMETRIC, ::GetMapMode(canvas));
+    EXPECT_EQ((std::vector<POINT>{{0, 0}, {0, 0}}), CTestControl::last->origins)
+        << "of window and viewport, in pixels";
+    POINT origin{};
+    ::GetWindowOrgEx(canvas, &origin);
+    EXPECT_EQ((POINT{300, 400}), origin);
+    ::GetViewportOrgEx(canvas, &origin);
+    EXPECT_EQ((POINT{5, 6}), origin);
     const CRect drawn = CTestControl::last->drawn.back();
+    EXPECT_EQ(CPoint(5, 6), drawn.TopLeft());
     EXPECT_NEAR(38, drawn.Width(), 1) << "in pixels, 10 millimetres";
     EXPECT_NEAR(38, drawn.Height(), 1);
 }
@@ -141,6 +155,39 @@ TEST_F(ControlViewTest, SinkHearsOfChanges) {
     EXPECT_EQ(1, sink.References());
 }
 
+TEST_F(ControlViewTest, TheOlderMetafileIsAsLargeAsTheControlInItsUnitsAndPixels) {
+    const ComPtr<IDataObject> data = m_control.As<IDataObject>(IID_IDataObject);
+    FORMATETC format = {CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT};
+    STGMEDIUM medium{};
+    ASSERT_EQ(S_OK, data->GetData(&format, &medium));
+    const auto* picture = static_cast<const METAFILEPICT*>(::GlobalLock(medium.hMetaFilePict));
+    SIZEL extent{};
+    EXPECT_EQ(S_OK, m_view->GetExtent(DVASPECT_CONTENT, -1, nullptr, &extent));
+    EXPECT_EQ(MM_ANISOTROPIC, picture->mm);
+    EXPECT_EQ(extent.cx, picture->xExt);
+    EXPECT_EQ(extent.cy, picture->yExt);
+    struct Found {
+        SIZE pixels;
+        int records;
+    } found{};
+    const auto note = [](HDC, HANDLETABLE*, METARECORD* record, int, LPARAM place) -> int {
+        constexpr WORD kSetWindowExt = 0x020C; // its parameters begin with the height
+        Found& found = *reinterpret_cast<Found*>(place);
+        if (record->rdFunction == kSetWindowExt) {
+            found.pixels = {record->rdParm[1], record->rdParm[0]};
+        }
+        ++found.records;
+        return TRUE;
+    };
+    const Canvas canvas;
+    ::EnumMetaFile(canvas, picture->hMF, note, reinterpret_cast<LPARAM>(&found));
+    EXPECT_EQ(120, found.pixels.cx);
+    EXPECT_EQ(80, found.pixels.cy);
+    EXPECT_GT(found.records, 4) << "mapping mode, origin, extent, the end, and what the control draws";
+    ::GlobalUnlock(medium.hMetaFilePict);
+    ::ReleaseStgMedium(&medium);
+}
+
 TEST_F(ControlViewTest, DataIsThePictureAsEitherMetafile) {
     const ComPtr<IDataObject> data = m_control.As<IDataObject>(IID_IDataObject);
     ComPtr<IEnumFORMATETC> formats;
@@ -154,6 +201,11 @@ TEST_F(ControlViewTest, DataIsThePictureAsEitherMetafile) {
         ASSERT_EQ(S_OK, data->GetData(&format, &medium));
         EXPECT_EQ(format.tymed, medium.tymed);
         EXPECT_TRUE(IsRect(CRect(0, 0, 120, 80), CTestControl::last->drawn.back()));
+        if (medium.tymed == TYMED_ENHMF) {
+            ENHMETAHEADER header{};
+            ASSERT_NE(0U, ::GetEnhMetaFileHeader(medium.hEnhMetaFile, sizeof header, &header));
+            EXPECT_GT(header.nRecords, 2U) << "more than its beginning and end";
+        }
         ::ReleaseStgMedium(&medium);
         format.tymed = TYMED_FILE;
         EXPECT_EQ(DV_E_TYMED, data->GetData(&format, &medium));

@@ -5,11 +5,13 @@
 #include "TestWindow.h"
 
 #include "GdiObjectCount.h"
+#include "HeapUse.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
+#include <thread>
 #include <type_traits>
 
 namespace {
@@ -100,6 +102,19 @@ TEST(LoadedModule, ThreadsThatUsedItEndBeforeAndAfterItsUnloading) {
         ::CloseHandle(work.worked);
         ::CloseHandle(work.mayEnd);
     }
+}
+
+TEST(LoadedModule, ThreadsThatEndedLeaveNothingInIt) {
+    constexpr int kThreads = 40;
+    const Module module = LoadTestModule();
+    ASSERT_TRUE(module);
+    const auto use = [&module] { std::thread([&module] { EXPECT_EQ(RunOn(module, nullptr), 0); }).join(); };
+    use(); // whatever is made once exists now
+    const std::int64_t before = HeapUse::Count().blocks;
+    for (int i = 0; i < kThreads; ++i) {
+        use();
+    }
+    EXPECT_LT(HeapUse::Count().blocks - before, kThreads / 2);
 }
 
 TEST(LoadedModule, ARefusalOfItsApplicationFailsTheLoading) {

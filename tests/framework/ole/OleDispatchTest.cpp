@@ -139,10 +139,19 @@ TEST_F(OleDispatchTest, ArgumentsThatDoNotFitAreNamed) {
     EXPECT_EQ(0U, m_wrong);
     EXPECT_EQ(DISP_E_OVERFLOW, Call(3, {Long(1), Real(1e12)}));
     EXPECT_EQ(DISP_E_PARAMNOTOPTIONAL, Call(3, {Missing(), Long(1)}));
+    VARIANT failed = Missing();
+    failed.scode = E_FAIL;
+    EXPECT_EQ(DISP_E_TYPEMISMATCH, Call(3, {failed, Long(1)}))
+        << "an error, but none that stands for nothing";
     VARIANT odd{};
     odd.vt = 0x0FFF;
     EXPECT_TRUE(FAILED(Call(3, {odd, Long(1)})));
     EXPECT_TRUE(CTestControl::last->log.empty()) << "nothing was called";
+}
+
+TEST_F(OleDispatchTest, ANumberThatLooksLikeAMissingArgumentIsOne) {
+    EXPECT_EQ(S_OK, Call(3, {Long(DISP_E_PARAMNOTFOUND), Long(1)}));
+    EXPECT_EQ(L"-2147352572x1", Last());
 }
 
 TEST_F(OleDispatchTest, CountsAreExact) {
@@ -218,6 +227,11 @@ TEST_F(OleDispatchTest, PropertyIsReadAndSetAndNotifiesAfterwards) {
     EXPECT_EQ(S_OK, Put(Text(text), DISPID_PROPERTYPUT, DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF));
     EXPECT_EQ(DISP_E_PARAMNOTOPTIONAL, Put(Text(text), 0)) << "the value has another name";
     EXPECT_EQ(DISP_E_MEMBERNOTFOUND, Call(1, {}, DISPATCH_METHOD)) << "a property is no method";
+}
+
+TEST_F(OleDispatchTest, OnlyWhatEnablesItHasADispatchInterface) {
+    CWnd plain;
+    EXPECT_EQ(nullptr, plain.GetIDispatch(TRUE));
 }
 
 TEST_F(OleDispatchTest, UnknownMembersAndInterfacesAreRefused) {

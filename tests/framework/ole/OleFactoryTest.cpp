@@ -1,8 +1,17 @@
 #include "OleTestControl.h"
 
+#include <memory>
+
 namespace {
 
 using OleFactoryTest = OleTest;
+
+class ListedFactory final : public COleObjectFactory {
+public:
+    explicit ListedFactory(REFCLSID clsid)
+        : COleObjectFactory(clsid, RUNTIME_CLASS(CTestControl), FALSE, L"Test") {}
+    BOOL UpdateRegistry(BOOL) override { return TRUE; }
+};
 
 TEST_F(OleFactoryTest, MakesObjectsOfTheClassAsked) {
     const ComPtr<IUnknown> control = CreateControl();
@@ -27,6 +36,25 @@ TEST_F(OleFactoryTest, RefusedInterfaceLeavesNoObject) {
     EXPECT_EQ(E_NOINTERFACE, factory->CreateInstance(nullptr, IID_IPersistFile, &object));
     EXPECT_EQ(nullptr, object);
     EXPECT_EQ(nullptr, CTestControl::last);
+}
+
+TEST_F(OleFactoryTest, OneThatEndsLeavesTheOthersInTheirOrder) {
+    constexpr CLSID kIds[] = {{1, 0, 0, {}}, {2, 0, 0, {}}, {3, 0, 0, {}}};
+    const auto isKnown = [](const CLSID& clsid) {
+        ComPtr<IClassFactory> factory;
+        return AfxDllGetClassObject(clsid, IID_IClassFactory, factory.ReceiveVoid()) == S_OK;
+    };
+    std::unique_ptr<COleObjectFactory> factories[3];
+    for (std::size_t i = 0; i < 3; ++i) {
+        factories[i] = std::make_unique<ListedFactory>(kIds[i]);
+    }
+    for (const std::size_t next : {1, 2, 0}) {
+        EXPECT_TRUE(isKnown(kIds[next]));
+        factories[next].reset();
+        EXPECT_FALSE(isKnown(kIds[next]));
+    }
+    EXPECT_TRUE(isKnown(CTestControl::guid));
+    EXPECT_TRUE(isKnown(CTestPage::guid));
 }
 
 TEST_F(OleFactoryTest, ModuleStaysWhileAnythingOfItIsHeld) {

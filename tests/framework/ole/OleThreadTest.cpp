@@ -1,8 +1,10 @@
+#include "HeapUse.h"
 #include "OleTestControl.h"
 
 #include <OleTest.h>
 
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -38,6 +40,24 @@ TEST_F(OleThreadTest, LastReleaseOnAWrongThreadIsLeftToTheRightOne) {
     EXPECT_EQ(nullptr, CTestControl::last);
 }
 
+TEST_F(OleThreadTest, SeveralLastReleasesOnAWrongThreadAreEachDoneOnce) {
+    std::vector<IUnknown*> controls;
+    std::vector<CTestControl*> made;
+    for (int i = 0; i < 3; ++i) {
+        controls.push_back(CreateControl().Detach());
+        made.push_back(CTestControl::last);
+        made.back()->onEnd = [&made, own = made.back()] { std::erase(made, own); };
+    }
+    std::thread([&] {
+        for (IUnknown* control : controls) {
+            EXPECT_EQ(0U, control->Release());
+        }
+    }).join();
+    EXPECT_EQ(3U, made.size());
+    EXPECT_EQ(S_OK, AfxDllCanUnloadNow());
+    EXPECT_TRUE(made.empty());
+}
+
 TEST_F(OleThreadTest, LastReleaseOfAnActiveControlIsDoneWithItsNextMessage) {
     MockContainer container;
     ComPtr<IOleObject> object = CreateControl().As<IOleObject>(IID_IOleObject);
@@ -54,10 +74,40 @@ TEST_F(OleThreadTest, LastReleaseOfAnActiveControlIsDoneWithItsNextMessage) {
     EXPECT_EQ(1, container.References());
 }
 
-TEST_F(OleThreadTest, TypeLibraryCacheServesSeveralThreads) {
+ComPtr<ITypeLib> TestLibrary() {
     ComPtr<ITypeLib> library;
-    ASSERT_EQ(S_OK, framework::LoadTypeLibFrom(framework::PathOfModule(AfxGetInstanceHandle()),
+    EXPECT_EQ(S_OK, framework::LoadTypeLibFrom(framework::PathOfModule(AfxGetInstanceHandle()),
                                                LIBID_OleTestLib, library));
+    return library;
+}
+
+TEST_F(OleThreadTest, LoadingATypeLibraryLeavesNothingBehind) {
+    constexpr int kLoads = 40;
+    TestLibrary(); // whatever is made once exists now
+    const std::int64_t before = HeapUse::Count().blocks;
+    for (int i = 0; i < kLoads; ++i) {
+        EXPECT_TRUE(TestLibrary());
+    }
+    EXPECT_LT(HeapUse::Count().blocks - before, kLoads / 2);
+}
+
+TEST_F(OleThreadTest, TypeLibraryCacheKeepsTheLibraryUntilTheLastUnlock) {
+    const ComPtr<ITypeLib> library = TestLibrary();
+    CTypeLibCache cache;
+    cache.Lock();
+    cache.Lock();
+    cache.Cache(7, library.Get());
+    cache.Unlock();
+    EXPECT_EQ(library.Get(), cache.Lookup(7).Get());
+    EXPECT_FALSE(cache.Lookup(8)) << "another locale";
+    cache.Unlock();
+    EXPECT_FALSE(cache.Lookup(7));
+    cache.Cache(7, library.Get());
+    EXPECT_FALSE(cache.Lookup(7)) << "without a lock";
+}
+
+TEST_F(OleThreadTest, TypeLibraryCacheServesSeveralThreads) {
+    const ComPtr<ITypeLib> library = TestLibrary();
     CTypeLibCache cache;
     const auto hammer = [&] {
         constexpr int kRounds = 20000;

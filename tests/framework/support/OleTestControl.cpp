@@ -55,6 +55,9 @@ CTestControl::CTestControl() {
 
 CTestControl::~CTestControl() {
     last = nullptr;
+    if (onEnd) {
+        onEnd();
+    }
 }
 
 BOOL CTestControl::CTestControlFactory::UpdateRegistry(BOOL bRegister) {
@@ -87,6 +90,9 @@ int CTestControl::OnCreate(LPCREATESTRUCT lpCreateStruct) {
 
 void CTestControl::OnDraw(CDC* pDC, const CRect& rcBounds, const CRect&) {
     drawn.push_back(rcBounds);
+    origins.resize(2);
+    ::GetWindowOrgEx(*pDC, &origins[0]);
+    ::GetViewportOrgEx(*pDC, &origins[1]);
     DoSuperclassPaint(pDC, rcBounds);
     if (dialog.m_hWnd) {
         dialog.MoveWindow(rcBounds);

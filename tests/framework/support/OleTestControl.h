@@ -61,13 +61,17 @@ public:
 
     std::vector<std::wstring> log; ///< calls of members
     std::vector<CRect> drawn;      ///< bounds of OnDraw
+    std::vector<bool> freezes;     ///< what OnFreezeEvents was passed
+    std::vector<POINT> origins;    ///< of the window and the viewport in the last OnDraw
     TestDialog dialog;
     CString caption;
     long count = 0;
+    std::function<void()> onEnd; ///< called by the destructor
 
     void OnDraw(CDC* pDC, const CRect& rcBounds, const CRect& rcInvalid) override;
     void DoPropExchange(CPropExchange* pPX) override;
     BOOL IsInvokeAllowed(DISPID dispid) override;
+    void OnFreezeEvents(BOOL freeze) override { freezes.push_back(freeze); }
 
     void FireRenamed(LPCTSTR name, LONG number) { FireEvent(3, EVENT_PARAM(VTS_BSTR VTS_I4), name, number); }
     void FireUnknown() { FireEvent(99, EVENT_PARAM(VTS_NONE)); }

@@ -28,6 +28,7 @@ public:
     bool throwInitialising = false;
     bool bindMissing = false;
     bool refuse = false;
+    bool refusesAsEdit = true; // else as a control of any kind
 
     BOOL OnInitDialog() override {
         ++initialised;
@@ -51,7 +52,7 @@ protected:
             DDX_Text(exchange, 999, text);
         }
         if (refuse) {
-            exchange->PrepareEditCtrl(kEdit);
+            refusesAsEdit ? exchange->PrepareEditCtrl(kEdit) : exchange->PrepareCtrl(kEdit);
             exchange->Fail();
         }
     }
@@ -164,6 +165,11 @@ TEST_F(ModelessDialog, ARefusedValueGetsTheFocus) {
     EXPECT_FALSE(dialog.UpdateData());
     EXPECT_EQ(::GetFocus(), ::GetDlgItem(dialog, kEdit));
     EXPECT_EQ(::SendDlgItemMessage(dialog, kEdit, EM_GETSEL, 0, 0), MAKELRESULT(0, 3));
+    ::SendDlgItemMessage(dialog, kEdit, EM_SETSEL, 1, 1);
+    dialog.refusesAsEdit = false;
+    EXPECT_FALSE(dialog.UpdateData());
+    EXPECT_EQ(::SendDlgItemMessage(dialog, kEdit, EM_GETSEL, 0, 0), MAKELRESULT(1, 1))
+        << "only a field's text is selected";
     dialog.refuse = false;
     EXPECT_TRUE(dialog.UpdateData());
 }
@@ -211,10 +217,12 @@ public:
 
     CString text = L"start";
     bool throwInitialising = false;
+    bool refuseData = false;
     bool parentEnabled = true;
 
     BOOL OnInitDialog() override {
-        CDialog::OnInitDialog();
+        const BOOL filled = CDialog::OnInitDialog();
+        EXPECT_EQ(refuseData, !filled);
         if (throwInitialising) {
             throw std::runtime_error("thrown by a test");
         }
@@ -224,7 +232,12 @@ public:
     }
 
 protected:
-    void DoDataExchange(CDataExchange* exchange) override { DDX_Text(exchange, kEdit, text); }
+    void DoDataExchange(CDataExchange* exchange) override {
+        DDX_Text(exchange, kEdit, text);
+        if (refuseData) {
+            exchange->Fail();
+        }
+    }
     void OnOK() override {
         parentEnabled = ::IsWindowEnabled(::GetWindow(m_hWnd, GW_OWNER));
         CDialog::OnOK();
@@ -255,6 +268,9 @@ TEST(ModalDialog, FailsAsMinusOne) {
     failing.throwInitialising = true;
     EXPECT_EQ(failing.DoModal(), -1);
     EXPECT_EQ(failing.m_hWnd, nullptr);
+    QuestionDialog unfilled(WPARAM{0xFFFF}); // which no button has
+    unfilled.refuseData = true;
+    EXPECT_EQ(unfilled.DoModal(), -1);
     QuestionDialog missing(L"no such template");
     EXPECT_EQ(missing.DoModal(), -1);
 }

@@ -33,6 +33,10 @@ TEST_F(ListCtrl, HasColumnsAsAsked) {
     ASSERT_TRUE(list.GetColumn(1, &column));
     EXPECT_STREQ(title, L"Size");
     EXPECT_EQ(column.fmt & LVCFMT_JUSTIFYMASK, LVCFMT_RIGHT);
+    EXPECT_EQ(list.InsertColumn(2, L"Date", LVCFMT_LEFT, 40, 7), 2);
+    column.mask = LVCF_SUBITEM;
+    ASSERT_TRUE(list.GetColumn(2, &column));
+    EXPECT_EQ(column.iSubItem, 7);
     EXPECT_EQ(list.GetColumnWidth(0), 150);
     EXPECT_TRUE(list.SetColumnWidth(0, 60));
     EXPECT_EQ(list.GetColumnWidth(0), 60);

@@ -73,6 +73,7 @@ TEST(WindowProcedure, AnExceptionInPaintingDoesNotPaintForEver) {
     window.UpdateWindow();
     EXPECT_EQ(window.painted, 1);
     EXPECT_FALSE(::GetUpdateRect(window, nullptr, FALSE));
+    EXPECT_EQ(window.SendMessage(WM_PAINT), 0);
 }
 
 TEST(WindowProcedure, AnExceptionInTheLastMessageStillDetaches) {

@@ -33,10 +33,15 @@ TEST(IniEncoding, Utf16IsKnownWithoutItsMark) {
 }
 
 TEST(IniEncoding, MalformedUtf8CountsAsAnsi) {
-    for (const char* bytes : {"\xC3", "\xC3\xA9\xC3", "\x80", "\xC0\x80", "\xC1\xBF", "\xE0\x80\x80",
-                              "\xED\xA0\x80", "\xED\xBF\xBF", "\xF0\x80\x80\x80", "\xF4\x90\x80\x80",
-                              "\xF5\x80\x80\x80", "\xFF", "\xE2\x82", "\xE2\x28\xA1"}) {
+    for (const char* bytes :
+         {"\xC3", "\xC3\xA9\xC3", "\x80", "\xC0\x80", "\xC1\xBF", "\xE0\x80\x80", "\xED\xA0\x80",
+          "\xED\xBF\xBF", "\xF0\x80\x80\x80", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF", "\xE2\x82",
+          "\xE2\x28\xA1", "\xDF\xFF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF"}) {
         EXPECT_EQ(DetectEncoding(bytes), IniEncoding::Ansi) << testing::PrintToString(bytes);
+    }
+    for (const char* bytes : {"\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80",
+                              "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"}) {
+        EXPECT_EQ(DetectEncoding(bytes), IniEncoding::Utf8) << testing::PrintToString(bytes);
     }
 }
 

@@ -26,6 +26,15 @@ TEST(IniInformation, GivesSectionsWithTheirValuesInOrder) {
     EXPECT_TRUE(sections[1].values.empty());
 }
 
+TEST(IniInformation, AnIteratorMovesOnBeforeOrAfterItIsRead) {
+    const Information information = Parsed("[a]\n[b]\n[c]\n");
+    auto place = information.begin();
+    EXPECT_EQ((*place++).name, L"a");
+    EXPECT_EQ((*place).name, L"b");
+    EXPECT_EQ((*++place).name, L"c");
+    EXPECT_EQ(++place, information.end());
+}
+
 TEST(IniInformation, NothingGivesNothing) {
     EXPECT_TRUE(Parsed("").empty());
     EXPECT_TRUE(Parsed(std::string(1000, '\0')).empty());

@@ -45,6 +45,13 @@ TEST_F(IniStoreFile, WritesNothingWhenNothingChanges) {
     EXPECT_EQ(StampOf(m_file), before);
 }
 
+TEST_F(IniStoreFile, WritesTheSameValueOnce) {
+    SetValue(L"k", L"new");
+    const FileStamp before = StampOf(m_file);
+    SetValue(L"k", L"new");
+    EXPECT_EQ(StampOf(m_file), before);
+}
+
 TEST_F(IniStoreFile, SeesAnotherLength) {
     Overwrite(m_file, "[s]\nk=newer\n");
     EXPECT_EQ(Value(), L"newer");

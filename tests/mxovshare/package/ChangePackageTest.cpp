@@ -1,7 +1,10 @@
 #include "mxovchange.h"
 
+#include "files/DiskFile.h"
+#include "Listeners.h"
 #include "SectionList.h"
 #include "TempFolder.h"
+#include "zip/ZipDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -59,13 +62,43 @@ protected:
 
 TEST_F(ChangePackageTest, AddsReplacesAndRemovesFiles) {
     const std::wstring source = m_folder.Write(L"new.txt", "new");
+    constexpr SYSTEMTIME kTime = {2020, 1, 0, 2, 3, 4, 6, 0};
+    m_folder.SetTime(L"new.txt", kTime);
     PackageChanges changes;
     changes.added = {{L"ReferanceFiles\\new.txt", source}, {L"DOC.txt", source}};
     changes.removed = {L"nc\\1.NC"};
-    ASSERT_TRUE(ChangePackage(Package(), Package(), changes).ok);
+    RecordingProgress progress;
+    ASSERT_TRUE(ChangePackage(Package(), Package(), changes, &progress).ok);
+    progress.ExpectToTheEnd();
     EXPECT_EQ(Names(), (std::vector<std::wstring>{L"mxinfo.ini", L"DOC.txt", L"ReferanceFiles\\new.txt"}));
     EXPECT_EQ(Read(L"doc.TXT"), "new");
     EXPECT_EQ(m_work.EntryCount(), 1);
+    std::vector<PackageEntry> entries;
+    ASSERT_TRUE(ListPackage(Package(), entries).ok);
+    FILETIME time = {};
+    ASSERT_TRUE(SystemTimeToFileTime(&kTime, &time));
+    EXPECT_EQ(CompareFileTime(&entries.back().modified, &time), 0);
+}
+
+TEST_F(ChangePackageTest, MakesTheInformationWhereThereIsNone) {
+    PackageChanges removal;
+    removal.removed = {L"mxinfo.ini"};
+    ASSERT_TRUE(ChangePackage(Package(), Package(), removal).ok);
+    PackageChanges changes;
+    changes.information = {{L"FILEINFO", L"GCode", L"NC\\1.nc"}};
+    ASSERT_TRUE(ChangePackage(Package(), Package(), changes).ok);
+    EXPECT_NE(Read(L"mxinfo.ini"), "");
+}
+
+TEST_F(ChangePackageTest, TheInformationKeepsItsAttributes) {
+    ASSERT_TRUE(SetFileAttributesW((m_folder / L"mxinfo.ini").c_str(), FILE_ATTRIBUTE_READONLY));
+    ASSERT_TRUE(CreatePackage(m_folder.Path(), Package()).ok);
+    PackageChanges changes;
+    changes.information = {{L"NEW", L"Key", L"value"}};
+    ASSERT_TRUE(ChangePackage(Package(), Package(), changes).ok);
+    const std::vector<ZipEntry> entries = ReadZipDirectory(DiskSource(Package()));
+    EXPECT_EQ(entries.at(0).name, "mxinfo.ini");
+    EXPECT_NE(entries.at(0).attributes & FILE_ATTRIBUTE_READONLY, 0U);
 }
 
 TEST_F(ChangePackageTest, ChangesTheInformationAndKeepsTheRest) {
@@ -104,7 +137,7 @@ TEST_F(ChangePackageTest, RefusesWhatCannotBe) {
     ExpectRefused(removing, L"does not contain it");
     PackageChanges setting;
     setting.information = {{L"FILEINFO", L"a=b", L"c"}};
-    ExpectRefused(setting, L"cannot hold");
+    ExpectRefused(setting, L": the information file cannot hold the value of \"");
 }
 
 TEST_F(ChangePackageTest, IsCancelledWithoutATrace) {

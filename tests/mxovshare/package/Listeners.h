@@ -3,6 +3,8 @@
 
 #include "mxovpackage.h"
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <vector>
 
@@ -19,6 +21,16 @@ public:
     bool OnProgress(const std::wstring& name, std::uint64_t done, std::uint64_t total) override {
         calls.push_back({name, done, total});
         return true;
+    }
+
+    /// Expects that it only grew, up to what was stated at the beginning.
+    void ExpectToTheEnd() const {
+        ASSERT_GE(calls.size(), 2U);
+        for (std::size_t i = 1; i < calls.size(); ++i) {
+            EXPECT_GE(calls[i].done, calls[i - 1].done);
+            EXPECT_EQ(calls[i].total, calls[0].total);
+        }
+        EXPECT_EQ(calls.back().done, calls.back().total);
     }
 };
 

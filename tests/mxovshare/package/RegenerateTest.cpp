@@ -135,7 +135,7 @@ TEST_F(RegenerateTest, TakesTheInformationFileInPrivateWhenThereIsNoOther) {
 TEST_F(RegenerateTest, NeverReplacesAPackageByAFolderThatIsNone) {
     std::filesystem::remove(m_folder / L"mxinfo.ini");
     Regenerate();
-    ExpectRefusal(L"there is no mxinfo.ini in the folder");
+    ExpectRefusal(L"\nthere is no mxinfo.ini in the folder \"" + m_folder.Path());
     notices.clear();
     Utils::ReGenerateOrvandoFile(m_folder / L"gone", Package(), L"Edited");
     ExpectRefusal(m_folder / L"gone");

@@ -1,4 +1,5 @@
 #include "zip/EntryName.h"
+#include "zip/PackageError.h"
 
 #include <gtest/gtest.h>
 
@@ -25,6 +26,22 @@ INSTANTIATE_TEST_SUITE_P(Names, AllowedName,
                                          std::string(255, 'x'),
                                          std::string(200, 'x') + "/" + std::string(200, 'y')));
 
+TEST(QuoteName, ShowsTheBytesOfWhatHasNoShape) {
+    EXPECT_EQ(mxovshare::QuoteName("a b\xC3\xA4"), "\"a b\xC3\xA4\"");
+    EXPECT_EQ(mxovshare::QuoteName("\x1F ~\x7F"), R"("\x1F ~\x7F")");
+    EXPECT_EQ(mxovshare::QuoteName("\xC2\x80\xC2\x9F\xC2\xA0"), "\"\\xC2\\x80\\xC2\\x9F\xC2\xA0\"");
+    EXPECT_EQ(mxovshare::QuoteName("\xE2\x80\xA8\xFF"), R"("\xE2\x80\xA8\xFF")");
+}
+
+TEST(EntryName, EveryNumberedDeviceIsRefused) {
+    for (const std::string device : {"COM", "LPT"}) {
+        for (char number = '0'; number <= '9'; ++number) {
+            EXPECT_NE(EntryNameFault(device + number).find("device"), std::string_view::npos)
+                << device << number;
+        }
+    }
+}
+
 TEST_P(ForbiddenName, IsRefusedForItsReason) {
     const std::string_view fault = EntryNameFault(GetParam().first);
     EXPECT_NE(fault.find(GetParam().second), std::string_view::npos) << fault;
@@ -38,7 +55,9 @@ INSTANTIATE_TEST_SUITE_P(
                     std::pair("..", "\"..\""), std::pair("../x", "\"..\""), std::pair("a/../x", "\"..\""),
                     std::pair("a/..", "\"..\""), std::pair("./a", "\".\""), std::pair("a/./b", "\".\""),
                     std::pair("a//b", "empty part"), std::pair("a/", "empty part"),
-                    std::pair("ab:c", "stream"), std::pair("dir/a.txt:stream:$DATA", "stream"),
+                    std::pair("ab:c", "stream"), std::pair("<", "one of"), std::pair(">", "one of"),
+                    std::pair("|", "one of"), std::pair("\"", "one of"), std::pair("?", "one of"),
+                    std::pair("*?", "one of"), std::pair("dir/a.txt:stream:$DATA", "stream"),
                     std::pair("CON", "device"), std::pair("con.txt", "device"), std::pair("a/Nul", "device"),
                     std::pair("NUL .txt", "device"), std::pair("aux.tar.gz", "device"),
                     std::pair("prn", "device"), std::pair("COM1", "device"), std::pair("com9.log", "device"),
@@ -52,6 +71,7 @@ INSTANTIATE_TEST_SUITE_P(
                               "b",
                               "direction"),
                     std::pair("mxinfo.ini.mxov-new", "reserved"), std::pair("a.MXOV-New/b", "reserved"),
+                    std::pair(".mxov-new", "reserved"),
                     std::pair(
                         [] {
                             std::string name = "0";

@@ -111,7 +111,7 @@ STDMETHODIMP MockContainer::OnInPlaceActivate() {
 }
 
 STDMETHODIMP MockContainer::OnUIActivate() {
-    return Note("OnUIActivate");
+    return Note("OnUIActivate", habits.allowsUserInterface ? S_OK : E_FAIL);
 }
 
 STDMETHODIMP MockContainer::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
@@ -130,6 +130,7 @@ STDMETHODIMP MockContainer::GetWindowContext(IOleInPlaceFrame** frame, IOleInPla
     }
     *place = position;
     *clipping = clip;
+    frameInfoSize = info->cb;
     info->fMDIApp = FALSE;
     info->hwndFrame = m_window;
     info->haccel = nullptr;
@@ -179,7 +180,8 @@ STDMETHODIMP MockContainer::TransformCoords(POINTL*, POINTF*, DWORD) {
     return Note("TransformCoords", E_NOTIMPL);
 }
 
-STDMETHODIMP MockContainer::TranslateAccelerator(MSG*, DWORD) {
+STDMETHODIMP MockContainer::TranslateAccelerator(MSG*, DWORD held) {
+    modifiers = held;
     return Note("TranslateAccelerator", S_FALSE);
 }
 

@@ -36,6 +36,7 @@ public:
         bool hasAmbients = true;
         bool hasFrame = true;
         bool allowsActivation = true;
+        bool allowsUserInterface = true;
         bool knowsWindow = true;       ///< else GetWindow fails
         bool knowsContext = true;      ///< else GetWindowContext fails
         bool hasPropertyFrame = false; ///< shows the property pages itself
@@ -44,6 +45,8 @@ public:
     RECT position = {10, 20, 210, 120};
     RECT clip = {10, 20, 210, 120};
     std::map<DISPID, VARIANT> ambients;             ///< the values are not freed
+    DWORD modifiers = 0;                            ///< of the last key that it was asked for
+    UINT frameInfoSize = 0;                         ///< as the control stated it
     std::function<void(const std::string&)> onCall; ///< run inside each call that is noted
 
     /// Takes a control: the mock keeps a reference and calls SetClientSite.
