@@ -177,6 +177,12 @@ class ReachTest(unittest.TestCase):
         steps = self.reach('shared.cpp', source, [2])
         self.assertEqual(steps(changes.changes_of('shared.cpp', source)[0], 1), ['quick', 'other', 'slow'])
 
+    def test_a_test_that_is_named_after_the_source_is_run_first_even_if_it_is_newer(self):
+        source = 'void F() {\n    A();\n}\n'
+        steps = self.reach('a.cpp', source, [2])
+        with mock.patch.object(Reach, '_named_after', lambda *_: {'other': ('Suite',)}):
+            self.assertEqual(steps(changes.changes_of('a.cpp', source)[0], 1), ['other', 'quick', 'slow'])
+
 
 class Worker:
     """Tries changes without building them: one in three is none, one is noticed, one is not."""

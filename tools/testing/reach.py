@@ -29,8 +29,9 @@ class Reach:
         steps = []
         for name, test in self.tests.items():
             ran = test['lines'].get(change.file, ())
-            # A program that compiles the source itself does not count its lines.
-            if test['passed'] and name in tree.tests and (name in compiled or self._reaches(ran, change, body_line)):
+            # A program that compiles the source itself does not count its lines; a named test may be newer than the lines.
+            is_of_source = name in compiled or name in names
+            if test['passed'] and name in tree.tests and (is_of_source or self._reaches(ran, change, body_line)):
                 is_long = test['seconds'] > LONG
                 steps.append(Step(name, test['seconds'], is_named=name in names and not is_long))
                 if name in names and is_long:

@@ -214,8 +214,12 @@ TEST_F(MXOVDocViewCallsTest, ADocumentIsStartedWithItsDefaultVerb) {
     findFunction = looked.Real();
     started = {};
     const std::wstring path = m_package.Write(L"NC\\code.nc", "x");
-    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\nGCode=NC\\a\n");
+    m_package.Write(L"Setup\\sheet.pdf", "x");
+    Describe("[FILEINFO]\nMaxtlreVersion=M 2021\nGCode=NC\\a\nSetupSheets=Setup\\a\n");
     Load();
+    Select(IDC_SETUP_LIST, 0);
+    Notify(IDC_SETUP_LIST, NM_DBLCLK);
+    EXPECT_TRUE(startedFile.ends_with(L"Setup\\sheet.pdf")) << "a setup sheet";
     Select(IDC_GCODE_LIST, 0);
     Notify(IDC_GCODE_LIST, NM_DBLCLK);
     EXPECT_EQ(startedFile, m_package.PathWithSeparator() + L"NC\\code.nc");
