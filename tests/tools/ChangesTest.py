@@ -7,6 +7,7 @@ import pathlib
 import shutil
 import sys
 import tempfile
+import threading
 import unittest
 from unittest import mock
 
@@ -17,6 +18,7 @@ unittest.addModuleCleanup(shutil.rmtree, SCRATCH)
 os.environ['MXOV_BUILD'] = str(SCRATCH)
 
 import changes  # noqa: E402
+import ctests  # noqa: E402
 import mutate  # noqa: E402
 import unnoticeable  # noqa: E402
 from reach import Reach  # noqa: E402
@@ -128,6 +130,15 @@ class ChangesTest(unittest.TestCase):
     def test_a_raw_string_holds_no_code(self):
         self.assertEqual(made(source='const char* text = R"x(if (a == 1) {)x";\n'),
                          ['R"x(if (a == 1) {)x" -> R"x(xif (a == 1) {)x"'])
+
+
+class StopTest(unittest.TestCase):
+    def test_a_test_that_is_ended_with_the_tool_has_no_result(self):
+        test = ctests.Test('t', ('sleep', '60'), {}, str(SCRATCH), 60)
+        self.addCleanup(ctests.stopped.clear)
+        threading.Timer(0.5, ctests.stop).start()
+        with self.assertRaises(ctests.Stopped):
+            ctests.run_test(test, SCRATCH / 'log')
 
 
 class UnnoticeableTest(unittest.TestCase):

@@ -90,6 +90,8 @@ def run_test(test, log, limit=None, **variables):
         except subprocess.TimeoutExpired:
             end_group(process)
             return Run(False, time.monotonic() - start, ENDED_BY_LIMIT)
+        if stopped.is_set():
+            raise Stopped  # the test was ended, and says nothing
         reported = REPORTS.search(log.read_text(encoding='utf-8', errors='replace')) if code else None
     why = reported.group(1).strip() if reported else f'ended with {code}' if code else ''
     return Run(code == 0, time.monotonic() - start, why)
