@@ -33,8 +33,8 @@ public:
     /// The open temporary file, for seeking, reading back and writing in place; closed by Commit.
     HANDLE Handle() const { return m_file.get(); }
 
-    /// Starts to flush what was written so far on another thread, so that Commit has less to wait for. It
-    /// also reports a failure of this, which the system may report only once.
+    /// Flushes what was written so far on a background thread, to shorten Commit. Commit fails if this flush
+    /// failed, since the system may report the error only once.
     void FlushMeanwhile();
 
     /// Flushes, replaces the target and closes, waiting while the target is in use. A read-only target is

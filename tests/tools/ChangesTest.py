@@ -20,7 +20,7 @@ os.environ['MXOV_BUILD'] = str(SCRATCH)
 import changes  # noqa: E402
 import ctests  # noqa: E402
 import mutate  # noqa: E402
-import unnoticeable  # noqa: E402
+import equivalents  # noqa: E402
 from reach import Reach  # noqa: E402
 
 SOURCE = '''// A comment: if (a == 1) { Call(); }
@@ -141,17 +141,17 @@ class StopTest(unittest.TestCase):
             ctests.run_test(test, SCRATCH / 'log')
 
 
-class UnnoticeableTest(unittest.TestCase):
+class EquivalentsTest(unittest.TestCase):
     def test_each_row_is_a_change_that_can_be_made(self):
-        rows = unnoticeable.rows((ROOT / 'tests/unnoticeable.md').read_text(encoding='utf-8'))
+        rows = equivalents.rows((ROOT / 'tests/equivalent-mutants.md').read_text(encoding='utf-8'))
         self.assertTrue(rows)
         for file in sorted({file for file, *_ in rows}):
             source = (ROOT / file).read_text(encoding='utf-8')
-            made = {unnoticeable.row_of(change, source) for change in changes.changes_of(file, source)}
+            made = {equivalents.row_of(change, source) for change in changes.changes_of(file, source)}
             self.assertEqual({row for row in rows if row[0] == file} - made, set())
 
     def test_a_row_may_hold_bars(self):
-        self.assertEqual(unnoticeable.rows('| `a.cpp` | `if (a \\|\\| b) {` | `condition: \\|\\| -> &&` | why |'),
+        self.assertEqual(equivalents.rows('| `a.cpp` | `if (a \\|\\| b) {` | `condition: \\|\\| -> &&` | why |'),
                          {('a.cpp', 'if (a || b) {', 'condition: || -> &&')})
 
 
@@ -216,13 +216,13 @@ class SessionTest(unittest.TestCase):
         mutate.FOLDER.mkdir(parents=True)
         (SCRATCH / 'Window.cpp').write_text(SOURCE, encoding='ascii')
         (SCRATCH / 'tests').mkdir(exist_ok=True)
-        self.write_unnoticeable('')
+        self.write_equivalents('')
         self.addCleanup(shutil.rmtree, mutate.FOLDER)
 
     @staticmethod
-    def write_unnoticeable(text):
-        (SCRATCH / 'tests/unnoticeable.md').write_text(text, encoding='ascii')
-        mutate.unnoticeable_rows.cache_clear()
+    def write_equivalents(text):
+        (SCRATCH / 'tests/equivalent-mutants.md').write_text(text, encoding='ascii')
+        mutate.equivalent_rows.cache_clear()
 
     def run_session(self, *words):
         """What was tried, and what came of it in the end."""
@@ -244,11 +244,11 @@ class SessionTest(unittest.TestCase):
         self.assertLess(set(six), set(nine))
         self.assertFalse(set(more) & set(tried))
 
-    def test_what_nothing_could_notice_is_not_drawn(self):
+    def test_equivalent_mutants_are_not_drawn(self):
         _, all_of_it = self.run_session()
         survivor = next(change for change in changes.changes_of('Window.cpp', SOURCE)
                         if all_of_it.get(change.key) == 'survived')
-        self.write_unnoticeable('| ' + ' | '.join(f'`{part}`' for part in unnoticeable.row_of(survivor, SOURCE))
+        self.write_equivalents('| ' + ' | '.join(f'`{part}`' for part in equivalents.row_of(survivor, SOURCE))
                                 .replace('||', '\\|\\|') + ' | why |\n')
         _, rest = self.run_session()
         self.assertEqual(set(all_of_it) - set(rest), {survivor.key})

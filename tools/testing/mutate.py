@@ -18,7 +18,7 @@ import time
 
 import changes
 import ctests
-import unnoticeable
+import equivalents
 from changedtree import ChangedTree, DoesNotBuild
 from linecounts import FOLDERS
 from reach import Reach
@@ -50,22 +50,22 @@ def changes_in(file):
 
 
 def draw(files, seed):
-    """All changes in random order, one a line, without those that nothing could notice."""
+    """All changes in random order, one a line, without equivalent mutants."""
     every = [change for file in files for change in changes_in(file).all()]
     random.Random(seed).shuffle(every)
     first = {}
     for change in every:
         first.setdefault((change.file, change.line), change)
-    return [change for change in first.values() if can_be_noticed(change)]
+    return [change for change in first.values() if is_worth_trying(change)]
 
 
 @functools.lru_cache(maxsize=None)
-def unnoticeable_rows():
-    return unnoticeable.rows((ROOT / 'tests/unnoticeable.md').read_text(encoding='utf-8'))
+def equivalent_rows():
+    return equivalents.rows((ROOT / 'tests/equivalent-mutants.md').read_text(encoding='utf-8'))
 
 
-def can_be_noticed(change):
-    return unnoticeable.row_of(change, changes_in(change.file).source) not in unnoticeable_rows()
+def is_worth_trying(change):
+    return equivalents.row_of(change, changes_in(change.file).source) not in equivalent_rows()
 
 
 def body_line(change):
@@ -173,7 +173,7 @@ class Session:
         """All that no test noticed so far, however it was drawn."""
         every = (change for file in files for change in changes_in(file).all())
         return [change for change in every
-                if self.results.by_key.get(change.key, {}).get('outcome') == 'survived' and can_be_noticed(change)]
+                if self.results.by_key.get(change.key, {}).get('outcome') == 'survived' and is_worth_trying(change)]
 
     @property
     def done(self):

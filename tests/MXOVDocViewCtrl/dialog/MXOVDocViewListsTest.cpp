@@ -1,5 +1,6 @@
 #include "DialogFixture.h"
 
+#include "common/Handles.h"
 #include "package/RecordLists.h"
 #include "popup/MXOVPopupDlg.h"
 #include "shell/HostText.h"
@@ -10,7 +11,7 @@ using namespace docview;
 
 namespace {
 
-/// Notes, when the properties are shown, whether a button is enabled and where they are.
+/// Records the state of a button and the left edge of the popup at each WM_SHOWWINDOW of the popup.
 class ShowingWatch {
 public:
     explicit ShowingWatch(HWND button)
@@ -19,9 +20,6 @@ public:
         enabled.clear();
         lefts.clear();
     }
-    ~ShowingWatch() { UnhookWindowsHookEx(m_hook); }
-    ShowingWatch(const ShowingWatch&) = delete;
-    ShowingWatch& operator=(const ShowingWatch&) = delete;
 
     static inline std::vector<bool> enabled;
     static inline std::vector<LONG> lefts;
@@ -41,7 +39,7 @@ private:
     }
 
     static inline HWND watched = nullptr;
-    HHOOK m_hook;
+    common::UniqueHook m_hook;
 };
 
 class MXOVDocViewListsTest : public DialogFixture {

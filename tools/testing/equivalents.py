@@ -1,4 +1,4 @@
-"""Changes of which tests/unnoticeable.md says why nothing could notice them."""
+"""The rows of tests/equivalent-mutants.md."""
 import re
 
 ROW = re.compile(r'^\| `(?P<file>[^`]+)` \| `(?P<source>[^`]+)` \| `(?P<change>[^`]+)` \| .+ \|$', re.MULTILINE)
@@ -11,5 +11,5 @@ def rows(text):
 
 
 def row_of(change, source):
-    """What the row of a change to a source would say."""
+    """The row that lists a change."""
     return change.file, source.splitlines()[change.line - 1].strip(), str(change)
