@@ -99,8 +99,7 @@ private:
         } catch (...) {
             m_nextError = std::current_exception();
         }
-        m_isExhausted = true;
-        m_room.notify_all();
+        m_isExhausted = true; // workers that wait for room end with the pool
         m_made.notify_one();
         return nullptr;
     }
