@@ -74,6 +74,21 @@ TEST(IniDocumentSize, NamesThatCollideInAHashTableAreNoSlower) {
     EXPECT_LT(TimeOf(colliding), 20 * TimeOf(others) + CLOCKS_PER_SEC / 50);
 }
 
+TEST(IniDocumentSize, ChangesUpToHalfOfWhatIsRead) {
+    constexpr std::size_t kMost = IniDocument::kMaxBytes / 2;
+    // The three texts with 16 characters around them, in the longest encoding.
+    constexpr std::size_t kChange = std::size_t{4} * (1 + 1 + 1 + 16);
+    const auto of = [](std::size_t size) {
+        std::string bytes = "[s]\nk=1\n;";
+        bytes.resize(size, 'x');
+        return bytes;
+    };
+    EXPECT_TRUE(IniDocument(kPlainPage, of(kMost - kChange)).SetValue(u"s", u"k", u"v"));
+    EXPECT_FALSE(IniDocument(kPlainPage, of(kMost - kChange + 1)).SetValue(u"s", u"k", u"v"));
+    EXPECT_TRUE(IniDocument(kPlainPage, of(kMost)).RemoveSection(u"s"));
+    EXPECT_FALSE(IniDocument(kPlainPage, of(kMost + 1)).RemoveSection(u"s"));
+}
+
 TEST(IniDocumentSize, ManySectionsOfOneNameGoAtOnce) {
     std::string bytes;
     for (int i = 0; i < 200'000; ++i) {

@@ -235,6 +235,7 @@ TEST(IniDocumentWriting, AnsiTextThatLooksLikeUtf8IsNotMistaken) {
 TEST(IniDocumentWriting, AnsiTextThatLooksLikeUtf16IsNotMistaken) {
     EXPECT_EQ(AfterRemove("[r]\n[\0]\0"s, u"r"), Utf16(u"[\0]\0"s));
     EXPECT_EQ(AfterRemove("[r]\nk=\xC3\xA9\n[\0]\0"s, u"r"), Utf16(u"[\0]\0"s));
+    EXPECT_EQ(AfterSet("\0ab"s, u"s", u"k", u"vv"), Utf16(u"\0ab\r\n[s]\r\nk=vv\r\n"s));
 }
 
 TEST(IniDocumentWriting, ACodePageThatIsUtf8StaysUtf8) {

@@ -71,6 +71,13 @@ TEST(IniEncoding, MalformedBytesDecodeToReplacements) {
     EXPECT_EQ(DecodeText("a\0b"s, IniEncoding::Utf16, page), u"a");
 }
 
+TEST(IniEncoding, DecodesNothingBehindTheText) {
+    const std::string_view bytes("a\0b\0c\0", 6);
+    const std::u16string text = DecodeText(bytes.substr(0, 4), IniEncoding::Utf16, SingleBytePage());
+    EXPECT_EQ(text, u"ab");
+    EXPECT_EQ(text.c_str()[text.size()], u'\0');
+}
+
 TEST(IniEncoding, RefusesWhatItCannotHoldAndAppendsNothing) {
     const SingleBytePage page;
     std::string bytes = "x";

@@ -102,6 +102,17 @@ TEST_F(IniStoreKept, AFolderThatTakesNoFilesKeepsTheValue) {
     EXPECT_EQ(m_store.Value(L"s", L"k", file), L"1");
 }
 
+TEST_F(IniStoreKept, ADocumentThatGotAnotherNumberDuringALockIsCompletedUnderIt) {
+    ASSERT_EQ(m_store.LastIndex(L"F", m_file), 0);
+    {
+        const common::UniqueHandle lock = Lock(m_file, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        m_store.SetValue(L"F_1", L"a", L"mine", m_file);
+        Overwrite(m_file, "[F_1]\na=theirs\n");
+    }
+    m_store.SetValue(L"F_1", L"b", L"mine", m_file);
+    EXPECT_EQ(Bytes(), "[F_1]\na=theirs\n[F_2]\na=mine\nb=mine\n");
+}
+
 TEST_F(IniStoreKept, KeptChangesOutliveTheFilesThatAreKept) {
     const common::UniqueHandle lock = Lock(m_file, FILE_SHARE_READ);
     SetValue(L"k", L"new");
