@@ -12,8 +12,11 @@ set(PACKAGE_FORGE_SOURCES ${TESTS}/zip/MemoryFile.cpp ${TESTS}/zip/ZipForge.cpp)
 set(PACKAGE_NATIVE_TESTS
     ${TESTS}/pack/JobQueueTest.cpp
     ${TESTS}/pack/VerifiedEntryCacheTest.cpp
+    ${TESTS}/text/Utf8Test.cpp
     ${TESTS}/zip/ChecksumTest.cpp
     ${TESTS}/zip/EntryNameTest.cpp
     ${TESTS}/zip/EntryReaderTest.cpp
     ${TESTS}/zip/ZipDirectoryTest.cpp
+    ${TESTS}/zip/ZipEndTest.cpp
+    ${TESTS}/zip/ZipExtraTest.cpp
     ${TESTS}/zip/ZipWriterTest.cpp)

@@ -70,6 +70,7 @@ INSTANTIATE_TEST_SUITE_P(
                     std::pair("a/\xE2\x81\xA6"
                               "b",
                               "direction"),
+                    std::pair("::", "stream"), std::pair("C:", "drive letter"),
                     std::pair("mxinfo.ini.mxov-new", "reserved"), std::pair("a.MXOV-New/b", "reserved"),
                     std::pair(".mxov-new", "reserved"),
                     std::pair(

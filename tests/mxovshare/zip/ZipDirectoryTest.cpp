@@ -183,6 +183,11 @@ TEST(ZipDirectory, RefusesOverlaps) {
     hidden.offset = 35;
     EXPECT_NE(Refusal(ForgeZip({outer, hidden})).find("overlaps"), std::string::npos);
 
+    // The same header twice is told of by its name.
+    ForgedEntry again = MakeEntry("a.txt");
+    again.offset = 0;
+    EXPECT_NE(Refusal(ForgeZip({first, again})).find("occurs twice"), std::string::npos);
+
     ForgedEntry beyond = MakeEntry("a.txt");
     beyond.offset = 100'000;
     ExpectRefused(beyond, "overlaps");
@@ -219,6 +224,8 @@ TEST(ZipDirectory, RefusesMoreThanItsLimits) {
     limits.total = 300'000;
     EXPECT_NE(Refusal(zip, limits), "accepted");
     limits = {};
+    limits.entries = 2;
+    EXPECT_EQ(Refusal(zip, limits), "accepted");
     limits.entries = 1;
     EXPECT_NE(Refusal(zip, limits).find("more than 1 entries"), std::string::npos);
 }

@@ -261,4 +261,14 @@ TEST(ZipWriter, TakesNothingThatIsPackedToMoreThanItsSize) {
     EXPECT_TRUE(ZipWriter::CanCopyPacked(entry));
 }
 
+TEST(ZipWriter, TakesWhatIsOutOfProportionUpTo16Kilobytes) {
+    ZipEntry entry;
+    entry.method = 8;
+    entry.packedSize = 1;
+    entry.size = 16 << 10;
+    EXPECT_TRUE(ZipWriter::CanCopyPacked(entry));
+    entry.size += 1;
+    EXPECT_FALSE(ZipWriter::CanCopyPacked(entry));
+}
+
 } // namespace
