@@ -87,7 +87,8 @@ TEST_F(ChangePackageTest, MakesTheInformationWhereThereIsNone) {
     PackageChanges changes;
     changes.information = {{L"FILEINFO", L"GCode", L"NC\\1.nc"}};
     ASSERT_TRUE(ChangePackage(Package(), Package(), changes).ok);
-    EXPECT_NE(Read(L"mxinfo.ini"), "");
+    const std::u16string text = u"\xFEFF[FILEINFO]\r\nGCode=NC\\1.nc\r\n";
+    EXPECT_EQ(Read(L"mxinfo.ini"), std::string(reinterpret_cast<const char*>(text.data()), 2 * text.size()));
 }
 
 TEST_F(ChangePackageTest, TheInformationKeepsItsAttributes) {

@@ -147,6 +147,21 @@ TEST_F(SaveProgressTest, GoesOnWhileAWindowPaintsWithoutEnd) {
     EXPECT_LE(PaintingWindow::paints, 100);
 }
 
+TEST_F(SaveProgressTest, PaintsNothingRightAfterItPainted) {
+    const PaintingWindow window;
+    ProgressWindow progress(L"Saving");
+    Sleep(600);
+    bool rests = false;
+    for (int attempt = 0; attempt < 20 && !rests; ++attempt) {
+        progress.OnProgress(L"a.txt", 1, 2);
+        const int before = PaintingWindow::paints;
+        progress.OnProgress(L"a.txt", 1, 2);
+        rests = PaintingWindow::paints == before;
+    }
+    EXPECT_TRUE(rests);
+    EXPECT_GT(PaintingWindow::paints, 0);
+}
+
 TEST_F(SaveProgressTest, IsCancelledWhileAWindowPaintsWithoutEnd) {
     WriteMuch(30);
     const PaintingWindow window;
