@@ -21,6 +21,7 @@ import changes  # noqa: E402
 import ctests  # noqa: E402
 import mutate  # noqa: E402
 import equivalents  # noqa: E402
+from changedtree import ChangedTree, DoesNotBuild  # noqa: E402
 from reach import Reach  # noqa: E402
 
 SOURCE = '''// A comment: if (a == 1) { Call(); }
@@ -139,6 +140,16 @@ class StopTest(unittest.TestCase):
         threading.Timer(0.5, ctests.stop).start()
         with self.assertRaises(ctests.Stopped):
             ctests.run_test(test, SCRATCH / 'log')
+
+    def test_a_build_that_ends_with_the_tool_has_no_result(self):
+        tree = object.__new__(ChangedTree)
+        tree.folder, tree.environment = SCRATCH, dict(os.environ)
+        with self.assertRaises(DoesNotBuild):
+            tree._run('false')
+        self.addCleanup(ctests.stopped.clear)
+        ctests.stopped.set()
+        with self.assertRaises(ctests.Stopped):
+            tree._run('false')
 
 
 class EquivalentsTest(unittest.TestCase):

@@ -78,7 +78,11 @@ class ChangedTree:
         return content.hexdigest()
 
     def _run(self, *command):
-        ended = subprocess.run(command, cwd=self.folder, env=self.environment, check=False, capture_output=True, text=True)
+        """In a session of its own: who interrupts the tool does not make it look as if the change did not build."""
+        ended = subprocess.run(command, cwd=self.folder, env=self.environment, check=False, capture_output=True, text=True,
+                               start_new_session=True)
+        if ctests.stopped.is_set():
+            raise ctests.Stopped
         if ended.returncode:
             raise DoesNotBuild(f'{shlex.join(map(str, command))}\n{(ended.stdout + ended.stderr)[-4000:]}')
 
