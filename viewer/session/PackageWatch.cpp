@@ -56,6 +56,8 @@ public:
         const std::lock_guard guard(m_lock);
         m_knownStamp = session.Stamp();
         m_entries = session.Entries();
+        ++m_updates;
+        m_state.reset(); // compared with what was recorded before
         SetEvent(m_wake.get());
     }
 
@@ -74,9 +76,10 @@ private:
     const std::wstring m_packageFolder;
     const HWND m_notify;
     const UINT m_message;
-    std::mutex m_lock; // guards the next three
+    std::mutex m_lock; // guards the next four
     std::wstring m_knownStamp;
     std::vector<mxovshare::PackageEntry> m_entries;
+    unsigned m_updates = 0;
     std::optional<PackageState> m_state;
     std::wstring m_lastStamp;
     common::UniqueHandle m_wake;
@@ -86,8 +89,10 @@ private:
 void PackageWatch::Worker::Look() {
     PackageState state;
     std::vector<mxovshare::PackageEntry> entries;
+    unsigned updates = 0;
     {
         const std::lock_guard guard(m_lock);
+        updates = m_updates;
         state.knownStamp = m_knownStamp;
         entries = m_entries;
     }
@@ -100,6 +105,9 @@ void PackageWatch::Worker::Look() {
     }
     m_lastStamp = state.stamp;
     const std::lock_guard guard(m_lock);
+    if (updates != m_updates) {
+        return; // the next look is on its way
+    }
     m_state = std::move(state);
     PostMessageW(m_notify, m_message, 0, 0);
 }

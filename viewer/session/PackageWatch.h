@@ -36,7 +36,8 @@ public:
     PackageWatch(const PackageWatch&) = delete;
     PackageWatch& operator=(const PackageWatch&) = delete;
 
-    /// Compares with what the session records now. Called after each save.
+    /// Compares with what the session records now, and forgets the state of before. Called after each save,
+    /// and when the viewer itself has changed the folder.
     void Update(const PackageSession& session);
 
     /// The latest state, once; nothing when there is none since the last call.
