@@ -7,9 +7,11 @@ german() { use_locale de_DE; }
 
 japanese() { use_locale ja_JP; }
 
-# A display of 144 dots per inch, or of MXOV_DOTS. Test programs are aware of it (tests/support/TestMain.cpp).
+# A display of 144 dots per inch, or of MXOV_DOTS, as wide and high in inches as the usual one. Test programs are aware of it
+# (tests/support/TestMain.cpp).
 resolution() {
     export MXOV_DOTS=${MXOV_DOTS:-144}
+    export MXOV_SCREEN=${MXOV_SCREEN:-$((1280 * MXOV_DOTS / 96))x$((1024 * MXOV_DOTS / 96))}
     sed -i "/^\[Control Panel\\\\\\\\Desktop\]/a \"LogPixels\"=dword:$(printf %08x "$MXOV_DOTS")" "$MXOV_PREFIX/user.reg"
 }
 

@@ -32,9 +32,10 @@ class Window:
         self.text, self.visible, self.enabled = data['text'], data['visible'], data['enabled']
         self.display = data['display']  # its number on the X display; 0 for what lies inside another
         self.rect = tuple(data['rect'])
-        content = lists.get(str(self.handle), {'columns': [], 'rows': []})
+        content = lists.get(str(self.handle), {'columns': [], 'rows': [], 'rowHeight': 0})
         self.columns = [(column['title'], column['width']) for column in content['columns']]
         self.rows = [(*row['texts'], row['image']) for row in content['rows']]
+        self.row_height = content['rowHeight']
         self.selected = [index for index, row in enumerate(content['rows']) if row['selected']]
         self.children = [Window(child, lists) for child in data['children']]
 
@@ -171,7 +172,7 @@ class Viewer:
                 raise AssertionError(f'{what}: the viewer ended with {ended}: {self.log.read() or "no word"}')
             # Reading the windows takes the viewer's time as well: as long as it took it is left alone, also on a busy machine.
             time.sleep(max(0.05, time.monotonic() - start))
-        self.photograph(f'failure-{pathlib.Path(sys.argv[0]).stem}')
+        self.photograph('-'.join(filter(None, ('failure', os.environ.get('MXOV_PLACE'), pathlib.Path(sys.argv[0]).stem))))
         raise AssertionError(f'{what}: not within {PATIENCE} seconds; {hindrance}')
 
     def wait_for_package(self, name):

@@ -1,8 +1,11 @@
 """Runs Wine programs for tests and tools, and captures their output and Wine's."""
+import functools
 import pathlib
 import subprocess
 import tempfile
 import typing
+
+CODE_PAGES = r'HKLM\System\CurrentControlSet\Control\Nls\CodePage'
 
 
 def windows_path(path):
@@ -28,7 +31,7 @@ class Ended(typing.NamedTuple):
         return self
 
 
-def run_wine(*words):
+def run_wine(*words, encoding='utf-8'):
     """Runs a Wine program to its end. Its output goes to files: services that Wine starts would keep a pipe open
     forever."""
     with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
@@ -37,7 +40,7 @@ def run_wine(*words):
         texts = []
         for file in (output, errors):
             file.seek(0)
-            texts.append(file.read().decode('utf-8', 'replace').replace('\r\n', '\n'))
+            texts.append(file.read().decode(encoding, 'replace').replace('\r\n', '\n'))
         return Ended(words, code, *texts)
 
 
@@ -46,9 +49,16 @@ def change_registry(*words):
     run_wine('reg', *words).expect()
 
 
+@functools.cache
+def console_encoding():
+    """The code page in which programs of the platform write."""
+    return 'cp' + run_wine('reg', 'query', CODE_PAGES, '/v', 'OEMCP').expect().output.split()[-1]
+
+
 def query_registry(*words):
-    """The output of `reg query`; empty if there is no such key or value. A `reg` that does not start returns 1 as well."""
-    ended = run_wine('reg', 'query', *words)
-    if ended.code == 1 and 'Unable to find the specified registry' in ended.output + ended.errors:
+    """The output of `reg query`; empty if there is no such key or value, which it tells in the user's language. A `reg` that
+    does not start returns 1 as well."""
+    ended = run_wine('reg', 'query', *words, encoding=console_encoding())
+    if ended.code == 1 and (ended.output + ended.errors).startswith('reg: '):
         return ''
     return ended.expect().output

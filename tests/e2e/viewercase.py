@@ -13,6 +13,7 @@ import time
 import unittest
 import zipfile
 
+from informationfile import decoded
 from viewerdriver import BUILD, PATIENCE, ROOT, Viewer
 from wineprogram import change_registry, query_registry, run_wine, windows_path
 
@@ -22,9 +23,10 @@ TEMPORARY = next(path for path in (LOCAL_DATA / 'Temp', LOCAL_DATA.parents[1] / 
 SESSIONS, EARLIER_SESSIONS = LOCAL_DATA / 'MXOVViewer', TEMPORARY / 'MXOVViewer'
 VERSIONS = LOCAL_DATA / 'MXOVVersions'
 HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
-LIST_HEADER, ROW_HEIGHT = 18, 17
 SAVE, ADD, DELETE, UPDATE = 1039, 1040, 1041, 1042
 DESCRIPTION = 1037
+DOTS = int(os.environ.get('MXOV_DOTS', 96))  # per inch
+SCREEN = tuple(map(int, os.environ.get('MXOV_SCREEN', '1280x1024').split('x')))
 LINKED, MISSING, PACKAGED = 0, 1, 2
 LIBRARY = 'Maxtrel Orvando Document Manager'
 LINK_LABEL = 'Link instead of copying'
@@ -89,14 +91,6 @@ def packed_rows(package, folder):
                       if entry.filename.startswith(folder + '/') and not entry.is_dir())
 
 
-def decoded(content):
-    """A text as its writer meant it: the library keeps the code page of a file that can hold what is new."""
-    try:
-        return content.decode('utf-8-sig')
-    except UnicodeDecodeError:
-        return content.decode('cp1252')
-
-
 def information(package, name='mxinfo.ini'):
     parser = configparser.ConfigParser(interpolation=None, strict=False)
     parser.optionxform = str
@@ -120,9 +114,13 @@ class ViewerCase(unittest.TestCase):
 
     def set_dots_per_inch(self, dots):
         self.addCleanup(self.log_off)
-        self.addCleanup(change_registry, 'delete', DESKTOP, '/v', 'LogPixels', '/f')
-        change_registry('add', DESKTOP, '/v', 'LogPixels', '/t', 'REG_DWORD', '/d', str(dots), '/f')
+        self.addCleanup(change_registry, *self.dots_per_inch(DOTS))
+        change_registry(*self.dots_per_inch(dots))
         self.log_off()
+
+    @staticmethod
+    def dots_per_inch(dots):
+        return 'add', DESKTOP, '/v', 'LogPixels', '/t', 'REG_DWORD', '/d', str(dots), '/f'
 
     @staticmethod
     def log_off():
@@ -205,9 +203,16 @@ class ViewerCase(unittest.TestCase):
         viewer.click(*viewer.snapshot().item(number).middle)
 
     @staticmethod
+    def title_bar(viewer):
+        """A place on the viewer's title bar, which the window manager draws above the window."""
+        left, top, _, _ = viewer.display().area(viewer.snapshot().frame.display)
+        return left + 60, top - 8
+
+    @staticmethod
     def row_place(shown_list, row):
         """A point on the name in a row of a list that stands at its beginning."""
-        return shown_list.rect[0] + 60, shown_list.top + LIST_HEADER + ROW_HEIGHT * row + ROW_HEIGHT // 2
+        header = shown_list.find(class_name='SysHeader32')
+        return shown_list.rect[0] + 60, header.rect[3] + shown_list.row_height * row + shown_list.row_height // 2
 
     def choose_to_attach(self, viewer, path, linked, key='Return'):
         """A file chosen in the "+" dialog: the path typed, the box clicked for a copy, ended with `key`."""

@@ -190,7 +190,7 @@ TEST_F(GalleryTest, TitleBarLightsUpUnderTheMouse) {
     EXPECT_TRUE(Eventually([&] { return MouseHolder() == box; }));
     EXPECT_EQ(Events(), (std::vector<std::wstring>{L"Colours: the mouse is over the title bar"}));
 
-    m_mouse.MoveTo(box, {60, 25});
+    m_mouse.MoveTo(box, {60, MulDiv(25, GetDpiForSystem(), 96)});
     EXPECT_TRUE(Eventually([&] { return PixelOf(box, kOnHeader) == m_normal; }));
     EXPECT_TRUE(Eventually([&] { return MouseHolder() == nullptr; }));
     EXPECT_EQ(Events(), (std::vector<std::wstring>{L"Colours: the mouse is over the title bar",

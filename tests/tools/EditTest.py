@@ -154,7 +154,7 @@ class EditTest(PackageCase):
         self.succeed('set', 'p.mxov', 'CADFileDescription=x', '--remarks', 'second')
         lines = self.succeed('history', 'p.mxov').splitlines()
         self.assertEqual(lines[0], '2024-05-15 09:40:12  Anna          Created')
-        self.assertRegex(lines[1], r'^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d  \S+ +Changed properties \(second\)$')
+        self.assertRegex(lines[1], r'^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d  \S+( \S+)* +Changed properties \(second\)$')
         self.assertEqual(lines[2], '2 entries')
         entries = json.loads(self.succeed('history', 'p.mxov', '--json'))['history']
         self.assertEqual(entries[0], {'section': 'FILE_HISTORY_1', 'operation': 'Created', 'time': '2024-05-15 09:40:12',

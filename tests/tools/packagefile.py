@@ -2,12 +2,13 @@
 import configparser
 import zipfile
 
+from informationfile import decoded
+
 
 def sections_of(package):
     """The sections of the information file of a package."""
     with zipfile.ZipFile(package) as archive:
-        data = archive.read('mxinfo.ini')
-    text = data.decode('utf-16' if data[:2] in (b'\xff\xfe', b'\xfe\xff') else 'utf-8')
+        text = decoded(archive.read('mxinfo.ini'))
     parser = configparser.RawConfigParser()
     parser.optionxform = str
     parser.read_string(text)

@@ -126,6 +126,13 @@ std::vector<ListColumn> ReadColumns(HWND list) {
     return columns;
 }
 
+int RowHeight(HWND list) {
+    const auto heightOf = [list](WPARAM rows) {
+        return HIWORD(Ask(list, LVM_APPROXIMATEVIEWRECT, rows, -1));
+    };
+    return heightOf(2) - heightOf(1);
+}
+
 void AppendRows(HWND list, int first, int end, int columns, std::vector<ListRow>& rows) {
     std::vector<Question<LVITEMW>> questions;
     for (int row = first; row < end; ++row) {
@@ -160,6 +167,7 @@ ListContent ReadListView(HWND list) {
     ListContent content;
     content.extendedStyle = static_cast<unsigned long>(Ask(list, LVM_GETEXTENDEDLISTVIEWSTYLE));
     content.columns = ReadColumns(list);
+    content.rowHeight = RowHeight(list);
     const auto count = static_cast<int>(Ask(list, LVM_GETITEMCOUNT));
     const int columns = std::max(1, static_cast<int>(content.columns.size()));
     for (int first = 0; first < count; first += kRowsAtOnce) {

@@ -21,6 +21,7 @@ struct ListContent {
     std::vector<ListColumn> columns;
     std::vector<ListRow> rows;
     unsigned long extendedStyle = 0;
+    int rowHeight = 0; ///< pixels
 };
 
 /// Sends a message and waits at most a few seconds. Throws std::runtime_error when the window does not

@@ -21,7 +21,7 @@ std::string Number(HWND window) {
 std::string ListJson(HWND window) {
     const ListContent list = ReadListView(window);
     return "\"" + Number(window) + "\":{\"extendedStyle\":" + std::to_string(list.extendedStyle) +
-           ",\"columns\":" +
+           ",\"rowHeight\":" + std::to_string(list.rowHeight) + ",\"columns\":" +
            JsonArray(list.columns,
                      [](const ListColumn& column) {
                          return "{\"title\":" + JsonString(column.title) +

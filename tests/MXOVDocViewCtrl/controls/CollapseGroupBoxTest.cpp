@@ -207,7 +207,7 @@ TEST_F(CollapseBoxTest, FontSizeTakesHeightAndWidthOnly) {
     LOGFONTW expected{};
     font.GetLogFont(&expected);
     EXPECT_EQ(box.m_logFont.lfHeight, expected.lfHeight);
-    EXPECT_EQ(std::abs(box.m_logFont.lfHeight), 16) << "12 points at 96 dots per inch";
+    EXPECT_EQ(std::abs(box.m_logFont.lfHeight), MulDiv(12, GetDpiForSystem(), 72)) << "12 points";
     EXPECT_EQ(box.m_logFont.lfWidth, expected.lfWidth);
     EXPECT_EQ(box.m_logFont.lfItalic, 1);
     EXPECT_EQ(box.m_logFont.lfWeight, 700);

@@ -5,7 +5,7 @@ set -uo pipefail
 cd "$(dirname "$0")"
 . ../../../tools/env.sh
 samples=$MXOV_BUILD/guide
-work=$MXOV_BUILD/guide-$1
+work=$MXOV_BUILD/guide-$1${MXOV_PLACE:+-$MXOV_PLACE}
 failures=0
 windows() { echo "Z:${1//\//\\}"; }
 

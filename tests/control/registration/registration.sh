@@ -3,7 +3,7 @@
 # before and after. Checks the entries in between, and the error codes of the two exported functions.
 set -uo pipefail
 . "$(dirname "$0")/../../../tools/env.sh"
-work=$MXOV_BUILD/registration
+work=$MXOV_BUILD/registration${MXOV_PLACE:+-$MXOV_PLACE}
 control="Z:${MXOV_BUILD//\//\\}\\bin\\MXOVDocViewCtrl.ocx"
 failures=0
 

@@ -5,9 +5,10 @@ folder = WScript.Arguments(0)
 Set control = CreateObject("MXOVTREETAB.MXOVDocViewCtrlVS2015.13")
 WScript.Echo "type: " & TypeName(control)
 control.InputParameter = folder
-WScript.Echo "InputParameter: " & (control.InputParameter = folder)
+' CInt: True is a word of the user's language.
+WScript.Echo "InputParameter: " & CInt(control.InputParameter = folder)
 control.InputParameter = ""
-WScript.Echo "emptied: " & (control.InputParameter = "")
+WScript.Echo "emptied: " & CInt(control.InputParameter = "")
 control.OnSizeChange 300, 400
 control.OnSizeChange "300", 400.4
 control.LoadFile folder, folder & "none.mxov"

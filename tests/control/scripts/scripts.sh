@@ -21,8 +21,8 @@ run() { # SCRIPT; expected lines on standard input
 
 run members.vbs <<'LINES'
 type: _DMXOVDocView
-InputParameter: True
-emptied: True
+InputParameter: -1
+emptied: -1
 called
 one argument missing: 1C2
 no number: D

@@ -2,7 +2,7 @@
 """The document lists of the sample as the viewer shows them, reached with mouse and keyboard."""
 import unittest
 
-from viewercase import ADD, DELETE, LINKED, MISSING, PACKAGED, SAVE, ViewerCase, information, linked_file
+from viewercase import ADD, DELETE, DOTS, LINKED, MISSING, PACKAGED, SAVE, ViewerCase, information, linked_file
 from viewerdriver import LISTS, PROGRAM
 
 
@@ -64,7 +64,7 @@ class CatalogueTest(ViewerCase):
     def test_control_follows_the_window(self):
         viewer, before = self.open_sample()
         for width, height in ((1150, 900), (900, 700), (1100, 640)):
-            viewer.do('windowsize', before.frame.display, width, height)
+            viewer.do('windowsize', before.frame.display, width * DOTS // 96, height * DOTS // 96)
             shown = viewer.wait('the control has followed', lambda s: (
                 s.frame.size != before.frame.size
                 and s.frame.find(class_name='#32770').rect == s.frame.find(class_name='AtlAxWin').rect

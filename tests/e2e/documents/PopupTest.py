@@ -12,7 +12,6 @@ NAME, PATH, SIZE, BROWSE, DESCRIPTION, HISTORY, STATUS, HELP = 1033, 1034, 1035,
 UNDECORATED = 'undecorated.exe'
 DRAWING = rf'HKCU\Software\Wine\AppDefaults\{UNDECORATED}\X11 Driver'
 CAPTION_MIDDLE = 12  # pixels below the window's top
-ROW_HEIGHT = 17
 
 
 def live_information():
@@ -24,8 +23,7 @@ class PopupTest(ViewerCase):
     def click_row(self, viewer, shown, index, row=0):
         """Clicks a row of a list and returns the popup that opens."""
         before = properties_of(shown)
-        header = shown.lists()[index].find(class_name='SysHeader32')
-        viewer.click(header.rect[0] + 40, header.rect[3] + row * ROW_HEIGHT + ROW_HEIGHT // 2)
+        viewer.click(*self.row_place(shown.lists()[index], row))
         now = viewer.wait('the popup', lambda s: properties_of(s) and (
             not before or properties_of(s).handle != before.handle))
         return now, properties_of(now)
@@ -217,8 +215,7 @@ class PopupTest(ViewerCase):
         viewer.press('ctrl+a', 'z')
         viewer.wait('Save comes on', lambda s: s.item(SAVE).enabled)
         # The window manager keeps a press on the viewer's caption, so that the popup stays.
-        frame = shown.frame.rect
-        viewer.click((frame[0] + frame[2]) // 2, frame[1] + CAPTION_MIDDLE)
+        viewer.click(*self.title_bar(viewer))
         viewer.wait('the viewer is active', lambda s: s.focus in [w.handle for w in s.frame.walk()])
         viewer.press('alt+s')
         shown = viewer.wait('the package is saved', lambda s: not s.item(SAVE).enabled)

@@ -63,14 +63,13 @@ class LanguageTest(ViewerCase):
         for view in shown.lists():
             self.assertEqual([title for title, _ in view.columns], list(columns))
         self.check_viewer(viewer, language)
-        left, top, _, _ = shown.lists()[3].rect
-        viewer.double_click(left + 40, top + 60)
+        viewer.double_click(*self.row_place(shown.lists()[3], 2))
         shown = viewer.wait('the missing link is told', lambda s: other(s, text=TITLE))
         self.assertIn(missing, '\n'.join(window.text for window in other(shown, text=TITLE).walk()))
         viewer.press('Return')
         viewer.wait('the message is read', lambda s: not other(s, text=TITLE))
-        self.check_popup(viewer, language, left + 40, top + 30)
-        viewer.click(*self.outside(viewer))
+        self.check_popup(viewer, language, *self.row_place(shown.lists()[3], 0))
+        viewer.click(*self.title_bar(viewer))
         viewer.press('alt+F4')
         shown = viewer.wait('the question', lambda s: other(s, text=TITLE))
         self.assertIn(question, '\n'.join(window.text for window in other(shown, text=TITLE).walk()))
@@ -105,7 +104,7 @@ class LanguageTest(ViewerCase):
     def check_popup(self, viewer, language, x, y):
         """Shows the properties of the document at (x, y) and its help, and changes its description."""
         _, history, labels, box, _, _, help_title = TEXTS[language]
-        viewer.click(*self.outside(viewer))
+        viewer.click(*self.title_bar(viewer))
         viewer.wait_for_no_dialog('the popup of the double click is closed')
         viewer.click(x, y)
         popup = viewer.wait_for_dialog('the popup').dialog()
@@ -121,12 +120,6 @@ class LanguageTest(ViewerCase):
         viewer.click(*centre(popup.find(id=DESCRIPTION)))
         viewer.type('x')
         viewer.wait('the change is noticed', lambda s: s.item(SAVE).enabled)
-
-    @staticmethod
-    def outside(viewer):
-        """A place on the viewer's title bar."""
-        frame = viewer.snapshot().frame
-        return frame.rect[0] + 60, frame.top + 10
 
 
 def shown_throughout(language):

@@ -162,7 +162,7 @@ TEST_F(ControlPersistTest, WhatABagLeavesOutHasItsDefault) {
     EXPECT_EQ(12, CTestControl::last->count);
     SIZEL extent{};
     control.As<IOleObject>(IID_IOleObject)->GetExtent(DVASPECT_CONTENT, &extent);
-    EXPECT_EQ(::MulDiv(120, 2540, 96), extent.cx) << "the initial size";
+    EXPECT_EQ(::MulDiv(120, 2540, ::GetDpiForSystem()), extent.cx) << "the initial size";
 }
 
 TEST_F(ControlPersistTest, InitNewGivesTheDefaults) {

@@ -23,8 +23,8 @@ TEST_F(ControlTest, TellsWhatItIs) {
 TEST_F(ControlTest, ExtentIsHimetricAndStartsWithTheInitialSize) {
     SIZEL extent{};
     ASSERT_EQ(S_OK, m_object->GetExtent(DVASPECT_CONTENT, &extent));
-    EXPECT_EQ(::MulDiv(120, 2540, 96), extent.cx);
-    EXPECT_EQ(::MulDiv(80, 2540, 96), extent.cy);
+    EXPECT_EQ(::MulDiv(120, 2540, ::GetDpiForSystem()), extent.cx);
+    EXPECT_EQ(::MulDiv(80, 2540, ::GetDpiForSystem()), extent.cy);
     extent = {5000, 4000};
     EXPECT_EQ(S_OK, m_object->SetExtent(DVASPECT_CONTENT, &extent));
     extent = {};

@@ -86,8 +86,9 @@ TEST_F(ControlViewTest, LeavesTheDeviceContextAsItWas) {
     EXPECT_EQ((POINT{5, 6}), origin);
     const CRect drawn = CTestControl::last->drawn.back();
     EXPECT_EQ(CPoint(5, 6), drawn.TopLeft());
-    EXPECT_NEAR(38, drawn.Width(), 1) << "in pixels, 10 millimetres";
-    EXPECT_NEAR(38, drawn.Height(), 1);
+    const int side = ::MulDiv(1000, ::GetDpiForSystem(), 2540); // pixels, of 10 millimetres
+    EXPECT_NEAR(side, drawn.Width(), 1);
+    EXPECT_NEAR(side, drawn.Height(), 1);
 }
 
 TEST_F(ControlViewTest, DrawsIntoMetafiles) {
@@ -114,11 +115,11 @@ TEST_F(ControlViewTest, OtherAspectsAndNoPlaceAreRefused) {
 TEST_F(ControlViewTest, TellsItsExtentStatusAndHits) {
     SIZEL extent{};
     EXPECT_EQ(S_OK, m_view->GetExtent(DVASPECT_CONTENT, -1, nullptr, &extent));
-    EXPECT_EQ(::MulDiv(120, 2540, 96), extent.cx);
+    EXPECT_EQ(::MulDiv(120, 2540, ::GetDpiForSystem()), extent.cx);
     EXPECT_EQ(DV_E_DVASPECT, m_view->GetExtent(DVASPECT_ICON, -1, nullptr, &extent));
     RECTL rect{};
     EXPECT_EQ(S_OK, m_view->GetRect(DVASPECT_CONTENT, &rect));
-    EXPECT_EQ(::MulDiv(80, 2540, 96), rect.bottom);
+    EXPECT_EQ(::MulDiv(80, 2540, ::GetDpiForSystem()), rect.bottom);
     DWORD status = 0;
     EXPECT_EQ(S_OK, m_view->GetViewStatus(&status));
     EXPECT_EQ(static_cast<DWORD>(VIEWSTATUS_OPAQUE), status);

@@ -9,7 +9,7 @@ using namespace viewer;
 namespace {
 
 constexpr wchar_t kColumnsKey[] = L"Software\\MXOVDocView\\Test\\Columns";
-constexpr int kListWidth = 340;
+constexpr int kListWidth = 340; // at 96 dots per inch
 
 // A window with four lists as those of the control.
 class ListColumnsTest : public testing::Test {
@@ -27,10 +27,11 @@ protected:
         }
         m_dialog = CreateWindowW(L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 400, 400, nullptr, nullptr,
                                  nullptr, nullptr);
+        const int width = MulDiv(kListWidth, GetDpiForSystem(), 96);
         for (int id = 1004; id <= 1007; ++id) {
             const HWND list = CreateWindowW(
-                WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | LVS_REPORT | WS_BORDER, 0, 0, kListWidth, 60,
-                m_dialog, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+                WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | LVS_REPORT | WS_BORDER, 0, 0, width, 60, m_dialog,
+                reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
             const wchar_t* const titles[] = {L"Name", L"Size", L"Date"};
             for (int column = 0; column < 3; ++column) {
                 LVCOLUMNW data = {};

@@ -129,9 +129,9 @@ TEST_F(NewsBarTest, KeysPressAndLeaveTheButtons) {
 TEST_F(NewsBarTest, OtherDotsPerInchMakeItHigher) {
     Show(L"setup.html was changed.");
     const int height = m_bar.HeightFor(600);
-    m_bar.ChangeDpi(192);
+    m_bar.ChangeDpi(2 * GetDpiForSystem());
     EXPECT_GT(m_bar.HeightFor(1200), height * 3 / 2);
-    m_bar.ChangeDpi(96);
+    m_bar.ChangeDpi(GetDpiForSystem());
     EXPECT_EQ(m_bar.HeightFor(600), height);
 }
 

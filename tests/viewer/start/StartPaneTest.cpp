@@ -14,8 +14,13 @@ using namespace viewer;
 
 namespace {
 
-constexpr int kStartWidth = 501;
-constexpr int kStartHeight = 420;
+int StartWidth() {
+    return MulDiv(500, GetDpiForSystem(), 96) | 1;
+}
+
+int StartHeight() {
+    return MulDiv(420, GetDpiForSystem(), 96);
+}
 constexpr COLORREF kRed = RGB(200, 0, 0);
 int g_startCommand = 0;
 
@@ -78,10 +83,10 @@ protected:
         frameClass.lpfnWndProc = RecordStartCommand;
         frameClass.lpszClassName = L"StartPaneTestFrame";
         RegisterClassW(&frameClass);
-        m_frame.reset(CreateWindowW(L"StartPaneTestFrame", L"", WS_POPUP | WS_VISIBLE, 0, 0, kStartWidth,
-                                    kStartHeight, nullptr, nullptr, nullptr, nullptr));
+        m_frame.reset(CreateWindowW(L"StartPaneTestFrame", L"", WS_POPUP | WS_VISIBLE, 0, 0, StartWidth(),
+                                    StartHeight(), nullptr, nullptr, nullptr, nullptr));
         m_page.Create(m_frame.get(), 1);
-        MoveWindow(m_page.Handle(), 0, 0, kStartWidth, kStartHeight, FALSE);
+        MoveWindow(m_page.Handle(), 0, 0, StartWidth(), StartHeight(), FALSE);
         g_startCommand = 0;
     }
 
@@ -153,7 +158,7 @@ TEST_F(StartPaneTest, IconInvitationAndButtonAreOnOneAxis) {
     GetWindowRect(Button(), &button);
     MapWindowPoints(nullptr, m_page.Handle(), reinterpret_cast<POINT*>(&button), 2);
     const double axis = static_cast<int>(button.left + button.right) / 2.0;
-    EXPECT_NEAR(axis, kStartWidth / 2.0, 1);
+    EXPECT_NEAR(axis, StartWidth() / 2.0, 1);
     constexpr int kIcon = 48;
     constexpr int kGap = 12;
     const auto invitationTop = [&] {
@@ -221,14 +226,15 @@ TEST_F(StartPaneTest, OtherDotsPerInchMakeItsPartsLarger) {
     GetClientRect(Button(), &before);
     m_page.ShowRecent({L"C:\\a.mxov"});
     const int spacing = LOWORD(SendMessageW(List(), LVM_GETITEMSPACING, FALSE, 0));
-    m_page.ChangeDpi(192);
+    const UINT twice = 2 * GetDpiForSystem();
+    m_page.ChangeDpi(twice);
     RECT after = {};
     GetClientRect(Button(), &after);
     EXPECT_GT(after.right, before.right * 3 / 2);
     EXPECT_EQ(LOWORD(SendMessageW(List(), LVM_GETITEMSPACING, FALSE, 0)), 2 * spacing);
     IMAGEINFO image = {};
     ASSERT_TRUE(ImageList_GetImageInfo(ListView_GetImageList(List(), LVSIL_NORMAL), 0, &image));
-    EXPECT_EQ(image.rcImage.right - image.rcImage.left, 2 * 96);
+    EXPECT_EQ(image.rcImage.right - image.rcImage.left, twice);
 }
 
 TEST_F(StartPaneTest, EnterOpensTheRecentPackage) {

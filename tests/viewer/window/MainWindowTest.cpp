@@ -113,7 +113,7 @@ TEST_F(MainWindowTest, OnAMonitorWithOtherDotsItTakesTheSuggestedPlaceAndItsPart
     const int status = HeightOf(IDC_STATUS);
     const int tabs = HeightOf(IDC_TABS);
     const int picture = static_cast<int>(PlaceOf(Part(IDC_PREVIEW)).top);
-    ChangeDpi(192, {10, 20, 1250, 920});
+    ChangeDpi(2 * GetDpiForSystem(), {10, 20, 1250, 920});
     RECT now = {};
     GetWindowRect(Frame(), &now);
     EXPECT_EQ(now.left, 10);
@@ -123,7 +123,7 @@ TEST_F(MainWindowTest, OnAMonitorWithOtherDotsItTakesTheSuggestedPlaceAndItsPart
     EXPECT_GE(HeightOf(IDC_STATUS), status * 7 / 5); // its edges do not grow
     EXPECT_GT(HeightOf(IDC_TABS), tabs * 3 / 2);
     EXPECT_GT(PlaceOf(Part(IDC_PREVIEW)).top, picture * 3 / 2);
-    ChangeDpi(96, area);
+    ChangeDpi(GetDpiForSystem(), area);
     const std::vector<RECT> after = Places();
     ASSERT_EQ(after.size(), before.size());
     for (std::size_t i = 0; i < before.size(); ++i) {
