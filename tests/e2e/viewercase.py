@@ -25,6 +25,7 @@ VERSIONS = LOCAL_DATA / 'MXOVVersions'
 HEADER_HEIGHT, FOLDED_HEIGHT = 20, 30
 SAVE, ADD, DELETE, UPDATE = 1039, 1040, 1041, 1042
 DESCRIPTION = 1037
+YES, NO = 6, 7  # buttons of the platform's messages
 DOTS = int(os.environ.get('MXOV_DOTS', 96))  # per inch
 SCREEN = tuple(map(int, os.environ.get('MXOV_SCREEN', '1280x1024').split('x')))
 LINKED, MISSING, PACKAGED = 0, 1, 2
@@ -201,6 +202,12 @@ class ViewerCase(unittest.TestCase):
     def click_item(viewer, number):
         """Clicks in the middle of a control of the embedded dialog."""
         viewer.click(*viewer.snapshot().item(number).middle)
+
+    @staticmethod
+    def answer(viewer, button):
+        """Presses the underlined letter of a button, whose text is in the user's language."""
+        text = next(filter(None, (w.find(id=button, class_name='Button') for w in viewer.snapshot().others))).text
+        viewer.press('alt+' + text[text.index('&') + 1].lower())
 
     @staticmethod
     def title_bar(viewer):

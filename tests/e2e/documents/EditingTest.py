@@ -5,7 +5,7 @@ import pathlib
 import unittest
 import zipfile
 
-from viewercase import (DELETE, LINKED, MISSING, PACKAGED, SAVE, ViewerCase, information, profile_value,
+from viewercase import (DELETE, LINKED, MISSING, NO, PACKAGED, SAVE, YES, ViewerCase, information, profile_value,
                         session_folder)
 from viewerdriver import PROGRAM
 from wineprogram import windows_path
@@ -87,22 +87,22 @@ class EditingTest(ViewerCase):
         with zipfile.ZipFile(self.sample) as archive:
             self.assertNotIn(f'ReferanceFiles/{removed}', archive.namelist())
 
-    def close_changed(self, answer):
+    def close_changed(self, button):
         viewer, _ = self.open_sample()
         self.attach(viewer, self.document('note.txt', 'check the bore\n'), linked=False)
         viewer.press('ctrl+w')
         viewer.wait('the question', lambda s: 'Maxtrel' in s.texts())
-        viewer.press(answer)
+        self.answer(viewer, button)
         viewer.wait('the package is closed', lambda s: s.frame.text == PROGRAM and not s.others)
         self.wait_for_sessions(viewer, 0)
         self.finish(viewer)
 
     def test_no_at_the_question_on_close_leaves_the_package(self):
-        self.close_changed('n')
+        self.close_changed(NO)
         self.assertEqual(pathlib.Path(self.sample).read_bytes(), self.before)
 
     def test_yes_at_the_question_on_close_saves_the_package(self):
-        self.close_changed('y')
+        self.close_changed(YES)
         self.check_package(self.sample, 'ReferanceFiles/note.txt')
 
 

@@ -4,7 +4,7 @@ import pathlib
 import shutil
 import unittest
 
-from viewercase import PREFIX, PROPERTIES, SAVE, ViewerCase, information, linked_file, properties_of
+from viewercase import NO, PREFIX, PROPERTIES, SAVE, ViewerCase, information, linked_file, properties_of
 from viewerdriver import BUILD
 from wineprogram import change_registry, windows_path
 
@@ -93,7 +93,7 @@ class PopupTest(ViewerCase):
     def discard(self, viewer):
         viewer.press('alt+F4')
         viewer.wait('the question', lambda s: s.others)
-        viewer.press('n')
+        self.answer(viewer, NO)
         self.assertEqual(viewer.process.wait(60), 0)
 
     def assert_survives(self, text, enter):

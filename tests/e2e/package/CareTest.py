@@ -4,7 +4,7 @@ import unittest
 import zipfile
 
 from carecase import CareCase, findings, missing
-from viewercase import LIBRARY, LINKED, MISSING, PACKAGED, SAVE, information
+from viewercase import LIBRARY, LINKED, MISSING, NO, PACKAGED, SAVE, YES, information
 from viewerdriver import PROGRAM
 from wineprogram import windows_path
 
@@ -47,7 +47,7 @@ class CareTest(CareCase):
         self.close_findings(viewer)
         viewer.press('ctrl+w')
         viewer.wait('the question', lambda s: any('save' in w.text.lower() for o in s.others for w in o.walk()))
-        viewer.press('y')
+        self.answer(viewer, YES)
         viewer.wait('the package is closed', lambda s: s.frame.text == PROGRAM and not s.others)
         with zipfile.ZipFile(self.package) as archive:
             self.assertNotIn('SetupSheets/setup.docx', archive.namelist())
@@ -59,7 +59,7 @@ class CareTest(CareCase):
         viewer.wait('the list', lambda s: s.others)
         viewer.press('ctrl+w')
         viewer.wait('the question', lambda s: any(window.text == LIBRARY for window in s.others))
-        viewer.press('n')
+        self.answer(viewer, NO)
         viewer.wait('the package is closed', lambda s: s.frame.text == PROGRAM and not s.others)
         self.finish(viewer)  # which takes keys
 
@@ -155,7 +155,7 @@ class CareTest(CareCase):
         viewer.type(windows_path(self.package))
         viewer.press('Return')
         viewer.wait('the question of the system', lambda s: len(s.others) == 2)
-        viewer.press('alt+y')
+        self.answer(viewer, YES)
         viewer.wait('the refusal', lambda s: 'cannot take the place of the open package' in s.texts())
         viewer.press('Return')
         viewer.wait_for_no_dialog('it is read')

@@ -4,7 +4,7 @@ import pathlib
 import unittest
 import zipfile
 
-from viewercase import ADD, LIBRARY, SAVE, ViewerCase, session_entries
+from viewercase import ADD, LIBRARY, NO, SAVE, YES, ViewerCase, session_entries
 from viewerdriver import PATIENCE, PROGRAM
 
 
@@ -23,16 +23,16 @@ class ClosingTest(ViewerCase):
         self.assertTrue(shown.item(ADD).visible)
         self.finish(viewer)
 
-    def answer_question(self, viewer, key):
+    def answer_question(self, viewer, button):
         viewer.wait('the question', lambda s: s.others and s.dialog().text == LIBRARY)
         viewer.photograph('e2e-question')
-        viewer.press(key)
+        self.answer(viewer, button)
 
     def test_closing_a_changed_package_without_saving_leaves_the_file(self):
         before = pathlib.Path(self.sample).read_bytes()
         viewer = self.open_changed_sample()
         viewer.press('ctrl+w')
-        self.answer_question(viewer, 'n')
+        self.answer_question(viewer, NO)
         viewer.wait('the package is closed', lambda s: s.frame.text == PROGRAM and not s.others)
         self.assertEqual(pathlib.Path(self.sample).read_bytes(), before)
         self.finish(viewer)
@@ -41,7 +41,7 @@ class ClosingTest(ViewerCase):
         history = self.history()
         viewer = self.open_changed_sample()
         viewer.press('alt+F4')
-        self.answer_question(viewer, 'y')
+        self.answer_question(viewer, YES)
         self.assertEqual(viewer.process.wait(PATIENCE), 0)
         self.assertEqual(len(self.history()), len(history) + 1)
         with zipfile.ZipFile(self.sample) as archive:
@@ -52,7 +52,7 @@ class ClosingTest(ViewerCase):
         history = self.history()
         viewer = self.open_changed_sample()
         viewer.press('F5')
-        self.answer_question(viewer, 'y')
+        self.answer_question(viewer, YES)
         shown = viewer.wait('the package is there again', lambda s: not s.item(SAVE).enabled and not s.others)
         self.assertEqual(shown.frame.text, f'bracket.mxov - {PROGRAM}')
         self.assertEqual(len(self.history()), len(history) + 1)
@@ -63,7 +63,7 @@ class ClosingTest(ViewerCase):
     def test_opening_another_asks_for_the_changed_one_and_not_again(self):
         viewer = self.open_changed_sample()
         self.choose_file(viewer, self.legacy)
-        self.answer_question(viewer, 'n')
+        self.answer_question(viewer, NO)
         viewer.wait_for_package('legacy.mxov')
         self.finish(viewer)
 

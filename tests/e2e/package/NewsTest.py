@@ -5,7 +5,7 @@ import pathlib
 import unittest
 import zipfile
 
-from viewercase import DESCRIPTION, LIBRARY, SAVE, UPDATE, ViewerCase, news, properties_of, session_folder
+from viewercase import DESCRIPTION, LIBRARY, NO, SAVE, UPDATE, ViewerCase, news, properties_of, session_folder
 from viewerdriver import PROGRAM
 
 CLEAN, MARKED = f'bracket.mxov - {PROGRAM}', f'*bracket.mxov - {PROGRAM}'
@@ -70,7 +70,7 @@ class NewsTest(ViewerCase):
         viewer.wait_for_no_dialog('the properties are closed')
         viewer.press('alt+F4')
         viewer.wait('the question', lambda s: s.others and s.dialog().text == LIBRARY)
-        viewer.press('n')
+        self.answer(viewer, NO)
         self.assertEqual(viewer.process.wait(60), 0)
 
     def test_a_document_that_another_program_changed_is_saved_from_the_bar(self):

@@ -6,7 +6,7 @@ import pathlib
 import unittest
 import zipfile
 
-from viewercase import LIBRARY, SAVE, ViewerCase, information, session_entries, session_folder
+from viewercase import LIBRARY, NO, SAVE, YES, ViewerCase, information, session_entries, session_folder
 from viewerdriver import PATIENCE, PROGRAM
 
 PROGRAM_FILE = 'GCode/op10-face-pocket.nc'
@@ -112,7 +112,7 @@ class OutsideTest(ViewerCase):
         self.edit()
         viewer.press('alt+F4')
         viewer.wait('the question', lambda s: s.others and s.dialog().text == LIBRARY)
-        viewer.press('y')
+        self.answer(viewer, YES)
         self.assertEqual(viewer.process.wait(PATIENCE), 0)
         self.check_saved(PROGRAM_FILE)
 
@@ -126,7 +126,7 @@ class OutsideTest(ViewerCase):
             self.edit()
         viewer.press('alt+F4')
         viewer.wait('the question', lambda s: s.others and s.dialog().text == LIBRARY)
-        viewer.press('n')
+        self.answer(viewer, NO)
         return viewer
 
     def test_no_to_the_question_of_the_control_is_not_asked_again(self):

@@ -5,7 +5,7 @@ import pathlib
 import unittest
 import zipfile
 
-from viewercase import EARLIER_SESSIONS, LIBRARY, SAVE, SESSIONS, ViewerCase, information, session_entries
+from viewercase import EARLIER_SESSIONS, LIBRARY, NO, SAVE, SESSIONS, YES, ViewerCase, information, session_entries
 from viewerdriver import PATIENCE, PROGRAM, Viewer
 from wineprogram import windows_path
 
@@ -96,14 +96,14 @@ class RecoveryTest(ViewerCase):
         self.click_item(viewer, SAVE)
         viewer.wait('the question', lambda s: 'changed by somebody else' in s.texts())
         viewer.photograph('e2e-changed-by-another')
-        viewer.press('alt+n')
+        self.answer(viewer, NO)
         viewer.wait('the message', lambda s: 'was not saved' in s.texts())
         viewer.press('Return')
         viewer.wait('it can be saved again', lambda s: s.item(SAVE).enabled and not s.others)
         self.assertIn('theirs.txt', self.names())
         self.click_item(viewer, SAVE)
         viewer.wait('the question', lambda s: 'changed by somebody else' in s.texts())
-        viewer.press('alt+y')
+        self.answer(viewer, YES)
         viewer.wait('it is saved', lambda s: not s.item(SAVE).enabled and not s.others)
         self.assertNotIn('theirs.txt', self.names())
         self.check_package(self.sample, 'ReferanceFiles/note.txt')
@@ -116,7 +116,7 @@ class RecoveryTest(ViewerCase):
         viewer.wait_for_package('bracket.mxov')
         self.click_item(viewer, SAVE)
         viewer.wait('the question', lambda s: 'changed by somebody else' in s.texts())
-        viewer.press('alt+y')
+        self.answer(viewer, YES)
         viewer.wait('it is saved', lambda s: not s.item(SAVE).enabled and not s.others)
         self.finish(viewer)
 
@@ -127,7 +127,7 @@ class RecoveryTest(ViewerCase):
         self.refuse_saving()
         viewer.press('alt+F4')
         viewer.wait('the question', lambda s: s.others and s.dialog().text == LIBRARY)
-        viewer.press('y')
+        self.answer(viewer, YES)
         shown = viewer.wait('the message', lambda s: 'was not saved' in s.texts())
         self.assertIn('bracket.mxov', shown.texts())
         viewer.photograph('e2e-save-refused')
@@ -147,7 +147,7 @@ class RecoveryTest(ViewerCase):
         self.assertEqual(self.rows(shown)[3], 'note.txt')
         viewer.press('alt+F4')
         viewer.wait('the question', lambda s: s.others and s.dialog().text == LIBRARY)
-        viewer.press('y')
+        self.answer(viewer, YES)
         self.assertEqual(viewer.process.wait(PATIENCE), 0)
         self.check_package(self.sample, 'ReferanceFiles/note.txt')
         self.assertEqual(session_entries(), [])
@@ -158,7 +158,7 @@ class RecoveryTest(ViewerCase):
         viewer.wait('it can be saved again', lambda s: s.item(SAVE).enabled and not s.others)
         viewer.press('alt+F4')
         viewer.wait('the question', lambda s: s.others and s.dialog().text == LIBRARY)
-        viewer.press('y')
+        self.answer(viewer, YES)
         viewer.wait('the message', lambda s: 'was not saved' in s.texts())
         viewer.press('Return')
         viewer.wait('what becomes of the changes', lambda s: 'are not saved' in s.texts())

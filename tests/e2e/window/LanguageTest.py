@@ -1,7 +1,7 @@
 """The languages of the host's texts as a user of the viewer meets them, and the help that belongs to each."""
 import unittest
 
-from viewercase import SAVE, ViewerCase
+from viewercase import NO, SAVE, ViewerCase
 from viewerdriver import Viewer
 from wineprogram import windows_path
 
@@ -73,7 +73,7 @@ class LanguageTest(ViewerCase):
         viewer.press('alt+F4')
         shown = viewer.wait('the question', lambda s: other(s, text=TITLE))
         self.assertIn(question, '\n'.join(window.text for window in other(shown, text=TITLE).walk()))
-        viewer.press('alt+n')
+        self.answer(viewer, NO)
         self.assertEqual(viewer.process.wait(60), 0)
 
     def check_viewer(self, viewer, language):

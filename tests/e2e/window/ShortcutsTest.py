@@ -2,7 +2,7 @@
 """The viewer's shortcuts, also while the properties of a document have the focus, and the help they open."""
 import unittest
 
-from viewercase import DESCRIPTION, LIBRARY, SAVE, ViewerCase, properties_of
+from viewercase import DESCRIPTION, LIBRARY, NO, SAVE, ViewerCase, properties_of
 from viewerdriver import BUILD, PROGRAM, Viewer
 from wineprogram import windows_path
 
@@ -86,7 +86,7 @@ class ShortcutsTest(ViewerCase):
         viewer.press('ctrl+w')
         viewer.wait('the question', lambda s: s.others and s.dialog().text == LIBRARY)
         viewer.press('ctrl+o', 'F1')
-        viewer.press('n')
+        self.answer(viewer, NO)
         viewer.wait('the package is closed', lambda s: s.frame.text == PROGRAM and not s.others)
         self.finish(viewer)
         self.assertFalse(record.exists())
