@@ -1,10 +1,11 @@
 # Declares tests. Each that needs Wine runs in its own prefix, and on its own display if it shows windows (DESKTOP), so
 # that tests can run in parallel.
 
-# mxov_add_test(NAME [DESKTOP] [CLEAN] [PARALLEL] [TIMEOUT SECONDS] COMMAND...): CLEAN: the control is not registered.
-# PARALLEL: what threads or processes do at the same time is tested, or packing, which uses all processors; others stay on one.
+# mxov_add_test(NAME [DESKTOP] [CLEAN] [PARALLEL] [TIMEOUT SECONDS] [PROPERTIES ...] COMMAND...): CLEAN: the control is not
+# registered. PARALLEL: what threads or processes do at the same time is tested, or packing, which uses all processors; others
+# stay on one.
 function(mxov_add_test name)
-    cmake_parse_arguments(arg "DESKTOP;CLEAN;PARALLEL" "TIMEOUT" "COMMAND" ${ARGN})
+    cmake_parse_arguments(arg "DESKTOP;CLEAN;PARALLEL" "TIMEOUT" "PROPERTIES;COMMAND" ${ARGN})
     set(options)
     if(NOT arg_DESKTOP)
         list(APPEND options --no-display)
@@ -19,19 +20,34 @@ function(mxov_add_test name)
         set(arg_TIMEOUT 300)
     endif()
     add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/with-desktop ${options} ${arg_COMMAND})
-    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT MXOV_BUILD=${MXOV_BUILD})
-    set_property(GLOBAL PROPERTY mxov_command_${name} ${options} ${arg_COMMAND})
-    set_property(GLOBAL PROPERTY mxov_timeout_${name} ${arg_TIMEOUT})
+    set(properties TIMEOUT ${arg_TIMEOUT} ENVIRONMENT MXOV_BUILD=${MXOV_BUILD} ${arg_PROPERTIES})
+    set_tests_properties(${name} PROPERTIES ${properties})
+    mxov_note_test(${name} "${properties}" ${options} ${arg_COMMAND})
+endfunction()
+
+# A test of the package command line for Linux, without a prefix: mxov_add_linux_test(NAME COMMAND...)
+function(mxov_add_linux_test name)
+    set(program MXOVPKG=${MXOV_BUILD}/linux/mxovpkg)
+    add_test(NAME ${name} COMMAND env ${program} PYTHONPATH=${CMAKE_SOURCE_DIR}/tools ${ARGN})
+    set(properties TIMEOUT 900 ENVIRONMENT MXOV_BUILD=${MXOV_BUILD})
+    set_tests_properties(${name} PROPERTIES ${properties})
+    mxov_note_test(${name} "${properties}" --no-display env ${program} ${ARGN})
+endfunction()
+
+# What tests/places needs to declare a test again: mxov_note_test(NAME PROPERTIES OPTIONS_AND_COMMAND...)
+function(mxov_note_test name properties)
+    set_property(GLOBAL APPEND PROPERTY mxov_tests ${name})
+    set_property(GLOBAL PROPERTY mxov_properties_${name} ${properties})
+    set_property(GLOBAL PROPERTY mxov_command_${name} ${ARGN})
 endfunction()
 
 # Declares a test again, on another computer of tools/places.sh: mxov_add_test_in_place(PLACE NAME [LABELS label])
 function(mxov_add_test_in_place place name)
     get_property(command GLOBAL PROPERTY mxov_command_${name})
-    get_property(timeout GLOBAL PROPERTY mxov_timeout_${name})
+    get_property(properties GLOBAL PROPERTY mxov_properties_${name})
     add_test(NAME place.${place}.${name}
         COMMAND ${CMAKE_SOURCE_DIR}/tools/with-desktop --place ${place} ${command})
-    set_tests_properties(place.${place}.${name} PROPERTIES
-        TIMEOUT ${timeout} ENVIRONMENT MXOV_BUILD=${MXOV_BUILD} ${ARGN})
+    set_tests_properties(place.${place}.${name} PROPERTIES ${properties} ${ARGN})
 endfunction()
 
 # A test program: mxov_test(NAME [DESKTOP] [PARALLEL] [SOURCES...] [LIBRARIES...])

@@ -75,7 +75,7 @@ def inputs():
     tests = json.loads(output('ctest', '--test-dir', BUILD / 'windows', '--show-only=json-v1'))['tests']
     commit = output('git', 'rev-parse', 'HEAD').decode()
     return {test['name']: ' '.join((digest_all(files_of(test['name'], test.get('command', []))), surroundings(),
-                                    commit if test['name'].startswith('release.') else '')) for test in tests}
+                                    commit if 'release.' in test['name'] else '')) for test in tests}
 
 
 def read(path):
