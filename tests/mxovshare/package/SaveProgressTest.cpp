@@ -1,6 +1,7 @@
 #include "mxovshare.h"
 
 #include "host/MessageBoxes.h"
+#include "ImportHook.h"
 #include "mxovpackage.h"
 #include "package/ProgressWindow.h"
 #include "TempFolder.h"
@@ -147,19 +148,28 @@ TEST_F(SaveProgressTest, GoesOnWhileAWindowPaintsWithoutEnd) {
     EXPECT_LE(PaintingWindow::paints, 100);
 }
 
-TEST_F(SaveProgressTest, PaintsNothingRightAfterItPainted) {
+ULONGLONG now = 0;
+
+ULONGLONG WINAPI TimeNow() {
+    return now;
+}
+
+TEST_F(SaveProgressTest, LooksAfterHalfASecondAndThenTwentyTimesASecond) {
+    const ImportHook<decltype(TimeNow)> clock("GetTickCount64", TimeNow);
+    now = 1000;
     const PaintingWindow window;
     ProgressWindow progress(L"Saving");
-    Sleep(600);
-    bool rests = false;
-    for (int attempt = 0; attempt < 20 && !rests; ++attempt) {
-        progress.OnProgress(L"a.txt", 1, 2);
-        const int before = PaintingWindow::paints;
-        progress.OnProgress(L"a.txt", 1, 2);
-        rests = PaintingWindow::paints == before;
-    }
-    EXPECT_TRUE(rests);
-    EXPECT_GT(PaintingWindow::paints, 0);
+    const auto paintsAt = [&progress](ULONGLONG time) {
+        now = time;
+        PaintingWindow::paints = 0;
+        EXPECT_TRUE(progress.OnProgress(L"a.txt", 1, 2));
+        return PaintingWindow::paints;
+    };
+    EXPECT_EQ(paintsAt(1499), 0);
+    EXPECT_GT(paintsAt(1500), 0);
+    EXPECT_EQ(paintsAt(1549), 0);
+    EXPECT_GT(paintsAt(1550), 0);
+    EXPECT_EQ(paintsAt(1599), 0);
 }
 
 TEST_F(SaveProgressTest, IsCancelledWhileAWindowPaintsWithoutEnd) {
