@@ -1,5 +1,5 @@
 // How the time of saving, checking, listing and unpacking grows with the number of documents. That of loading
-// is in catalogue_bench.
+// is in catalogue_bench. Works for a quarter of an hour.
 #include "mxovpackage.h"
 #include "mxovshare.h"
 #include "Report.h"
@@ -17,6 +17,7 @@ using bench::Require;
 namespace {
 
 constexpr int kCounts[] = {10, 100, 1000, 10'000, 100'000};
+constexpr int kRuns = 7;
 constexpr double kMostGrowth = 1.1; // exponent
 
 /// So many G-code files of some hundred bytes, a hundred to a folder, and the package made of them. (With all
@@ -43,8 +44,6 @@ public:
     }
 
     [[nodiscard]] int Count() const { return m_count; }
-    /// How often each work is done: unpacking the most takes minutes.
-    [[nodiscard]] int Runs() const { return m_count > 10'000 ? 1 : 7; }
     [[nodiscard]] std::wstring Package() const { return m_work / L"p.mxov"; }
     [[nodiscard]] const TempFolder& Folder() const { return m_folder; }
 
@@ -57,7 +56,7 @@ private:
 double Save(const Documents& documents) {
     int feed = 100;
     return bench::Median(
-        documents.Runs(), [&] { documents.Change(0, ++feed); },
+        kRuns, [&] { documents.Change(0, ++feed); },
         [&] {
             mxovshare::Utils::ReGenerateOrvandoFile(documents.Folder().Path(), documents.Package(),
                                                     L"Edited");
@@ -65,12 +64,12 @@ double Save(const Documents& documents) {
 }
 
 double Check(const Documents& documents) {
-    return bench::Median(documents.Runs(),
+    return bench::Median(kRuns,
                          [&] { Require(mxovshare::VerifyPackage(documents.Package()).ok, "checking"); });
 }
 
 double List(const Documents& documents) {
-    return bench::Median(documents.Runs(), [&] {
+    return bench::Median(kRuns, [&] {
         std::vector<mxovshare::PackageEntry> entries;
         Require(mxovshare::ListPackage(documents.Package(), entries).ok &&
                     static_cast<int>(entries.size()) >= documents.Count(),
@@ -80,7 +79,7 @@ double List(const Documents& documents) {
 
 double Unpack(const Documents& documents) {
     std::vector<double> times;
-    for (int run = 0; run < documents.Runs(); ++run) {
+    for (int run = 0; run < kRuns; ++run) {
         const TempFolder target;
         times.push_back(bench::Time([&] {
             Require(mxovshare::UnpackPackage(documents.Package(), target / L"unpacked").ok, "unpacking");

@@ -25,7 +25,7 @@ public:
     static constexpr std::size_t kMaxBytes = 128 << 20;
 
     /// Files of more sections or lines are not read.
-    static constexpr IniLimits kMost = {.sections = 50'000, .lines = 250'000};
+    static constexpr IniLimits kMost = {.sections = 110'000, .lines = 550'000};
 
     /// A document of these bytes. UTF-16 without a mark gets one, half a unit at its end is dropped. A change
     /// that would exceed `limits` is refused. `platform` outlives the document.

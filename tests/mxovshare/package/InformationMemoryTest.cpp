@@ -90,7 +90,7 @@ TEST_F(InformationMemory, AsManyShortKeysAsAreRead) {
         text += "[REFERANCE_FILE_" + std::to_string(number) + "]\nFilePath=a\nb=\nc=\n";
     }
     const std::wstring file = m_folder.Write(L"mxinfo.ini", text);
-    EXPECT_LT(PeakOf([&file] { ReadAll(file); }), 3 * static_cast<long long>(text.size()) + 32 * kMegabyte);
+    EXPECT_LT(PeakOf([&file] { ReadAll(file); }), 3 * static_cast<long long>(text.size()) + 64 * kMegabyte);
 }
 
 TEST_F(InformationMemory, AFileThatIsTooLongIsReportedAndStays) {
