@@ -15,7 +15,7 @@ class TextFitTest(ViewerCase):
         self.set_dots_per_inch(dots)
         self.enterContext(mock.patch.dict(os.environ, MXOV_DOTS=str(dots)))
         ended = run_wine(windows_path(BUILD / 'tests/viewer_window_tests.exe'), '--gtest_filter=*FitTest*')
-        self.assertIn('[  PASSED  ] 50 tests.', ended.output, ended)
+        self.assertIn('[  PASSED  ] 55 tests.', ended.output, ended)
         ended.expect()
 
     def test_at_125_percent(self):

@@ -11,8 +11,10 @@
 #include "news/NewsButtons.h"
 #include "preview/HistoryPane.h"
 #include "preview/PreviewPane.h"
+#include "prompts/AttachPrompt.h"
 #include "prompts/NoteDialog.h"
 #include "prompts/ProgressDialog.h"
+#include "prompts/UnsavedPrompts.h"
 #include "RealMouse.h"
 #include "resources/resource.h"
 #include "start/StartPane.h"
@@ -119,7 +121,7 @@ Texts FaultsInDialog(const std::function<void()>& show) {
     const UINT_PTR timer = SetTimer(nullptr, 0, 100, [](HWND, UINT, UINT_PTR, DWORD) {
         if (const HWND dialog = ModalDialog()) {
             faults = FaultsOf(dialog);
-            PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+            PostMessageW(dialog, WM_CLOSE, 0, 0);
         }
     });
     show();
@@ -207,6 +209,27 @@ TEST_P(TextFitTest, TheDialogs) {
                   PumpUntil([&work] { return work.IsCancelled(); });
               }),
               Texts());
+}
+
+// The system lays these out; their buttons and texts are the viewer's.
+TEST_P(TextFitTest, TheQuestions) {
+    const std::wstring package = L"C:\\Jobs\\2024\\Customer\\bracket.mxov";
+    const Texts names(12, L"setup sheet of the second side.html");
+    const std::vector<FileChange> changes(12, {names.front(), FileChangeKind::Removed});
+    const HWND owner = m_frame.get();
+    const std::function<void()> questions[] = {
+        [&] {
+            static_cast<void>(AskToRecover(owner, package, {0, 31'000'000}));
+        },
+        [&] { static_cast<void>(AskAboutChanges(owner, package, changes, false)); },
+        [&] { static_cast<void>(AskAboutChanges(owner, package, changes, true)); },
+        [&] { static_cast<void>(AskAboutOpenDocuments(owner, package, names)); },
+        [&] { static_cast<void>(AskAboutFailedSave(owner, package)); },
+        [&] { static_cast<void>(AskHowToAttach(owner, package, names)); },
+        [&] { static_cast<void>(AskAboutSharedName(owner, names.front())); }};
+    for (const std::function<void()>& ask : questions) {
+        EXPECT_EQ(FaultsInDialog(ask), Texts()) << &ask - questions;
+    }
 }
 
 TEST_P(TextFitTest, TheEarlierVersions) {
