@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <climits>
+#include <iterator>
+#include <optional>
 #include <utility>
 
 using namespace docview;
@@ -51,7 +53,9 @@ void MXOVDocViewActiveXDlg::ClearAll() {
         RowsOf(category).clear();
     }
     for (const DocumentCategory category : kCategories) {
-        ListOf(category)->DeleteAllItems();
+        if (ListOf(category)->GetItemCount() > 0) { // otherwise the system paints it again for nothing
+            ListOf(category)->DeleteAllItems();
+        }
     }
 }
 
@@ -78,13 +82,16 @@ void MXOVDocViewActiveXDlg::ReadPackageSummary() {
 }
 
 void MXOVDocViewActiveXDlg::FillLists(std::vector<CatalogueItem> items) {
-    const RedrawPause pauses[] = {RedrawPause(m_partList), RedrawPause(m_gCodeList), RedrawPause(m_setupList),
-                                  RedrawPause(m_additionalList)};
-    for (const DocumentCategory category : kCategories) {
+    std::optional<RedrawPause> pauses[std::size(kCategories)]; // none for a list that stays empty
+    for (std::size_t i = 0; i < std::size(kCategories); ++i) {
+        const DocumentCategory category = kCategories[i];
         const auto count = static_cast<std::size_t>(std::ranges::count_if(
             items, [category](const CatalogueItem& item) { return item.record.category == category; }));
-        RecordsOf(category)->reserve(count);
-        ListOf(category)->SendMessage(LVM_SETITEMCOUNT, count); // reserves memory only
+        if (count > 0) {
+            pauses[i].emplace(*ListOf(category));
+            RecordsOf(category)->reserve(count);
+            ListOf(category)->SendMessage(LVM_SETITEMCOUNT, count); // reserves memory only
+        }
     }
     for (CatalogueItem& item : items) {
         AddItemToList(item);

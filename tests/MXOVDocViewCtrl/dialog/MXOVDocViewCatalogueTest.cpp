@@ -114,6 +114,20 @@ TEST_F(MXOVDocViewCatalogueTest, PaintsTheListsAgainAfterFilling) {
     }
 }
 
+TEST_F(MXOVDocViewCatalogueTest, DoesNotPaintListsThatStayEmpty) {
+    Create();
+    Describe("[FILEINFO]\r\nMaxtlreVersion=Maxtlre 2021\r\n[REFERANCE_FILE_1]\r\nFilePath=C:\\a.pdf\r\n");
+    m_dialog.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    Load();
+    for (const int list : kLists) {
+        EXPECT_EQ(GetUpdateRect(Item(list), nullptr, FALSE) != FALSE, list == IDC_ADDITIONAL_LIST) << list;
+    }
+    Describe("[FILEINFO]\r\nMaxtlreVersion=Maxtlre 2021\r\n");
+    m_dialog.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    Load();
+    EXPECT_TRUE(GetUpdateRect(Item(IDC_ADDITIONAL_LIST), nullptr, FALSE));
+}
+
 TEST_F(MXOVDocViewCatalogueTest, ReloadClearsTheModifiedStateAndDisablesDelete) {
     Create();
     WritePackage("Maxtlre 2021");
