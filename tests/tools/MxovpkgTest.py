@@ -188,4 +188,4 @@ class MxovpkgTest(PackageCase):
 
 
 if __name__ == '__main__':
-    unittest.main()
+    unittest.main(verbosity=2)
