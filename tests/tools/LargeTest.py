@@ -18,7 +18,7 @@ MEGABYTES = 4200  # of one document
 MOST_MEMORY = 256 << 10  # KB
 
 
-@unittest.skipUnless(os.environ.get('MXOV_LONG'), 'takes minutes')
+@unittest.skipUnless(os.environ.get('MXOV_LONG'), 'takes minutes: ./test --long')
 class LargeTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):

@@ -46,11 +46,12 @@ def programs(*options):
 
 
 def ran(log):
-    """What passed according to a log of ctest: its tests, those of GoogleTest, and those of Python."""
+    """What passed according to a log of ctest: its tests, those of GoogleTest, and those of Python. What is left to ./test --long
+    counts too."""
     names = set(re.findall(r'^\d+/\d+ Test: (\S+)$', log, re.MULTILINE))
     names.update(re.findall(r'^\[       OK \] (?:\w+/)?(\w+\.\w+)', log, re.MULTILINE))
-    for test, suite, result in re.findall(r'^(test_\w+) \(__main__\.(\w+)\.\w+\)(?:\n.*)? \.\.\. (\w*)', log, re.MULTILINE):
-        if result != 'skipped':
+    for test, suite, result in re.findall(r'^(test_\w+) \(__main__\.(\w+)\.\w+\)(?:\n.*)? \.\.\. (.*)', log, re.MULTILINE):
+        if not result.startswith('skipped') or './test --long' in result:
             names.add(f'{suite}.{test}')
     return names
 
@@ -91,8 +92,10 @@ class PromisesTest(unittest.TestCase):
         log = ('1/9 Test: unit_tests\n[ RUN      ] Suite.Good\n[       OK ] Suite.Good (1 ms)\n[  FAILED  ] Suite.Bad (1 ms)\n'
                '[       OK ] All/Many.Values/3 (0 ms)\ntest_plain (__main__.Case.test_plain) ... ok\n'
                'test_told (__main__.Case.test_told)\nWhat it is about. ... a word\nok\n'
-               "test_left (__main__.Case.test_left) ... skipped 'no'\n")
-        self.assertEqual(ran(log), {'unit_tests', 'Suite.Good', 'Many.Values', 'Case.test_plain', 'Case.test_told'})
+               "test_left (__main__.Case.test_left) ... skipped 'no'\n"
+               "test_later (__main__.Case.test_later) ... skipped 'takes minutes: ./test --long'\n")
+        self.assertEqual(ran(log),
+                         {'unit_tests', 'Suite.Good', 'Many.Values', 'Case.test_plain', 'Case.test_told', 'Case.test_later'})
 
     def test_what_a_table_lacks_is_found(self):
         known = {'Suite.Test', 'program'}
