@@ -1,4 +1,7 @@
 """Reads the information file of a package as its writer meant it."""
+import os
+
+CODE_PAGE = 'cp932' if os.environ.get('MXOV_PLACE') == 'japanese' else 'cp1252'  # of the platform
 
 
 def decoded(content):
@@ -8,4 +11,4 @@ def decoded(content):
     try:
         return content.decode('utf-8-sig')
     except UnicodeDecodeError:
-        return content.decode('cp1252')
+        return content.decode(CODE_PAGE)

@@ -144,9 +144,14 @@ class ViewerCase(unittest.TestCase):
         viewer.press(key)
         return viewer
 
+    def record(self, name):
+        """A file for the test that a program writes which knows no long paths."""
+        self.addCleanup((PREFIX / name).unlink, missing_ok=True)
+        return PREFIX / name
+
     def record_help(self):
         """Records calls for help until the end of the test; returns the file that they are written to."""
-        record = self.folder / 'help.txt'
+        record = self.record('help.txt')
         os.environ['MXOV_HELP_RECORD'] = windows_path(record)
         self.addCleanup(os.environ.pop, 'MXOV_HELP_RECORD')
         registered = query_registry(HELP_ENGINE, '/ve')
@@ -191,11 +196,20 @@ class ViewerCase(unittest.TestCase):
         self.assertEqual(viewer.close(), 0)
         self.assertEqual(session_entries(), [])
 
+    def type_path(self, viewer, path):
+        """Types a path in the platform's dialog for files."""
+        self.skip_with_long_paths('the dialog for files crashes')
+        viewer.type(windows_path(path))
+
+    def skip_with_long_paths(self, reason):
+        if os.environ.get('MXOV_PLACE') == 'long_path':
+            self.skipTest(f'the platform: {reason}')
+
     def choose_file(self, viewer, path):
         """File > Open with the keyboard."""
         viewer.press('ctrl+o')
         viewer.wait_for_dialog('the open dialog')
-        viewer.type(windows_path(path))
+        self.type_path(viewer, path)
         viewer.press('Return')
 
     @staticmethod
@@ -230,7 +244,7 @@ class ViewerCase(unittest.TestCase):
             viewer.click(box.rect[0] + 6, (box.top + box.rect[3]) // 2)
             edit = next(w for w in shown.dialog().walk() if w.class_name == 'Edit' and w.visible)
             viewer.click(edit.rect[0] + 20, (edit.top + edit.rect[3]) // 2)
-        viewer.type(windows_path(path))
+        self.type_path(viewer, path)
         viewer.photograph('e2e-attach')
         viewer.press(key)
 
@@ -322,7 +336,7 @@ class DocumentOpeningCase(ViewerCase):
 
     def setUp(self):
         super().setUp()
-        self.log = self.folder / 'opened.txt'
+        self.log = self.record('opened.txt')
         self.log.touch()
         command = f'"{windows_path(BUILD / "tests/OpenRecorder.exe")}" "{windows_path(self.log)}" "%1"'
         self.register(rf'HKCR\{self.CLASS}\shell\open\command', command)
@@ -340,6 +354,7 @@ class DocumentOpeningCase(ViewerCase):
 
     def wait_for_folder_window(self, viewer, path):
         """A window of the system comes up that shows a folder with this file selected, and is closed."""
+        self.skip_with_long_paths('no folder is shown')
         viewer.wait_until_nothing_hinders(f'the folder with {path}', lambda: (
             None if path in explorer_windows().values() else str(explorer_windows())))
         viewer.photograph('e2e-shown-in-folder')

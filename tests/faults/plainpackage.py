@@ -3,6 +3,8 @@ import itertools
 import re
 import zipfile
 
+from informationfile import decoded
+
 HISTORY = 'FILE_HISTORY'
 ADDED = 'REFERANCE_FILE'
 END_SIZE = 22  # bytes of the record at the end of a package
@@ -12,16 +14,9 @@ KEYS_OF_NOW = ('Time', 'By')  # of a history entry
 def parse(data):
     """The sections of an information file as tuples of name and keys, in order, without the author and time of saves.
     Fails for a section or key that occurs twice: nobody writes that."""
-    if data[:2] == b'\xff\xfe':
-        text = data.decode('utf-16')
-    else:
-        try:
-            text = data.decode('utf-8')
-        except UnicodeDecodeError:
-            text = data.decode('cp1252')
     sections = {}
     keys = None
-    for line in text.splitlines():
+    for line in decoded(data).splitlines():
         if line.startswith('['):
             name = line.strip('[]')
             assert name not in sections, f'[{name}] occurs twice'

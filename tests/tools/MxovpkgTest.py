@@ -9,7 +9,7 @@ import time
 import unittest
 import zipfile
 
-from packagecase import PackageCase
+from packagecase import PackageCase, windows_path
 from packageprogram import ON_WINDOWS
 from wineprogram import change_registry
 
@@ -80,6 +80,17 @@ class MxovpkgTest(PackageCase):
                          'a.js, b.lnk, c.msi and 1 more\n')
         self.assertFalse((self.work / 'out').exists())
         self.succeed('list', 'p.mxov')
+
+    def test_a_package_in_a_folder_of_more_than_300_characters(self):
+        self.make_documents()
+        folder = self.work / ('f' * 150) / ('g' * 150)
+        folder.mkdir(parents=True)
+        package, out = (windows_path(path) if ON_WINDOWS else path for path in (folder / 'p.mxov', folder / 'out'))
+        self.succeed('create', 'folder', package)
+        self.succeed('set', package, 'CADFileDescription=x', '--no-history')
+        self.assertIn('CADFileDescription=x', self.succeed('text', package))
+        self.succeed('extract', package, out)
+        self.assertEqual(set(self.tree(folder / 'out')), set(self.tree('folder')))
 
     def test_packages_satisfy_other_tools(self):
         self.make_documents()

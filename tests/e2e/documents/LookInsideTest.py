@@ -93,7 +93,7 @@ class LookInsideTest(DocumentOpeningCase):
         self.press_button(viewer, 'Save as...')
         viewer.wait('the dialog', lambda s: s.others and s.dialog().text == 'Save document as')
         viewer.press('ctrl+a')
-        viewer.type(windows_path(self.folder / 'saved.pdf'))
+        self.type_path(viewer, self.folder / 'saved.pdf')
         viewer.press('Return')
         viewer.wait_for_no_dialog('it is saved')
         self.assertEqual((self.folder / 'saved.pdf').read_bytes(), (session_folder() / 'ReferanceFiles' / name).read_bytes())
@@ -118,7 +118,7 @@ class LookInsideTest(DocumentOpeningCase):
     def save_document(self, viewer, name):
         viewer.wait('the dialog', lambda s: s.others and s.dialog().text == 'Save document as')
         viewer.press('ctrl+a')
-        viewer.type(windows_path(self.folder / name))
+        self.type_path(viewer, self.folder / name)
         viewer.press('Return')
         viewer.wait_for_no_dialog('it is saved')
         plan = session_folder() / 'ReferanceFiles/inspection-plan.pdf'
@@ -137,6 +137,7 @@ class LookInsideTest(DocumentOpeningCase):
         viewer.wait_for_no_dialog('it is read')
 
     def test_every_command_works_with_the_mouse(self):
+        self.skip_with_long_paths('the dialog for files crashes')  # and would leave each part in the way of the next
         viewer, shown = self.open_sample()
         name = 'inspection-plan.pdf'
         viewer.click(*self.row_place(shown.lists()[3], 1))
@@ -168,7 +169,7 @@ class LookInsideTest(DocumentOpeningCase):
         command(viewer, 'Find...')
         viewer.wait('the dialog', lambda s: s.others and s.dialog().text == 'Find document')
         viewer.press('ctrl+a')
-        viewer.type(windows_path(jaws))
+        self.type_path(viewer, jaws)
         viewer.press('Return')
         return self.wait_for_page(viewer, 'jaws.txt')
 

@@ -6,7 +6,6 @@ import zipfile
 from carecase import CareCase, findings, missing
 from viewercase import LIBRARY, LINKED, MISSING, NO, PACKAGED, SAVE, YES, information
 from viewerdriver import PROGRAM
-from wineprogram import windows_path
 
 SUMMARY, DETAILS = 240, 242
 FIND, REMOVE, ATTACH = 243, 246, 247
@@ -129,7 +128,7 @@ class CareTest(CareCase):
         shown = viewer.wait('the dialog', lambda s: s.others and s.dialog().text == 'Save portable copy')
         self.assertTrue(any('care portable.mxov' in window.text for window in shown.dialog().walk()))
         viewer.press('ctrl+a')
-        viewer.type(windows_path(copy))
+        self.type_path(viewer, copy)
         viewer.press('Return')
         shown = viewer.wait('the summary', lambda s: 'travel.mxov is saved' in s.texts())
         for text in (r'C:\care\plan.pdf', r'C:\care\gone.pdf does not exist', 'Size: '):
@@ -152,7 +151,7 @@ class CareTest(CareCase):
         viewer.press('alt+f', 'b')
         viewer.wait('the dialog', lambda s: s.others and s.dialog().text == 'Save portable copy')
         viewer.press('ctrl+a')
-        viewer.type(windows_path(self.package))
+        self.type_path(viewer, self.package)
         viewer.press('Return')
         viewer.wait('the question of the system', lambda s: len(s.others) == 2)
         self.answer(viewer, YES)

@@ -15,7 +15,7 @@ class CompareTest(CareCase):
     def compare(self, viewer, package):
         viewer.press('alt+f', 'm')
         viewer.wait('the dialog', lambda s: s.others and s.dialog().text == 'Compare with package')
-        viewer.type(windows_path(package))
+        self.type_path(viewer, package)
         viewer.press('Return')
 
     @staticmethod

@@ -30,7 +30,7 @@ class OpeningTest(ViewerCase):
         viewer.press('alt+f', 'o')
         viewer.wait_for_dialog('the open dialog')
         viewer.photograph('e2e-open')
-        viewer.type(windows_path(self.legacy))
+        self.type_path(viewer, self.legacy)
         viewer.press('Return')
         shown = viewer.wait_for_package('legacy.mxov')
         part, programs, sheets, additional = shown.lists()

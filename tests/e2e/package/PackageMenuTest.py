@@ -34,7 +34,7 @@ class PackageMenuTest(DocumentOpeningCase):
         viewer.wait('the dialog', lambda s: s.others and s.dialog().text == 'Save package as')
         copy = self.folder / 'clamp.mxov'
         viewer.press('ctrl+a')
-        viewer.type(windows_path(copy))
+        self.type_path(viewer, copy)
         viewer.press('Return')
         shown = viewer.wait_for_package('clamp.mxov')
         self.assertEqual((shown.frame.text, shown.item(SAVE).enabled), (f'clamp.mxov - {PROGRAM}', False))

@@ -167,7 +167,7 @@ class RecoveryTest(ViewerCase):
         copy = self.folder.with_suffix('.mxov')
         self.addCleanup(lambda: copy.unlink(missing_ok=True))
         viewer.press('ctrl+a')
-        viewer.type(windows_path(copy))
+        self.type_path(viewer, copy)
         viewer.press('Return')
         self.assertEqual(viewer.process.wait(PATIENCE), 0)
         self.check_package(copy, 'ReferanceFiles/note.txt')

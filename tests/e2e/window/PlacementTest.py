@@ -65,7 +65,7 @@ class PlacementTest(ViewerCase):
         self.set_dots_per_inch(96 * percent // 100)
         viewer, shown = self.open_sample()
         viewer.photograph(f'e2e-columns-{percent}')
-        self.assertGreater(shown.item(LISTS[0]).size[0], 320 * percent // 100, 'the lists have grown with the dots')
+        self.assertGreater(shown.item(LISTS[0]).size[0], 300 * percent // 100, 'the lists have grown with the dots')
         for shown_list in shown.lists():
             widths = [width for _, width in shown_list.columns]
             self.assertLessEqual(sum(widths), shown_list.size[0] - LEAST_SCROLL_BAR, 'no horizontal scroll bar')

@@ -75,7 +75,7 @@ class ShortcutsTest(ViewerCase):
         self.open_properties(viewer, shown)
         viewer.press('ctrl+o')
         viewer.wait('the open dialog', lambda s: [window.text for window in s.others] == ['Open package'])
-        viewer.type(windows_path(self.legacy))
+        self.type_path(viewer, self.legacy)
         viewer.press('Return')
         viewer.wait_for_package('legacy.mxov')
         self.finish(viewer)
