@@ -354,7 +354,6 @@ class DocumentOpeningCase(ViewerCase):
 
     def wait_for_folder_window(self, viewer, path):
         """A window of the system comes up that shows a folder with this file selected, and is closed."""
-        self.skip_with_long_paths('no folder is shown')
         viewer.wait_until_nothing_hinders(f'the folder with {path}', lambda: (
             None if path in explorer_windows().values() else str(explorer_windows())))
         viewer.photograph('e2e-shown-in-folder')

@@ -50,6 +50,7 @@ class PackageMenuTest(DocumentOpeningCase):
         self.finish(viewer)
 
     def test_open_folder_shows_the_package_file(self):
+        self.skip_with_long_paths('no folder is shown')
         viewer, shown = self.open_sample()
         lines = file_menu()
         self.assertIn('Open fol&der', lines)
