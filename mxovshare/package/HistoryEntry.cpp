@@ -20,9 +20,9 @@ IniValues NewHistoryEntry(const std::wstring& operation, const std::wstring& rem
         {L"Operation", operation}, {L"Time", LocalTimeText()}, {L"By", UserName()}, {L"Remarks", remarks}};
 }
 
-std::wstring AddHistoryEntry(IniDocument& document, const IniValues& entry) {
+void AddHistoryEntry(IniDocument& document, const IniValues& entry) {
     const std::u16string prefix = ToUtf16(kHistory);
-    std::wstring section = common::NextSection(kHistory, document.LastIndex(prefix), [&] {
+    const std::wstring section = common::NextSection(kHistory, document.LastIndex(prefix), [&] {
         std::vector<std::wstring> names;
         std::ranges::transform(document.SectionNames(prefix), std::back_inserter(names), ToWide);
         return names;
@@ -30,7 +30,12 @@ std::wstring AddHistoryEntry(IniDocument& document, const IniValues& entry) {
     for (const auto& [key, value] : entry) {
         document.SetValue(ToUtf16(section), ToUtf16(key), ToUtf16(value));
     }
-    return section;
+}
+
+void AddHistoryEntry(IniStore& store, const std::wstring& file, const IniValues& entry) {
+    store.SetValues(common::NextSection(kHistory, store.LastIndex(kHistory, file),
+                                        [&] { return store.SectionNames(kHistory, file); }),
+                    entry, file);
 }
 
 } // namespace mxovshare

@@ -62,8 +62,8 @@ Substitute NewInformation::ForPackage() const {
 
 void NewInformation::Commit() noexcept {
     try {
-        if (!m_file->Commit()) {
-            IniStore::Instance().SetValues(m_section, m_values, m_path);
+        if (!m_file->Commit()) { // other writers are not kept away any more, and may take the entry's number
+            AddHistoryEntry(IniStore::Instance(), m_path, m_values);
         }
     } catch (const std::bad_alloc&) {
         // The package is saved, and holds the entry.
@@ -82,7 +82,7 @@ std::string NewInformation::Extended() {
     if (!document.IsComplete()) {
         ThrowFileFailure(L"cannot read", m_path, ERROR_FILE_TOO_LARGE);
     }
-    m_section = AddHistoryEntry(document, m_values);
+    AddHistoryEntry(document, m_values);
     return document.Bytes();
 }
 

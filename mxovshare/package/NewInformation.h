@@ -21,8 +21,8 @@ public:
     /// What is packed in place of the old information file.
     Substitute ForPackage() const;
 
-    /// Replaces the information file. If that fails, the entry is kept in memory and retried with the next
-    /// change.
+    /// Replaces the information file. If that fails, the entry is written as a change of its own, with the
+    /// next number then free, and kept in memory while that fails too.
     void Commit() noexcept;
 
 private:
@@ -30,7 +30,6 @@ private:
 
     std::wstring m_path;
     IniValues m_values;
-    std::wstring m_section;
     std::optional<AtomicFile> m_file;
     std::uint64_t m_size = 0;
     FILETIME m_modified = {};

@@ -29,4 +29,24 @@ TEST(NewInformation, NamesAFileThatIsKnownAndCannotBeRead) {
     EXPECT_EQ(folder.EntryCount(), 1);
 }
 
+TEST(NewInformation, AnEntryThatIsWrittenLaterReplacesNoOtherOfItsNumber) {
+    const TempFolder folder;
+    const std::wstring path = folder.Write(L"mxinfo.ini", "[FILEINFO]\nk=v\n");
+    NewInformation information(folder.Path(), L"Edited", L"mine");
+    {
+        const common::UniqueHandle lock = common::OwnFile(CreateFileW(
+            path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+        ASSERT_TRUE(lock);
+        const std::string bytes = "[FILEINFO]\nk=v\n[FILE_HISTORY_1]\nRemarks=theirs\n";
+        DWORD written = 0;
+        ASSERT_TRUE(WriteFile(lock.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr));
+        information.Commit(); // cannot replace the file yet
+    }
+    IniStore& store = IniStore::Instance();
+    EXPECT_TRUE(store.SaveKept());
+    EXPECT_EQ(store.Value(L"FILE_HISTORY_1", L"Remarks", path), L"theirs");
+    EXPECT_EQ(store.Value(L"FILE_HISTORY_2", L"Remarks", path), L"mine");
+    EXPECT_EQ(store.Value(L"FILE_HISTORY_2", L"Operation", path), L"Edited");
+}
+
 } // namespace
