@@ -89,14 +89,22 @@ class Snapshot:
 
 
 class WindowReader:
-    """The program that reads the viewer's windows. It keeps running, since a test calls it some hundred times."""
+    """The program that reads a viewer's windows. It keeps running, since a test calls it some hundred times, but not longer than
+    the viewer: when the desktop's own process ends in between, the next viewer has another desktop that it would not see."""
     END = b'\x04'
 
     def __init__(self):
         self.errors = tempfile.TemporaryFile('w+', encoding='utf-8', errors='replace')
         self.process = subprocess.Popen(['wine', windows_path(BUILD / 'tools/WindowDump.exe'), 'serve'],
                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=self.errors)
-        atexit.register(self.process.stdin.close)
+        atexit.register(self.close)
+
+    def close(self):
+        """It ends with its input."""
+        self.process.stdin.close()
+        self.process.wait()
+        self.process.stdout.close()
+        self.errors.close()
 
     def ask(self, *words):
         """The output of a command, and its code."""
@@ -127,14 +135,15 @@ class Viewer:
             self.process.kill()
             self.process.wait()
         self.log.close()
+        if 'reader' in vars(self):
+            self.reader.close()
 
-    @staticmethod
-    @functools.cache
-    def reader():
+    @functools.cached_property
+    def reader(self):
         return WindowReader()
 
     def run_dump(self, *words):
-        return self.reader().ask(*map(str, words))
+        return self.reader.ask(*map(str, words))
 
     def dump(self, *words):
         """The output of WindowDump, which has to succeed."""

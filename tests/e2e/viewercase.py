@@ -1,6 +1,7 @@
 """What the end-to-end tests share: the viewer on copies of the sample packages, and what the samples hold."""
 import configparser
 import datetime
+import functools
 import math
 import os
 import pathlib
@@ -14,7 +15,7 @@ import unittest
 import zipfile
 
 from informationfile import decoded
-from viewerdriver import BUILD, PATIENCE, ROOT, Viewer
+from viewerdriver import BUILD, PATIENCE, ROOT, Viewer, WindowReader
 from wineprogram import change_registry, query_registry, run_wine, windows_path
 
 PREFIX = pathlib.Path(os.environ['WINEPREFIX'])
@@ -100,11 +101,17 @@ def information(package, name='mxinfo.ini'):
     return parser
 
 
+@functools.cache
+def registry():
+    """What deletes keys without starting a program for each."""
+    return WindowReader()
+
+
 class ViewerCase(unittest.TestCase):
     maxDiff = None
 
     def setUp(self):
-        Viewer.reader().ask('forget', r'Software\MXOVDocView').expect()
+        registry().ask('forget', r'Software\MXOVDocView').expect()
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix='mxov-e2e-'))
         self.addCleanup(shutil.rmtree, self.folder)
         self.sample = shutil.copy2(BUILD / 'bin/bracket.mxov', self.folder)
@@ -128,7 +135,7 @@ class ViewerCase(unittest.TestCase):
         """Programs that are aware of the system's dots see those of the time when the user logged on."""
         subprocess.run(['wineserver', '-k'], check=True)
         subprocess.run(['wineserver', '-p'], check=True)
-        Viewer.reader.cache_clear()  # it ended with the server
+        registry.cache_clear()  # it ended with the server
 
     def open_sample(self, program='viewer.exe'):
         viewer = self.use(Viewer(windows_path(self.sample), program=program))
