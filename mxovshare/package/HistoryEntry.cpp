@@ -9,20 +9,14 @@
 
 namespace mxovshare {
 
-namespace {
-
-constexpr wchar_t kHistory[] = L"FILE_HISTORY";
-
-} // namespace
-
 IniValues NewHistoryEntry(const std::wstring& operation, const std::wstring& remarks) {
     return {
         {L"Operation", operation}, {L"Time", LocalTimeText()}, {L"By", UserName()}, {L"Remarks", remarks}};
 }
 
 void AddHistoryEntry(IniDocument& document, const IniValues& entry) {
-    const std::u16string prefix = ToUtf16(kHistory);
-    const std::wstring section = common::NextSection(kHistory, document.LastIndex(prefix), [&] {
+    const std::u16string prefix = ToUtf16(kHistoryPrefix);
+    const std::wstring section = common::NextSection(kHistoryPrefix, document.LastIndex(prefix), [&] {
         std::vector<std::wstring> names;
         std::ranges::transform(document.SectionNames(prefix), std::back_inserter(names), ToWide);
         return names;
@@ -30,12 +24,6 @@ void AddHistoryEntry(IniDocument& document, const IniValues& entry) {
     for (const auto& [key, value] : entry) {
         document.SetValue(ToUtf16(section), ToUtf16(key), ToUtf16(value));
     }
-}
-
-void AddHistoryEntry(IniStore& store, const std::wstring& file, const IniValues& entry) {
-    store.SetValues(common::NextSection(kHistory, store.LastIndex(kHistory, file),
-                                        [&] { return store.SectionNames(kHistory, file); }),
-                    entry, file);
 }
 
 } // namespace mxovshare

@@ -1,6 +1,7 @@
 #include "package/NewInformation.h"
 
 #include "common/InformationFile.h"
+#include "common/NumberedSection.h"
 #include "files/FileFailure.h"
 #include "files/FileStamp.h"
 #include "files/FileSystem.h"
@@ -63,11 +64,19 @@ Substitute NewInformation::ForPackage() const {
 void NewInformation::Commit() noexcept {
     try {
         if (!m_file->Commit()) { // other writers are not kept away any more, and may take the entry's number
-            AddHistoryEntry(IniStore::Instance(), m_path, m_values);
+            WriteEntry();
         }
     } catch (const std::bad_alloc&) {
         // The package is saved, and holds the entry.
     }
+}
+
+void NewInformation::WriteEntry() {
+    IniStore& store = IniStore::Instance();
+    const std::wstring section =
+        common::NextSection(kHistoryPrefix, store.LastIndex(kHistoryPrefix, m_path),
+                            [&] { return store.SectionNames(kHistoryPrefix, m_path); });
+    store.SetValues(section, m_values, m_path);
 }
 
 std::string NewInformation::Extended() {

@@ -27,6 +27,7 @@ public:
 
 private:
     std::string Extended();
+    void WriteEntry();
 
     std::wstring m_path;
     IniValues m_values;

@@ -106,6 +106,16 @@ TEST_F(ControlActivationTest, ARefusedUserInterfaceIsAskedForAgain) {
     }
 }
 
+TEST_F(ControlActivationTest, FocusIsNotReportedWhileTheUserInterfaceIsRefused) {
+    Embed();
+    m_container.habits.allowsUserInterface = false;
+    ASSERT_EQ(S_OK, m_container.DoVerb(OLEIVERB_INPLACEACTIVATE));
+    const HWND edit = ::GetDlgItem(CTestControl::last->dialog.m_hWnd, kFirstEdit);
+    ::SetFocus(edit);
+    ASSERT_EQ(edit, ::GetFocus());
+    EXPECT_FALSE(m_container.WasCalled("OnFocus(1)"));
+}
+
 TEST_F(ControlActivationTest, FocusIsReportedOnceTheUserInterfaceIsActive) {
     Embed();
     ASSERT_EQ(S_OK, m_container.DoVerb(OLEIVERB_INPLACEACTIVATE));

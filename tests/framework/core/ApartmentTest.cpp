@@ -1,7 +1,10 @@
 #include "core/Apartment.h"
 
+#include "ImportHook.h"
+
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <thread>
 
 namespace {
@@ -10,6 +13,36 @@ bool IsAllowedOnAnotherThread() {
     bool allowed = false;
     std::thread([&] { allowed = framework::Apartment::Entry().IsAllowed(); }).join();
     return allowed;
+}
+
+DWORD counted = 0; // the thread whose locks are
+int locks = 0;
+decltype(AcquireSRWLockExclusive)* acquire = nullptr;
+
+void WINAPI CountedAcquire(PSRWLOCK lock) {
+    if (GetCurrentThreadId() == counted) {
+        ++locks;
+    }
+    acquire(lock);
+}
+
+// How often `work` takes a lock.
+int LocksOf(const std::function<void()>& work) {
+    counted = GetCurrentThreadId();
+    const ImportHook<decltype(CountedAcquire)> hook("AcquireSRWLockExclusive", CountedAcquire);
+    acquire = hook.Real();
+    locks = 0;
+    work();
+    return locks;
+}
+
+// Two threads that counted at the same moment would be seen once in a million runs.
+TEST(Apartment, WhatThreadsShareChangesUnderALock) {
+    ULONG own = 0;
+    EXPECT_EQ(1, LocksOf([&] { own = framework::Apartment::Join(); }));
+    EXPECT_EQ(1, LocksOf([&] { framework::Apartment::Leave(own); }));
+    EXPECT_EQ(2, LocksOf([] { const framework::Apartment::Entry entry; })) << "it enters and leaves";
+    EXPECT_EQ(1, LocksOf([] { framework::Apartment::EndThread(); }));
 }
 
 TEST(Apartment, OneThreadAtATimeHasObjects) {

@@ -25,6 +25,11 @@ HANDLE WINAPI CountedCreateFile(LPCWSTR path, DWORD access, DWORD share, LPSECUR
     return realCreateFile(path, access, share, security, creation, flags, likeness);
 }
 
+struct StoppedClock {
+    ImportHook<decltype(StoppedTicks)> ticks{"QueryPerformanceCounter", StoppedTicks};
+    ImportHook<decltype(StoppedSystemTime)> time{"GetSystemTimeAsFileTime", StoppedSystemTime};
+};
+
 class IniStoreClock : public IniStoreFile {
 protected:
     IniStoreClock() {
@@ -43,11 +48,6 @@ protected:
     void Pass(int milliseconds) const { ticks.QuadPart += m_frequency.QuadPart * milliseconds / 1000; }
 
 private:
-    struct StoppedClock {
-        ImportHook<decltype(StoppedTicks)> ticks{"QueryPerformanceCounter", StoppedTicks};
-        ImportHook<decltype(StoppedSystemTime)> time{"GetSystemTimeAsFileTime", StoppedSystemTime};
-    };
-
     LARGE_INTEGER m_frequency = {};
     std::optional<StoppedClock> m_clock;
 };
