@@ -3,7 +3,8 @@
 import time
 import unittest
 
-from viewercase import DocumentOpeningCase, session_folder
+from openingcase import DocumentOpeningCase
+from viewercase import session_folder
 
 DOUBLE_CLICK = 0.5  # seconds
 

@@ -2,7 +2,8 @@
 """The page of the selected document: what is in it, and what can be done with it."""
 import unittest
 
-from viewercase import LINKED, DocumentOpeningCase, menu_item_place, news, properties_of, session_folder
+from openingcase import DocumentOpeningCase
+from viewercase import LINKED, menu_item_place, news, properties_of, session_folder
 from viewerdriver import LISTS, PROGRAM
 from wineprogram import windows_path
 from xdisplay import png

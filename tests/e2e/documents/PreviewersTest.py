@@ -2,7 +2,8 @@
 """Documents that the system's preview handlers show on the page of the selected document."""
 import unittest
 
-from viewercase import DocumentOpeningCase, news, session_folder
+from openingcase import DocumentOpeningCase
+from viewercase import news, session_folder
 from viewerdriver import BUILD
 from wineprogram import change_registry, windows_path
 

@@ -5,7 +5,8 @@ import pathlib
 import re
 import unittest
 
-from viewercase import ROOT, SAVE, UPDATE, DocumentOpeningCase, information, menu_item_place
+from openingcase import DocumentOpeningCase
+from viewercase import ROOT, SAVE, UPDATE, information, menu_item_place
 from viewerdriver import PROGRAM
 from wineprogram import query_registry, windows_path
 
