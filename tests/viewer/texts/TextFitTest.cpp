@@ -117,12 +117,20 @@ HWND ModalDialog() {
 // What is wrong in the dialog that `show` shows until it is closed.
 Texts FaultsInDialog(const std::function<void()>& show) {
     static Texts faults;
+    static RECT before;
     faults = {L"no dialog"};
+    before = {};
     const UINT_PTR timer = SetTimer(nullptr, 0, 100, [](HWND, UINT, UINT_PTR, DWORD) {
-        if (const HWND dialog = ModalDialog()) {
+        RECT place = {};
+        const HWND dialog = ModalDialog();
+        if (!dialog || !GetWindowRect(dialog, &place)) {
+            return;
+        }
+        if (EqualRect(&place, &before)) { // the window manager has placed it
             faults = FaultsOf(dialog);
             PostMessageW(dialog, WM_CLOSE, 0, 0);
         }
+        before = place;
     });
     show();
     KillTimer(nullptr, timer);
