@@ -1,5 +1,5 @@
 // How the time of saving, checking, listing and unpacking grows with the number of documents. That of loading
-// is in catalogue_bench. Works for a quarter of an hour.
+// is in catalogue_bench. Takes about a quarter of an hour.
 #include "mxovpackage.h"
 #include "mxovshare.h"
 #include "Report.h"

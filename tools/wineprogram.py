@@ -56,8 +56,8 @@ def console_encoding():
 
 
 def query_registry(*words):
-    """The output of `reg query`; empty if there is no such key or value, which it tells in the user's language. A `reg` that
-    does not start returns 1 as well."""
+    """The output of `reg query`; empty if there is no such key or value, which `reg` reports in the user's language. If `reg`
+    does not start, the code is 1 as well."""
     ended = run_wine('reg', 'query', *words, encoding=console_encoding())
     if ended.code == 1 and (ended.output + ended.errors).lstrip().startswith('reg: '):
         return ''

@@ -189,7 +189,7 @@ class FaultTest(FaultCase):
             package.unlink()
             package.write_bytes(self.old_package)
 
-    @unittest.skipIf(os.environ.get('MXOV_PLACE') == 'long_path', 'the platform does not tell the target of a link there')
+    @unittest.skipIf(os.environ.get('MXOV_PLACE') == 'long_path', 'Wine cannot resolve a link there')
     def test_a_link_stays_and_its_target_is_replaced(self):
         folder, package = self.scene('link')
         target = package.with_name('elsewhere') / 'real.mxov'

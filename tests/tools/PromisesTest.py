@@ -38,7 +38,7 @@ def python_tests():
 
 
 def programs(*options):
-    """The tests as ctest knows them. It empties the log of the folder in which it is asked."""
+    """The tests as ctest knows them. Listing them empties the log of the directory that is listed."""
     with tempfile.TemporaryDirectory() as folder:
         pathlib.Path(folder, 'CTestTestfile.cmake').write_text(f'subdirs("{BUILD}/windows")\n', encoding='utf-8')
         listing = subprocess.run(['ctest', '--test-dir', folder, '-N', *options], capture_output=True, text=True, check=True)

@@ -10,6 +10,11 @@ namespace {
 
 class MXOVDocViewCatalogueTest : public DialogFixture {
 protected:
+    // Loads the package when nothing is left to paint.
+    void LoadPainted() {
+        m_dialog.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+        Load();
+    }
     /// A package with one document of every kind; two of the additional ones.
     void WritePackage(const std::string& version) {
         m_package.WriteSized(L"NC\\a.nc", 1025);
@@ -107,8 +112,7 @@ TEST_F(MXOVDocViewCatalogueTest, LeavesTheListsOfOtherFoldedSectionsHidden) {
 TEST_F(MXOVDocViewCatalogueTest, PaintsTheListsAgainAfterFilling) {
     Create();
     WritePackage("Maxtlre 2021");
-    m_dialog.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    Load();
+    LoadPainted();
     for (const int list : kLists) {
         EXPECT_TRUE(GetUpdateRect(Item(list), nullptr, FALSE)) << list;
     }
@@ -117,14 +121,12 @@ TEST_F(MXOVDocViewCatalogueTest, PaintsTheListsAgainAfterFilling) {
 TEST_F(MXOVDocViewCatalogueTest, DoesNotPaintListsThatStayEmpty) {
     Create();
     Describe("[FILEINFO]\r\nMaxtlreVersion=Maxtlre 2021\r\n[REFERANCE_FILE_1]\r\nFilePath=C:\\a.pdf\r\n");
-    m_dialog.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    Load();
+    LoadPainted();
     for (const int list : kLists) {
         EXPECT_EQ(GetUpdateRect(Item(list), nullptr, FALSE) != FALSE, list == IDC_ADDITIONAL_LIST) << list;
     }
     Describe("[FILEINFO]\r\nMaxtlreVersion=Maxtlre 2021\r\n");
-    m_dialog.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    Load();
+    LoadPainted();
     EXPECT_TRUE(GetUpdateRect(Item(IDC_ADDITIONAL_LIST), nullptr, FALSE));
 }
 

@@ -102,7 +102,7 @@ class PopupTest(ViewerCase):
         shown, popup = self.click_row(viewer, shown, 0)
         self.click_item(viewer, popup, DESCRIPTION)
         viewer.press('ctrl+a', 'Delete')
-        # What is entered by a message would overtake the keys.
+        # Text inserted by a message would overtake the queued keys.
         viewer.wait('the field is empty', lambda s: not properties_of(s).find(id=DESCRIPTION).text)
         enter(viewer)
         shown = viewer.wait('the text', lambda s: properties_of(s).find(id=DESCRIPTION).text == text and

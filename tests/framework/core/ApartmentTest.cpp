@@ -36,7 +36,7 @@ int LocksOf(const std::function<void()>& work) {
     return locks;
 }
 
-// Two threads that counted at the same moment would be seen once in a million runs.
+// A race between two threads would show up too rarely for a test.
 TEST(Apartment, WhatThreadsShareChangesUnderALock) {
     ULONG own = 0;
     EXPECT_EQ(1, LocksOf([&] { own = framework::Apartment::Join(); }));

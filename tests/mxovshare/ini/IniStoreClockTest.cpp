@@ -37,7 +37,7 @@ protected:
         QueryPerformanceCounter(&ticks);
     }
 
-    // A file that was written just now, so that its time proves nothing, and stops the clock.
+    // Writes a file and stops the clock, so that the file's time is too recent to be trusted.
     std::wstring WriteNow(const std::wstring& name, std::string_view bytes) {
         std::wstring path = m_folder.Write(name, bytes);
         GetSystemTimeAsFileTime(&systemTime);

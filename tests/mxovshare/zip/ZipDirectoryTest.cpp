@@ -183,7 +183,7 @@ TEST(ZipDirectory, RefusesOverlaps) {
     hidden.offset = 35;
     EXPECT_NE(Refusal(ForgeZip({outer, hidden})).find("overlaps"), std::string::npos);
 
-    // The same header twice is told of by its name.
+    // A duplicate header is reported with its name.
     ForgedEntry again = MakeEntry("a.txt");
     again.offset = 0;
     EXPECT_NE(Refusal(ForgeZip({first, again})).find("occurs twice"), std::string::npos);
